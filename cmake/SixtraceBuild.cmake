@@ -1,0 +1,64 @@
+# What every target of the tree shares: warnings, sanitizers, compiler cache and the two ways of declaring a library.
+
+find_program(SIXTRACE_CCACHE ccache)
+if(SIXTRACE_CCACHE)
+    # Precompiled headers carry defines and time stamps that the cache would otherwise refuse.
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+        ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+        ${SIXTRACE_CCACHE})
+endif()
+
+add_library(sixtrace_warnings INTERFACE)
+target_compile_options(sixtrace_warnings INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Wnon-virtual-dtor
+    -Woverloaded-virtual -Wcast-align -Wundef -Werror)
+
+add_library(sixtrace_sanitizers INTERFACE)
+if(SIXTRACE_SANITIZE)
+    target_compile_options(sixtrace_sanitizers INTERFACE
+        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(sixtrace_sanitizers INTERFACE -fsanitize=address,undefined)
+endif()
+if(SIXTRACE_COVERAGE)
+    target_compile_options(sixtrace_sanitizers INTERFACE --coverage)
+    target_link_options(sixtrace_sanitizers INTERFACE --coverage)
+endif()
+
+add_library(sixtrace_build INTERFACE)
+target_link_libraries(sixtrace_build INTERFACE sixtrace_warnings sixtrace_sanitizers)
+target_include_directories(sixtrace_build INTERFACE "${CMAKE_SOURCE_DIR}/src")
+target_compile_definitions(sixtrace_build INTERFACE
+    QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_USE_QSTRINGBUILDER
+    SIXTRACE_VERSION="${PROJECT_VERSION}")
+
+# sixtrace_core(NAME SOURCES ... LINKS ...): the windowless half of a folder. It links QtCore and QtGui (for pictures as
+# values) and therefore cannot even find a widget header.
+function(sixtrace_core NAME)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    add_library(sixtrace_${NAME} STATIC ${ARG_SOURCES})
+    add_library(sixtrace::${NAME} ALIAS sixtrace_${NAME})
+    target_link_libraries(sixtrace_${NAME} PUBLIC Qt6::Core Qt6::Gui ${ARG_LINKS} PRIVATE sixtrace_build)
+    target_include_directories(sixtrace_${NAME} PUBLIC "${CMAKE_SOURCE_DIR}/src")
+    if(SIXTRACE_PCH)
+        target_precompile_headers(sixtrace_${NAME} PRIVATE "${CMAKE_SOURCE_DIR}/cmake/pch_core.h")
+    endif()
+endfunction()
+
+# sixtrace_windows(NAME SOURCES ... LINKS ...): the windows of a folder, as library sixtrace::NAME_windows.
+function(sixtrace_windows NAME)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    add_library(sixtrace_${NAME}_windows STATIC ${ARG_SOURCES})
+    add_library(sixtrace::${NAME}_windows ALIAS sixtrace_${NAME}_windows)
+    target_link_libraries(sixtrace_${NAME}_windows
+        PUBLIC sixtrace::${NAME} Qt6::Widgets ${ARG_LINKS} PRIVATE sixtrace_build)
+    if(SIXTRACE_PCH)
+        target_precompile_headers(sixtrace_${NAME}_windows PRIVATE "${CMAKE_SOURCE_DIR}/cmake/pch_windows.h")
+    endif()
+endfunction()
+
+# sixtrace_program(NAME SOURCES ... LINKS ...): an executable in bin/.
+function(sixtrace_program NAME)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    add_executable(${NAME} ${ARG_SOURCES})
+    target_link_libraries(${NAME} PRIVATE ${ARG_LINKS} sixtrace_build)
+endfunction()

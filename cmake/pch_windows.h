@@ -1,0 +1,9 @@
+// Precompiled by every library of windows.
+#pragma once
+
+#include <QtWidgets>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <optional>

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+#include <utility>
+#include <variant>
+
+namespace sixtrace {
+
+/// Numbers of the run-time errors that message boxes show. The numbering is part of the user's vocabulary ("32755:..."
+/// on a cancelled dialog), so it is fixed.
+enum class ErrorNumber : int {
+    None = 0,
+    InvalidCall = 5,
+    Overflow = 6,
+    SubscriptOutOfRange = 9,
+    DivisionByZero = 11,
+    TypeMismatch = 13,
+    BadFileNumber = 52,
+    FileNotFound = 53,
+    FileAlreadyOpen = 55,
+    DeviceIo = 57,
+    FileAlreadyExists = 58,
+    DiskFull = 61,
+    PermissionDenied = 70,
+    DiskNotReady = 71,
+    PathAccess = 75,
+    PathNotFound = 76,
+    ObjectNotSet = 91,
+    ObjectRequired = 424,
+    CannotCreateObject = 429,
+    Printer = 482,
+    PortAlreadyOpen = 8005,
+    CancelSelected = 32755,
+};
+
+/// A failed operation as a message box shows it: a number and a sentence.
+struct RuntimeError {
+    ErrorNumber number = ErrorNumber::None;
+    QString description;
+
+    /// The error with the standard description of its number.
+    [[nodiscard]] static RuntimeError of(ErrorNumber number);
+    /// The error that a failed system call maps to (`errno` values).
+    [[nodiscard]] static RuntimeError ofErrno(int errnoValue);
+
+    [[nodiscard]] int code() const { return static_cast<int>(number); }
+    friend bool operator==(const RuntimeError&, const RuntimeError&) = default;
+};
+
+/// The standard sentence of an error number, without a full stop ("Cancel was selected." is the dialog's own and keeps
+/// its full stop).
+[[nodiscard]] QString describe(ErrorNumber number);
+
+/// A value, or the reason why there is none.
+template<typename T>
+class [[nodiscard]] Result {
+public:
+    Result(T value) // NOLINT(google-explicit-constructor): a value is a result
+        : m_content(std::move(value)) {}
+    Result(RuntimeError error) // NOLINT(google-explicit-constructor): so is an error
+        : m_content(std::move(error)) {}
+
+    [[nodiscard]] bool ok() const { return std::holds_alternative<T>(m_content); }
+    explicit operator bool() const { return ok(); }
+    /// The value; only when ok().
+    [[nodiscard]] const T& value() const { return std::get<T>(m_content); }
+    [[nodiscard]] T& value() { return std::get<T>(m_content); }
+    /// The error; only when not ok().
+    [[nodiscard]] const RuntimeError& error() const { return std::get<RuntimeError>(m_content); }
+
+private:
+    std::variant<T, RuntimeError> m_content;
+};
+
+/// The outcome of an operation that yields nothing but success or an error.
+using Outcome = Result<std::monostate>;
+[[nodiscard]] inline Outcome success() { return Outcome(std::monostate{}); }
+
+} // namespace sixtrace

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "capture/publicm.h"
+#include "platform/picture.h"
+
+#include <array>
+#include <memory>
+
+namespace sixtrace {
+
+/// What a frame reads besides the model.
+struct FrameInputs {
+    bool graticule = true;                  ///< dotted graticule, else the solid cross with ticks (mnuGraticule)
+    bool line = true;                       ///< lines between samples, else points (mnuLine)
+    PerChannel<bool> selected{};            ///< ticks of the channel list
+    PerChannel<double> markerTop{};         ///< tops of the markers, twips
+};
+
+/// Draws frames of the scope screen. Owns the scratch memory of the drawing, so make it once.
+///
+/// The result is, to the pixel, what drawing every segment of every trace in order would give; how it is reached is
+/// told in docs/architecture.md.
+class FrameRenderer {
+public:
+    FrameRenderer();
+    ~FrameRenderer();
+    FrameRenderer(const FrameRenderer&) = delete;
+    FrameRenderer& operator=(const FrameRenderer&) = delete;
+
+    /// A whole frame into `picture2`, copied to `picHidden0` at the end (600 by 400). Leaves PlotX and PlotY of every
+    /// sample visited, ChannelYPos, SampleStep, MsPerPixel and VoltPerPixel in the model.
+    ///
+    /// A run-time error (a table row that does not exist, a division by zero, a coordinate beyond 32 bits, a sample
+    /// beyond the arrays) ends the frame quietly: what was drawn stays, channels behind it and the copy are left out.
+    void PicReDrawT(publicM& model, const FrameInputs& inputs, Picture& picture2, Picture& picHidden0);
+
+private:
+    struct Scratch;
+    std::unique_ptr<Scratch> m_scratch;
+};
+
+/// The graticule alone, in the style of `graticule`, without channels and without a copy.
+void PicDrawSlow(const publicM& model, bool graticule, Picture& picture2);
+
+/// The older renderer for a screen of 500 by 400 and 1024 points. Nothing calls it.
+void PicReDraw(publicM& model, const FrameInputs& inputs, Picture& picture2);
+
+/// Screen Y of a point of ScreenTrace for channel `channel`, as PicReDraw places it, rounded to 16 bits; nothing on
+/// overflow or a missing table row.
+[[nodiscard]] std::optional<std::int16_t> SampleToScreenY(const publicM& model, int channel, double value);
+
+} // namespace sixtrace
