@@ -15,6 +15,8 @@ namespace sixtrace {
 /// Height of the marker strip and of a marker, in twips: a load places markers by them.
 inline constexpr double kStripHeight = 6030;
 inline constexpr double kMarkerHeight = 210;
+/// Top of a marker that no load has placed yet, in twips: about the middle of the strip.
+inline constexpr double kCentreTop = 3000;
 
 /// What a version tag of a capture file stands for.
 struct CaptureForm {

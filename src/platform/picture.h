@@ -59,9 +59,10 @@ public:
     [[nodiscard]] std::int32_t CurrentX() const { return m_currentX; }
     [[nodiscard]] std::int32_t CurrentY() const { return m_currentY; }
 
-    /// The pixels of a row, `width()` of them, as 0xffRRGGBB.
-    [[nodiscard]] const std::uint32_t* row(int y) const { return m_pixels.data() + std::size_t(y) * std::size_t(m_width); }
-    [[nodiscard]] std::uint32_t* row(int y) { return m_pixels.data() + std::size_t(y) * std::size_t(m_width); }
+    /// The pixels of a row, `width()` of them, as 0xffRRGGBB. Rows are padded to a multiple of 16 pixels, which may be
+    /// read and written without being seen.
+    [[nodiscard]] const std::uint32_t* row(int y) const { return m_pixels.data() + m_stride * static_cast<std::size_t>(y); }
+    [[nodiscard]] std::uint32_t* row(int y) { return m_pixels.data() + m_stride * static_cast<std::size_t>(y); }
     /// The colour of a pixel that lies inside.
     [[nodiscard]] Colour Point(int x, int y) const { return colourOfPixel(row(y)[x]); }
 
@@ -69,10 +70,14 @@ public:
     [[nodiscard]] QImage view() const;
 
 private:
-    void span(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int32_t y2, DrawStyle style, bool lastPixel);
+    enum class LastPixel { Drawn, LeftOut };
+    void stroke(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int32_t y2, DrawStyle style,
+                LastPixel lastPixel);
+    void setPixel(std::int32_t x, std::int32_t y);
 
     int m_width;
     int m_height;
+    std::size_t m_stride; ///< pixels from a row to the next
     std::int32_t m_currentX = 0;
     std::int32_t m_currentY = 0;
     std::vector<std::uint32_t> m_pixels;

@@ -21,6 +21,10 @@ inline constexpr int kProfileValueLimit = 127;
 [[nodiscard]] QString readProfile(const QString& section, const QString& key, const QString& fallback,
                                   const QString& file);
 
+/// The same under the name by which settings are read.
+[[nodiscard]] QString GetIniString(const QString& section, const QString& key, const QString& fallback,
+                                   const QString& file);
+
 /// Sets one key, and changes nothing else: comments, order and the other keys keep their place, the section is added at
 /// the end where it is missing. The new file appears whole, by renaming, and under a lock, so that neither a crash nor
 /// a second running copy of the program loses a key. The file's permissions are kept; a link is followed.

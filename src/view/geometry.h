@@ -8,35 +8,48 @@
 
 namespace sixtrace {
 
-inline constexpr int kScreenWidth = 600;   ///< screen units; X runs 0..600
-inline constexpr int kScreenHeight = 400;  ///< screen units; Y runs 0..400
-inline constexpr int kSurfaceWidth = 601;  ///< pixels of the surface that shows them all
+inline constexpr int kScreenWidth = 600;  ///< screen units; X runs 0..600
+inline constexpr int kScreenHeight = 400; ///< screen units; Y runs 0..400
+inline constexpr int kSurfaceWidth = 601; ///< pixels of the surface that shows them all
 inline constexpr int kSurfaceHeight = 401;
 inline constexpr int kTwipsPerPixel = 15;
 
-/// Divisions across the graticule: 10 for captures of FileKind 2 and 3, otherwise 12. Times are always reckoned with 12.
+/// Divisions across the graticule: 10 for captures of FileKind 2 and 3, otherwise 12. Times are always reckoned with
+/// 12.
 [[nodiscard]] int divisionsAcross(int fileKind);
 
-/// Screen Y of the zero line of a marker whose top stands at `top` twips: its centre's share of the strip. Nothing
-/// where that does not fit 16 bits.
+/// Screen Y of the zero line of a marker whose top stands at `top` twips: its centre's share of the strip, halves to
+/// even. Nothing where that does not fit 16 bits.
 [[nodiscard]] std::optional<std::int16_t> zeroLineOfMarker(double top);
 
-/// How a channel's samples lie on the screen, from the model's present state. Make it afresh after every change.
-///
-/// X of sample i is x0 + i dxPlot, Y is yPos - sample * VoltPerCount * 400 / (vView * 8000); both in 64-bit reals,
-/// rounded to the nearest integer, halves to even.
-struct TraceScale {
-    double x0 = 0;      ///< X of sample 0: the zoom keeps the middle of the screen, X = 300, in place
-    double dxPlot = 0;  ///< X per sample when plotting, by ScreenPoints
-    double dxPick = 0;  ///< X per sample when picking and reading times, by SampleCount
-    double yPos = 0;    ///< ChannelYPos
-    double vpc = 0;     ///< VoltPerCount
-    double yDivisor = 0; ///< vView * 8000
+/// ChannelYPos of all six channels from the tops of their markers. False where one does not fit 16 bits; those before
+/// it are set then.
+[[nodiscard]] bool deriveZeroLines(publicM& model, const PerChannel<double>& markerTops);
 
+/// How a channel's samples lie on the screen by the model's present state. Take it afresh after every change of that.
+struct TraceScale {
+    double x0 = 0;       ///< X of sample 0; zooming keeps the middle of the screen, X = 300, in place
+    double dxPlot = 0;   ///< X per sample when plotting, by ScreenPoints
+    double dxPick = 0;   ///< X per sample when picking and reading times, by SampleCount; not finite without samples
+    double yPos = 0;     ///< ChannelYPos
+    double perCount = 0; ///< VoltPerCount
+    double divisor = 0;  ///< of the Y formula: volts per division times 8 divisions times 1000 millivolts
+
+    /// X of a sample index, which may have a fraction. Not rounded, not clipped.
     [[nodiscard]] double x(double sample) const { return x0 + sample * dxPlot; }
-    [[nodiscard]] double y(double count) const { return yPos - count * vpc * 400 / yDivisor; }
-    /// The sample index under an X, with its fraction.
+    /// Y of a count. Not rounded, not clipped; a count of 0 lies on the zero line, positive ones above it.
+    [[nodiscard]] double y(double count) const { return yPos - count * perCount * kScreenHeight / divisor; }
+    /// The sample index under an X, with its fraction. It addresses another sample than the one drawn there when
+    /// SampleCount and ScreenPoints differ.
     [[nodiscard]] double sampleAt(double screenX) const { return (screenX - x0) / dxPick; }
 };
+
+/// The scale of a channel; nothing where TimeIndex, TimeIndexView or VoltIndexView name no table row or ScreenPoints is
+/// 0.
+[[nodiscard]] std::optional<TraceScale> plotScale(const publicM& model, int channel);
+
+/// Milliseconds and volts per screen unit of a channel as it is shown; nothing where the row does not exist.
+[[nodiscard]] std::optional<float> msPerPixel(const publicM& model, int channel);
+[[nodiscard]] std::optional<float> voltPerPixel(const publicM& model, int channel);
 
 } // namespace sixtrace

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "capture/capturecheck.h"
+
+#include <QCommandLineParser>
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+namespace sixtrace::kqx {
+
+/// What the process says at its end.
+enum ExitCode { Done = 0, Failed = 1, WrongUse = 2 };
+
+/// A sentence on standard error, and the code to end with.
+int fail(ExitCode code, const QString& text);
+
+/// Names the faults of a file on standard error.
+void nameFaults(const QString& file, const std::vector<CaptureFault>& faults);
+
+/// Parses the arguments behind a subcommand. Nothing when the command goes on, else the code to end with: help was
+/// asked for and given, or the arguments are wrong.
+std::optional<int> parse(QCommandLineParser& parser, const QString& command, const QStringList& arguments,
+                         const QStringList& positional);
+
+/// The subcommands. `arguments` begin behind the subcommand's name.
+int info(const QStringList& arguments);
+int screen(const QStringList& arguments);
+
+} // namespace sixtrace::kqx

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+// The command-line companion: the program's libraries for scripts and machines without a display.
+#include "commands.h"
+
+#include <QCoreApplication>
+#include <QTextStream>
+
+#include <array>
+
+namespace sixtrace::kqx {
+
+namespace {
+
+struct Command {
+    const char* name;
+    const char* summary;
+    int (*run)(const QStringList& arguments);
+};
+
+constexpr std::array<Command, 2> kCommands{{
+    {"info", "tell what a capture file holds, and what is wrong with it", info},
+    {"screen", "write the screen of a capture as a PNG file", screen},
+}};
+
+QString overview() {
+    QString text = QStringLiteral("Usage: kqx COMMAND ...\n\nCommands:\n");
+    for (const Command& command : kCommands) {
+        text += QStringLiteral("  ") + QString::fromLatin1(command.name).leftJustified(8) +
+                QString::fromLatin1(command.summary) + u'\n';
+    }
+    return text + QStringLiteral("\nkqx COMMAND --help tells more. Exit codes: 0 done, 1 failed or a fault was found, "
+                                 "2 wrong use.\n");
+}
+
+} // namespace
+
+int fail(ExitCode code, const QString& text) {
+    QTextStream(stderr) << "kqx: " << text << Qt::endl;
+    return code;
+}
+
+void nameFaults(const QString& file, const std::vector<CaptureFault>& faults) {
+    QTextStream err(stderr);
+    for (const CaptureFault& fault : faults) {
+        err << "kqx: " << file << ": at byte " << fault.offset << ": " << fault.text << '\n';
+    }
+}
+
+std::optional<int> parse(QCommandLineParser& parser, const QString& command, const QStringList& arguments,
+                         const QStringList& positional) {
+    parser.addHelpOption();
+    for (const QString& name : positional) {
+        parser.addPositionalArgument(name, QString());
+    }
+    if (!parser.parse(QStringList{QStringLiteral("kqx ") + command} + arguments)) {
+        return fail(WrongUse, parser.errorText());
+    }
+    if (parser.isSet(QStringLiteral("help"))) {
+        QString text = parser.helpText();
+        text.replace(QCoreApplication::arguments().constFirst(), QStringLiteral("kqx ") + command);
+        QTextStream(stdout) << text;
+        return Done;
+    }
+    if (parser.positionalArguments().size() != positional.size()) {
+        return fail(WrongUse, QStringLiteral("kqx %1 takes %2").arg(command, positional.join(u' ')));
+    }
+    return std::nullopt;
+}
+
+} // namespace sixtrace::kqx
+
+int main(int argc, char** argv) {
+    using namespace sixtrace::kqx;
+    const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationVersion(QStringLiteral(SIXTRACE_VERSION));
+    QStringList arguments = QCoreApplication::arguments().mid(1);
+    if (arguments.isEmpty()) {
+        return fail(WrongUse, QStringLiteral("no command given\n") + overview());
+    }
+    const QString name = arguments.takeFirst();
+    if (name == u"--help" || name == u"-h" || name == u"help") {
+        QTextStream(stdout) << overview();
+        return Done;
+    }
+    if (name == u"--version") {
+        QTextStream(stdout) << "kqx " << SIXTRACE_VERSION << '\n';
+        return Done;
+    }
+    for (const Command& command : kCommands) {
+        if (name == QLatin1String(command.name)) {
+            return command.run(arguments);
+        }
+    }
+    return fail(WrongUse, QStringLiteral("unknown command \"%1\"\n").arg(name) + overview());
+}

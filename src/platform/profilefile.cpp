@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: MIT
+#include "platform/profilefile.h"
+
+#include "platform/wholefile.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QList>
+#include <QLockFile>
+
+#include <algorithm>
+#include <optional>
+
+namespace sixtrace {
+
+namespace {
+
+constexpr qint64 kReadLimit = 1024 * 1024;
+constexpr qint64 kWriteLimit = 16 * 1024 * 1024;
+constexpr int kLockPatienceMs = 3000;
+const QByteArray kByteOrderMark = QByteArrayLiteral("\xEF\xBB\xBF");
+
+bool sameName(const QString& a, const QString& b) { return a.compare(b, Qt::CaseInsensitive) == 0; }
+
+/// The name in a line "[name]", or nothing.
+std::optional<QString> sectionOf(const QString& line) {
+    if (!line.startsWith(u'[')) {
+        return std::nullopt;
+    }
+    const auto end = line.indexOf(u']');
+    return end < 0 ? std::nullopt : std::optional(line.mid(1, end - 1).trimmed());
+}
+
+struct Entry {
+    QString key;
+    QString value;
+};
+
+/// Key and value of a line "key=value", or nothing for a comment or anything else.
+std::optional<Entry> entryOf(const QString& line) {
+    const auto mark = line.indexOf(u'=');
+    if (mark < 0 || line.startsWith(u';')) {
+        return std::nullopt;
+    }
+    QString value = line.mid(mark + 1).trimmed();
+    if (value.size() >= 2 && (value.front() == u'"' || value.front() == u'\'') && value.front() == value.back()) {
+        value = value.mid(1, value.size() - 2);
+    }
+    return Entry{line.left(mark).trimmed(), value};
+}
+
+QString textOf(QByteArray bytes) {
+    if (bytes.endsWith('\r')) {
+        bytes.chop(1);
+    }
+    return QString::fromUtf8(bytes).trimmed();
+}
+
+/// The lines of a file without their line feeds; carriage returns stay.
+QList<QByteArray> linesOf(QByteArray content) {
+    if (content.startsWith(kByteOrderMark)) {
+        content.remove(0, kByteOrderMark.size());
+    }
+    return content.split('\n');
+}
+
+std::optional<QByteArray> contentOf(const QString& path, qint64 limit) {
+    if (!QFileInfo(path).isFile()) {
+        return std::nullopt; // a folder, a pipe or a device could block or be endless
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return std::nullopt;
+    }
+    return file.read(limit);
+}
+
+/// A line of `key` with `value`, in place of the old one or behind the last line of its section.
+void setKey(QList<QByteArray>& lines, const QString& section, const QString& key, const QByteArray& entry,
+            const QByteArray& lineEnd) {
+    bool inside = false;
+    qsizetype insertAt = -1;
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        const QString line = textOf(lines[i]);
+        if (const auto name = sectionOf(line)) {
+            if (inside) {
+                break;
+            }
+            inside = sameName(*name, section);
+            insertAt = inside ? i + 1 : insertAt;
+            continue;
+        }
+        if (!inside) {
+            continue;
+        }
+        if (const auto old = entryOf(line); old && sameName(old->key, key)) {
+            lines[i] = entry + lineEnd;
+            return;
+        }
+        insertAt = line.isEmpty() ? insertAt : i + 1;
+    }
+    if (insertAt >= 0) {
+        if (insertAt == lines.size()) {
+            lines.last() += lineEnd;
+            lines.append(entry + lineEnd);
+            lines.append(QByteArray());
+        } else {
+            lines.insert(insertAt, entry + lineEnd);
+        }
+        return;
+    }
+    // A new section at the end, on a line of its own.
+    if (lines.last().isEmpty()) {
+        lines.removeLast();
+    } else {
+        lines.last() += lineEnd;
+    }
+    lines.append('[' + section.toUtf8() + ']' + lineEnd);
+    lines.append(entry + lineEnd);
+    lines.append(QByteArray());
+}
+
+} // namespace
+
+QString readProfile(const QString& section, const QString& key, const QString& fallback, const QString& file) {
+    const auto content = contentOf(file, kReadLimit);
+    if (!content) {
+        return fallback;
+    }
+    bool inside = false;
+    for (const QByteArray& bytes : linesOf(*content)) {
+        const QString line = textOf(bytes);
+        if (const auto name = sectionOf(line)) {
+            if (inside) {
+                break;
+            }
+            inside = sameName(*name, section);
+        } else if (inside) {
+            const auto entry = entryOf(line);
+            if (entry && sameName(entry->key, key)) {
+                return entry->value.isEmpty() ? fallback : entry->value.left(kProfileValueLimit);
+            }
+        }
+    }
+    return fallback;
+}
+
+QString GetIniString(const QString& section, const QString& key, const QString& fallback, const QString& file) {
+    return readProfile(section, key, fallback, file);
+}
+
+Outcome writeProfile(const QString& section, const QString& key, const QString& value, const QString& file) {
+    QLockFile lock(file + QStringLiteral(".lock"));
+    if (!lock.tryLock(kLockPatienceMs)) {
+        return RuntimeError::of(lock.error() == QLockFile::PermissionError ? ErrorNumber::PermissionDenied
+                                                                          : ErrorNumber::PathAccess);
+    }
+    QByteArray content;
+    if (QFileInfo::exists(file)) {
+        const auto old = contentOf(file, kWriteLimit + 1);
+        if (!old || old->size() > kWriteLimit) {
+            return RuntimeError::of(ErrorNumber::PathAccess);
+        }
+        content = *old;
+    }
+    const QByteArray mark = content.startsWith(kByteOrderMark) ? kByteOrderMark : QByteArray();
+    const QByteArray lineEnd = content.contains("\r\n") ? QByteArrayLiteral("\r") : QByteArray();
+    QString line = value;
+    std::replace_if(line.begin(), line.end(), [](QChar c) { return c == u'\n' || c == u'\r' || c.isNull(); }, u' ');
+
+    QList<QByteArray> lines = linesOf(content);
+    setKey(lines, section, key, key.toUtf8() + '=' + line.toUtf8(), lineEnd);
+    return writeWhole(file, mark + lines.join('\n'));
+}
+
+} // namespace sixtrace

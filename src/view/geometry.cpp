@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#include "view/geometry.h"
+
+#include "capture/capturefile.h"
+#include "platform/numbers.h"
+
+#include <limits>
+
+namespace sixtrace {
+
+namespace {
+
+constexpr double kDivisionsOfTime = 12;
+constexpr double kDivisionsOfVoltage = 8;
+constexpr double kMiddleX = 300;
+
+std::optional<double> rowOf(const auto& table, int row) {
+    return row >= 0 && static_cast<std::size_t>(row) < table.size()
+               ? std::optional(table[static_cast<std::size_t>(row)])
+               : std::nullopt;
+}
+
+} // namespace
+
+int divisionsAcross(int fileKind) { return fileKind == 2 || fileKind == 3 ? 10 : 12; }
+
+std::optional<std::int16_t> zeroLineOfMarker(double top) {
+    return toInt16((kMarkerHeight / 2 + top) / kStripHeight * kScreenHeight);
+}
+
+bool deriveZeroLines(publicM& model, const PerChannel<double>& markerTops) {
+    for (std::size_t c = 0; c < kChannels; ++c) {
+        const auto y = zeroLineOfMarker(markerTops[c]);
+        if (!y) {
+            return false;
+        }
+        model.ChannelYPos[c] = *y;
+    }
+    return true;
+}
+
+std::optional<TraceScale> plotScale(const publicM& model, int channel) {
+    const auto c = static_cast<std::size_t>(channel);
+    const auto tCap = rowOf(model.TimeBaseTable, model.TimeIndex[c]);
+    const auto tView = rowOf(model.TimeBaseTable, model.TimeIndexView[c]);
+    const auto vView = rowOf(model.VoltTable, model.VoltIndexView[c]);
+    if (!tCap || !tView || !vView || model.ScreenPoints[c] == 0) {
+        return std::nullopt;
+    }
+    TraceScale scale;
+    scale.x0 = kMiddleX - (kMiddleX - static_cast<double>(model.ChannelXShift[c])) * *tCap / *tView;
+    scale.dxPlot = *tCap / *tView / model.ScreenPoints[c] * kScreenWidth;
+    scale.dxPick = model.SampleCount[c] != 0 ? *tCap / *tView / model.SampleCount[c] * kScreenWidth
+                                             : std::numeric_limits<double>::infinity();
+    scale.yPos = model.ChannelYPos[c];
+    scale.perCount = static_cast<double>(model.VoltPerCount[c]);
+    scale.divisor = *vView * (kDivisionsOfVoltage * 1000);
+    return scale;
+}
+
+std::optional<float> msPerPixel(const publicM& model, int channel) {
+    const auto tView = rowOf(model.TimeBaseTable, model.TimeIndexView[static_cast<std::size_t>(channel)]);
+    return tView ? std::optional(static_cast<float>(*tView * kDivisionsOfTime / kScreenWidth)) : std::nullopt;
+}
+
+std::optional<float> voltPerPixel(const publicM& model, int channel) {
+    const auto vView = rowOf(model.VoltTable, model.VoltIndexView[static_cast<std::size_t>(channel)]);
+    return vView ? std::optional(static_cast<float>(*vView * kDivisionsOfVoltage / kScreenHeight)) : std::nullopt;
+}
+
+} // namespace sixtrace

@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: MIT
+#include "view/tracelayers.h"
+
+#include "platform/linerule.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstdlib>
+#include <cstring>
+
+namespace sixtrace {
+
+namespace {
+
+/// All ones in the pixels of the bits that are set, for each value of eight bits.
+using ByteMasks = std::array<std::array<std::uint32_t, 8>, 256>;
+
+constexpr ByteMasks makeByteMasks() {
+    ByteMasks masks{};
+    for (std::size_t bits = 0; bits < masks.size(); ++bits) {
+        for (std::size_t i = 0; i < 8; ++i) {
+            masks[bits][i] = ((bits >> i) & 1U) != 0 ? 0xFFFFFFFFU : 0U;
+        }
+    }
+    return masks;
+}
+
+constexpr ByteMasks kByteMasks = makeByteMasks();
+
+/// Paints the pixels of the set bits, lowest bit at `pixels`.
+void paintWord(std::uint32_t* pixels, std::uint64_t bits, std::uint32_t colour) {
+    if (bits == ~std::uint64_t{0}) {
+        std::fill_n(pixels, 64, colour);
+        return;
+    }
+    constexpr int kFew = 12;
+    if (std::popcount(bits) <= kFew) {
+        for (; bits != 0; bits &= bits - 1) {
+            pixels[std::countr_zero(bits)] = colour;
+        }
+        return;
+    }
+    for (; bits != 0; bits >>= 8, pixels += 8) {
+        const auto& mask = kByteMasks[bits & 0xFFU];
+        for (std::size_t i = 0; i < 8; ++i) {
+            pixels[i] = (pixels[i] & ~mask[i]) | (colour & mask[i]);
+        }
+    }
+}
+
+} // namespace
+
+void TraceLayers::begin(Colour colour, std::int32_t x, std::int32_t y) {
+    if (m_used == m_layers.size()) {
+        m_layers.emplace_back();
+    }
+    m_layer = &m_layers[m_used++];
+    m_layer->pixel = pixelOfColour(colour);
+    std::memset(m_layer->toggles.data(), 0, sizeof(m_layer->toggles));
+    m_x = x;
+    m_y = y;
+    m_least = y;
+    m_greatest = y;
+}
+
+void TraceLayers::end() { cover(m_x, m_least, m_greatest); }
+
+void TraceLayers::cover(std::int64_t column, std::int64_t least, std::int64_t greatest) {
+    if (column < 0 || column >= kSurfaceWidth) {
+        return;
+    }
+    const std::int64_t top = std::max<std::int64_t>(least, 0);
+    const std::int64_t bottom = std::min<std::int64_t>(greatest, kSurfaceHeight - 1);
+    if (top > bottom) {
+        return;
+    }
+    const auto word = static_cast<std::size_t>(column) / 64;
+    const std::uint64_t bit = std::uint64_t{1} << (static_cast<std::size_t>(column) % 64);
+    m_layer->toggles[static_cast<std::size_t>(top)][word] ^= bit;
+    m_layer->toggles[static_cast<std::size_t>(bottom) + 1][word] ^= bit;
+}
+
+void TraceLayers::polyline(const std::int32_t* xs, const std::int32_t* ys, int count) {
+    for (int i = 0; i < count; ++i) {
+        if (xs[i] != m_x) {
+            lineTo(xs[i], ys[i]);
+            continue;
+        }
+        // All further samples of this column: only the extremes count.
+        std::int32_t least = m_least;
+        std::int32_t greatest = m_greatest;
+        const std::int32_t x = m_x;
+        do {
+            least = std::min(least, ys[i]);
+            greatest = std::max(greatest, ys[i]);
+            ++i;
+        } while (i < count && xs[i] == x);
+        --i;
+        m_least = least;
+        m_greatest = greatest;
+        m_y = ys[i];
+    }
+}
+
+void TraceLayers::lineTo(std::int32_t x, std::int32_t y) {
+    if (x == m_x + std::int64_t{1} && std::abs(std::int64_t{y} - m_y) < (1 << 30)) {
+        // The common step to the next column: its first half belongs to the old one.
+        const std::int32_t rise = std::abs(y - m_y);
+        const std::int32_t half = (rise + 1) / 2;
+        const std::int32_t sign = y < m_y ? -1 : 1;
+        if (rise > 1) {
+            const std::int32_t lastOld = m_y + sign * (half - 1);
+            m_least = std::min(m_least, lastOld);
+            m_greatest = std::max(m_greatest, lastOld);
+        }
+        cover(m_x, m_least, m_greatest);
+        const std::int32_t firstNew = rise > 1 ? m_y + sign * half : y;
+        m_least = std::min(firstNew, y);
+        m_greatest = std::max(firstNew, y);
+    } else {
+        crossColumns(x, y);
+    }
+    m_x = x;
+    m_y = y;
+}
+
+/// A segment over any number of columns and rows, by the same rule as Picture's lines.
+void TraceLayers::crossColumns(std::int32_t x, std::int32_t y) {
+    const std::int64_t columns = std::int64_t{x} - m_x;
+    const std::int64_t rows = std::abs(std::int64_t{y} - m_y);
+    const int sign = y < m_y ? -1 : 1;
+    const bool steep = rows > columns;
+    const LineRule rule = steep ? LineRule{rows, columns} : LineRule{columns, rows};
+
+    // Rows of the k-th column of the segment, as distances from the pen.
+    const auto firstRow = [&](std::int64_t k) { return steep ? (k == 0 ? 0 : rule.firstStepOf(k)) : rule.offset(k); };
+    const auto lastRow = [&](std::int64_t k) {
+        return steep ? (k == columns ? rows : rule.firstStepOf(k + 1) - 1) : rule.offset(k);
+    };
+    const auto spread = [&](std::int64_t first, std::int64_t last) {
+        const std::int64_t a = m_y + sign * first;
+        const std::int64_t b = m_y + sign * last;
+        return std::pair(std::min(a, b), std::max(a, b));
+    };
+
+    const auto [oldLeast, oldGreatest] = spread(firstRow(0), lastRow(0));
+    cover(m_x, std::min<std::int64_t>(m_least, oldLeast), std::max<std::int64_t>(m_greatest, oldGreatest));
+
+    const std::int64_t firstColumn = std::max<std::int64_t>(1, -std::int64_t{m_x});
+    const std::int64_t lastColumn = std::min<std::int64_t>(columns - 1, std::int64_t{kSurfaceWidth} - 1 - m_x);
+    for (std::int64_t k = firstColumn; k <= lastColumn; ++k) {
+        const auto [least, greatest] = spread(firstRow(k), lastRow(k));
+        cover(m_x + k, least, greatest);
+    }
+
+    const auto [newLeast, newGreatest] = spread(firstRow(columns), lastRow(columns));
+    m_least = static_cast<std::int32_t>(newLeast);
+    m_greatest = static_cast<std::int32_t>(newGreatest);
+}
+
+void TraceLayers::sweep(Picture& picture, Picture* copy, int copyWidth, int copyHeight) {
+    std::vector<RowBits>& covered = m_covered;
+    covered.assign(m_used, RowBits{});
+    for (int y = 0; y < kSurfaceHeight; ++y) {
+        std::uint32_t* const row = picture.row(y);
+        for (std::size_t layer = 0; layer < m_used; ++layer) {
+            const RowBits& toggles = m_layers[layer].toggles[static_cast<std::size_t>(y)];
+            for (std::size_t word = 0; word < kWords; ++word) {
+                covered[layer][word] ^= toggles[word];
+            }
+        }
+        for (std::size_t word = 0; word < kWords; ++word) {
+            std::uint64_t above = 0;
+            for (std::size_t layer = m_used; layer-- > 0;) {
+                const std::uint64_t visible = covered[layer][word] & ~above;
+                if (visible != 0) {
+                    paintWord(row + word * 64, visible, m_layers[layer].pixel);
+                    above |= visible;
+                }
+            }
+        }
+        if (copy != nullptr && y < copyHeight) {
+            std::memcpy(copy->row(y), row, static_cast<std::size_t>(copyWidth) * sizeof(std::uint32_t));
+        }
+    }
+}
+
+} // namespace sixtrace

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/colour.h"
+#include "platform/picture.h"
+#include "view/geometry.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace sixtrace {
+
+/// Draws polylines whose X never falls, many at once and each pixel at most once.
+///
+/// Such a polyline, drawn with an opaque pen, covers exactly one interval of rows in each column: the segments that
+/// touch a column follow one another, and each begins where the last one ended. A layer keeps these intervals as
+/// toggles in a bit matrix (one bit a pixel, set where an interval begins and just below where it ends), so that
+/// sweeping down the rows with an exclusive-or turns them into masks of covered pixels. The sweep paints the topmost
+/// layer of each pixel and copies the finished row on while it is still in the cache.
+class TraceLayers {
+public:
+    /// Forgets all layers.
+    void clear() { m_used = 0; }
+
+    /// Starts a new topmost layer with a pen at (x, y); the pixel there belongs to the layer.
+    void begin(Colour colour, std::int32_t x, std::int32_t y);
+    /// Lines from the pen through `count` points, X never falling. The pen stays at the last one.
+    void polyline(const std::int32_t* xs, const std::int32_t* ys, int count);
+    /// Ends the layer. Without it the layer's last column is missing.
+    void end();
+
+    /// Paints all layers over `picture`, the later ones on top, and copies each row's first `copyWidth` pixels to `copy`
+    /// (the rows 0 to copyHeight - 1), where there is one. Both pictures are at least 608 pixels wide in memory.
+    void sweep(Picture& picture, Picture* copy, int copyWidth, int copyHeight);
+
+private:
+    static constexpr std::size_t kWords = (kSurfaceWidth + 63) / 64;
+    using RowBits = std::array<std::uint64_t, kWords>;
+
+    struct Layer {
+        std::uint32_t pixel = 0;
+        std::array<RowBits, kSurfaceHeight + 1> toggles{};
+    };
+
+    void cover(std::int64_t column, std::int64_t least, std::int64_t greatest);
+    void lineTo(std::int32_t x, std::int32_t y);
+    void crossColumns(std::int32_t x, std::int32_t y);
+
+    std::vector<Layer> m_layers;
+    std::size_t m_used = 0;
+    Layer* m_layer = nullptr;
+    std::vector<RowBits> m_covered; ///< what each layer covers in the row of the sweep
+
+    // The pen, and the rows that its column has so far.
+    std::int32_t m_x = 0;
+    std::int32_t m_y = 0;
+    std::int32_t m_least = 0;
+    std::int32_t m_greatest = 0;
+};
+
+} // namespace sixtrace
