@@ -116,7 +116,6 @@ int BenchStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
                           QStyleHintReturn* returnData) const {
     switch (hint) {
     case SH_Widget_Animation_Duration:
-    case SH_Menu_FadeTooltip:
         return 0;
     case SH_UnderlineShortcut:
         return 1;

@@ -40,7 +40,7 @@ void PositionBar::setValueClamped(double value) {
     if (std::isnan(value)) {
         return;
     }
-    const double bounded = std::clamp(value, double{minimum()}, double{maximum()});
+    const double bounded = std::clamp(value, 1.0 * minimum(), 1.0 * maximum());
     setValue(toInt32(bounded).value_or(minimum()));
 }
 
@@ -51,7 +51,7 @@ QRect PositionBar::thumbRect() const {
     const int length = std::clamp(range > 0 ? trackLength() / (range + 1) : trackLength(), kShortestThumb,
                                   std::max(kShortestThumb, trackLength()));
     const int travel = trackLength() - length;
-    const double share = range > 0 ? double{Value() * 1.0 - minimum()} / range : 0.5;
+    const double share = range > 0 ? 1.0 * (Value() - minimum()) / range : 0.5;
     return {(kVisibleWidth - kThumbWidth) / 2, kEndLength + static_cast<int>(std::lround(share * travel)), kThumbWidth,
             length};
 }
