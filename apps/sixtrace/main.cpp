@@ -7,6 +7,9 @@
 #include "shell/programicon.h"
 
 #include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
 
 #include <cstdlib>
 #include <memory>
@@ -20,6 +23,12 @@ int main(int argc, char** argv) {
     QApplication::setApplicationVersion(QStringLiteral(SIXTRACE_VERSION));
     QApplication::setQuitOnLastWindowClosed(false);
     sixtrace::applyLook(application);
+    // The desktop's own dialogs speak the desktop's language; where its texts are missing they stay English.
+    QTranslator dialogTexts;
+    if (dialogTexts.load(QLocale::system(), QStringLiteral("qtbase"), QStringLiteral("_"),
+                         QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        QApplication::installTranslator(&dialogTexts);
+    }
     QApplication::setWindowIcon(sixtrace::programIcon());
 
     const auto model = std::make_unique<sixtrace::publicM>();

@@ -14,6 +14,13 @@ namespace sixtrace {
 namespace {
 
 constexpr int kMenuBarItemMargin = 12; ///< on either side of a title of the menu bar
+constexpr int kMenuBarHeight = 26;
+
+/// The ground of the menu bar, with the line at its foot.
+void fillMenuBar(QPainter& painter, const QRect& rect) {
+    painter.fillRect(rect, QColor::fromRgb(bench::kWindow));
+    painter.fillRect(QRect(rect.left(), kMenuBarHeight - 1, rect.width(), 1), QColor::fromRgb(bench::kMenuLine));
+}
 
 void fillRounded(QPainter& painter, const QRectF& rect, QRgb fill, QRgb line, double radius) {
     painter.save();
@@ -72,13 +79,13 @@ void BenchStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
 void BenchStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                              const QWidget* widget) const {
     if (element == CE_MenuBarEmptyArea) {
-        painter->fillRect(option->rect, QColor::fromRgb(bench::kWindow));
+        fillMenuBar(*painter, option->rect);
         return;
     }
     if (element == CE_MenuBarItem) {
         const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
         if (item != nullptr) {
-            painter->fillRect(option->rect, QColor::fromRgb(bench::kWindow));
+            fillMenuBar(*painter, option->rect);
             if (option->state.testFlag(State_Selected)) {
                 fillRounded(*painter, QRectF(option->rect).adjusted(1, 2, -1, -2), bench::kTicked, bench::kTickedLine, 3);
             }
@@ -140,7 +147,7 @@ int BenchStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, cons
 QSize BenchStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
                                    const QWidget* widget) const {
     if (type == CT_MenuBarItem) {
-        return {size.width() + 2 * kMenuBarItemMargin, 25};
+        return {size.width() + 2 * kMenuBarItemMargin, kMenuBarHeight};
     }
     return QProxyStyle::sizeFromContents(type, option, size, widget);
 }

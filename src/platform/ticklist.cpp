@@ -23,19 +23,20 @@ constexpr int kTextLeft = 52;
 constexpr int kChipRole = Qt::UserRole;
 
 QRect tickBox(const QRect& row) {
-    return {row.left() + kTickLeft, row.top() + (row.height() - kTickSize + 1) / 2, kTickSize, kTickSize};
+    return {row.left() + kTickLeft, row.top() + (row.height() - kTickSize - 1) / 2, kTickSize, kTickSize};
 }
 
 void paintTick(QPainter& painter, const QRect& box, bool ticked) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(QColor::fromRgb(ticked ? bench::kAccentDark : bench::kFieldLine), 1));
     painter.setBrush(QColor::fromRgb(ticked ? bench::kAccent : bench::kField));
-    painter.drawRoundedRect(QRectF(box).adjusted(0.5, 0.5, -0.5, -0.5), 2.5, 2.5);
+    // The line runs around the box's eleven pixels, half of it outside.
+    painter.drawRoundedRect(QRectF(box).adjusted(0.5, 0.5, 0.5, 0.5), 2.5, 2.5);
     if (ticked) {
         painter.setPen(QPen(QColor::fromRgb(bench::kField), 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        QPainterPath tick(QPointF(box.left() + 2.8, box.top() + 5.8));
-        tick.lineTo(box.left() + 4.7, box.top() + 7.7);
-        tick.lineTo(box.left() + 8.3, box.top() + 3.6);
+        QPainterPath tick(QPointF(box.left() + 3.2, box.top() + 6.2));
+        tick.lineTo(box.left() + 5.2, box.top() + 8.2);
+        tick.lineTo(box.left() + 9, box.top() + 4);
         painter.setBrush(Qt::NoBrush);
         painter.drawPath(tick);
     }
@@ -57,7 +58,7 @@ public:
         paintTick(*painter, tickBox(row), m_list.Selected(index.row()));
         const QRect chip(row.left() + kChipLeft, row.top() + (kRowHeight - kChipHeight) / 2, kChipWidth, kChipHeight);
         painter->fillRect(chip, toQColor(m_list.chipBack()));
-        painter->fillRect(chip.adjusted(2, 4, -2, -4), toQColor(m_list.chipColour(index.row())));
+        painter->fillRect(chip.adjusted(3, 4, -3, -4), toQColor(m_list.chipColour(index.row())));
         painter->setFont(option.font);
         painter->setPen(QColor::fromRgb(m_list.isEnabled() ? bench::kInk : bench::kDisabledText));
         painter->drawText(row.adjusted(kTextLeft, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
@@ -74,7 +75,7 @@ private:
 TickList::TickList(QWidget* parent) : QListWidget(parent) {
     setFont(listFont());
     setFrameShape(QFrame::NoFrame);
-    setViewportMargins(2, 2, 2, 2);
+    setViewportMargins(1, 2, 1, 2);
     setUniformItemSizes(true);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -186,9 +187,12 @@ bool TickList::event(QEvent* event) {
     if (event->type() == QEvent::Paint) {
         // What lies outside the rows: one line around and one pixel of the list's ground inside it.
         QPainter painter(this);
-        painter.fillRect(rect(), QColor::fromRgb(hasFocus() ? bench::kAccent : bench::kFieldLine));
+        painter.setRenderHint(QPainter::Antialiasing);
         const int line = hasFocus() ? 2 : 1;
-        painter.fillRect(rect().adjusted(line, line, -line, -line), QColor::fromRgb(bench::kField));
+        const double half = line / 2.0;
+        painter.setPen(QPen(QColor::fromRgb(hasFocus() ? bench::kAccent : bench::kFieldLine), line));
+        painter.setBrush(QColor::fromRgb(bench::kField));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(half, half, -half, -half), 3, 3);
         return true;
     }
     if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) {

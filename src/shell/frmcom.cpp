@@ -57,6 +57,8 @@ FrmCom::FrmCom(publicM& model, FrmComSurroundings surroundings)
     auto* client = new QWidget(this);
     m_controls = makeFrmComControls(*client);
     setCentralWidget(client);
+    // Keys reach no control until the user picks one, or walks to the first with Tab.
+    client->setFocus();
     setFixedSize(kClientWidth, kMenuBarHeight + kClientHeight);
     makeAreas();
     connectCommands();
