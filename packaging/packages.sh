@@ -27,7 +27,7 @@ install_missing() {
     fi
     echo "Installing:$missing"
     # shellcheck disable=SC2086
-    { $as_root apt-get update -q && DEBIAN_FRONTEND=noninteractive $as_root env DEBIAN_FRONTEND=noninteractive \
+    { $as_root apt-get update -q && $as_root env DEBIAN_FRONTEND=noninteractive \
         apt-get install -y -q --no-install-recommends $missing; } >build-packages.log 2>&1 || {
         cat build-packages.log >&2
         echo "The packages could not be installed; the lines above say why." >&2
