@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#include "platform/look.h"
+#include "platform/programfolder.h"
+#include "platform/qtdialogs.h"
+#include "shell/frmcom.h"
+#include "shell/frmsplash.h"
+#include "shell/programicon.h"
+
+#include <QApplication>
+
+#include <cstdlib>
+#include <memory>
+
+int main(int argc, char** argv) {
+    // Pictures and text are drawn at whatever scale the display has; rounding it would blur or shift them.
+    QApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("sixtrace"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Sixtrace"));
+    QApplication::setApplicationVersion(QStringLiteral(SIXTRACE_VERSION));
+    QApplication::setQuitOnLastWindowClosed(false);
+    sixtrace::applyLook(application);
+    QApplication::setWindowIcon(sixtrace::programIcon());
+
+    const auto model = std::make_unique<sixtrace::publicM>();
+    sixtrace::QtDialogs dialogs;
+    std::unique_ptr<sixtrace::FrmCom> frmCom;
+    const auto loadMain = [&] {
+        if (!frmCom) {
+            frmCom = std::make_unique<sixtrace::FrmCom>(
+                *model, sixtrace::FrmComSurroundings{.dialogs = dialogs,
+                                                     .applicationFolder = &sixtrace::programFolder,
+                                                     .endProcess = [] { std::_Exit(EXIT_SUCCESS); }});
+        }
+    };
+    sixtrace::frmSplash splash(loadMain, [&] {
+        loadMain();
+        frmCom->show();
+    });
+    splash.show();
+    return QApplication::exec();
+}

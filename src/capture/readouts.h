@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "capture/publicm.h"
+#include "platform/numbers.h"
+
+#include <QString>
+
+namespace sixtrace {
+
+/// The three measurement texts of a channel, with their units.
+struct MeasurementTexts {
+    QString frequency;  ///< of labPPe
+    QString period;     ///< of LabPe
+    QString peakToPeak; ///< of LabMaxx
+};
+
+/// Frequency text of a signal of `frequency` hertz.
+[[nodiscard]] QString frequencyText(float frequency, NumberMarks marks = NumberMarks::system());
+/// Period text of a signal: `period` in microseconds, its unit chosen by `frequency` in hertz, so that both texts change
+/// their unit together.
+[[nodiscard]] QString periodText(float frequency, float period, NumberMarks marks = NumberMarks::system());
+/// Text of a peak-to-peak voltage in millivolts; above 1000 in volts.
+[[nodiscard]] QString peakToPeakText(double millivolts, NumberMarks marks = NumberMarks::system());
+
+/// The texts of a channel of the model; all empty for a channel that the capture does not hold.
+[[nodiscard]] MeasurementTexts measurementTexts(const publicM& model, int channel,
+                                                NumberMarks marks = NumberMarks::system());
+
+/// Titles of the frames for the selected row, whose first four characters name the channel.
+struct FrameTitles {
+    QString cursor;   ///< Frame1
+    QString timeBase; ///< Frame2
+    QString voltage;  ///< Frame3
+    QString channel;  ///< Frame4
+};
+[[nodiscard]] FrameTitles frameTitles(const QString& row, int languageId);
+
+} // namespace sixtrace

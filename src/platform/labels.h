@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QLabel>
+
+namespace sixtrace {
+
+/// A one-line label that is never clipped: a text too wide for it is painted smaller, pixel by pixel down to 9 px, and
+/// then stands as tool tip too. Blanks at the ends belong to the text but are not painted.
+class ReadoutLabel : public QLabel {
+    Q_OBJECT
+    Q_PROPERTY(QString caption READ caption WRITE setCaption)
+public:
+    explicit ReadoutLabel(QWidget* parent);
+
+    [[nodiscard]] QString caption() const { return text(); }
+    void setCaption(const QString& caption);
+    /// The pixel size at which the present text is painted.
+    [[nodiscard]] int paintedPixels() const { return m_pixels; }
+    /// The size of a text that fits; smaller ones follow from it.
+    void setFullPixels(int pixels);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void fit();
+
+    int m_fullPixels;
+    int m_pixels;
+};
+
+/// A label whose caption holds two words with a run of blanks between. The caption stays as it is; the first word is
+/// painted at the left edge, the second centred above the arrows beside a list.
+class TwoWordLabel : public QLabel {
+public:
+    explicit TwoWordLabel(QWidget* parent);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+/// A label that shows a path: elided in its middle when painted, complete as caption and tool tip.
+class PathLabel : public QLabel {
+public:
+    explicit PathLabel(QWidget* parent);
+    void setCaption(const QString& caption);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+/// The band at the foot of the main window, on which the path lies.
+class StatusBand : public QWidget {
+public:
+    explicit StatusBand(QWidget* parent);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+} // namespace sixtrace

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+#include "platform/markerlabel.h"
+
+#include "platform/look.h"
+#include "platform/picturebox.h"
+#include "platform/twips.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <cmath>
+
+namespace sixtrace {
+
+MarkerLabel::MarkerLabel(const QString& caption, double width, double height, QWidget* parent)
+    : QWidget(parent), m_caption(caption), m_back(Qt::white), m_height(height) {
+    resize(pixelsOfTwips(width), pixelsOfTwips(height));
+    setAccessibleName(caption);
+}
+
+void MarkerLabel::setCaption(const QString& caption) {
+    m_caption = caption;
+    setAccessibleName(caption);
+    update();
+}
+
+void MarkerLabel::setBackColor(const QColor& back) {
+    m_back = back;
+    update();
+}
+
+void MarkerLabel::setTop(double twips) {
+    m_top = twips;
+    // A place far outside is as good as any other there; the bound keeps it inside what widgets can hold.
+    constexpr double kFar = 100000;
+    const double bounded = std::isnan(twips) ? 0 : std::clamp(twips, -kFar, kFar);
+    move(0, pixelsOfTwips(bounded));
+}
+
+void MarkerLabel::setBorder(bool shown) {
+    m_border = shown;
+    update();
+}
+
+void MarkerLabel::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), m_back);
+    const QColor ink = contrastingText(m_back);
+    painter.setFont(interfaceFont(kSmallTextPixels));
+    painter.setPen(ink);
+    // The strip's edge may cover a part: the caption is centred in what is left to see.
+    const QRect visible = parentWidget() != nullptr
+                              ? parentWidget()->rect().translated(-pos()).intersected(rect())
+                              : rect();
+    painter.drawText(visible, Qt::AlignCenter | Qt::TextSingleLine, m_caption);
+    if (m_border) {
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(QPen(ink, 1));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+}
+
+void MarkerLabel::mousePressEvent(QMouseEvent* event) {
+    Q_EMIT mouseDown(buttonNumber(event->button()), event->position().x() * kTwips, event->position().y() * kTwips);
+}
+
+void MarkerLabel::mouseMoveEvent(QMouseEvent* event) {
+    Q_EMIT mouseMove(buttonNumber(event->buttons()), event->position().x() * kTwips, event->position().y() * kTwips);
+}
+
+void MarkerLabel::mouseReleaseEvent(QMouseEvent* event) {
+    Q_EMIT mouseUp(buttonNumber(event->button()), event->position().x() * kTwips, event->position().y() * kTwips);
+}
+
+void MarkerLabel::mouseDoubleClickEvent(QMouseEvent*) { Q_EMIT doubleClicked(); }
+
+} // namespace sixtrace

@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: MIT
+#include "platform/toolbar.h"
+
+#include "platform/look.h"
+
+#include <QEvent>
+#include <QFile>
+#include <QPainter>
+#include <QSvgRenderer>
+
+namespace sixtrace {
+
+namespace {
+
+constexpr int kButtonTop = 3;
+constexpr int kButtonSize = 28;
+constexpr int kPictureSize = 20;
+constexpr int kFirstGap = 8;
+constexpr int kGap = 11;
+constexpr int kGapLine = 18;
+
+/// The same drawing with every colour replaced by the one grey of disabled pictures.
+QByteArray greyed(QByteArray svg) {
+    const QByteArray grey = QColor::fromRgb(bench::kDisabledIcon).name().toLatin1();
+    for (qsizetype at = svg.indexOf("\"#"); at >= 0; at = svg.indexOf("\"#", at + 1)) {
+        const qsizetype end = svg.indexOf('"', at + 1);
+        if (end < 0) {
+            break;
+        }
+        svg.replace(at + 1, end - at - 1, grey);
+    }
+    return svg;
+}
+
+int widthOf(int index) {
+    if (index == 1) {
+        return kFirstGap;
+    }
+    return index == 5 || index == 10 || index == 15 ? kGap : kButtonSize;
+}
+
+} // namespace
+
+ToolButton::ToolButton(const QString& picture, QWidget* parent) : QAbstractButton(parent) {
+    setFocusPolicy(Qt::NoFocus);
+    setAttribute(Qt::WA_Hover);
+    if (picture.isEmpty()) {
+        return;
+    }
+    QFile file(picture);
+    if (file.open(QIODevice::ReadOnly)) {
+        const QByteArray svg = file.readAll();
+        m_picture = std::make_unique<QSvgRenderer>(svg);
+        m_greyPicture = std::make_unique<QSvgRenderer>(greyed(svg));
+    }
+}
+
+ToolButton::~ToolButton() = default;
+
+void ToolButton::setTicked(bool ticked) {
+    m_ticked = ticked;
+    update();
+}
+
+bool ToolButton::event(QEvent* event) {
+    if (event->type() == QEvent::HoverEnter || event->type() == QEvent::HoverLeave) {
+        update();
+    }
+    return QAbstractButton::event(event);
+}
+
+void ToolButton::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    if (m_picture == nullptr) {
+        if (width() == kGap) {
+            painter.fillRect(QRect(width() / 2, (height() - kGapLine) / 2, 1, kGapLine),
+                             QColor::fromRgb(bench::kToolLine));
+        }
+        return;
+    }
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF box = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
+    if (m_ticked || (isDown() && isEnabled())) {
+        const bool live = isEnabled();
+        painter.setPen(QPen(QColor::fromRgb(live ? bench::kTickedLine : bench::kTickedDisabled), 1));
+        painter.setBrush(QColor::fromRgb(live ? bench::kTicked : bench::kTickedDisabled));
+        painter.drawRoundedRect(box, 3, 3);
+    } else if (isEnabled() && underMouse()) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(QColor::fromRgb(bench::kHover));
+        painter.drawRoundedRect(box, 3, 3);
+    }
+    const double inset = (kButtonSize - kPictureSize) / 2.0;
+    (isEnabled() ? m_picture : m_greyPicture)->render(&painter, QRectF(inset, inset, kPictureSize, kPictureSize));
+}
+
+ToolBar::ToolBar(const QString& name, const PictureNames& pictures, QWidget* parent) : QWidget(parent) {
+    setObjectName(name);
+    int left = 0;
+    for (int index = 1; index <= kButtons; ++index) {
+        auto* button = new ToolButton(pictures[static_cast<std::size_t>(index)], this);
+        button->setObjectName(QStringLiteral("%1(%2)").arg(name).arg(index));
+        button->setGeometry(left, kButtonTop, widthOf(index), kButtonSize);
+        left += widthOf(index);
+        connect(button, &QAbstractButton::clicked, this, [this, index] { Q_EMIT ButtonClick(index); });
+        m_buttons[static_cast<std::size_t>(index)] = button;
+    }
+}
+
+void ToolBar::setToolTipText(int index, const QString& text) {
+    button(index).setToolTip(text);
+    button(index).setAccessibleName(text);
+}
+
+void ToolBar::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), QColor::fromRgb(bench::kWindow));
+}
+
+} // namespace sixtrace

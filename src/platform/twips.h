@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QRect>
+#include <QWidget>
+
+#include <cmath>
+
+namespace sixtrace {
+
+/// Twips of a pixel. Places of the main window are designed in twips.
+inline constexpr double kTwips = 15;
+
+/// The pixel nearest to a place in twips.
+[[nodiscard]] inline int pixelsOfTwips(double twips) { return static_cast<int>(std::lround(twips / kTwips)); }
+
+/// Puts a widget at its designed place inside its parent, all four in twips.
+inline void placeAtTwips(QWidget& widget, double left, double top, double width, double height) {
+    widget.setGeometry(pixelsOfTwips(left), pixelsOfTwips(top), pixelsOfTwips(width), pixelsOfTwips(height));
+}
+
+} // namespace sixtrace

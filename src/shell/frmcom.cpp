@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: MIT
+#include "shell/frmcom.h"
+
+#include "platform/listcombo.h"
+#include "platform/look.h"
+#include "platform/toolbar.h"
+#include "shell/languagemenus.h"
+#include "shell/mainmenu.h"
+#include "shell/programicon.h"
+#include "shell/startup.h"
+#include "view/appearance.h"
+#include "view/cursors.h"
+#include "view/markerstrip.h"
+#include "view/screenarea.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QLabel>
+#include <QMenuBar>
+#include <QScreen>
+
+namespace sixtrace {
+
+namespace {
+
+constexpr int kMenuBarHeight = 26;
+
+struct ToolCommand {
+    int button;
+    const char16_t* item;
+};
+
+/// Which menu item a tool button stands for. Buttons 1, 5, 10 and 15 stand for none.
+constexpr std::array kToolCommands{
+    ToolCommand{2, u"mnuOpen"},     ToolCommand{3, u"mnuPrintView"}, ToolCommand{4, u"mnuPrint"},
+    ToolCommand{6, u"mnuTabular"},  ToolCommand{7, u"mnuGraticule"}, ToolCommand{8, u"mnuLine"},
+    ToolCommand{9, u"mnuPoint"},    ToolCommand{11, u"mnuComSet"},   ToolCommand{12, u"mnuAcquire"},
+    ToolCommand{13, u"mnuautoget"}, ToolCommand{14, u"mnustop"},     ToolCommand{16, u"mnuContent"},
+};
+
+void setBack(QWidget& widget, Colour colour) {
+    QPalette palette = widget.palette();
+    palette.setColor(QPalette::Window, toQColor(colour));
+    widget.setPalette(palette);
+}
+
+} // namespace
+
+FrmCom::FrmCom(publicM& model, FrmComSurroundings surroundings)
+    : m_model(model), m_surroundings(std::move(surroundings)) {
+    setObjectName(QStringLiteral("FrmCom"));
+    setWindowTitle(QStringLiteral("通讯"));
+    setWindowIcon(programIcon());
+    menuBar()->setNativeMenuBar(false);
+    menuBar()->setFixedHeight(kMenuBarHeight);
+    fillMainMenu(*menuBar());
+    auto* client = new QWidget(this);
+    m_controls = makeFrmComControls(*client);
+    setCentralWidget(client);
+    setFixedSize(kClientWidth, kMenuBarHeight + kClientHeight);
+    makeAreas();
+    connectCommands();
+    Form_Load();
+}
+
+FrmCom::~FrmCom() = default;
+
+QAction& FrmCom::action(const QString& name) const { return *menuBar()->findChild<QAction*>(name); }
+
+void FrmCom::makeAreas() {
+    const FrmComControls& c = m_controls;
+    m_channelList = new ChannelList(
+        m_model, m_selection, {c.List1, c.Frame1, c.Frame2, c.Frame3, c.Frame4, c.LabPe, c.labPPe, c.LabMaxx}, m_links, this);
+    m_loading = new CaptureLoading(m_model, m_selection, m_surroundings.dialogs, m_links, m_links, *c.Label4,
+                                   m_surroundings.applicationFolder, this);
+    m_screen = new ScreenArea(m_model, {c.Picture2, c.picHidden}, [this] { return m_links.frameInputs(); }, this);
+    m_markers = new MarkerStrip(m_model, {c.Picture3, c.image1, c.ZLabel, c.image2}, this);
+    m_timeVolt = new TimeVoltControls(m_model, m_selection,
+                                      {c.Combo1, c.Combo2, c.UpDown1, c.UpDown2, c.VScroll1, c.CenterPoint}, m_links, this);
+    m_cursors = new Cursors(
+        m_model,
+        {c.Line1,
+         c.Line2,
+         c.Combo3,
+         {c.LabY1, c.LabY2, c.LabDy, c.LabYY1, c.LabYY2, c.LabYY11, c.LabYY22, c.LabDDYY, c.Labddy},
+         {c.LabX1, c.LabX2, c.LabDx, c.LabXX1, c.LabXX2, c.LabXX11, c.LabXX22, c.LabDDXX, c.labDDx}},
+        this);
+    m_appearance = new Appearance({&action(QStringLiteral("mnuGraticule")), &action(QStringLiteral("mnuLine")),
+                                   &action(QStringLiteral("mnuPoint"))},
+                                  this);
+    m_languages = new LanguageMenus(m_model,
+                                    {this, c.Toolbar1, &action(QStringLiteral("mnuEnglish")),
+                                     &action(QStringLiteral("mnuChinese"))},
+                                    [this] { m_channelList->List1_Click(); }, this);
+    m_links.connectAreas({m_channelList, m_screen, m_markers, m_timeVolt, m_cursors, m_appearance, c.Label5});
+}
+
+void FrmCom::connectCommands() {
+    const auto connectItem = [this](const QString& name, auto* area, auto handler) {
+        connect(&action(name), &QAction::triggered, area, handler);
+    };
+    connectItem(QStringLiteral("mnuOpen"), m_loading, &CaptureLoading::mnuOpen_Click);
+    connectItem(QStringLiteral("mnuNew"), m_loading, &CaptureLoading::mnuNew_Click);
+    connectItem(QStringLiteral("mnuExit"), this, &FrmCom::mnuExit_Click);
+    connect(m_controls.Toolbar1, &ToolBar::ButtonClick, this, &FrmCom::Toolbar1_ButtonClick);
+    showTicksOnToolbar();
+}
+
+void FrmCom::showTicksOnToolbar() {
+    for (const ToolCommand& command : kToolCommands) {
+        ToolButton* button = &m_controls.Toolbar1->button(command.button);
+        QAction* item = &action(QString::fromUtf16(command.item));
+        button->setTicked(item->isChecked());
+        connect(item, &QAction::toggled, button, [button](bool ticked) { button->setTicked(ticked); });
+    }
+}
+
+void FrmCom::Toolbar1_ButtonClick(int index) {
+    for (const ToolCommand& command : kToolCommands) {
+        if (command.button == index) {
+            action(QString::fromUtf16(command.item)).trigger();
+        }
+    }
+}
+
+void FrmCom::centre() {
+    const QRect area = screen()->geometry();
+    move(area.left() + (area.width() - width()) / 2, area.top() + (area.height() - height()) / 2);
+}
+
+void FrmCom::Form_Load() {
+    centre();
+    setProgramFolder(m_model, m_surroundings.applicationFolder());
+    const StartSettings settings = readStartSettings(m_model.IniFile);
+    prepareModel(m_model, settings);
+    m_markers->setBackColor(settings.stripColor);
+    m_screen->setBackColor(settings.screenColor);
+    setBack(*m_controls.CenterPoint, settings.screenColor);
+    m_appearance->setGraticule(settings.Graticule);
+    m_appearance->setLine(settings.DrawLine);
+    m_appearance->setPoint(settings.DrawPoint);
+    m_languages->tick(m_model.LanguageId);
+    m_timeVolt->fillLists();
+    for (int row = 0; row < 4; ++row) {
+        // The language file gives them their texts.
+        m_controls.Combo3->addItem(QStringLiteral(" "));
+    }
+    m_controls.Combo3->setCurrentIndex(-1);
+    m_controls.Combo3->setListIndex(0);
+    m_channelList->addRows();
+    m_channelList->showTraceColours(settings.screenColor);
+    for (int channel = kChannels - 1; channel >= 0; --channel) {
+        m_channelList->setTick(channel, false);
+        m_markers->showMarker(channel, false);
+    }
+    if (m_model.LanguageId != 0) {
+        m_languages->mnuEnglish_Click();
+    } else {
+        m_languages->mnuChinese_Click();
+    }
+    m_screen->PicReDrawT();
+    m_channelList->List1_Click();
+    m_selection.CurChannel = -1;
+    m_selection.ScrollLive = true;
+}
+
+void FrmCom::closeEvent(QCloseEvent* event) {
+    event->accept();
+    Form_Unload();
+}
+
+void FrmCom::Form_Unload() {
+    // What is to last is in the settings file already; a running transfer is ended by the end of the process.
+    m_surroundings.endProcess();
+}
+
+void FrmCom::mnuExit_Click() { m_surroundings.endProcess(); }
+
+} // namespace sixtrace

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "capture/channelselection.h"
+#include "capture/publicm.h"
+#include "shell/frmcomcontrols.h"
+#include "shell/frmcomlinks.h"
+
+#include <QMainWindow>
+
+#include <functional>
+#include <memory>
+
+class QAction;
+
+namespace sixtrace {
+
+class Appearance;
+class CaptureLoading;
+class ChannelList;
+class Cursors;
+class Dialogs;
+class LanguageMenus;
+class MarkerStrip;
+class ScreenArea;
+class TimeVoltControls;
+
+/// What the main window needs of the world around it.
+struct FrmComSurroundings {
+    Dialogs& dialogs;
+    /// App.Path, with or without a separator at its end.
+    std::function<QString()> applicationFolder;
+    /// Ends the process at once, whatever runs. Tests put something milder here.
+    std::function<void()> endProcess;
+};
+
+/// The main window. It makes its controls at their places, makes the areas that own their behaviour and connects menu
+/// and toolbar to them; it has no behaviour of its own but start-up and the two ways out. The model is handed in and
+/// outlives it.
+class FrmCom : public QMainWindow {
+public:
+    FrmCom(publicM& model, FrmComSurroundings surroundings);
+    ~FrmCom() override;
+
+    [[nodiscard]] const ChannelSelection& selection() const { return m_selection; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void Form_Load();
+    void Form_Unload();
+    void mnuExit_Click();
+
+    void makeAreas();
+    void connectCommands();
+    void showTicksOnToolbar();
+    void Toolbar1_ButtonClick(int index);
+    [[nodiscard]] QAction& action(const QString& name) const;
+    void centre();
+
+    publicM& m_model;
+    FrmComSurroundings m_surroundings;
+    ChannelSelection m_selection;
+    FrmComLinks m_links;
+    FrmComControls m_controls{};
+    ChannelList* m_channelList = nullptr;
+    CaptureLoading* m_loading = nullptr;
+    ScreenArea* m_screen = nullptr;
+    MarkerStrip* m_markers = nullptr;
+    TimeVoltControls* m_timeVolt = nullptr;
+    Cursors* m_cursors = nullptr;
+    Appearance* m_appearance = nullptr;
+    LanguageMenus* m_languages = nullptr;
+};
+
+} // namespace sixtrace

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "capture/captureloading.h"
+#include "capture/captureview.h"
+#include "capture/channellist.h"
+#include "view/frame.h"
+#include "view/timevoltcontrols.h"
+
+#include <functional>
+
+namespace sixtrace {
+
+class Appearance;
+class Cursors;
+class MarkerStrip;
+class PathLabel;
+class ScreenArea;
+
+/// Connects the areas of the main window: what one asks of its neighbours goes through here to the area whose business
+/// it is. It decides nothing. Made before the areas, which it learns afterwards.
+class FrmComLinks : public CaptureView,
+                    public ChannelListNeighbours,
+                    public TimeVoltNeighbours,
+                    public CaptureLoadingNeighbours {
+public:
+    struct Areas {
+        ChannelList* channelList = nullptr;
+        ScreenArea* screen = nullptr;
+        MarkerStrip* markers = nullptr;
+        TimeVoltControls* timeVolt = nullptr;
+        Cursors* cursors = nullptr;
+        Appearance* appearance = nullptr;
+        PathLabel* Label5 = nullptr;
+    };
+
+    void connectAreas(const Areas& areas) { m_areas = areas; }
+    [[nodiscard]] FrameInputs frameInputs() const;
+
+    void unloadTable() override {}
+    void loadTable() override {}
+    void setModelName(const QString& name) override;
+    void setTimeListEntry(int row, const QString& text) override;
+    [[nodiscard]] QString rowText(int channel) const override;
+    void setRowText(int channel, const QString& text) override;
+    void setTick(int channel, bool ticked) override;
+    void showMarker(int channel, bool shown) override;
+    void setMarkerTop(int channel, double top) override;
+    void hideStandIns() override;
+    void FillVoltList(int probeExp) override;
+    [[nodiscard]] QString voltListEntry(int row) const override;
+    void PicReDrawT() override;
+
+    void standOutMarker(int channel) override;
+    void placeBarAtMarker(int channel) override;
+    void showTimeAndVoltRows(int timeRow, int voltRow) override;
+    void UpdateVoltCursors() override;
+    void printTime() override;
+
+    [[nodiscard]] int selectedRow() const override;
+    [[nodiscard]] double markerTop(int channel) const override;
+    void MarkerClamp(int Index) override;
+
+    void clearScreen() override;
+
+private:
+    Areas m_areas;
+};
+
+} // namespace sixtrace
