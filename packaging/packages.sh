@@ -1,37 +1,56 @@
-# shellcheck shell=sh
-# What building, running and testing needs on Debian 12, and a function that installs what is missing of it.
-# Sourced by ./run and ./test.
+# SPDX-License-Identifier: MIT
+# The Debian packages that ./run and ./test need, and how the missing ones get installed. Sourced, not run.
 
-SIXTRACE_BUILD_PACKAGES="g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-serialport-dev qt6-svg-dev libgl-dev
-libusb-1.0-0-dev libxlsxwriter-dev"
-SIXTRACE_RUN_PACKAGES="qt6-qpa-plugins libqt6svg6 qt6-translations-l10n fonts-wqy-microhei fonts-dejavu-core"
-SIXTRACE_TEST_PACKAGES="libgtest-dev libgmock-dev"
+# To build and to run the programs. The fonts are the dialogs' Latin and Chinese ones.
+build_packages="g++ cmake ninja-build ccache pkg-config git
+    qt6-base-dev qt6-serialport-dev qt6-svg-dev libgl-dev
+    qt6-qpa-plugins libqt6svg6 qt6-translations-l10n fonts-wqy-microhei fonts-dejavu-core
+    libusb-1.0-0-dev libxlsxwriter-dev"
 
-# Installs those of the named packages that are not there. Ends the script with a clear sentence when it cannot.
-install_missing() {
-    missing=""
-    for package in "$@"; do
-        if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed'; then
-            missing="$missing $package"
-        fi
-    done
-    [ -n "$missing" ] || return 0
+# What the tests need on top.
+test_packages="libgtest-dev libgmock-dev"
+
+# As root, or through sudo. Where nobody can type a password, sudo has to do without one.
+as_root() {
     if [ "$(id -u)" -eq 0 ]; then
-        as_root=""
-    elif command -v sudo >/dev/null 2>&1 && { [ -t 0 ] || sudo -n true 2>/dev/null; }; then
-        as_root="sudo"
+        "$@"
+    elif [ -t 0 ]; then
+        sudo "$@"
     else
-        echo "Some Debian packages are missing and only root may install them. Please run, as root:" >&2
-        echo "    apt-get install --no-install-recommends$missing" >&2
+        sudo -n "$@"
+    fi
+}
+
+# The packages among the arguments that are not installed, on one line.
+missing_packages() {
+    missing=
+    for package in "$@"; do
+        status=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null) || status=
+        case $status in
+        installed*) ;;
+        *) missing="$missing${missing:+ }$package" ;;
+        esac
+    done
+    printf '%s' "$missing"
+}
+
+# require_packages PACKAGE...: installs those that are missing, and ends the script where that cannot be done.
+require_packages() {
+    if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+        echo "This script installs Debian packages; on another system install the like of these yourself and use cmake: $*" >&2
         exit 1
     fi
-    echo "Installing:$missing"
-    # shellcheck disable=SC2086
-    { $as_root apt-get update -q && $as_root env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -y -q --no-install-recommends $missing; } >build-packages.log 2>&1 || {
-        cat build-packages.log >&2
-        echo "The packages could not be installed; the lines above say why." >&2
+    missing=$(missing_packages "$@")
+    [ -n "$missing" ] || return 0
+    if [ "$(id -u)" -ne 0 ] && ! command -v sudo >/dev/null; then
+        echo "These packages are missing, and installing them needs root or sudo: $missing" >&2
         exit 1
-    }
-    rm -f build-packages.log
+    fi
+    echo "Installing: $missing"
+    # shellcheck disable=SC2086 # a list of names
+    if ! as_root apt-get update -q ||
+        ! as_root env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends $missing; then
+        echo "These packages could not be installed; install them as root and try again: $missing" >&2
+        exit 1
+    fi
 }
