@@ -75,7 +75,7 @@ QJsonObject captureJson(const publicM& model, const std::vector<CaptureFault>& f
     QJsonArray faultList;
     for (const CaptureFault& fault : faults) {
         faultList.append(
-            QJsonObject{{QStringLiteral("offset"), fault.offset}, {QStringLiteral("text"), fault.text}});
+            QJsonObject{{QStringLiteral("offset"), static_cast<qint64>(fault.offset)}, {QStringLiteral("text"), fault.text}});
     }
     return {
         {QStringLiteral("form"), formName(model)},

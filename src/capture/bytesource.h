@@ -18,8 +18,8 @@ namespace sixtrace {
 /// cut by the end of the file keeps its old value. Only regular files are opened: a pipe or a device could be endless.
 class ByteSource {
 public:
-    /// The longest read, in bytes: all samples that a channel can hold.
-    static constexpr std::size_t kWindow = 160 * 1024;
+    /// The longest read, in bytes; all samples that a channel can hold are 20462.
+    static constexpr std::size_t kWindow = 64 * 1024;
 
     ByteSource() = default;
 

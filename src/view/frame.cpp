@@ -35,23 +35,29 @@ public:
 /// Draws every dot and segment in order, one by one: any order of X, any style.
 class PictureSink final : public TraceSink {
 public:
-    PictureSink(Picture& picture, bool line)
+    PictureSink(Picture& picture, const publicM& model, int channel, bool line)
         : m_picture(picture)
+        , m_model(model)
+        , m_channel(channel)
         , m_line(line) {}
 
     void dot(std::int32_t x, std::int32_t y) override { m_picture.PSet(x, y); }
     void samples(const PointRun& points) override {
-        for (int i = 0; i < points.count; ++i) {
+        for (int row = points.firstRow; row < points.firstRow + points.count; ++row) {
+            const std::int32_t x = m_model.PlotX(m_channel, row);
+            const std::int32_t y = m_model.PlotY(m_channel, row);
             if (m_line) {
-                m_picture.Line(points.xs[i], points.ys[i]);
+                m_picture.Line(x, y);
             } else {
-                m_picture.PSet(points.xs[i], points.ys[i]);
+                m_picture.PSet(x, y);
             }
         }
     }
 
 private:
     Picture& m_picture;
+    const publicM& m_model;
+    int m_channel;
     bool m_line;
 };
 
@@ -70,7 +76,11 @@ public:
         m_layers.begin(m_colour, x, y);
         m_down = true;
     }
-    void samples(const PointRun& points) override { m_layers.polyline(points.xs, points.ys, points.count); }
+    void samples(const PointRun& points) override {
+        for (const TraceColumn& column : points.columns) {
+            m_layers.lineThrough(column);
+        }
+    }
 
 private:
     void lift() {
@@ -170,7 +180,7 @@ private:
         if (!point.complete) {
             return false;
         }
-        m_sink.dot(point.xs[0], point.ys[0]);
+        m_sink.dot(point.columns[0].x, point.columns[0].firstY);
         return true;
     }
 
@@ -234,7 +244,7 @@ void FrameRenderer::PicReDrawT(publicM& model, const FrameInputs& inputs, Pictur
             LayerSink sink(layers, picture2.ForeColor);
             complete = ChannelPlot(model, channel, inputs.line, m_scratch->points, sink).plot();
         } else {
-            PictureSink sink(picture2, inputs.line);
+            PictureSink sink(picture2, model, channel, inputs.line);
             complete = ChannelPlot(model, channel, inputs.line, m_scratch->points, sink).plot();
         }
     }

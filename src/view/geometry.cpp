@@ -4,8 +4,6 @@
 #include "capture/capturefile.h"
 #include "platform/numbers.h"
 
-#include <limits>
-
 namespace sixtrace {
 
 namespace {
@@ -18,6 +16,23 @@ std::optional<double> rowOf(const auto& table, int row) {
     return row >= 0 && static_cast<std::size_t>(row) < table.size()
                ? std::optional(table[static_cast<std::size_t>(row)])
                : std::nullopt;
+}
+
+std::optional<TraceScale> scaleWithoutSteps(const publicM& model, int channel) {
+    const auto c = static_cast<std::size_t>(channel);
+    const auto tCap = rowOf(model.TimeBaseTable, model.TimeIndex[c]);
+    const auto tView = rowOf(model.TimeBaseTable, model.TimeIndexView[c]);
+    const auto vView = rowOf(model.VoltTable, model.VoltIndexView[c]);
+    if (!tCap || !tView || !vView) {
+        return std::nullopt;
+    }
+    TraceScale scale;
+    scale.zoom = *tCap / *tView;
+    scale.x0 = kMiddleX - (kMiddleX - static_cast<double>(model.ChannelXShift[c])) * *tCap / *tView;
+    scale.yPos = model.ChannelYPos[c];
+    scale.perCount = static_cast<double>(model.VoltPerCount[c]);
+    scale.divisor = *vView * (kDivisionsOfVoltage * 1000);
+    return scale;
 }
 
 } // namespace
@@ -40,21 +55,20 @@ bool deriveZeroLines(publicM& model, const PerChannel<double>& markerTops) {
 }
 
 std::optional<TraceScale> plotScale(const publicM& model, int channel) {
-    const auto c = static_cast<std::size_t>(channel);
-    const auto tCap = rowOf(model.TimeBaseTable, model.TimeIndex[c]);
-    const auto tView = rowOf(model.TimeBaseTable, model.TimeIndexView[c]);
-    const auto vView = rowOf(model.VoltTable, model.VoltIndexView[c]);
-    if (!tCap || !tView || !vView || model.ScreenPoints[c] == 0) {
-        return std::nullopt;
+    const std::int32_t points = model.ScreenPoints[static_cast<std::size_t>(channel)];
+    auto scale = points != 0 ? scaleWithoutSteps(model, channel) : std::nullopt;
+    if (scale) {
+        scale->dxPlot = scale->zoom / points * kScreenWidth;
     }
-    TraceScale scale;
-    scale.x0 = kMiddleX - (kMiddleX - static_cast<double>(model.ChannelXShift[c])) * *tCap / *tView;
-    scale.dxPlot = *tCap / *tView / model.ScreenPoints[c] * kScreenWidth;
-    scale.dxPick = model.SampleCount[c] != 0 ? *tCap / *tView / model.SampleCount[c] * kScreenWidth
-                                             : std::numeric_limits<double>::infinity();
-    scale.yPos = model.ChannelYPos[c];
-    scale.perCount = static_cast<double>(model.VoltPerCount[c]);
-    scale.divisor = *vView * (kDivisionsOfVoltage * 1000);
+    return scale;
+}
+
+std::optional<TraceScale> pickScale(const publicM& model, int channel) {
+    const std::int32_t samples = model.SampleCount[static_cast<std::size_t>(channel)];
+    auto scale = samples != 0 ? scaleWithoutSteps(model, channel) : std::nullopt;
+    if (scale) {
+        scale->dxPick = scale->zoom / samples * kScreenWidth;
+    }
     return scale;
 }
 

@@ -28,9 +28,10 @@ inline constexpr int kTwipsPerPixel = 15;
 
 /// How a channel's samples lie on the screen by the model's present state. Take it afresh after every change of that.
 struct TraceScale {
+    double zoom = 0;     ///< time base of the capture by that of the view
     double x0 = 0;       ///< X of sample 0; zooming keeps the middle of the screen, X = 300, in place
     double dxPlot = 0;   ///< X per sample when plotting, by ScreenPoints
-    double dxPick = 0;   ///< X per sample when picking and reading times, by SampleCount; not finite without samples
+    double dxPick = 0;   ///< X per sample when picking and reading times, by SampleCount
     double yPos = 0;     ///< ChannelYPos
     double perCount = 0; ///< VoltPerCount
     double divisor = 0;  ///< of the Y formula: volts per division times 8 divisions times 1000 millivolts
@@ -44,9 +45,13 @@ struct TraceScale {
     [[nodiscard]] double sampleAt(double screenX) const { return (screenX - x0) / dxPick; }
 };
 
-/// The scale of a channel; nothing where TimeIndex, TimeIndexView or VoltIndexView name no table row or ScreenPoints is
-/// 0.
+/// The scale for plotting; nothing where TimeIndex, TimeIndexView or VoltIndexView name no table row or ScreenPoints is
+/// 0. Its dxPick is not to be used.
 [[nodiscard]] std::optional<TraceScale> plotScale(const publicM& model, int channel);
+
+/// The scale for picking and for time readouts; nothing where a table row does not exist or SampleCount is 0. Its dxPlot
+/// is not to be used.
+[[nodiscard]] std::optional<TraceScale> pickScale(const publicM& model, int channel);
 
 /// Milliseconds and volts per screen unit of a channel as it is shown; nothing where the row does not exist.
 [[nodiscard]] std::optional<float> msPerPixel(const publicM& model, int channel);

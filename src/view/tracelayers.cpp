@@ -8,6 +8,10 @@
 #include <cstdlib>
 #include <cstring>
 
+#if defined(__x86_64__)
+#include <immintrin.h>
+#endif
+
 namespace sixtrace {
 
 namespace {
@@ -48,7 +52,26 @@ void paintWord(std::uint32_t* pixels, std::uint64_t bits, std::uint32_t colour) 
     }
 }
 
+#if defined(__x86_64__)
+/// The same with masked stores of 16 pixels.
+[[gnu::target("avx512f")]] void paintWordMasked(std::uint32_t* pixels, std::uint64_t bits, std::uint32_t colour) {
+    const __m512i fill = _mm512_set1_epi32(static_cast<int>(colour));
+    for (; bits != 0; bits >>= 16, pixels += 16) {
+        _mm512_mask_storeu_epi32(pixels, static_cast<__mmask16>(bits & 0xFFFFU), fill);
+    }
+}
+#endif
+
 } // namespace
+
+TraceLayers::PaintWord TraceLayers::bestPainter() {
+#if defined(__x86_64__)
+    if (__builtin_cpu_supports("avx512f") != 0) {
+        return paintWordMasked;
+    }
+#endif
+    return paintWord;
+}
 
 void TraceLayers::begin(Colour colour, std::int32_t x, std::int32_t y) {
     if (m_used == m_layers.size()) {
@@ -56,6 +79,8 @@ void TraceLayers::begin(Colour colour, std::int32_t x, std::int32_t y) {
     }
     m_layer = &m_layers[m_used++];
     m_layer->pixel = pixelOfColour(colour);
+    m_layer->firstRow = kSurfaceHeight;
+    m_layer->lastRow = 0;
     std::memset(m_layer->toggles.data(), 0, sizeof(m_layer->toggles));
     m_x = x;
     m_y = y;
@@ -78,28 +103,8 @@ void TraceLayers::cover(std::int64_t column, std::int64_t least, std::int64_t gr
     const std::uint64_t bit = std::uint64_t{1} << (static_cast<std::size_t>(column) % 64);
     m_layer->toggles[static_cast<std::size_t>(top)][word] ^= bit;
     m_layer->toggles[static_cast<std::size_t>(bottom) + 1][word] ^= bit;
-}
-
-void TraceLayers::polyline(const std::int32_t* xs, const std::int32_t* ys, int count) {
-    for (int i = 0; i < count; ++i) {
-        if (xs[i] != m_x) {
-            lineTo(xs[i], ys[i]);
-            continue;
-        }
-        // All further samples of this column: only the extremes count.
-        std::int32_t least = m_least;
-        std::int32_t greatest = m_greatest;
-        const std::int32_t x = m_x;
-        do {
-            least = std::min(least, ys[i]);
-            greatest = std::max(greatest, ys[i]);
-            ++i;
-        } while (i < count && xs[i] == x);
-        --i;
-        m_least = least;
-        m_greatest = greatest;
-        m_y = ys[i];
-    }
+    m_layer->firstRow = std::min(m_layer->firstRow, static_cast<int>(top));
+    m_layer->lastRow = std::max(m_layer->lastRow, static_cast<int>(bottom) + 1);
 }
 
 void TraceLayers::lineTo(std::int32_t x, std::int32_t y) {
@@ -159,23 +164,25 @@ void TraceLayers::crossColumns(std::int32_t x, std::int32_t y) {
 }
 
 void TraceLayers::sweep(Picture& picture, Picture* copy, int copyWidth, int copyHeight) {
-    std::vector<RowBits>& covered = m_covered;
-    covered.assign(m_used, RowBits{});
+    m_covered.assign(m_used, RowBits{});
     for (int y = 0; y < kSurfaceHeight; ++y) {
         std::uint32_t* const row = picture.row(y);
-        for (std::size_t layer = 0; layer < m_used; ++layer) {
-            const RowBits& toggles = m_layers[layer].toggles[static_cast<std::size_t>(y)];
-            for (std::size_t word = 0; word < kWords; ++word) {
-                covered[layer][word] ^= toggles[word];
+        RowBits above{};
+        for (std::size_t index = m_used; index-- > 0;) {
+            const Layer& layer = m_layers[index];
+            if (y < layer.firstRow || y >= layer.lastRow) {
+                continue;
             }
-        }
-        for (std::size_t word = 0; word < kWords; ++word) {
-            std::uint64_t above = 0;
-            for (std::size_t layer = m_used; layer-- > 0;) {
-                const std::uint64_t visible = covered[layer][word] & ~above;
+            RowBits& covered = m_covered[index];
+            const RowBits& toggles = layer.toggles[static_cast<std::size_t>(y)];
+            for (std::size_t word = 0; word < kWords; ++word) {
+                covered[word] ^= toggles[word];
+            }
+            for (std::size_t word = 0; word < kWords; ++word) {
+                const std::uint64_t visible = covered[word] & ~above[word];
                 if (visible != 0) {
-                    paintWord(row + word * 64, visible, m_layers[layer].pixel);
-                    above |= visible;
+                    m_paint(row + word * 64, visible, layer.pixel);
+                    above[word] |= visible;
                 }
             }
         }

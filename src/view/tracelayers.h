@@ -4,7 +4,9 @@
 #include "platform/colour.h"
 #include "platform/picture.h"
 #include "view/geometry.h"
+#include "view/tracepoints.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -26,8 +28,16 @@ public:
 
     /// Starts a new topmost layer with a pen at (x, y); the pixel there belongs to the layer.
     void begin(Colour colour, std::int32_t x, std::int32_t y);
-    /// Lines from the pen through `count` points, X never falling. The pen stays at the last one.
-    void polyline(const std::int32_t* xs, const std::int32_t* ys, int count);
+    /// A line from the pen to the first point of a column that does not lie to its left, and on through all its points.
+    /// The pen stays at the last one.
+    void lineThrough(const TraceColumn& column) {
+        if (column.x != m_x) {
+            lineTo(column.x, column.firstY);
+        }
+        m_least = std::min(m_least, column.least);
+        m_greatest = std::max(m_greatest, column.greatest);
+        m_y = column.lastY;
+    }
     /// Ends the layer. Without it the layer's last column is missing.
     void end();
 
@@ -41,13 +51,21 @@ private:
 
     struct Layer {
         std::uint32_t pixel = 0;
+        int firstRow = 0; ///< rows outside firstRow..lastRow have no toggle
+        int lastRow = 0;
         std::array<RowBits, kSurfaceHeight + 1> toggles{};
     };
+
+    /// Paints the pixels of set bits, the lowest at the given pixel.
+    using PaintWord = void (*)(std::uint32_t* pixels, std::uint64_t bits, std::uint32_t colour);
+    /// The fastest way that this processor knows.
+    [[nodiscard]] static PaintWord bestPainter();
 
     void cover(std::int64_t column, std::int64_t least, std::int64_t greatest);
     void lineTo(std::int32_t x, std::int32_t y);
     void crossColumns(std::int32_t x, std::int32_t y);
 
+    PaintWord m_paint = bestPainter();
     std::vector<Layer> m_layers;
     std::size_t m_used = 0;
     Layer* m_layer = nullptr;

@@ -6,10 +6,6 @@
 #include <algorithm>
 #include <cmath>
 
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
-
 namespace sixtrace {
 
 namespace {
@@ -18,106 +14,180 @@ constexpr double kLargest = 2147483647.0;
 
 bool fitsInt32(double value) { return value > -kLargest && value < kLargest; }
 
-/// What a point needs, as plain numbers.
-struct Mapping {
-    double x0;
-    double dx;
-    double yPos;
-    double perCount;
-    double divisor;
+/// Nearest integer, halves to even, of a value that is known to fit.
+std::int32_t nearest(double value) { return static_cast<std::int32_t>(std::nearbyint(value)); }
+
+/// Which samples fall on which column, for one time scale. Counters run first, first + 1, ...
+class ColumnTable {
+public:
+    struct Entry {
+        std::int32_t x;
+        int end; ///< number of the sample behind the column's last
+    };
+
+    const std::vector<Entry>& of(const TraceScale& scale, double first, int count) {
+        if (scale.x0 == m_x0 && scale.dxPlot == m_dx && first == m_first && count == m_count) {
+            return m_entries;
+        }
+        m_x0 = scale.x0;
+        m_dx = scale.dxPlot;
+        m_first = first;
+        m_count = count;
+        m_entries.clear();
+        for (int i = 0; i < count; ++i) {
+            const std::int32_t x = nearest(scale.x(first + i));
+            if (m_entries.empty() || m_entries.back().x != x) {
+                m_entries.push_back({x, i});
+            }
+            m_entries.back().end = i + 1;
+        }
+        return m_entries;
+    }
+
+private:
+    double m_x0 = 0;
+    double m_dx = 0;
+    double m_first = 0;
+    int m_count = 0;
+    std::vector<Entry> m_entries;
 };
 
-/// Points of `count` samples from `samples` on, one per row, counters first, first + 1 ... The caller has made sure
-/// that none of them overflows. Conversion rounds to the nearest integer, halves to even, as the processor does by
-/// default; X and Y are computed as TraceScale::x and y do, operation by operation.
-void computePoints(const Mapping& map, double first, const std::int16_t* samples, int count, std::int32_t* xs,
-                   std::int32_t* ys) {
-    int i = 0;
-#if defined(__SSE2__)
-    const __m128d x0 = _mm_set1_pd(map.x0);
-    const __m128d dx = _mm_set1_pd(map.dx);
-    const __m128d yPos = _mm_set1_pd(map.yPos);
-    const __m128d perCount = _mm_set1_pd(map.perCount);
-    const __m128d height = _mm_set1_pd(kScreenHeight);
-    const __m128d divisor = _mm_set1_pd(map.divisor);
-    const __m128d two = _mm_set1_pd(2.0);
-    __m128d index = _mm_set_pd(first + 1, first);
-    for (; i + 2 <= count; i += 2) {
-        const std::int16_t* const sample = samples + static_cast<std::ptrdiff_t>(i) * kChannels;
-        const __m128d counts = _mm_cvtepi32_pd(_mm_set_epi32(0, 0, sample[kChannels], sample[0]));
-        const __m128d x = _mm_add_pd(x0, _mm_mul_pd(index, dx));
-        const __m128d y =
-            _mm_sub_pd(yPos, _mm_div_pd(_mm_mul_pd(_mm_mul_pd(counts, perCount), height), divisor));
-        _mm_storel_epi64(reinterpret_cast<__m128i*>(xs + i), _mm_cvtpd_epi32(x));
-        _mm_storel_epi64(reinterpret_cast<__m128i*>(ys + i), _mm_cvtpd_epi32(y));
-        index = _mm_add_pd(index, two);
+/// Screen Y of the counts that converters of up to 12 bits give, for one volt scale.
+class HeightTable {
+public:
+    static constexpr int kLeast = -2048;
+    static constexpr unsigned kSize = 4096;
+
+    const std::int32_t* of(const TraceScale& scale) {
+        if (!(scale.yPos == m_yPos && scale.perCount == m_perCount && scale.divisor == m_divisor)) {
+            m_yPos = scale.yPos;
+            m_perCount = scale.perCount;
+            m_divisor = scale.divisor;
+            for (unsigned i = 0; i < kSize; ++i) {
+                m_heights[i] = nearest(scale.y(static_cast<int>(i) + kLeast));
+            }
+        }
+        return m_heights.data();
     }
-#endif
-    for (; i < count; ++i) {
-        const double counter = first + i;
-        const double sample = samples[static_cast<std::ptrdiff_t>(i) * kChannels];
-        xs[i] = static_cast<std::int32_t>(std::nearbyint(map.x0 + counter * map.dx));
-        ys[i] = static_cast<std::int32_t>(
-            std::nearbyint(map.yPos - sample * map.perCount * kScreenHeight / map.divisor));
-    }
-}
+
+private:
+    double m_yPos = 0;
+    double m_perCount = 0;
+    double m_divisor = 0;
+    std::array<std::int32_t, kSize> m_heights{};
+};
 
 } // namespace
+
+struct TracePoints::Tables {
+    PerChannel<ColumnTable> columns;
+    PerChannel<HeightTable> heights;
+};
+
+TracePoints::TracePoints()
+    : m_tables(std::make_unique<Tables>()) {
+    m_columns.reserve(kSampleRows);
+}
+TracePoints::~TracePoints() = default;
 
 bool isSampleRow(double index) { return index >= 0 && index <= kSampleRows - 1; }
 
 PointRun TracePoints::compute(publicM& model, int channel, const TraceScale& scale, double first, double last) {
-    PointRun run{m_xs.data(), m_ys.data(), 0, true};
+    PointRun run;
+    m_columns.clear();
     if (!(first <= last)) {
         return run;
     }
-    // Rows are rint(first), one more each: no half can occur on the way, since the fraction never changes.
+    // Rows are the rounded first counter and those behind it. The counter's fraction never changes and is never a half:
+    // it comes from 2/25 of a whole number.
     const double firstRow = std::nearbyint(first);
     if (!isSampleRow(firstRow)) {
         run.complete = false;
         return run;
     }
+    run.firstRow = static_cast<int>(firstRow);
     const double wanted = std::floor(last - first) + 1;
     const double held = kSampleRows - firstRow;
     run.complete = wanted <= held;
     const int count = static_cast<int>(std::min(wanted, held));
 
-    std::int32_t* const plotX = model.PlotX.channel(channel) + static_cast<std::ptrdiff_t>(firstRow) * kChannels;
-    std::int32_t* const plotY = model.PlotY.channel(channel) + static_cast<std::ptrdiff_t>(firstRow) * kChannels;
-    const std::int16_t* const samples =
-        model.SampleData.channel(channel) + static_cast<std::ptrdiff_t>(firstRow) * kChannels;
-
     // X lies between its ends, Y between those of the sample type: if these fit, all do.
     const bool fits = fitsInt32(scale.x(first)) && fitsInt32(scale.x(first + count)) && fitsInt32(scale.y(32767)) &&
                       fitsInt32(scale.y(-32768));
-    if (fits) {
-        computePoints({scale.x0, scale.dxPlot, scale.yPos, scale.perCount, scale.divisor}, first, samples, count,
-                      m_xs.data(), m_ys.data());
-        for (int i = 0; i < count; ++i) {
-            plotX[i * kChannels] = m_xs[static_cast<std::size_t>(i)];
-            plotY[i * kChannels] = m_ys[static_cast<std::size_t>(i)];
-        }
-        run.count = count;
-        return run;
+    constexpr int kWorthATable = 512;
+    if (fits && count >= kWorthATable) {
+        computeByTable(model, channel, scale, first, run, count);
+    } else {
+        computeOneByOne(model, channel, scale, first, run, count);
     }
+    run.columns = m_columns;
+    return run;
+}
+
+void TracePoints::computeByTable(publicM& model, int channel, const TraceScale& scale, double first, PointRun& run,
+                                 int count) {
+    const auto c = static_cast<std::size_t>(channel);
+    const std::int32_t* const heights = m_tables->heights[c].of(scale);
+    const std::ptrdiff_t start = static_cast<std::ptrdiff_t>(run.firstRow) * kChannels;
+    const std::int16_t* sample = model.SampleData.channel(channel) + start;
+    std::int32_t* plotX = model.PlotX.channel(channel) + start;
+    std::int32_t* plotY = model.PlotY.channel(channel) + start;
+    const auto heightOf = [&](int value) {
+        const auto entry = static_cast<unsigned>(value - HeightTable::kLeast);
+        return entry < HeightTable::kSize ? heights[entry] : nearest(scale.y(value));
+    };
+
+    int i = 0;
+    for (const ColumnTable::Entry& entry : m_tables->columns[c].of(scale, first, count)) {
+        TraceColumn column;
+        column.x = entry.x;
+        column.firstY = heightOf(*sample);
+        std::int32_t least = column.firstY;
+        std::int32_t greatest = column.firstY;
+        std::int32_t y = column.firstY;
+        for (; i < entry.end; ++i) {
+            y = heightOf(*sample);
+            *plotX = entry.x;
+            *plotY = y;
+            least = std::min(least, y);
+            greatest = std::max(greatest, y);
+            sample += kChannels;
+            plotX += kChannels;
+            plotY += kChannels;
+        }
+        column.lastY = y;
+        column.least = least;
+        column.greatest = greatest;
+        m_columns.push_back(column);
+    }
+    run.count = count;
+}
+
+void TracePoints::computeOneByOne(publicM& model, int channel, const TraceScale& scale, double first, PointRun& run,
+                                  int count) {
     for (int i = 0; i < count; ++i) {
         const auto x = toInt32(scale.x(first + i));
         if (!x) {
             run.complete = false;
-            return run;
+            return;
         }
-        plotX[i * kChannels] = *x;
-        const auto y = toInt32(scale.y(samples[i * kChannels]));
+        model.PlotX(channel, run.firstRow + i) = *x;
+        const auto y = toInt32(scale.y(model.SampleData(channel, run.firstRow + i)));
         if (!y) {
             run.complete = false;
-            return run;
+            return;
         }
-        plotY[i * kChannels] = *y;
-        m_xs[static_cast<std::size_t>(run.count)] = *x;
-        m_ys[static_cast<std::size_t>(run.count)] = *y;
+        model.PlotY(channel, run.firstRow + i) = *y;
+        if (m_columns.empty() || m_columns.back().x != *x) {
+            m_columns.push_back({*x, *y, *y, *y, *y});
+        } else {
+            TraceColumn& column = m_columns.back();
+            column.lastY = *y;
+            column.least = std::min(column.least, *y);
+            column.greatest = std::max(column.greatest, *y);
+        }
         ++run.count;
     }
-    return run;
 }
 
 } // namespace sixtrace

@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: MIT
+#include "view/drags.h"
+
+#include "platform/numbers.h"
+#include "view/geometry.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace sixtrace {
+
+namespace {
+
+/// Rows that a walk over the samples may touch: those of the arrays, whatever the count says.
+int rowsOf(const publicM& model, int channel) {
+    return std::clamp(model.SampleCount[static_cast<std::size_t>(channel)], 0, kSampleRows);
+}
+
+bool countFits(const publicM& model, int channel) {
+    return model.SampleCount[static_cast<std::size_t>(channel)] <= kSampleRows;
+}
+
+/// Lines from sample `first` on, the pen standing on sample 0.
+void drawSamples(const publicM& model, int channel, int first, Picture& picture) {
+    const int rows = rowsOf(model, channel);
+    for (int i = first; i < rows; ++i) {
+        picture.LineTo(model.PlotX(channel, i), model.PlotY(channel, i));
+    }
+}
+
+void penToSample(const publicM& model, int channel, int sample, Picture& picture) {
+    picture.PSet(model.PlotX(channel, sample), model.PlotY(channel, sample));
+    picture.MoveToEx(model.PlotX(channel, sample), model.PlotY(channel, sample));
+}
+
+/// Adds to a coordinate; false on overflow.
+bool shift(std::int32_t& coordinate, double delta) {
+    const auto moved = toInt32(delta + coordinate);
+    if (moved) {
+        coordinate = *moved;
+    }
+    return moved.has_value();
+}
+
+/// The visible samples of a trace while one of its coordinates is shifted.
+struct VisibleRange {
+    int first = 0; ///< the first with X above 0, or the number of samples
+    int last = -1; ///< the last with X below 600, or -1
+};
+
+/// Shifts from both ends inward up to the first and the last visible sample. A trace that lies wholly beside the screen
+/// is passed by one walk entirely, and its end sample by the other as well.
+bool shiftToVisible(const publicM& model, int channel, SampleArray<std::int32_t>& coordinates, double delta,
+                    VisibleRange& range) {
+    const int rows = rowsOf(model, channel);
+    range = {rows, -1};
+    for (int i = 0; i < rows; ++i) {
+        if (!shift(coordinates(channel, i), delta)) {
+            return false;
+        }
+        if (model.PlotX(channel, i) > 0) {
+            range.first = i;
+            break;
+        }
+    }
+    if (!countFits(model, channel)) {
+        return false; // the walk from the far end begins outside the arrays
+    }
+    for (int i = rows - 1; i >= 0; --i) {
+        if (!shift(coordinates(channel, i), delta)) {
+            return false;
+        }
+        if (model.PlotX(channel, i) < kScreenWidth) {
+            range.last = i;
+            break;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+bool beginTraceDrag(const publicM& model, int channel, Picture& picture2, Picture& picHidden1) {
+    picture2.ForeColor = kGhostColour;
+    const auto scale = pickScale(model, channel);
+    const auto x = scale ? toInt32(scale->x0) : std::nullopt;
+    const auto y = scale ? toInt32(scale->y(model.SampleData(channel, 0))) : std::nullopt;
+    if (!x || !y) {
+        return false;
+    }
+    picture2.PSet(*x, *y);
+    picture2.MoveToEx(model.PlotX(channel, 0), model.PlotY(channel, 0));
+    drawSamples(model, channel, 0, picture2);
+    if (!countFits(model, channel)) {
+        return false;
+    }
+    picHidden1.ForeColor = kGhostColour;
+    penToSample(model, channel, 0, picHidden1);
+    drawSamples(model, channel, 0, picHidden1);
+    return true;
+}
+
+bool moveTraceDrag(publicM& model, int channel, float delta, const Picture& picHidden0, Picture& picHidden1,
+                   Picture& picture2) {
+    const auto c = static_cast<std::size_t>(channel);
+    picHidden1.BitBlt(0, 0, kScreenWidth, kScreenHeight, picHidden0, 0, 0);
+    const int viewRow = model.TimeIndexView[c];
+    const int fileRow = model.TimeIndexFile[c];
+    if (viewRow < 0 || viewRow >= kTimeBaseRows || fileRow < 0 || fileRow >= kTimeBaseRows) {
+        return false;
+    }
+    const double step = static_cast<double>(delta);
+    model.ChannelXShift[c] =
+        static_cast<float>(static_cast<double>(model.ChannelXShift[c]) +
+                           step * model.TimeBaseTable[static_cast<std::size_t>(viewRow)] /
+                               model.TimeBaseTable[static_cast<std::size_t>(fileRow)]);
+
+    picHidden1.ForeColor = kGhostColour;
+    picHidden1.PSet(model.PlotX(channel, 0), model.PlotY(channel, 0));
+    VisibleRange visible;
+    if (!shiftToVisible(model, channel, model.PlotX, step, visible)) {
+        return false;
+    }
+    if (visible.first < rowsOf(model, channel)) {
+        penToSample(model, channel, visible.first, picHidden1);
+    }
+    for (int i = visible.first + 1; i < visible.last; ++i) {
+        if (!shift(model.PlotX(channel, i), step)) {
+            return false;
+        }
+    }
+    const int thinning =
+        std::max(1, static_cast<int>(std::nearbyint((visible.last - visible.first - 2) / double{kScreenWidth})));
+    for (int i = visible.first + 1; i < visible.last; i += thinning) {
+        picHidden1.LineTo(model.PlotX(channel, i), model.PlotY(channel, i));
+    }
+    picture2.BitBlt(0, 0, kScreenWidth, kScreenHeight, picHidden1, 0, 0);
+    return true;
+}
+
+bool beginMarkerDrag(const publicM& model, int channel, Picture& picture2, Picture& picHidden0) {
+    penToSample(model, channel, 0, picture2);
+    drawSamples(model, channel, 1, picture2);
+    if (!countFits(model, channel)) {
+        return false;
+    }
+    picHidden0.BitBlt(0, 0, kScreenWidth, kScreenHeight, picture2, 0, 0);
+    return true;
+}
+
+bool moveMarkerDrag(publicM& model, int channel, double markerTop, const Picture& picHidden0, Picture& picture2) {
+    const auto c = static_cast<std::size_t>(channel);
+    picture2.BitBlt(0, 0, kScreenWidth, kScreenHeight, picHidden0, 0, 0);
+    const auto zeroLine = zeroLineOfMarker(markerTop);
+    if (!zeroLine) {
+        return false;
+    }
+    const double step = *zeroLine - model.ChannelYPos[c];
+    model.ChannelYPos[c] = *zeroLine;
+
+    VisibleRange visible;
+    if (!shiftToVisible(model, channel, model.PlotY, step, visible)) {
+        return false;
+    }
+    if (visible.first < rowsOf(model, channel)) {
+        penToSample(model, channel, visible.first, picture2);
+    }
+    for (int k = visible.first + 1; k < visible.last; ++k) {
+        if (!shift(model.PlotY(channel, k), step)) {
+            return false;
+        }
+        if (model.PlotX(channel, k) != model.PlotX(channel, k - 1)) {
+            picture2.LineTo(model.PlotX(channel, k), model.PlotY(channel, k));
+        }
+    }
+    return true;
+}
+
+} // namespace sixtrace

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#include "view/tracepick.h"
+
+#include "view/geometry.h"
+#include "view/tracepoints.h"
+
+#include <cmath>
+
+namespace sixtrace {
+
+namespace {
+
+constexpr double kCursorReach = 2; // exclusive
+constexpr double kTraceReach = 5;  // inclusive
+
+bool near(double place, double pointer) { return std::fabs(pointer - place) < kCursorReach; }
+
+enum class Miss { LeavesPointer, SetsArrow };
+
+TracePick search(const publicM& model, double x, double y, Miss miss) {
+    TracePick pick;
+    for (int channel = 0; channel < kChannels; ++channel) {
+        const auto c = static_cast<std::size_t>(channel);
+        if (model.ChannelPresent[c] == 0) {
+            continue;
+        }
+        const auto scale = pickScale(model, channel);
+        if (!scale) {
+            pick.failed = true;
+            return pick;
+        }
+        const double sample = scale->sampleAt(x);
+        if (!(sample >= 0 && sample <= model.SampleCount[c])) {
+            pick.pointer = MousePointer::Arrow;
+            continue;
+        }
+        const double row = std::nearbyint(sample);
+        if (!isSampleRow(row)) {
+            pick.failed = true;
+            return pick;
+        }
+        const double traceY = scale->y(model.SampleData(channel, static_cast<int>(row)));
+        if (y >= traceY - kTraceReach && y <= traceY + kTraceReach) {
+            pick.channel = channel;
+            pick.pointer = MousePointer::EastWest;
+            return pick;
+        }
+        if (miss == Miss::SetsArrow) {
+            pick.pointer = MousePointer::Arrow;
+        }
+    }
+    return pick;
+}
+
+} // namespace
+
+CursorHit cursorUnder(const CursorPlaces& places, double x, double y) {
+    if (near(places.y1, y)) {
+        return CursorHit::Voltage1;
+    }
+    if (near(places.y2, y)) {
+        return CursorHit::Voltage2;
+    }
+    if (near(places.x1, x)) {
+        return CursorHit::Time1;
+    }
+    return near(places.x2, x) ? CursorHit::Time2 : CursorHit::None;
+}
+
+bool onVoltageCursor(const CursorPlaces& places, double y) { return near(places.y1, y) || near(places.y2, y); }
+bool onTimeCursor(const CursorPlaces& places, double x) { return near(places.x1, x) || near(places.x2, x); }
+
+TracePick pickTrace(const publicM& model, double x, double y) { return search(model, x, y, Miss::LeavesPointer); }
+TracePick hoverTrace(const publicM& model, double x, double y) { return search(model, x, y, Miss::SetsArrow); }
+
+} // namespace sixtrace

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "capture/publicm.h"
+
+#include <optional>
+
+namespace sixtrace {
+
+/// Pointer shapes, by their numbers.
+enum class MousePointer { Arrow = 1, NorthSouth = 7, EastWest = 9 };
+
+/// Where the four cursor lines stand.
+struct CursorPlaces {
+    double y1 = 100; ///< Line1(0)
+    double y2 = 300; ///< Line1(1)
+    double x1 = 180; ///< Line2(0)
+    double x2 = 420; ///< Line2(1)
+};
+
+/// Which cursor line lies under the pointer.
+enum class CursorHit { None, Voltage1, Voltage2, Time1, Time2 };
+
+/// The first cursor less than two units from the pointer, in the order of the enumeration; visibility plays no part.
+[[nodiscard]] CursorHit cursorUnder(const CursorPlaces& places, double x, double y);
+/// The same for one kind of lines only.
+[[nodiscard]] bool onVoltageCursor(const CursorPlaces& places, double y);
+[[nodiscard]] bool onTimeCursor(const CursorPlaces& places, double x);
+
+/// What looking for a trace under the pointer came to.
+struct TracePick {
+    int channel = -1;                    ///< the lowest channel whose trace lies within five units, or -1
+    std::optional<MousePointer> pointer; ///< the shape that the search leaves, if it sets one
+    bool failed = false;                 ///< the search ended in a run-time error
+};
+
+/// Looks for a trace at a press: channels that the capture holds, shown or not. A channel whose samples the pointer lies
+/// beside sets the arrow; one that is merely too far above or below leaves the shape.
+[[nodiscard]] TracePick pickTrace(const publicM& model, double x, double y);
+
+/// The same for a pointer that only moves: every miss sets the arrow.
+[[nodiscard]] TracePick hoverTrace(const publicM& model, double x, double y);
+
+} // namespace sixtrace
