@@ -8,7 +8,9 @@
 namespace sixtrace {
 
 Cursors::Cursors(publicM& model, Widgets widgets, QObject* parent)
-    : QObject(parent), m_model(model), m_widgets(std::move(widgets)) {
+    : QObject(parent)
+    , m_model(model)
+    , m_widgets(std::move(widgets)) {
     connect(m_widgets.Combo3, &ListCombo::Click, this, &Cursors::Combo3_Click);
 }
 

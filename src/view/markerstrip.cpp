@@ -7,11 +7,15 @@
 namespace sixtrace {
 
 namespace {
-[[nodiscard]] bool isChannel(int channel) { return channel >= 0 && channel < kChannels; }
+[[nodiscard]] bool isChannel(int channel) {
+    return channel >= 0 && channel < kChannels;
+}
 } // namespace
 
 MarkerStrip::MarkerStrip(publicM& model, const Widgets& widgets, QObject* parent)
-    : QObject(parent), m_model(model), m_widgets(widgets) {}
+    : QObject(parent)
+    , m_model(model)
+    , m_widgets(widgets) {}
 
 void MarkerStrip::MarkerClamp(int Index) {
     if (!isChannel(Index)) {
@@ -33,7 +37,9 @@ void MarkerStrip::MarkerClamp(int Index) {
     standIn.show();
 }
 
-double MarkerStrip::markerTop(int channel) const { return m_widgets.image1.at(static_cast<std::size_t>(channel))->Top(); }
+double MarkerStrip::markerTop(int channel) const {
+    return m_widgets.image1.at(static_cast<std::size_t>(channel))->Top();
+}
 
 void MarkerStrip::setMarkerTop(int channel, double top) {
     m_widgets.image1.at(static_cast<std::size_t>(channel))->setTop(top);
