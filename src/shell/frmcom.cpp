@@ -38,12 +38,6 @@ constexpr std::array kToolCommands{
     ToolCommand{13, u"mnuautoget"}, ToolCommand{14, u"mnustop"},     ToolCommand{16, u"mnuContent"},
 };
 
-void setBack(QWidget& widget, Colour colour) {
-    QPalette palette = widget.palette();
-    palette.setColor(QPalette::Window, toQColor(colour));
-    widget.setPalette(palette);
-}
-
 } // namespace
 
 FrmCom::FrmCom(publicM& model, FrmComSurroundings surroundings)
@@ -81,24 +75,33 @@ void FrmCom::makeAreas() {
                                    m_surroundings.applicationFolder, this);
     m_screen = new ScreenArea(
         m_model, {c.Picture2, c.picHidden}, [this] { return m_links.frameInputs(); }, this);
-    m_markers = new MarkerStrip(m_model, {c.Picture3, c.image1, c.ZLabel, c.image2}, this);
+    m_markers = new MarkerStrip(m_model, m_selection, {c.Picture3, c.image1, c.ZLabel, c.image2},
+                                m_surroundings.dialogs, m_links, this);
     m_timeVolt = new TimeVoltControls(
         m_model, m_selection, {c.Combo1, c.Combo2, c.UpDown1, c.UpDown2, c.VScroll1, c.CenterPoint}, m_links, this);
-    m_cursors =
-        new Cursors(m_model,
-                    {c.Line1,
-                     c.Line2,
-                     c.Combo3,
-                     {c.LabY1, c.LabY2, c.LabDy, c.LabYY1, c.LabYY2, c.LabYY11, c.LabYY22, c.LabDDYY, c.Labddy},
-                     {c.LabX1, c.LabX2, c.LabDx, c.LabXX1, c.LabXX2, c.LabXX11, c.LabXX22, c.LabDDXX, c.labDDx}},
-                    this);
-    m_appearance = new Appearance({&action(QStringLiteral("mnuGraticule")), &action(QStringLiteral("mnuLine")),
-                                   &action(QStringLiteral("mnuPoint"))},
-                                  this);
+    m_cursors = new Cursors(m_model,
+                            {.Picture2 = c.Picture2,
+                             .Line1 = c.Line1,
+                             .Line2 = c.Line2,
+                             .Combo3 = c.Combo3,
+                             .voltageValues = {c.LabY1, c.LabY2},
+                             .voltageUnits = {c.LabYY11, c.LabYY22},
+                             .LabDy = c.LabDy,
+                             .timeValues = {c.LabX1, c.LabX2},
+                             .timeUnits = {c.LabXX11, c.LabXX22},
+                             .LabDx = c.LabDx,
+                             .otherVoltageLabels = {c.LabYY1, c.LabYY2, c.LabDDYY, c.Labddy},
+                             .otherTimeLabels = {c.LabXX1, c.LabXX2, c.LabDDXX, c.labDDx}},
+                            m_links, this);
+    m_appearance = new Appearance(m_model,
+                                  {c.Picture2, c.Picture3, &action(QStringLiteral("mnuGraticule")),
+                                   &action(QStringLiteral("mnuLine")), &action(QStringLiteral("mnuPoint"))},
+                                  m_surroundings.dialogs, m_links, this);
     m_languages = new LanguageMenus(
         m_model, {this, c.Toolbar1, &action(QStringLiteral("mnuEnglish")), &action(QStringLiteral("mnuChinese"))},
         [this] { m_channelList->List1_Click(); }, this);
-    m_links.connectAreas({m_channelList, m_screen, m_markers, m_timeVolt, m_cursors, m_appearance, c.Label5});
+    m_links.connectAreas(
+        {m_channelList, m_screen, m_markers, m_timeVolt, m_cursors, m_appearance, c.Label5, c.CenterPoint});
 }
 
 void FrmCom::connectCommands() {
@@ -107,6 +110,11 @@ void FrmCom::connectCommands() {
     };
     connectItem(QStringLiteral("mnuOpen"), m_loading, &CaptureLoading::mnuOpen_Click);
     connectItem(QStringLiteral("mnuNew"), m_loading, &CaptureLoading::mnuNew_Click);
+    connectItem(QStringLiteral("MnuGridColor"), m_appearance, &Appearance::MnuGridColor_Click);
+    connectItem(QStringLiteral("mnubackgroundcolor"), m_appearance, &Appearance::mnubackgroundcolor_Click);
+    connectItem(QStringLiteral("mnuGraticule"), m_appearance, &Appearance::mnuGraticule_Click);
+    connectItem(QStringLiteral("mnuLine"), m_appearance, &Appearance::mnuLine_Click);
+    connectItem(QStringLiteral("mnuPoint"), m_appearance, &Appearance::mnuPoint_Click);
     connectItem(QStringLiteral("mnuExit"), this, &FrmCom::mnuExit_Click);
     connect(m_controls.Toolbar1, &ToolBar::ButtonClick, this, &FrmCom::Toolbar1_ButtonClick);
     showTicksOnToolbar();
@@ -139,9 +147,8 @@ void FrmCom::Form_Load() {
     setProgramFolder(m_model, m_surroundings.applicationFolder());
     const StartSettings settings = readStartSettings(m_model.IniFile);
     prepareModel(m_model, settings);
-    m_markers->setBackColor(settings.stripColor);
-    m_screen->setBackColor(settings.screenColor);
-    setBack(*m_controls.CenterPoint, settings.screenColor);
+    m_links.setStripColor(settings.stripColor);
+    m_links.setScreenColor(settings.screenColor);
     m_appearance->setGraticule(settings.Graticule);
     m_appearance->setLine(settings.DrawLine);
     m_appearance->setPoint(settings.DrawPoint);

@@ -2,9 +2,7 @@
 #include "shell/frmcomlinks.h"
 
 #include "platform/labels.h"
-#include "view/appearance.h"
-#include "view/cursors.h"
-#include "view/markerstrip.h"
+#include "platform/look.h"
 #include "view/screenarea.h"
 
 namespace sixtrace {
@@ -83,5 +81,25 @@ void FrmComLinks::MarkerClamp(int Index) {
 void FrmComLinks::clearScreen() {
     m_areas.screen->clear();
 }
+
+void FrmComLinks::selectRow(int row) { m_areas.channelList->setListIndex(row); }
+void FrmComLinks::traceColourChanged(int) { m_areas.channelList->showTraceColours(m_areas.screen->BackColor()); }
+void FrmComLinks::beginMarkerDrag(int channel) { m_areas.screen->beginMarkerDrag(channel); }
+void FrmComLinks::moveMarkerDrag(int channel) {
+    m_areas.screen->moveMarkerDrag(channel, m_areas.markers->markerTop(channel));
+}
+bool FrmComLinks::beginTraceDrag(int channel) { return m_areas.screen->beginTraceDrag(channel); }
+bool FrmComLinks::moveTraceDrag(int channel, float delta) { return m_areas.screen->moveTraceDrag(channel, delta); }
+
+void FrmComLinks::setScreenColor(Colour colour) {
+    m_areas.screen->setBackColor(colour);
+    m_areas.channelList->showTraceColours(colour);
+    QPalette palette = m_areas.CenterPoint->palette();
+    palette.setColor(QPalette::Window, toQColor(colour));
+    m_areas.CenterPoint->setPalette(palette);
+}
+Colour FrmComLinks::screenColor() const { return m_areas.screen->BackColor(); }
+void FrmComLinks::setStripColor(Colour colour) { m_areas.markers->setBackColor(colour); }
+Colour FrmComLinks::stripColor() const { return m_areas.markers->BackColor(); }
 
 } // namespace sixtrace

@@ -5,15 +5,17 @@
 #include "capture/captureview.h"
 #include "capture/channellist.h"
 #include "view/frame.h"
+#include "view/appearance.h"
+#include "view/cursors.h"
+#include "view/markerstrip.h"
 #include "view/timevoltcontrols.h"
 
 #include <functional>
 
+class QLabel;
+
 namespace sixtrace {
 
-class Appearance;
-class Cursors;
-class MarkerStrip;
 class PathLabel;
 class ScreenArea;
 
@@ -22,7 +24,10 @@ class ScreenArea;
 class FrmComLinks : public CaptureView,
                     public ChannelListNeighbours,
                     public TimeVoltNeighbours,
-                    public CaptureLoadingNeighbours {
+                    public CaptureLoadingNeighbours,
+                    public MarkerNeighbours,
+                    public CursorNeighbours,
+                    public AppearanceNeighbours {
 public:
     struct Areas {
         ChannelList* channelList = nullptr;
@@ -32,6 +37,7 @@ public:
         Cursors* cursors = nullptr;
         Appearance* appearance = nullptr;
         PathLabel* Label5 = nullptr;
+        QLabel* CenterPoint = nullptr;
     };
 
     void connectAreas(const Areas& areas) { m_areas = areas; }
@@ -62,6 +68,18 @@ public:
     void MarkerClamp(int Index) override;
 
     void clearScreen() override;
+
+    void selectRow(int row) override;
+    void traceColourChanged(int channel) override;
+    void beginMarkerDrag(int channel) override;
+    void moveMarkerDrag(int channel) override;
+    bool beginTraceDrag(int channel) override;
+    bool moveTraceDrag(int channel, float delta) override;
+
+    void setScreenColor(Colour colour) override;
+    [[nodiscard]] Colour screenColor() const override;
+    void setStripColor(Colour colour) override;
+    [[nodiscard]] Colour stripColor() const override;
 
 private:
     Areas m_areas;

@@ -2,6 +2,7 @@
 #include "view/screenarea.h"
 
 #include "platform/picturebox.h"
+#include "view/drags.h"
 
 namespace sixtrace {
 
@@ -18,6 +19,36 @@ void ScreenArea::PicReDrawT() {
 
 void ScreenArea::clear() {
     m_widgets.Picture2->picture().Cls();
+    m_widgets.Picture2->update();
+}
+
+bool ScreenArea::beginTraceDrag(int channel) {
+    const bool begun =
+        sixtrace::beginTraceDrag(m_model, channel, m_widgets.Picture2->picture(), m_widgets.picHidden[1]->picture());
+    m_widgets.Picture2->update();
+    return begun;
+}
+
+bool ScreenArea::moveTraceDrag(int channel, float delta) {
+    const bool moved = sixtrace::moveTraceDrag(m_model, channel, delta, m_widgets.picHidden[0]->picture(),
+                                               m_widgets.picHidden[1]->picture(), m_widgets.Picture2->picture());
+    m_widgets.Picture2->update();
+    return moved;
+}
+
+void ScreenArea::beginMarkerDrag(int channel) {
+    Picture& screen = m_widgets.Picture2->picture();
+    screen.drawMode = DrawMode::XorPen;
+    screen.ForeColor = kGhostColour;
+    if (m_model.ChannelPresent.at(static_cast<std::size_t>(channel)) == 1) {
+        static_cast<void>(sixtrace::beginMarkerDrag(m_model, channel, screen, m_widgets.picHidden[0]->picture()));
+        m_widgets.Picture2->update();
+    }
+}
+
+void ScreenArea::moveMarkerDrag(int channel, double markerTop) {
+    static_cast<void>(sixtrace::moveMarkerDrag(m_model, channel, markerTop, m_widgets.picHidden[0]->picture(),
+                                               m_widgets.Picture2->picture()));
     m_widgets.Picture2->update();
 }
 

@@ -28,6 +28,11 @@ public:
     void PicReDrawT();
     /// An empty screen without graticule; the next frame brings everything back.
     void clear();
+    /// The drags of a trace, sideways and with its marker: see view/drags.h. False where a run-time error ended a step.
+    bool beginTraceDrag(int channel);
+    bool moveTraceDrag(int channel, float delta);
+    void beginMarkerDrag(int channel);
+    void moveMarkerDrag(int channel, double markerTop);
     /// Ground of the screen and of its hidden companions, so that a drag never shows the old one.
     void setBackColor(Colour colour);
     [[nodiscard]] Colour BackColor() const;
