@@ -135,9 +135,9 @@ TEST_F(TimeVolt, ThumbDragShowsTheHeightOfTheZeroLineInDivisionsUntilItEnds) {
     volts().setListIndex(9);
     auto& label = control<QLabel>("CenterPoint");
     bar().setSliderDown(true);
-    bar().setSliderPosition(7);
+    bar().setSliderPosition(15);
     EXPECT_TRUE(label.isVisible());
-    EXPECT_EQ(label.text(), QStringLiteral("ch1  的零点位置格数为3"));
+    EXPECT_EQ(label.text(), QStringLiteral("ch1  的零点位置格数为-5"));
     bar().setSliderDown(false);
     EXPECT_TRUE(label.isHidden());
 }
