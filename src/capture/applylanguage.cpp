@@ -16,7 +16,8 @@ struct ControlName {
     QString name;
     QString index; ///< empty unless the control belongs to an array
 
-    explicit ControlName(const QString& objectName) : name(objectName) {
+    explicit ControlName(const QString& objectName)
+        : name(objectName) {
         const qsizetype bracket = objectName.indexOf(QLatin1Char('('));
         if (bracket > 0 && objectName.endsWith(QLatin1Char(')'))) {
             name = objectName.left(bracket);

@@ -41,7 +41,8 @@ int widthOf(int index) {
 
 } // namespace
 
-ToolButton::ToolButton(const QString& picture, QWidget* parent) : QAbstractButton(parent) {
+ToolButton::ToolButton(const QString& picture, QWidget* parent)
+    : QAbstractButton(parent) {
     setFocusPolicy(Qt::NoFocus);
     setAttribute(Qt::WA_Hover);
     if (picture.isEmpty()) {
@@ -94,7 +95,8 @@ void ToolButton::paintEvent(QPaintEvent*) {
     (isEnabled() ? m_picture : m_greyPicture)->render(&painter, QRectF(inset, inset, kPictureSize, kPictureSize));
 }
 
-ToolBar::ToolBar(const QString& name, const PictureNames& pictures, QWidget* parent) : QWidget(parent) {
+ToolBar::ToolBar(const QString& name, const PictureNames& pictures, QWidget* parent)
+    : QWidget(parent) {
     setObjectName(name);
     int left = 0;
     for (int index = 1; index <= kButtons; ++index) {
