@@ -265,8 +265,9 @@ TEST_F(ProfileFile, AMissingFolderRefusesWrites) {
 TEST_F(ProfileFile, AReadOnlyFolderRefusesWritesAndKeepsTheFile) {
     put("[A]\nk=1\n");
     const QString folder = QFileInfo(path()).path();
-    ASSERT_TRUE(QFile::setPermissions(path(), QFile::ReadOwner | QFile::ReadOther | QFile::ReadGroup));
-    ASSERT_TRUE(QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther));
+    const auto readable = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
+    ASSERT_TRUE(QFile::setPermissions(path(), readable));
+    ASSERT_TRUE(QFile::setPermissions(folder, readable | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther));
     // The superuser may write everywhere, so another process tries as nobody.
     const pid_t pid = fork();
     ASSERT_GE(pid, 0);
