@@ -50,9 +50,8 @@ ToolButton::ToolButton(const QString& picture, QWidget* parent)
     }
     QFile file(picture);
     if (file.open(QIODevice::ReadOnly)) {
-        const QByteArray svg = file.readAll();
-        m_picture = std::make_unique<QSvgRenderer>(svg);
-        m_greyPicture = std::make_unique<QSvgRenderer>(greyed(svg));
+        m_description = file.readAll();
+        m_picture = std::make_unique<QSvgRenderer>(m_description);
     }
 }
 
@@ -90,6 +89,9 @@ void ToolButton::paintEvent(QPaintEvent*) {
         painter.setPen(Qt::NoPen);
         painter.setBrush(QColor::fromRgb(bench::kHover));
         painter.drawRoundedRect(box, 3, 3);
+    }
+    if (!isEnabled() && m_greyPicture == nullptr) {
+        m_greyPicture = std::make_unique<QSvgRenderer>(greyed(m_description));
     }
     const double inset = (kButtonSize - kPictureSize) / 2.0;
     (isEnabled() ? m_picture : m_greyPicture)->render(&painter, QRectF(inset, inset, kPictureSize, kPictureSize));
