@@ -1,4 +1,5 @@
 # SPDX-License-Identifier: MIT
+# shellcheck shell=sh disable=SC2034
 # The Debian packages that ./run and ./test need, and how the missing ones get installed. Sourced, not run.
 
 # To build and to run the programs. The fonts are the dialogs' Latin and Chinese ones.

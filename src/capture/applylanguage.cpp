@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "capture/applylanguage.h"
 
-#include "capture/mdllan.h"
 #include "platform/captions.h"
+#include "platform/profilefile.h"
 
 #include <QComboBox>
 #include <QWidget>
@@ -16,7 +16,8 @@ struct ControlName {
     QString name;
     QString index; ///< empty unless the control belongs to an array
 
-    explicit ControlName(const QString& objectName) : name(objectName) {
+    explicit ControlName(const QString& objectName)
+        : name(objectName) {
         const qsizetype bracket = objectName.indexOf(QLatin1Char('('));
         if (bracket > 0 && objectName.endsWith(QLatin1Char(')'))) {
             name = objectName.left(bracket);
@@ -25,15 +26,15 @@ struct ControlName {
     }
 };
 
-void applyToCombo(QComboBox& combo, const publicM& model, const QString& section) {
+void applyToCombo(QComboBox& combo, const ProfileText& texts, const QString& section) {
     for (int entry = 0; entry < combo.count(); ++entry) {
-        combo.setItemText(entry, GetLanString(model, section, QString::number(entry), combo.itemText(entry)));
+        combo.setItemText(entry, texts.value(section, QString::number(entry), combo.itemText(entry)));
     }
 }
 
-void applyCaption(QObject& control, const publicM& model, const QString& section, const QString& key) {
+void applyCaption(QObject& control, const ProfileText& texts, const QString& section, const QString& key) {
     const QString present = captionOf(control);
-    const QString text = GetLanString(model, section, key, present);
+    const QString text = texts.value(section, key, present);
     if (text != present) {
         setCaptionOf(control, text);
     }
@@ -42,8 +43,10 @@ void applyCaption(QObject& control, const publicM& model, const QString& section
 } // namespace
 
 void ApplyLanguage(QWidget& form, const publicM& model) {
+    // Every caption as GetLanString would give it, from one reading of the file.
+    const ProfileText texts(model.LanFile);
     const QString section = form.objectName();
-    form.setWindowTitle(GetLanString(model, section, QStringLiteral("Caption"), form.windowTitle()));
+    form.setWindowTitle(texts.value(section, QStringLiteral("Caption"), form.windowTitle()));
     const auto controls = form.findChildren<QObject*>();
     for (QObject* control : controls) {
         // Parts that a control is made of bear no name, or one of the toolkit's own.
@@ -55,17 +58,17 @@ void ApplyLanguage(QWidget& form, const publicM& model) {
         case CaptionKind::None:
             break;
         case CaptionKind::Control:
-            applyCaption(*control, model, section, name.name);
+            applyCaption(*control, texts, section, name.name);
             if (!name.index.isEmpty()) {
-                applyCaption(*control, model, section, name.name + name.index);
+                applyCaption(*control, texts, section, name.name + name.index);
             }
             break;
         case CaptionKind::Menu:
         case CaptionKind::Frame:
-            applyCaption(*control, model, section, name.name);
+            applyCaption(*control, texts, section, name.name);
             break;
         case CaptionKind::ComboBox:
-            applyToCombo(*qobject_cast<QComboBox*>(control), model, section + name.name);
+            applyToCombo(*qobject_cast<QComboBox*>(control), texts, section + name.name);
             break;
         }
     }

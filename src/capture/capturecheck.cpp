@@ -82,7 +82,7 @@ private:
         const auto value = m_source.number<T>(static_cast<double>(m_at) + 1);
         if (!value && !m_cut) {
             m_cut = true;
-            fault(m_at, QStringLiteral("%1: the file ends in the field %2").arg(m_label, QLatin1String(name)));
+            fault(std::min(m_at, m_size), QStringLiteral("%1: the file ends in the field %2").arg(m_label, QLatin1String(name)));
         }
         m_at += static_cast<std::int64_t>(sizeof(T));
         return value;

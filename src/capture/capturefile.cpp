@@ -53,11 +53,11 @@ public:
         , m_view(view)
         , m_source(source) {}
 
-    /// A byte at FilePos, as a character; the last one read when the file has ended.
+    /// A byte at FilePos, as a character; none of those that mean anything when the file has ended.
     char nextByte() {
-        assign(m_byte, m_source.number<char>(m_model.FilePos));
+        const char byte = m_source.number<char>(m_model.FilePos).value_or('\0');
         m_model.FilePos += 1;
-        return m_byte;
+        return byte;
     }
 
     bool magicMatches() {
@@ -183,7 +183,6 @@ private:
     CaptureView& m_view;
     ByteSource& m_source;
     std::size_t m_channel = 0;
-    char m_byte = 0;
 };
 
 /// The nine family rows in the tables and in the time list, and the name of the instrument, which is blanked at once.

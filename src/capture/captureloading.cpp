@@ -50,6 +50,8 @@ void CaptureLoading::mnuNew_Click() {
     m_neighbours.clearScreen();
 }
 
-void CaptureLoading::SimpleWav(const QString& path) { sixtrace::SimpleWav(path, m_model, m_steps); }
+void CaptureLoading::SimpleWav(const QString& path) {
+    sixtrace::SimpleWav(path, m_model, m_steps);
+}
 
 } // namespace sixtrace

@@ -65,12 +65,24 @@ void ChannelList::List1_ItemCheck(int Item) {
     }
 }
 
-int ChannelList::ListIndex() const { return m_widgets.List1->ListIndex(); }
-void ChannelList::setListIndex(int row) { m_widgets.List1->setListIndex(row); }
-QString ChannelList::rowText(int channel) const { return m_widgets.List1->List(channel); }
-void ChannelList::setRowText(int channel, const QString& text) { m_widgets.List1->setList(channel, text); }
-bool ChannelList::Selected(int channel) const { return m_widgets.List1->Selected(channel); }
-void ChannelList::setTick(int channel, bool ticked) { m_widgets.List1->setSelected(channel, ticked); }
+int ChannelList::ListIndex() const {
+    return m_widgets.List1->ListIndex();
+}
+void ChannelList::setListIndex(int row) {
+    m_widgets.List1->setListIndex(row);
+}
+QString ChannelList::rowText(int channel) const {
+    return m_widgets.List1->List(channel);
+}
+void ChannelList::setRowText(int channel, const QString& text) {
+    m_widgets.List1->setList(channel, text);
+}
+bool ChannelList::Selected(int channel) const {
+    return m_widgets.List1->Selected(channel);
+}
+void ChannelList::setTick(int channel, bool ticked) {
+    m_widgets.List1->setSelected(channel, ticked);
+}
 
 void ChannelList::showTraceColours(Colour screen) {
     m_widgets.List1->setChipBack(screen);

@@ -17,8 +17,8 @@ struct MeasurementTexts {
 
 /// Frequency text of a signal of `frequency` hertz.
 [[nodiscard]] QString frequencyText(float frequency, NumberMarks marks = NumberMarks::system());
-/// Period text of a signal: `period` in microseconds, its unit chosen by `frequency` in hertz, so that both texts change
-/// their unit together.
+/// Period text of a signal: `period` in microseconds, its unit chosen by `frequency` in hertz, so that both texts
+/// change their unit together.
 [[nodiscard]] QString periodText(float frequency, float period, NumberMarks marks = NumberMarks::system());
 /// Text of a peak-to-peak voltage in millivolts; above 1000 in volts.
 [[nodiscard]] QString peakToPeakText(double millivolts, NumberMarks marks = NumberMarks::system());

@@ -18,7 +18,8 @@ namespace sixtrace {
 /// A truth value of the settings: "True", "False" or a number; anything else gives `fallback`.
 [[nodiscard]] bool iniBoolean(const QString& section, const QString& key, bool fallback, const QString& file);
 
-/// Writes one key at once. A folder that cannot be written is passed over in silence: the choice then lasts for the run.
+/// Writes one key at once. A folder that cannot be written is passed over in silence: the choice then lasts for the
+/// run.
 void writeIni(const QString& section, const QString& key, const QString& value, const QString& file);
 
 } // namespace sixtrace

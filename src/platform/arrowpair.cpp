@@ -16,7 +16,9 @@ constexpr double kTriangleBase = 7;
 constexpr double kTriangleHeight = 4;
 } // namespace
 
-ArrowPair::ArrowPair(Qt::Orientation orientation, QWidget* parent) : QWidget(parent), m_orientation(orientation) {
+ArrowPair::ArrowPair(Qt::Orientation orientation, QWidget* parent)
+    : QWidget(parent)
+    , m_orientation(orientation) {
     setFocusPolicy(Qt::StrongFocus);
     connect(&m_repeat, &QTimer::timeout, this, [this] {
         m_repeat.setInterval(kNextRepeatMs);

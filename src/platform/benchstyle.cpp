@@ -44,7 +44,8 @@ void drawTick(QPainter& painter, const QRectF& box, QRgb colour) {
 
 } // namespace
 
-BenchStyle::BenchStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+BenchStyle::BenchStyle()
+    : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
 
 void BenchStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                                const QWidget* widget) const {
@@ -68,8 +69,8 @@ void BenchStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
         const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
         if (button != nullptr && button->features.testFlag(QStyleOptionButton::DefaultButton) && enabled) {
             fillRounded(*painter, option->rect,
-                        option->state.testFlag(State_Sunken) ? bench::kAccentDark : bench::kAccent,
-                        bench::kAccentDark, 3);
+                        option->state.testFlag(State_Sunken) ? bench::kAccentDark : bench::kAccent, bench::kAccentDark,
+                        3);
             return;
         }
     }
@@ -87,7 +88,8 @@ void BenchStyle::drawControl(ControlElement element, const QStyleOption* option,
         if (item != nullptr) {
             fillMenuBar(*painter, option->rect);
             if (option->state.testFlag(State_Selected)) {
-                fillRounded(*painter, QRectF(option->rect).adjusted(1, 2, -1, -2), bench::kTicked, bench::kTickedLine, 3);
+                fillRounded(*painter, QRectF(option->rect).adjusted(1, 2, -1, -2), bench::kTicked, bench::kTickedLine,
+                            3);
             }
             const int flags = Qt::AlignCenter | Qt::TextShowMnemonic | Qt::TextSingleLine;
             drawItemText(painter, option->rect, flags, item->palette, option->state.testFlag(State_Enabled), item->text,

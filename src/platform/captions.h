@@ -9,8 +9,8 @@ namespace sixtrace {
 
 /// The kinds of controls whose captions a language file may replace.
 enum class CaptionKind {
-    None,     ///< lists, text boxes, pictures, toolbars: left alone
-    Control,  ///< buttons, labels, option buttons, check boxes
+    None,    ///< lists, text boxes, pictures, toolbars: left alone
+    Control, ///< buttons, labels, option buttons, check boxes
     Menu,
     Frame,
     ComboBox, ///< has entries in place of a caption

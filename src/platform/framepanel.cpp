@@ -15,7 +15,9 @@ constexpr int kGapMargin = 4; ///< of window colour on either side of the title
 constexpr double kRadius = 4;
 } // namespace
 
-FramePanel::FramePanel(const QString& caption, QWidget* parent) : QWidget(parent), m_caption(caption) {
+FramePanel::FramePanel(const QString& caption, QWidget* parent)
+    : QWidget(parent)
+    , m_caption(caption) {
     setAccessibleName(caption);
 }
 

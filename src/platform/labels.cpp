@@ -24,7 +24,10 @@ int fittingPixels(const QString& text, int width, int full) {
 }
 } // namespace
 
-ReadoutLabel::ReadoutLabel(QWidget* parent) : QLabel(parent), m_fullPixels(kTextPixels), m_pixels(kTextPixels) {
+ReadoutLabel::ReadoutLabel(QWidget* parent)
+    : QLabel(parent)
+    , m_fullPixels(kTextPixels)
+    , m_pixels(kTextPixels) {
     setTextFormat(Qt::PlainText);
 }
 
@@ -60,7 +63,10 @@ void ReadoutLabel::paintEvent(QPaintEvent*) {
     painter.drawText(rect(), static_cast<int>(alignment()) | Qt::TextSingleLine, text().trimmed());
 }
 
-TwoWordLabel::TwoWordLabel(QWidget* parent) : QLabel(parent) { setTextFormat(Qt::PlainText); }
+TwoWordLabel::TwoWordLabel(QWidget* parent)
+    : QLabel(parent) {
+    setTextFormat(Qt::PlainText);
+}
 
 void TwoWordLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
@@ -76,7 +82,10 @@ void TwoWordLabel::paintEvent(QPaintEvent*) {
                      Qt::AlignHCenter | Qt::AlignTop, second);
 }
 
-PathLabel::PathLabel(QWidget* parent) : QLabel(parent) { setTextFormat(Qt::PlainText); }
+PathLabel::PathLabel(QWidget* parent)
+    : QLabel(parent) {
+    setTextFormat(Qt::PlainText);
+}
 
 void PathLabel::setCaption(const QString& caption) {
     setText(caption);
@@ -88,12 +97,13 @@ void PathLabel::paintEvent(QPaintEvent*) {
     const QFont font = interfaceFont(kSmallTextPixels);
     painter.setFont(font);
     painter.setPen(palette().color(QPalette::WindowText));
-    const QRect inner = rect().adjusted(kPathInset, 2, -kPathInset, 0);
+    const QRect inner = rect().adjusted(kPathInset, 0, -kPathInset, 0);
     painter.drawText(inner, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                      QFontMetrics(font).elidedText(text(), Qt::ElideMiddle, inner.width()));
 }
 
-StatusBand::StatusBand(QWidget* parent) : QWidget(parent) {}
+StatusBand::StatusBand(QWidget* parent)
+    : QWidget(parent) {}
 
 void StatusBand::paintEvent(QPaintEvent*) {
     QPainter painter(this);

@@ -8,7 +8,8 @@
 
 namespace sixtrace {
 
-ListCombo::ListCombo(QWidget* parent) : QComboBox(parent) {
+ListCombo::ListCombo(QWidget* parent)
+    : QComboBox(parent) {
     setMaxVisibleItems(14);
     connect(this, &QComboBox::activated, this, &ListCombo::Click);
 }

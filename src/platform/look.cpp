@@ -32,9 +32,13 @@ QFont listFont(int pixels) {
     return font;
 }
 
-QColor toQColor(Colour colour) { return QColor::fromRgb(pixelOfColour(colour)); }
+QColor toQColor(Colour colour) {
+    return QColor::fromRgb(pixelOfColour(colour));
+}
 
-Colour toColour(const QColor& colour) { return rgb(colour.red(), colour.green(), colour.blue()); }
+Colour toColour(const QColor& colour) {
+    return rgb(colour.red(), colour.green(), colour.blue());
+}
 
 namespace {
 
@@ -46,7 +50,9 @@ double linear(int channel) {
 QPalette benchPalette() {
     using namespace bench;
     QPalette palette(QColor::fromRgb(kWindow), QColor::fromRgb(kWindow));
-    const auto set = [&palette](QPalette::ColorRole role, QRgb colour) { palette.setColor(role, QColor::fromRgb(colour)); };
+    const auto set = [&palette](QPalette::ColorRole role, QRgb colour) {
+        palette.setColor(role, QColor::fromRgb(colour));
+    };
     set(QPalette::Window, kWindow);
     set(QPalette::Base, kField);
     set(QPalette::AlternateBase, kAlternateRow);
@@ -72,8 +78,7 @@ QPalette benchPalette() {
 } // namespace
 
 QColor contrastingText(const QColor& back) {
-    const double luminance =
-        0.2126 * linear(back.red()) + 0.7152 * linear(back.green()) + 0.0722 * linear(back.blue());
+    const double luminance = 0.2126 * linear(back.red()) + 0.7152 * linear(back.green()) + 0.0722 * linear(back.blue());
     // Contrast is (lighter + 0.05) / (darker + 0.05); black wins where its ratio is the larger one.
     const bool black = (luminance + 0.05) / 0.05 >= 1.05 / (luminance + 0.05);
     return black ? QColor(Qt::black) : QColor(Qt::white);

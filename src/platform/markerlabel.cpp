@@ -13,7 +13,10 @@
 namespace sixtrace {
 
 MarkerLabel::MarkerLabel(const QString& caption, double width, double height, QWidget* parent)
-    : QWidget(parent), m_caption(caption), m_back(Qt::white), m_height(height) {
+    : QWidget(parent)
+    , m_caption(caption)
+    , m_back(Qt::white)
+    , m_height(height) {
     resize(pixelsOfTwips(width), pixelsOfTwips(height));
     setAccessibleName(caption);
 }
@@ -49,9 +52,8 @@ void MarkerLabel::paintEvent(QPaintEvent*) {
     painter.setFont(interfaceFont(kSmallTextPixels));
     painter.setPen(ink);
     // The strip's edge may cover a part: the caption is centred in what is left to see.
-    const QRect visible = parentWidget() != nullptr
-                              ? parentWidget()->rect().translated(-pos()).intersected(rect())
-                              : rect();
+    const QRect visible =
+        parentWidget() != nullptr ? parentWidget()->rect().translated(-pos()).intersected(rect()) : rect();
     painter.drawText(visible, Qt::AlignCenter | Qt::TextSingleLine, m_caption);
     if (m_border) {
         painter.setBrush(Qt::NoBrush);
@@ -72,6 +74,8 @@ void MarkerLabel::mouseReleaseEvent(QMouseEvent* event) {
     Q_EMIT mouseUp(buttonNumber(event->button()), event->position().x() * kTwips, event->position().y() * kTwips);
 }
 
-void MarkerLabel::mouseDoubleClickEvent(QMouseEvent*) { Q_EMIT doubleClicked(); }
+void MarkerLabel::mouseDoubleClickEvent(QMouseEvent*) {
+    Q_EMIT doubleClicked();
+}
 
 } // namespace sixtrace

@@ -34,8 +34,13 @@ double valueOfDecimal(std::string_view text) {
     return negative ? -value : value;
 }
 
-/// The longest prefix of `text` that is a decimal number, in ASCII with "e" as exponent mark; empty without digits.
-std::string decimalPrefix(std::string_view text) {
+/// The longest prefix of `text` that is a decimal number.
+struct DecimalPrefix {
+    std::string number;     ///< in ASCII with "e" as exponent mark and no sign on a positive exponent; empty without digits
+    std::size_t length = 0; ///< of the prefix
+};
+
+DecimalPrefix decimalPrefix(std::string_view text) {
     std::string number;
     std::size_t i = 0;
     const auto takeDigits = [&] {
@@ -58,6 +63,7 @@ std::string decimalPrefix(std::string_view text) {
     }
     if (i < text.size() && std::string_view("eEdD").find(text[i]) != std::string_view::npos) {
         const std::size_t mantissa = number.size();
+        const std::size_t mark = i;
         number += 'e';
         ++i;
         if (i < text.size() && (text[i] == '+' || text[i] == '-')) {
@@ -68,9 +74,10 @@ std::string decimalPrefix(std::string_view text) {
         }
         if (takeDigits() == 0) {
             number.resize(mantissa);
+            i = mark;
         }
     }
-    return number;
+    return {number, i};
 }
 
 template<typename Real>
@@ -172,7 +179,7 @@ double Val(QStringView text) {
         }
         ascii += static_cast<char>(c.unicode());
     }
-    const std::string number = decimalPrefix(ascii);
+    const std::string number = decimalPrefix(ascii).number;
     return number.empty() ? 0.0 : valueOfDecimal(number);
 }
 
@@ -189,10 +196,8 @@ std::optional<double> parseNumber(QStringView text, NumberMarks marks) {
             return std::nullopt;
         }
     }
-    const std::string number = decimalPrefix(ascii);
-    const bool whole = !number.empty() && number.size() == ascii.size() - static_cast<std::size_t>(std::count(
-                                                               ascii.begin() + 1, ascii.end(), '+'));
-    return whole ? std::optional(valueOfDecimal(number)) : std::nullopt;
+    const auto [number, length] = decimalPrefix(ascii);
+    return !number.empty() && length == ascii.size() ? std::optional(valueOfDecimal(number)) : std::nullopt;
 }
 
 QString Str(std::int64_t value) {

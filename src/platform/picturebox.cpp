@@ -42,7 +42,9 @@ int buttonNumber(Qt::MouseButtons buttons) {
            (buttons.testFlag(Qt::MiddleButton) ? 4 : 0);
 }
 
-PictureBox::PictureBox(int width, int height, QWidget* parent) : QWidget(parent), m_picture(width, height) {
+PictureBox::PictureBox(int width, int height, QWidget* parent)
+    : QWidget(parent)
+    , m_picture(width, height) {
     // Every pixel comes from the picture, so nothing has to be cleared below it.
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
@@ -95,6 +97,8 @@ void PictureBox::mouseReleaseEvent(QMouseEvent* event) {
     Q_EMIT mouseUp(buttonNumber(event->button()), event->position().x(), event->position().y());
 }
 
-void PictureBox::mouseDoubleClickEvent(QMouseEvent*) { Q_EMIT doubleClicked(); }
+void PictureBox::mouseDoubleClickEvent(QMouseEvent*) {
+    Q_EMIT doubleClicked();
+}
 
 } // namespace sixtrace

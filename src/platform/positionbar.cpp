@@ -21,7 +21,8 @@ constexpr int kFirstRepeatMs = 400;
 constexpr int kNextRepeatMs = 60;
 } // namespace
 
-PositionBar::PositionBar(QWidget* parent) : QAbstractSlider(parent) {
+PositionBar::PositionBar(QWidget* parent)
+    : QAbstractSlider(parent) {
     setOrientation(Qt::Vertical);
     setInvertedControls(true); // The bar runs downward: a larger value is lower.
     setTracking(false);
@@ -44,7 +45,9 @@ void PositionBar::setValueClamped(double value) {
     setValue(toInt32(bounded).value_or(minimum()));
 }
 
-int PositionBar::trackLength() const { return height() - 2 * kEndLength; }
+int PositionBar::trackLength() const {
+    return height() - 2 * kEndLength;
+}
 
 QRect PositionBar::thumbRect() const {
     const int range = maximum() - minimum();
@@ -56,13 +59,14 @@ QRect PositionBar::thumbRect() const {
             length};
 }
 
-int PositionBar::valueAt(double thumbTop) const {
+int PositionBar::valueAt(double y) const {
     const int travel = trackLength() - thumbRect().height();
     if (travel <= 0) {
-        return minimum();
+        return m_valueAtPress;
     }
-    const double share = std::clamp((thumbTop - kEndLength) / travel, 0.0, 1.0);
-    return minimum() + static_cast<int>(std::lround(share * (maximum() - minimum())));
+    // Reckoned from the press, so that a pointer that comes back finds the old value: a pixel may stand for several.
+    const double moved = (y - m_pressY) / travel * (maximum() - minimum());
+    return std::clamp(m_valueAtPress + static_cast<int>(std::lround(moved)), minimum(), maximum());
 }
 
 void PositionBar::mousePressEvent(QMouseEvent* event) {
@@ -72,13 +76,13 @@ void PositionBar::mousePressEvent(QMouseEvent* event) {
     const double y = event->position().y();
     const QRect thumb = thumbRect();
     if (y >= thumb.top() && y <= thumb.bottom()) {
-        m_grip = y - thumb.top();
+        m_pressY = y;
         m_valueAtPress = value();
         setSliderDown(true);
         update();
         return;
     }
-    m_repeatAction = y < kEndLength              ? SliderSingleStepSub
+    m_repeatAction = y < kEndLength               ? SliderSingleStepSub
                      : y >= height() - kEndLength ? SliderSingleStepAdd
                      : y < thumb.top()            ? SliderPageStepSub
                                                   : SliderPageStepAdd;
@@ -88,7 +92,7 @@ void PositionBar::mousePressEvent(QMouseEvent* event) {
 
 void PositionBar::mouseMoveEvent(QMouseEvent* event) {
     if (isSliderDown()) {
-        setSliderPosition(valueAt(event->position().y() - m_grip));
+        setSliderPosition(valueAt(event->position().y()));
         update();
     }
 }
@@ -123,10 +127,11 @@ void PositionBar::paintEvent(QPaintEvent*) {
     const double centre = kVisibleWidth / 2.0;
     const double top = kEndLength / 2.0;
     const double bottom = height() - kEndLength / 2.0;
-    painter.drawPolygon(QPolygonF{QPointF(centre - 3, top + 2), QPointF(centre + 3, top + 2), QPointF(centre, top - 2)});
+    painter.drawPolygon(
+        QPolygonF{QPointF(centre - 3, top + 2), QPointF(centre + 3, top + 2), QPointF(centre, top - 2)});
     painter.drawPolygon(
         QPolygonF{QPointF(centre - 3, bottom - 2), QPointF(centre + 3, bottom - 2), QPointF(centre, bottom + 2)});
-    painter.setBrush(QColor::fromRgb(!isEnabled()   ? bench::kScrollThumbDisabled
+    painter.setBrush(QColor::fromRgb(!isEnabled()     ? bench::kScrollThumbDisabled
                                      : isSliderDown() ? bench::kMuted
                                                       : bench::kScrollThumb));
     painter.drawRoundedRect(thumbRect(), 3, 3);

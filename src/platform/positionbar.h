@@ -32,10 +32,10 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    [[nodiscard]] int valueAt(double thumbTop) const;
+    [[nodiscard]] int valueAt(double y) const;
     [[nodiscard]] int trackLength() const;
 
-    double m_grip = 0; ///< distance of the pointer from the thumb's top
+    double m_pressY = 0;
     int m_valueAtPress = 0;
     QTimer m_repeat;
     SliderAction m_repeatAction = SliderNoAction;

@@ -122,27 +122,41 @@ void setKey(QList<QByteArray>& lines, const QString& section, const QString& key
 
 } // namespace
 
-QString readProfile(const QString& section, const QString& key, const QString& fallback, const QString& file) {
-    const auto content = contentOf(file, kReadLimit);
-    if (!content) {
-        return fallback;
+ProfileText::ProfileText(const QString& file)
+    : m_content(contentOf(file, kReadLimit).value_or(QByteArray())) {}
+
+QString ProfileText::value(const QString& section, const QString& key, const QString& fallback) const {
+    QByteArrayView rest = m_content;
+    if (rest.startsWith(kByteOrderMark)) {
+        rest = rest.sliced(kByteOrderMark.size());
     }
     bool inside = false;
-    for (const QByteArray& bytes : linesOf(*content)) {
-        const QString line = textOf(bytes);
-        if (const auto name = sectionOf(line)) {
-            if (inside) {
-                break;
+    while (!rest.isEmpty()) {
+        const qsizetype end = rest.indexOf('\n');
+        const QByteArrayView line = rest.first(end < 0 ? rest.size() : end).trimmed();
+        rest = end < 0 ? QByteArrayView() : rest.sliced(end + 1);
+        if (line.startsWith('[')) {
+            if (const auto name = sectionOf(QString::fromUtf8(line))) {
+                if (inside) {
+                    break;
+                }
+                inside = sameName(*name, section);
+                continue;
             }
-            inside = sameName(*name, section);
-        } else if (inside) {
-            const auto entry = entryOf(line);
-            if (entry && sameName(entry->key, key)) {
-                return entry->value.isEmpty() ? fallback : entry->value.left(kProfileValueLimit);
-            }
+        }
+        if (!inside) {
+            continue;
+        }
+        const auto entry = entryOf(QString::fromUtf8(line));
+        if (entry && sameName(entry->key, key)) {
+            return entry->value.isEmpty() ? fallback : entry->value.left(kProfileValueLimit);
         }
     }
     return fallback;
+}
+
+QString readProfile(const QString& section, const QString& key, const QString& fallback, const QString& file) {
+    return ProfileText(file).value(section, key, fallback);
 }
 
 QString GetIniString(const QString& section, const QString& key, const QString& fallback, const QString& file) {
@@ -170,7 +184,9 @@ Outcome writeProfile(const QString& section, const QString& key, const QString& 
 
     QList<QByteArray> lines = linesOf(content);
     setKey(lines, section, key, key.toUtf8() + '=' + line.toUtf8(), lineEnd);
-    return writeWhole(file, mark + lines.join('\n'));
+    const QByteArray changed = mark + lines.join('\n');
+    // A key that says so already costs no write: the program sets the language at every start.
+    return changed == content && QFileInfo::exists(file) ? success() : writeWhole(file, changed);
 }
 
 } // namespace sixtrace

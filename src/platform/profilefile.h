@@ -3,12 +3,23 @@
 
 #include "platform/runtimeerror.h"
 
+#include <QByteArray>
 #include <QString>
 
 namespace sixtrace {
 
 /// The longest value that reading gives, in characters (UTF-16 units): values are read through a buffer of 128.
 inline constexpr int kProfileValueLimit = 127;
+
+/// A profile file as it stands at one moment, for reading many keys. readProfile() tells the rules.
+class ProfileText {
+public:
+    explicit ProfileText(const QString& file);
+    [[nodiscard]] QString value(const QString& section, const QString& key, const QString& fallback) const;
+
+private:
+    QByteArray m_content;
+};
 
 /// The value of a key in a profile file (sections in brackets, lines "key=value"), or `fallback` where the file, the
 /// section or the key is missing or the value is empty.

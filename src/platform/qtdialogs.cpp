@@ -14,7 +14,9 @@ namespace sixtrace {
 
 namespace {
 
-QWidget* owner() { return QApplication::activeWindow(); }
+QWidget* owner() {
+    return QApplication::activeWindow();
+}
 
 QMessageBox::Icon boxIcon(MessageIcon icon) {
     switch (icon) {
@@ -30,7 +32,9 @@ QMessageBox::Icon boxIcon(MessageIcon icon) {
     return QMessageBox::NoIcon;
 }
 
-QString boxTitle(const QString& title) { return title.isEmpty() ? QApplication::applicationDisplayName() : title; }
+QString boxTitle(const QString& title) {
+    return title.isEmpty() ? QApplication::applicationDisplayName() : title;
+}
 
 std::optional<FileChoice> choose(const FileRequest& request, QFileDialog::AcceptMode mode) {
     QFileDialog dialog(owner());
@@ -73,8 +77,8 @@ QStringList nameFilters(const QString& pairs) {
         }
         QString patterns = parts.at(i + 1);
         patterns.replace(QLatin1Char(';'), QLatin1Char(' '));
-        filters.append(QStringLiteral("%1 (%2)").arg(label, patterns == QStringLiteral("*.*") ? QStringLiteral("*")
-                                                                                              : patterns));
+        filters.append(
+            QStringLiteral("%1 (%2)").arg(label, patterns == QStringLiteral("*.*") ? QStringLiteral("*") : patterns));
     }
     return filters;
 }
@@ -106,8 +110,7 @@ Answer QtDialogs::question(const QString& text, MessageIcon icon, const QString&
 
 std::optional<QString> QtDialogs::input(const QString& prompt, const QString& title, const QString& preset) {
     bool accepted = false;
-    const QString text =
-        QInputDialog::getText(owner(), boxTitle(title), prompt, QLineEdit::Normal, preset, &accepted);
+    const QString text = QInputDialog::getText(owner(), boxTitle(title), prompt, QLineEdit::Normal, preset, &accepted);
     return accepted ? std::optional(text) : std::nullopt;
 }
 

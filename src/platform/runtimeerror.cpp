@@ -31,6 +31,8 @@ QString describe(ErrorNumber number) {
         return QStringLiteral("File already exists");
     case ErrorNumber::DiskFull:
         return QStringLiteral("Disk full");
+    case ErrorNumber::DeviceUnavailable:
+        return QStringLiteral("Device unavailable");
     case ErrorNumber::PermissionDenied:
         return QStringLiteral("Permission denied");
     case ErrorNumber::DiskNotReady:
@@ -64,9 +66,10 @@ RuntimeError RuntimeError::ofErrno(int errnoValue) {
     case ENOENT:
         return of(ErrorNumber::FileNotFound);
     case ENOTDIR:
+        return of(ErrorNumber::PathNotFound);
     case ENODEV:
     case ENXIO:
-        return of(ErrorNumber::PathNotFound);
+        return of(ErrorNumber::DeviceUnavailable);
     case EACCES:
     case EPERM:
     case ETXTBSY:

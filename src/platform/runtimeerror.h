@@ -23,6 +23,7 @@ enum class ErrorNumber : int {
     DeviceIo = 57,
     FileAlreadyExists = 58,
     DiskFull = 61,
+    DeviceUnavailable = 68,
     PermissionDenied = 70,
     DiskNotReady = 71,
     PathAccess = 75,

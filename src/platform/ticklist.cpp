@@ -45,7 +45,9 @@ void paintTick(QPainter& painter, const QRect& box, bool ticked) {
 
 class RowDelegate : public QStyledItemDelegate {
 public:
-    explicit RowDelegate(TickList& list) : QStyledItemDelegate(&list), m_list(list) {}
+    explicit RowDelegate(TickList& list)
+        : QStyledItemDelegate(&list)
+        , m_list(list) {}
 
     QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override { return {100, kRowHeight}; }
 
@@ -72,7 +74,8 @@ private:
 
 } // namespace
 
-TickList::TickList(QWidget* parent) : QListWidget(parent) {
+TickList::TickList(QWidget* parent)
+    : QListWidget(parent) {
     setFont(listFont());
     setFrameShape(QFrame::NoFrame);
     setViewportMargins(1, 2, 1, 2);
@@ -102,7 +105,9 @@ void TickList::setListIndex(int row) {
     }
 }
 
-QString TickList::List(int row) const { return isRow(row) ? item(row)->text() : QString(); }
+QString TickList::List(int row) const {
+    return isRow(row) ? item(row)->text() : QString();
+}
 
 void TickList::setList(int row, const QString& text) {
     if (isRow(row)) {
@@ -110,7 +115,9 @@ void TickList::setList(int row, const QString& text) {
     }
 }
 
-bool TickList::Selected(int row) const { return isRow(row) && item(row)->checkState() == Qt::Checked; }
+bool TickList::Selected(int row) const {
+    return isRow(row) && item(row)->checkState() == Qt::Checked;
+}
 
 void TickList::setSelected(int row, bool ticked) {
     if (!isRow(row)) {
@@ -129,14 +136,18 @@ void TickList::setChipColour(int row, Colour colour) {
     }
 }
 
-Colour TickList::chipColour(int row) const { return isRow(row) ? item(row)->data(kChipRole).toInt() : 0; }
+Colour TickList::chipColour(int row) const {
+    return isRow(row) ? item(row)->data(kChipRole).toInt() : 0;
+}
 
 void TickList::setChipBack(Colour colour) {
     m_chipBack = colour;
     viewport()->update();
 }
 
-QRect TickList::tickRect(int row) const { return isRow(row) ? tickBox(visualItemRect(item(row))) : QRect(); }
+QRect TickList::tickRect(int row) const {
+    return isRow(row) ? tickBox(visualItemRect(item(row))) : QRect();
+}
 
 void TickList::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) {
@@ -158,7 +169,9 @@ void TickList::mousePressEvent(QMouseEvent* event) {
 // Dragging over the rows selects nothing, and a double click is two clicks.
 void TickList::mouseMoveEvent(QMouseEvent*) {}
 void TickList::mouseReleaseEvent(QMouseEvent*) {}
-void TickList::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event); }
+void TickList::mouseDoubleClickEvent(QMouseEvent* event) {
+    mousePressEvent(event);
+}
 
 void TickList::keyPressEvent(QKeyEvent* event) {
     const int row = ListIndex();

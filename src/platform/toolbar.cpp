@@ -41,7 +41,8 @@ int widthOf(int index) {
 
 } // namespace
 
-ToolButton::ToolButton(const QString& picture, QWidget* parent) : QAbstractButton(parent) {
+ToolButton::ToolButton(const QString& picture, QWidget* parent)
+    : QAbstractButton(parent) {
     setFocusPolicy(Qt::NoFocus);
     setAttribute(Qt::WA_Hover);
     if (picture.isEmpty()) {
@@ -49,9 +50,8 @@ ToolButton::ToolButton(const QString& picture, QWidget* parent) : QAbstractButto
     }
     QFile file(picture);
     if (file.open(QIODevice::ReadOnly)) {
-        const QByteArray svg = file.readAll();
-        m_picture = std::make_unique<QSvgRenderer>(svg);
-        m_greyPicture = std::make_unique<QSvgRenderer>(greyed(svg));
+        m_description = file.readAll();
+        m_picture = std::make_unique<QSvgRenderer>(m_description);
     }
 }
 
@@ -90,11 +90,15 @@ void ToolButton::paintEvent(QPaintEvent*) {
         painter.setBrush(QColor::fromRgb(bench::kHover));
         painter.drawRoundedRect(box, 3, 3);
     }
+    if (!isEnabled() && m_greyPicture == nullptr) {
+        m_greyPicture = std::make_unique<QSvgRenderer>(greyed(m_description));
+    }
     const double inset = (kButtonSize - kPictureSize) / 2.0;
     (isEnabled() ? m_picture : m_greyPicture)->render(&painter, QRectF(inset, inset, kPictureSize, kPictureSize));
 }
 
-ToolBar::ToolBar(const QString& name, const PictureNames& pictures, QWidget* parent) : QWidget(parent) {
+ToolBar::ToolBar(const QString& name, const PictureNames& pictures, QWidget* parent)
+    : QWidget(parent) {
     setObjectName(name);
     int left = 0;
     for (int index = 1; index <= kButtons; ++index) {

@@ -29,7 +29,8 @@ protected:
 
 private:
     std::unique_ptr<QSvgRenderer> m_picture;
-    std::unique_ptr<QSvgRenderer> m_greyPicture;
+    std::unique_ptr<QSvgRenderer> m_greyPicture; ///< made when the button is first shown disabled
+    QByteArray m_description;
     bool m_ticked = false;
 };
 

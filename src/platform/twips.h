@@ -12,11 +12,18 @@ namespace sixtrace {
 inline constexpr double kTwips = 15;
 
 /// The pixel nearest to a place in twips.
-[[nodiscard]] inline int pixelsOfTwips(double twips) { return static_cast<int>(std::lround(twips / kTwips)); }
+[[nodiscard]] inline int pixelsOfTwips(double twips) {
+    return static_cast<int>(std::lround(twips / kTwips));
+}
 
-/// Puts a widget at its designed place inside its parent, all four in twips.
+/// The pixels of a designed place, all four in twips.
+[[nodiscard]] inline QRect rectOfTwips(double left, double top, double width, double height) {
+    return {pixelsOfTwips(left), pixelsOfTwips(top), pixelsOfTwips(width), pixelsOfTwips(height)};
+}
+
+/// Puts a widget at its designed place inside its parent.
 inline void placeAtTwips(QWidget& widget, double left, double top, double width, double height) {
-    widget.setGeometry(pixelsOfTwips(left), pixelsOfTwips(top), pixelsOfTwips(width), pixelsOfTwips(height));
+    widget.setGeometry(rectOfTwips(left, top, width, height));
 }
 
 } // namespace sixtrace

@@ -41,7 +41,8 @@ constexpr std::array kToolCommands{
 } // namespace
 
 FrmCom::FrmCom(publicM& model, FrmComSurroundings surroundings)
-    : m_model(model), m_surroundings(std::move(surroundings)) {
+    : m_model(model)
+    , m_surroundings(std::move(surroundings)) {
     setObjectName(QStringLiteral("FrmCom"));
     setWindowTitle(QStringLiteral("通讯"));
     setWindowIcon(programIcon());
@@ -61,19 +62,23 @@ FrmCom::FrmCom(publicM& model, FrmComSurroundings surroundings)
 
 FrmCom::~FrmCom() = default;
 
-QAction& FrmCom::action(const QString& name) const { return *menuBar()->findChild<QAction*>(name); }
+QAction& FrmCom::action(const QString& name) const {
+    return *menuBar()->findChild<QAction*>(name);
+}
 
 void FrmCom::makeAreas() {
     const FrmComControls& c = m_controls;
-    m_channelList = new ChannelList(
-        m_model, m_selection, {c.List1, c.Frame1, c.Frame2, c.Frame3, c.Frame4, c.LabPe, c.labPPe, c.LabMaxx}, m_links, this);
+    m_channelList =
+        new ChannelList(m_model, m_selection,
+                        {c.List1, c.Frame1, c.Frame2, c.Frame3, c.Frame4, c.LabPe, c.labPPe, c.LabMaxx}, m_links, this);
     m_loading = new CaptureLoading(m_model, m_selection, m_surroundings.dialogs, m_links, m_links, *c.Label4,
                                    m_surroundings.applicationFolder, this);
-    m_screen = new ScreenArea(m_model, {c.Picture2, c.picHidden}, [this] { return m_links.frameInputs(); }, this);
-    m_markers = new MarkerStrip(m_model, m_selection, {c.Picture3, c.image1, c.ZLabel, c.image2}, m_surroundings.dialogs,
-                                m_links, this);
-    m_timeVolt = new TimeVoltControls(m_model, m_selection,
-                                      {c.Combo1, c.Combo2, c.UpDown1, c.UpDown2, c.VScroll1, c.CenterPoint}, m_links, this);
+    m_screen = new ScreenArea(
+        m_model, {c.Picture2, c.picHidden}, [this] { return m_links.frameInputs(); }, this);
+    m_markers = new MarkerStrip(m_model, m_selection, {c.Picture3, c.image1, c.ZLabel, c.image2},
+                                m_surroundings.dialogs, m_links, this);
+    m_timeVolt = new TimeVoltControls(
+        m_model, m_selection, {c.Combo1, c.Combo2, c.UpDown1, c.UpDown2, c.VScroll1, c.CenterPoint}, m_links, this);
     m_cursors = new Cursors(m_model,
                             {.Picture2 = c.Picture2,
                              .Line1 = c.Line1,
@@ -92,12 +97,11 @@ void FrmCom::makeAreas() {
                                   {c.Picture2, c.Picture3, &action(QStringLiteral("mnuGraticule")),
                                    &action(QStringLiteral("mnuLine")), &action(QStringLiteral("mnuPoint"))},
                                   m_surroundings.dialogs, m_links, this);
-    m_languages = new LanguageMenus(m_model,
-                                    {this, c.Toolbar1, &action(QStringLiteral("mnuEnglish")),
-                                     &action(QStringLiteral("mnuChinese"))},
-                                    [this] { m_channelList->List1_Click(); }, this);
-    m_links.connectAreas({m_channelList, m_screen, m_markers, m_timeVolt, m_cursors, m_appearance, c.Label5,
-                          c.CenterPoint});
+    m_languages = new LanguageMenus(
+        m_model, {this, c.Toolbar1, &action(QStringLiteral("mnuEnglish")), &action(QStringLiteral("mnuChinese"))},
+        [this] { m_channelList->List1_Click(); }, this);
+    m_links.connectAreas(
+        {m_channelList, m_screen, m_markers, m_timeVolt, m_cursors, m_appearance, c.Label5, c.CenterPoint});
 }
 
 void FrmCom::connectCommands() {
@@ -183,6 +187,8 @@ void FrmCom::Form_Unload() {
     m_surroundings.endProcess();
 }
 
-void FrmCom::mnuExit_Click() { m_surroundings.endProcess(); }
+void FrmCom::mnuExit_Click() {
+    m_surroundings.endProcess();
+}
 
 } // namespace sixtrace

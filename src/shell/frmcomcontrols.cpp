@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shell/frmcomcontrols.h"
 
+#include "capture/capturefile.h"
 #include "platform/arrowpair.h"
 #include "platform/framepanel.h"
 #include "platform/labels.h"
@@ -13,11 +14,12 @@
 #include "platform/toolbar.h"
 #include "platform/twips.h"
 #include "view/geometry.h"
-#include "capture/capturefile.h"
 
 namespace sixtrace {
 
-QString elementName(const QString& name, int index) { return QStringLiteral("%1(%2)").arg(name).arg(index); }
+QString elementName(const QString& name, int index) {
+    return QStringLiteral("%1(%2)").arg(name).arg(index);
+}
 
 namespace {
 
@@ -58,18 +60,14 @@ ReadoutLabel* readout(FramePanel& panel, const QString& name, const QString& cap
 void makeToolbar(QWidget& client, FrmComControls& c) {
     ToolBar::PictureNames pictures;
     for (const int index : {2, 3, 4, 6, 7, 8, 9, 11, 12, 13, 14, 16}) {
-        pictures[static_cast<std::size_t>(index)] = QStringLiteral(":/sixtrace/tool%1.svg").arg(index, 2, 10, QLatin1Char('0'));
+        pictures[static_cast<std::size_t>(index)] =
+            QStringLiteral(":/sixtrace/tool%1.svg").arg(index, 2, 10, QLatin1Char('0'));
     }
     c.Toolbar1 = new ToolBar(QStringLiteral("Toolbar1"), pictures, &client);
     c.Toolbar1->setGeometry(0, 0, kClientWidth, 35);
 }
 
 void makeStrip(QWidget& client, FrmComControls& c) {
-    c.VScroll1 = named(new PositionBar(&client), QStringLiteral("VScroll1"));
-    c.VScroll1->setAccessibleName(QStringLiteral("Zero line"));
-    placeAtTwips(*c.VScroll1, 0, 560, 135, 6015);
-
-    // The strip covers the bar's last pixel.
     c.Picture3 = named(new QWidget(&client), QStringLiteral("Picture3"));
     c.Picture3->setAutoFillBackground(true);
     placeAtTwips(*c.Picture3, 120, 560, 360, 6030);
@@ -154,9 +152,8 @@ void makeCursorFrame(QWidget& client, FrmComControls& c) {
     c.LabDx = value(QStringLiteral("LabDx"), 142);
     c.LabDDXX = unit(QStringLiteral("LabDDXX"), 142);
 
-    c.Label3 = readout(f, QStringLiteral("Label3"), QStringLiteral("类型"), QRect(), Role::Value,
-                       Qt::AlignLeft | Qt::AlignTop);
-    placeAtTwips(*c.Label3, 120, 2720, 615, 255);
+    c.Label3 = readout(f, QStringLiteral("Label3"), QStringLiteral("类型"), rectOfTwips(120, 2720, 615, 255),
+                       Role::Value, Qt::AlignLeft | Qt::AlignTop);
     c.Combo3 = named(new ListCombo(&f), QStringLiteral("Combo3"));
     placeAtTwips(*c.Combo3, 840, 2640, 1335, 330);
 }
@@ -194,10 +191,8 @@ void makeMeasurementFrame(QWidget& client, FrmComControls& c) {
     c.Frame4 = frame(client, QStringLiteral("Frame4"), {}, 8280, 6600, 3615, 1215);
     const auto pair = [&c](const QString& name, const QString& caption, const QString& valueName, double top,
                            ReadoutLabel*& label, ReadoutLabel*& value) {
-        label = readout(*c.Frame4, name, caption, QRect(), Role::Caption);
-        placeAtTwips(*label, 240, top, 1095, 255);
-        value = readout(*c.Frame4, valueName, {}, QRect(), Role::Value);
-        placeAtTwips(*value, 1320, top, 2175, 255);
+        label = readout(*c.Frame4, name, caption, rectOfTwips(240, top, 1095, 255), Role::Caption);
+        value = readout(*c.Frame4, valueName, {}, rectOfTwips(1320, top, 2175, 255), Role::Value);
     };
     pair(QStringLiteral("LabP"), {}, QStringLiteral("LabPe"), 240, c.LabP, c.LabPe);
     pair(QStringLiteral("LabPP"), QStringLiteral("频率："), QStringLiteral("labPPe"), 540, c.LabPP, c.labPPe);
@@ -219,6 +214,14 @@ void makeFoot(QWidget& client, FrmComControls& c) {
     setInk(*c.Label5, bench::kMuted);
 }
 
+void makeBar(QWidget& client, FrmComControls& c) {
+    // Made last, since Tab reaches it last, and put below the strip, which covers its ninth pixel.
+    c.VScroll1 = named(new PositionBar(&client), QStringLiteral("VScroll1"));
+    c.VScroll1->setAccessibleName(QStringLiteral("Zero line"));
+    placeAtTwips(*c.VScroll1, 0, 560, 135, 6015);
+    c.VScroll1->lower();
+}
+
 } // namespace
 
 FrmComControls makeFrmComControls(QWidget& client) {
@@ -230,7 +233,8 @@ FrmComControls makeFrmComControls(QWidget& client) {
     makeTimeAndVoltFrames(client, c);
     makeMeasurementFrame(client, c);
     makeFoot(client, c);
-    const std::array<QWidget*, 7> order{c.List1, c.Combo1, c.UpDown2, c.Combo2, c.UpDown1, c.Combo3, c.VScroll1};
+    makeBar(client, c);
+    const std::array<QWidget*, 6> order{c.List1, c.Combo1, c.UpDown2, c.Combo2, c.UpDown1, c.Combo3};
     for (std::size_t i = 1; i < order.size(); ++i) {
         QWidget::setTabOrder(order[i - 1], order[i]);
     }

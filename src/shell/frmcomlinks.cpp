@@ -18,31 +18,69 @@ FrameInputs FrmComLinks::frameInputs() const {
     return inputs;
 }
 
-void FrmComLinks::setModelName(const QString& name) { m_areas.Label5->setCaption(name); }
-void FrmComLinks::setTimeListEntry(int row, const QString& text) { m_areas.timeVolt->setTimeListEntry(row, text); }
-QString FrmComLinks::rowText(int channel) const { return m_areas.channelList->rowText(channel); }
-void FrmComLinks::setRowText(int channel, const QString& text) { m_areas.channelList->setRowText(channel, text); }
-void FrmComLinks::setTick(int channel, bool ticked) { m_areas.channelList->setTick(channel, ticked); }
-void FrmComLinks::showMarker(int channel, bool shown) { m_areas.markers->showMarker(channel, shown); }
-void FrmComLinks::setMarkerTop(int channel, double top) { m_areas.markers->setMarkerTop(channel, top); }
-void FrmComLinks::hideStandIns() { m_areas.markers->hideStandIns(); }
-void FrmComLinks::FillVoltList(int probeExp) { m_areas.timeVolt->FillVoltList(probeExp); }
-QString FrmComLinks::voltListEntry(int row) const { return m_areas.timeVolt->voltListEntry(row); }
-void FrmComLinks::PicReDrawT() { m_areas.screen->PicReDrawT(); }
+void FrmComLinks::setModelName(const QString& name) {
+    m_areas.Label5->setCaption(name);
+}
+void FrmComLinks::setTimeListEntry(int row, const QString& text) {
+    m_areas.timeVolt->setTimeListEntry(row, text);
+}
+QString FrmComLinks::rowText(int channel) const {
+    return m_areas.channelList->rowText(channel);
+}
+void FrmComLinks::setRowText(int channel, const QString& text) {
+    m_areas.channelList->setRowText(channel, text);
+}
+void FrmComLinks::setTick(int channel, bool ticked) {
+    m_areas.channelList->setTick(channel, ticked);
+}
+void FrmComLinks::showMarker(int channel, bool shown) {
+    m_areas.markers->showMarker(channel, shown);
+}
+void FrmComLinks::setMarkerTop(int channel, double top) {
+    m_areas.markers->setMarkerTop(channel, top);
+}
+void FrmComLinks::hideStandIns() {
+    m_areas.markers->hideStandIns();
+}
+void FrmComLinks::FillVoltList(int probeExp) {
+    m_areas.timeVolt->FillVoltList(probeExp);
+}
+QString FrmComLinks::voltListEntry(int row) const {
+    return m_areas.timeVolt->voltListEntry(row);
+}
+void FrmComLinks::PicReDrawT() {
+    m_areas.screen->PicReDrawT();
+}
 
-void FrmComLinks::standOutMarker(int channel) { m_areas.markers->standOutMarker(channel); }
-void FrmComLinks::placeBarAtMarker(int channel) { m_areas.timeVolt->placeBarAtMarker(channel); }
+void FrmComLinks::standOutMarker(int channel) {
+    m_areas.markers->standOutMarker(channel);
+}
+void FrmComLinks::placeBarAtMarker(int channel) {
+    m_areas.timeVolt->placeBarAtMarker(channel);
+}
 void FrmComLinks::showTimeAndVoltRows(int timeRow, int voltRow) {
     m_areas.timeVolt->showTimeAndVoltRows(timeRow, voltRow);
 }
-void FrmComLinks::UpdateVoltCursors() { m_areas.cursors->UpdateVoltCursors(); }
-void FrmComLinks::printTime() { m_areas.cursors->printTime(); }
+void FrmComLinks::UpdateVoltCursors() {
+    m_areas.cursors->UpdateVoltCursors();
+}
+void FrmComLinks::printTime() {
+    m_areas.cursors->printTime();
+}
 
-int FrmComLinks::selectedRow() const { return m_areas.channelList->ListIndex(); }
-double FrmComLinks::markerTop(int channel) const { return m_areas.markers->markerTop(channel); }
-void FrmComLinks::MarkerClamp(int Index) { m_areas.markers->MarkerClamp(Index); }
+int FrmComLinks::selectedRow() const {
+    return m_areas.channelList->ListIndex();
+}
+double FrmComLinks::markerTop(int channel) const {
+    return m_areas.markers->markerTop(channel);
+}
+void FrmComLinks::MarkerClamp(int Index) {
+    m_areas.markers->MarkerClamp(Index);
+}
 
-void FrmComLinks::clearScreen() { m_areas.screen->clear(); }
+void FrmComLinks::clearScreen() {
+    m_areas.screen->clear();
+}
 
 void FrmComLinks::selectRow(int row) { m_areas.channelList->setListIndex(row); }
 void FrmComLinks::traceColourChanged(int) { m_areas.channelList->showTraceColours(m_areas.screen->BackColor()); }

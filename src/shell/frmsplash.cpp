@@ -138,7 +138,9 @@ void frmSplash::closeEvent(QCloseEvent* event) {
     unload();
 }
 
-void frmSplash::keyPressEvent(QKeyEvent*) { unload(); }
+void frmSplash::keyPressEvent(QKeyEvent*) {
+    unload();
+}
 
 bool frmSplash::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonRelease) {

@@ -32,13 +32,20 @@ constexpr std::array kToolTips{
 } // namespace
 
 LanguageMenus::LanguageMenus(publicM& model, const Widgets& widgets, std::function<void()> afterSwitch, QObject* parent)
-    : QObject(parent), m_model(model), m_widgets(widgets), m_afterSwitch(std::move(afterSwitch)) {
+    : QObject(parent)
+    , m_model(model)
+    , m_widgets(widgets)
+    , m_afterSwitch(std::move(afterSwitch)) {
     connect(m_widgets.mnuChinese, &QAction::triggered, this, &LanguageMenus::mnuChinese_Click);
     connect(m_widgets.mnuEnglish, &QAction::triggered, this, &LanguageMenus::mnuEnglish_Click);
 }
 
-void LanguageMenus::mnuChinese_Click() { switchTo(0); }
-void LanguageMenus::mnuEnglish_Click() { switchTo(1); }
+void LanguageMenus::mnuChinese_Click() {
+    switchTo(0);
+}
+void LanguageMenus::mnuEnglish_Click() {
+    switchTo(1);
+}
 
 void LanguageMenus::tick(int languageId) {
     m_widgets.mnuEnglish->setChecked(languageId != 0);

@@ -6,7 +6,9 @@
 
 #include <cmath>
 
-static void loadPictures() { Q_INIT_RESOURCE(pictures); }
+static void loadPictures() {
+    Q_INIT_RESOURCE(pictures);
+}
 
 namespace sixtrace {
 

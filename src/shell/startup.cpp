@@ -19,7 +19,8 @@ StartSettings readStartSettings(const QString& IniFile) {
             iniNumber(QStringLiteral("LineColor"), QString::number(channel), defaults::kLineColor[c], IniFile);
     }
     settings.GridColor = iniNumber(QStringLiteral("GridColor"), QStringLiteral("Grid"), defaults::kGridColor, IniFile);
-    settings.stripColor = iniNumber(QStringLiteral("Pic3Color"), QStringLiteral("back"), defaults::kStripColor, IniFile);
+    settings.stripColor =
+        iniNumber(QStringLiteral("Pic3Color"), QStringLiteral("back"), defaults::kStripColor, IniFile);
     settings.screenColor =
         iniNumber(QStringLiteral("Pic2Color"), QStringLiteral("BackColor"), defaults::kScreenColor, IniFile);
     settings.LanguageId = iniShortNumber(kCommon, QStringLiteral("Language"), 0, IniFile);

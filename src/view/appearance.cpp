@@ -20,7 +20,11 @@ const QString& common() {
 
 Appearance::Appearance(publicM& model, const Widgets& widgets, Dialogs& dialogs, AppearanceNeighbours& neighbours,
                        QObject* parent)
-    : QObject(parent), m_model(model), m_widgets(widgets), m_dialogs(dialogs), m_neighbours(neighbours) {
+    : QObject(parent)
+    , m_model(model)
+    , m_widgets(widgets)
+    , m_dialogs(dialogs)
+    , m_neighbours(neighbours) {
     connect(m_widgets.Picture2, &PictureBox::doubleClicked, this, &Appearance::Picture2_DblClick);
     m_widgets.Picture3->installEventFilter(this);
 }
@@ -63,7 +67,9 @@ void Appearance::Picture3_DblClick() {
     writeColour(QStringLiteral("Pic3Color"), QStringLiteral("back"), *colour);
 }
 
-void Appearance::mnubackgroundcolor_Click() { Picture2_DblClick(); }
+void Appearance::mnubackgroundcolor_Click() {
+    Picture2_DblClick();
+}
 
 void Appearance::MnuGridColor_Click() {
     if (m_model.AutoRun) {
@@ -86,8 +92,12 @@ void Appearance::mnuGraticule_Click() {
     writeIni(common(), QStringLiteral("Graticule"), booleanText(graticule()), m_model.IniFile);
 }
 
-void Appearance::mnuLine_Click() { chooseLines(true); }
-void Appearance::mnuPoint_Click() { chooseLines(false); }
+void Appearance::mnuLine_Click() {
+    chooseLines(true);
+}
+void Appearance::mnuPoint_Click() {
+    chooseLines(false);
+}
 
 void Appearance::chooseLines(bool line) {
     setLine(line);
@@ -99,10 +109,20 @@ void Appearance::chooseLines(bool line) {
     }
 }
 
-bool Appearance::graticule() const { return m_widgets.mnuGraticule->isChecked(); }
-bool Appearance::line() const { return m_widgets.mnuLine->isChecked(); }
-void Appearance::setGraticule(bool ticked) { m_widgets.mnuGraticule->setChecked(ticked); }
-void Appearance::setLine(bool ticked) { m_widgets.mnuLine->setChecked(ticked); }
-void Appearance::setPoint(bool ticked) { m_widgets.mnuPoint->setChecked(ticked); }
+bool Appearance::graticule() const {
+    return m_widgets.mnuGraticule->isChecked();
+}
+bool Appearance::line() const {
+    return m_widgets.mnuLine->isChecked();
+}
+void Appearance::setGraticule(bool ticked) {
+    m_widgets.mnuGraticule->setChecked(ticked);
+}
+void Appearance::setLine(bool ticked) {
+    m_widgets.mnuLine->setChecked(ticked);
+}
+void Appearance::setPoint(bool ticked) {
+    m_widgets.mnuPoint->setChecked(ticked);
+}
 
 } // namespace sixtrace

@@ -11,16 +11,25 @@
 namespace sixtrace {
 
 Cursors::Cursors(publicM& model, Widgets widgets, CursorNeighbours& neighbours, QObject* parent)
-    : QObject(parent), m_model(model), m_widgets(std::move(widgets)), m_neighbours(neighbours) {
+    : QObject(parent)
+    , m_model(model)
+    , m_widgets(std::move(widgets))
+    , m_neighbours(neighbours) {
     connect(m_widgets.Combo3, &ListCombo::Click, this, &Cursors::Combo3_Click);
     connect(m_widgets.Picture2, &PictureBox::mouseDown, this, &Cursors::Picture2_MouseDown);
     connect(m_widgets.Picture2, &PictureBox::mouseMove, this, &Cursors::Picture2_MouseMove);
     connect(m_widgets.Picture2, &PictureBox::mouseUp, this, &Cursors::Picture2_MouseUp);
 }
 
-CursorType Cursors::type() const { return static_cast<CursorType>(m_widgets.Combo3->ListIndex()); }
-bool Cursors::showsVoltage() const { return type() == CursorType::Voltage || type() == CursorType::Both; }
-bool Cursors::showsTime() const { return type() == CursorType::Time || type() == CursorType::Both; }
+CursorType Cursors::type() const {
+    return static_cast<CursorType>(m_widgets.Combo3->ListIndex());
+}
+bool Cursors::showsVoltage() const {
+    return type() == CursorType::Voltage || type() == CursorType::Both;
+}
+bool Cursors::showsTime() const {
+    return type() == CursorType::Time || type() == CursorType::Both;
+}
 
 CursorPlaces Cursors::places() const {
     return {m_widgets.Line1[0]->Y1(), m_widgets.Line1[1]->Y1(), m_widgets.Line2[0]->X1(), m_widgets.Line2[1]->X1()};
@@ -78,7 +87,8 @@ void Cursors::UpdateVoltCursors() {
     }
     readVoltage(0);
     readVoltage(1);
-    m_widgets.LabDy->setCaption(differenceOf(m_widgets.voltageValues[0]->caption(), m_widgets.voltageValues[1]->caption()));
+    m_widgets.LabDy->setCaption(
+        differenceOf(m_widgets.voltageValues[0]->caption(), m_widgets.voltageValues[1]->caption()));
 }
 
 void Cursors::printTime() {
@@ -169,7 +179,8 @@ bool Cursors::moveVoltageCursor(double Y) {
     } else {
         setPointer(MousePointer::Arrow);
     }
-    m_widgets.LabDy->setCaption(differenceOf(m_widgets.voltageValues[0]->caption(), m_widgets.voltageValues[1]->caption()));
+    m_widgets.LabDy->setCaption(
+        differenceOf(m_widgets.voltageValues[0]->caption(), m_widgets.voltageValues[1]->caption()));
     return true;
 }
 

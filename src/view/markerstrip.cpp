@@ -10,7 +10,9 @@
 namespace sixtrace {
 
 namespace {
-[[nodiscard]] bool isChannel(int channel) { return channel >= 0 && channel < kChannels; }
+[[nodiscard]] bool isChannel(int channel) {
+    return channel >= 0 && channel < kChannels;
+}
 } // namespace
 
 MarkerStrip::MarkerStrip(publicM& model, ChannelSelection& selection, const Widgets& widgets, Dialogs& dialogs,
@@ -24,9 +26,12 @@ MarkerStrip::MarkerStrip(publicM& model, ChannelSelection& selection, const Widg
     for (int i = 0; i < kChannels; ++i) {
         MarkerLabel* marker = m_widgets.image1.at(static_cast<std::size_t>(i));
         connect(marker, &MarkerLabel::doubleClicked, this, [this, i] { image1_DblClick(i); });
-        connect(marker, &MarkerLabel::mouseDown, this, [this, i](int b, double x, double y) { image1_MouseDown(i, b, x, y); });
-        connect(marker, &MarkerLabel::mouseMove, this, [this, i](int b, double x, double y) { image1_MouseMove(i, b, x, y); });
-        connect(marker, &MarkerLabel::mouseUp, this, [this, i](int b, double x, double y) { image1_MouseUp(i, b, x, y); });
+        connect(marker, &MarkerLabel::mouseDown, this,
+                [this, i](int b, double x, double y) { image1_MouseDown(i, b, x, y); });
+        connect(marker, &MarkerLabel::mouseMove, this,
+                [this, i](int b, double x, double y) { image1_MouseMove(i, b, x, y); });
+        connect(marker, &MarkerLabel::mouseUp, this,
+                [this, i](int b, double x, double y) { image1_MouseUp(i, b, x, y); });
     }
 }
 
@@ -115,7 +120,9 @@ void MarkerStrip::MarkerClamp(int Index) {
     standIn.show();
 }
 
-double MarkerStrip::markerTop(int channel) const { return m_widgets.image1.at(static_cast<std::size_t>(channel))->Top(); }
+double MarkerStrip::markerTop(int channel) const {
+    return m_widgets.image1.at(static_cast<std::size_t>(channel))->Top();
+}
 
 void MarkerStrip::setMarkerTop(int channel, double top) {
     m_widgets.image1.at(static_cast<std::size_t>(channel))->setTop(top);

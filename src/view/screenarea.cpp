@@ -7,7 +7,10 @@
 namespace sixtrace {
 
 ScreenArea::ScreenArea(publicM& model, const Widgets& widgets, std::function<FrameInputs()> inputs, QObject* parent)
-    : QObject(parent), m_model(model), m_widgets(widgets), m_inputs(std::move(inputs)) {}
+    : QObject(parent)
+    , m_model(model)
+    , m_widgets(widgets)
+    , m_inputs(std::move(inputs)) {}
 
 void ScreenArea::PicReDrawT() {
     m_renderer.PicReDrawT(m_model, m_inputs(), m_widgets.Picture2->picture(), m_widgets.picHidden[0]->picture());
@@ -57,6 +60,8 @@ void ScreenArea::setBackColor(Colour colour) {
     }
 }
 
-Colour ScreenArea::BackColor() const { return m_widgets.Picture2->picture().BackColor; }
+Colour ScreenArea::BackColor() const {
+    return m_widgets.Picture2->picture().BackColor;
+}
 
 } // namespace sixtrace

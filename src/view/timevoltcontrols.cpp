@@ -14,7 +14,7 @@ namespace sixtrace {
 
 namespace {
 constexpr double kDivisionsDown = 8;
-constexpr int kNameLength = 4;         ///< of a row: its label and one blank
+constexpr int kNameLength = 4; ///< of a row: its label and one blank
 } // namespace
 
 TimeVoltControls::TimeVoltControls(publicM& model, ChannelSelection& selection, const Widgets& widgets,
@@ -163,9 +163,13 @@ void TimeVoltControls::FillVoltList(int probeExp) {
     }
 }
 
-void TimeVoltControls::setTimeListEntry(int row, const QString& text) { m_widgets.Combo1->setList(row, text); }
+void TimeVoltControls::setTimeListEntry(int row, const QString& text) {
+    m_widgets.Combo1->setList(row, text);
+}
 
-QString TimeVoltControls::voltListEntry(int row) const { return m_widgets.Combo2->List(row); }
+QString TimeVoltControls::voltListEntry(int row) const {
+    return m_widgets.Combo2->List(row);
+}
 
 void TimeVoltControls::showTimeAndVoltRows(int timeRow, int voltRow) {
     if (timeRow >= 0 && timeRow < m_widgets.Combo1->ListCount()) {

@@ -48,8 +48,8 @@ public:
         QLabel* CenterPoint;
     };
 
-    TimeVoltControls(publicM& model, ChannelSelection& selection, const Widgets& widgets, TimeVoltNeighbours& neighbours,
-                     QObject* parent);
+    TimeVoltControls(publicM& model, ChannelSelection& selection, const Widgets& widgets,
+                     TimeVoltNeighbours& neighbours, QObject* parent);
 
     /// The entries of both lists and the bar's range as they stand after start-up.
     void fillLists();

@@ -1,166 +1,304 @@
 // SPDX-License-Identifier: MIT
 #include "platform/profilefile.h"
 
-#include "support/strings.h"
+#include "support/printing.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
 
-#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
-#include <thread>
 #include <vector>
+
+using namespace Qt::StringLiterals;
 
 namespace sixtrace {
 namespace {
 
 class ProfileFile : public ::testing::Test {
 protected:
-    void give(const QByteArray& content) const {
-        QFile out(file);
-        ASSERT_TRUE(out.open(QIODevice::WriteOnly));
-        out.write(content);
+    void SetUp() override { ASSERT_TRUE(m_folder.isValid()); }
+
+    [[nodiscard]] QString path(const QString& name = u"some.ini"_s) const { return m_folder.filePath(name); }
+    void put(const QByteArray& content) const {
+        QFile file(path());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_EQ(file.write(content), content.size());
     }
     [[nodiscard]] QByteArray content() const {
-        QFile in(file);
-        return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray("unreadable");
+        QFile file(path());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no such file)");
     }
-    [[nodiscard]] QString read(const char* section, const char* key) const {
-        return readProfile(text(section), text(key), text("default"), file);
+    [[nodiscard]] QString get(const QString& section, const QString& key) const {
+        return readProfile(section, key, u"fallback"_s, path());
     }
-    void write(const char* section, const char* key, const char* value) const {
-        ASSERT_TRUE(writeProfile(text(section), text(key), text(value), file).ok());
+    [[nodiscard]] bool set(const QString& section, const QString& key, const QString& value) const {
+        return writeProfile(section, key, value, path()).ok();
     }
 
-    QTemporaryDir folder;
-    QString file = folder.filePath(QStringLiteral("vkq.ini"));
+private:
+    QTemporaryDir m_folder;
 };
 
-TEST_F(ProfileFile, GivesTheDefaultWithoutFileSectionKeyOrValue) {
-    EXPECT_EQ(read("Common", "Language"), text("default"));
-    give("[Common]\nLanguage=\nOther=1\n");
-    EXPECT_EQ(read("Common", "Language"), text("default"));
-    EXPECT_EQ(read("Common", "Missing"), text("default"));
-    EXPECT_EQ(read("Missing", "Other"), text("default"));
+TEST_F(ProfileFile, MissingFileSectionOrKeyGivesTheFallback) {
+    EXPECT_EQ(get(u"A"_s, u"k"_s), u"fallback"_s);
+    put("[A]\nk=1\n");
+    EXPECT_EQ(get(u"B"_s, u"k"_s), u"fallback"_s);
+    EXPECT_EQ(get(u"A"_s, u"j"_s), u"fallback"_s);
+    EXPECT_EQ(get(u"A"_s, u"k"_s), u"1"_s);
 }
 
-TEST_F(ProfileFile, ComparesSectionsAndKeysWithoutCase) {
-    give("[cOMMON]\nlANGUAGE=1\n");
-    EXPECT_EQ(read("Common", "Language"), text("1"));
+TEST_F(ProfileFile, AnEmptyValueGivesTheFallback) {
+    put("[A]\nk=\nj=   \nq=\"\"\n");
+    EXPECT_EQ(get(u"A"_s, u"k"_s), u"fallback"_s);
+    EXPECT_EQ(get(u"A"_s, u"j"_s), u"fallback"_s);
+    EXPECT_EQ(get(u"A"_s, u"q"_s), u"fallback"_s);
 }
 
-TEST_F(ProfileFile, DropsBlanksAndOnePairOfQuotes) {
-    give("[ S ]\n  a  =  255 \nb=\" kept \"\nc='x'\nd=\"\"y\"\"\ne=\"open\n");
-    EXPECT_EQ(read("S", "a"), text("255"));
-    EXPECT_EQ(read("S", "b"), text(" kept "));
-    EXPECT_EQ(read("S", "c"), text("x"));
-    EXPECT_EQ(read("S", "d"), text("\"y\""));
-    EXPECT_EQ(read("S", "e"), text("\"open"));
+TEST_F(ProfileFile, SectionsAndKeysCompareWithoutCase) {
+    put("[LineColor]\nCh1=255\n");
+    EXPECT_EQ(get(u"LINECOLOR"_s, u"cH1"_s), u"255"_s);
 }
 
-TEST_F(ProfileFile, TakesTheFirstKeyOfTheFirstSection) {
-    give("[S]\na=1\na=2\n[T]\nb=1\n[S]\na=3\nc=4\n");
-    EXPECT_EQ(read("S", "a"), text("1"));
-    EXPECT_EQ(read("S", "c"), text("default"));
+TEST_F(ProfileFile, BlanksAroundEverythingAreDropped) {
+    put("  [ A ]  \n \t key one \t = \t two words \t\n");
+    EXPECT_EQ(get(u"A"_s, u"key one"_s), u"two words"_s);
 }
 
-TEST_F(ProfileFile, PassesOverCommentsAndLinesWithoutAMark) {
-    give("; a=0\n[S]\n;a=1\nrubbish\na=2\n");
-    EXPECT_EQ(read("S", "a"), text("2"));
+TEST_F(ProfileFile, OnePairOfQuotesAroundAValueIsDropped) {
+    put("[A]\na=\"  x  \"\nb='y'\nc=\"\"z\"\"\nd=\"half\ne=\"mixed'\nf=\"\n");
+    EXPECT_EQ(get(u"A"_s, u"a"_s), u"  x  "_s);
+    EXPECT_EQ(get(u"A"_s, u"b"_s), u"y"_s);
+    EXPECT_EQ(get(u"A"_s, u"c"_s), u"\"z\""_s);
+    EXPECT_EQ(get(u"A"_s, u"d"_s), u"\"half"_s);
+    EXPECT_EQ(get(u"A"_s, u"e"_s), u"\"mixed'"_s);
+    EXPECT_EQ(get(u"A"_s, u"f"_s), u"\""_s);
 }
 
-TEST_F(ProfileFile, ToleratesAByteOrderMarkAndCarriageReturns) {
-    give("\xEF\xBB\xBF[S]\r\na=\xE6\x96\x87\r\n");
-    EXPECT_EQ(read("S", "a"), text("文"));
+TEST_F(ProfileFile, CommentsAreNoKeys) {
+    put("[A]\n;k=1\n  ; k=2\nk=3 ; still the value\n");
+    EXPECT_EQ(get(u"A"_s, u"k"_s), u"3 ; still the value"_s);
+    EXPECT_EQ(get(u"A"_s, u";k"_s), u"fallback"_s);
 }
 
-TEST_F(ProfileFile, AValueOfExactly127CharactersSurvivesAndLongerOnesAreCut) {
-    const QString exact(127, u'x');
-    give("[S]\na=" + exact.toUtf8() + "\nb=" + exact.toUtf8() + "y\n");
-    EXPECT_EQ(read("S", "a"), exact);
-    EXPECT_EQ(read("S", "b"), exact);
+TEST_F(ProfileFile, TheFirstKeyOfTheFirstSectionOfThatNameCounts) {
+    put("[A]\nk=1\nk=2\n[B]\nk=3\n[A]\nk=4\nj=5\n");
+    EXPECT_EQ(get(u"A"_s, u"k"_s), u"1"_s);
+    EXPECT_EQ(get(u"A"_s, u"j"_s), u"fallback"_s);
 }
 
-TEST_F(ProfileFile, SurvivesBytesThatAreNoText) {
-    QByteArray bytes;
-    for (int i = 0; i < 4096; ++i) {
-        bytes += static_cast<char>(i * 37);
+TEST_F(ProfileFile, KeysBeforeAnySectionBelongToNone) {
+    put("k=1\n[A]\nj=2\n");
+    EXPECT_EQ(get(u""_s, u"k"_s), u"fallback"_s);
+}
+
+TEST_F(ProfileFile, ValuesMayHoldEqualSignsAndBackslashes) {
+    put("[A]\nk=a=b\\c, d%20\n");
+    EXPECT_EQ(get(u"A"_s, u"k"_s), u"a=b\\c, d%20"_s);
+}
+
+TEST_F(ProfileFile, DosLineEndsAndALastLineWithoutEndAreRead) {
+    put("[A]\r\nk=1\r\nj=2");
+    EXPECT_EQ(get(u"A"_s, u"k"_s), u"1"_s);
+    EXPECT_EQ(get(u"A"_s, u"j"_s), u"2"_s);
+}
+
+TEST_F(ProfileFile, AByteOrderMarkIsTolerated) {
+    put("\xEF\xBB\xBF[A]\nk=\xE4\xB8\xAD\n");
+    EXPECT_EQ(get(u"A"_s, u"k"_s), u"\u4E2D"_s);
+}
+
+TEST_F(ProfileFile, ValueOfExactly127CharactersSurvives) {
+    const QString value(127, u'x');
+    put("[A]\nk=" + value.toUtf8() + "\n");
+    EXPECT_EQ(get(u"A"_s, u"k"_s), value);
+}
+
+TEST_F(ProfileFile, ValueOf128CharactersIsCutTo127) {
+    put("[A]\nk=" + QByteArray(127, 'x') + "y\n");
+    EXPECT_EQ(get(u"A"_s, u"k"_s), QString(127, u'x'));
+}
+
+TEST_F(ProfileFile, CharactersAreCountedNotBytes) {
+    put("[A]\nk=" + QString(130, u'\u4E2D').toUtf8() + "\n");
+    EXPECT_EQ(get(u"A"_s, u"k"_s), QString(127, u'\u4E2D'));
+}
+
+TEST_F(ProfileFile, BytesOfAnyKindAreRead) {
+    put(QByteArray("[A\n\x00\xFF\xFE=\n]\n[]\n=\n[A]\nk=\xFF\n", 24));
+    EXPECT_EQ(get(u"A"_s, u"k"_s), QString(QChar(QChar::ReplacementCharacter)));
+}
+
+TEST_F(ProfileFile, AFirstWriteMakesTheFile) {
+    ASSERT_TRUE(set(u"A"_s, u"k"_s, u"1"_s));
+    EXPECT_EQ(content(), "[A]\nk=1\n");
+}
+
+TEST_F(ProfileFile, CommentsOrderAndForeignLinesAreKept) {
+    put("; head\n\n[A]\n; about k\nk = 1\njunk\nj=2\n\n[B]\nk=3\n; tail\n");
+    ASSERT_TRUE(set(u"a"_s, u"K"_s, u"9"_s));
+    EXPECT_EQ(content(), "; head\n\n[A]\n; about k\nK=9\njunk\nj=2\n\n[B]\nk=3\n; tail\n");
+}
+
+TEST_F(ProfileFile, ANewKeyGoesBehindTheLastLineOfItsSection) {
+    put("[A]\nk=1\n\n[B]\nk=2\n");
+    ASSERT_TRUE(set(u"A"_s, u"new"_s, u"x"_s));
+    EXPECT_EQ(content(), "[A]\nk=1\nnew=x\n\n[B]\nk=2\n");
+    ASSERT_TRUE(set(u"B"_s, u"last"_s, u"y"_s));
+    EXPECT_EQ(content(), "[A]\nk=1\nnew=x\n\n[B]\nk=2\nlast=y\n");
+}
+
+TEST_F(ProfileFile, ANewSectionGoesToTheEndOnALineOfItsOwn) {
+    put("[A]\nk=1");
+    ASSERT_TRUE(set(u"B"_s, u"j"_s, u"2"_s));
+    EXPECT_EQ(content(), "[A]\nk=1\n[B]\nj=2\n");
+}
+
+TEST_F(ProfileFile, ANewKeyBehindALastLineWithoutEndGetsALineOfItsOwn) {
+    put("[A]\nk=1");
+    ASSERT_TRUE(set(u"A"_s, u"j"_s, u"2"_s));
+    EXPECT_EQ(content(), "[A]\nk=1\nj=2\n");
+}
+
+TEST_F(ProfileFile, DosLineEndsAreKept) {
+    put("[A]\r\nk=1\r\n");
+    ASSERT_TRUE(set(u"A"_s, u"k"_s, u"2"_s));
+    ASSERT_TRUE(set(u"A"_s, u"j"_s, u"3"_s));
+    ASSERT_TRUE(set(u"B"_s, u"i"_s, u"4"_s));
+    EXPECT_EQ(content(), "[A]\r\nk=2\r\nj=3\r\n[B]\r\ni=4\r\n");
+}
+
+TEST_F(ProfileFile, TheByteOrderMarkIsKept) {
+    put("\xEF\xBB\xBF[A]\nk=1\n");
+    ASSERT_TRUE(set(u"A"_s, u"k"_s, u"2"_s));
+    EXPECT_EQ(content(), "\xEF\xBB\xBF[A]\nk=2\n");
+}
+
+TEST_F(ProfileFile, OnlyTheFirstOfTwoEqualKeysIsReplaced) {
+    put("[A]\nk=1\nk=2\n[A]\nk=3\n");
+    ASSERT_TRUE(set(u"A"_s, u"k"_s, u"9"_s));
+    EXPECT_EQ(content(), "[A]\nk=9\nk=2\n[A]\nk=3\n");
+}
+
+TEST_F(ProfileFile, LineEndsInAValueAreWrittenAsBlanks) {
+    ASSERT_TRUE(set(u"A"_s, u"k"_s, u"1\n[B]\r\nk=2"_s));
+    EXPECT_EQ(content(), "[A]\nk=1 [B]  k=2\n");
+    EXPECT_EQ(get(u"B"_s, u"k"_s), u"fallback"_s);
+}
+
+TEST_F(ProfileFile, WhatIsWrittenIsReadBack) {
+    for (const QString& value : {u"16776960"_s, u"\u4E2D\u6587"_s, u"C:\\a\\b.bin"_s, u"-1"_s, u"a=b;c"_s}) {
+        ASSERT_TRUE(set(u"Some section"_s, u"key"_s, value));
+        EXPECT_EQ(get(u"Some section"_s, u"key"_s), value);
     }
-    give(bytes + "\n[S]\na=1\n");
-    EXPECT_EQ(read("S", "a"), text("1"));
-    EXPECT_EQ(readProfile(text("S"), text("a"), text("default"), folder.path()), text("default")) << "a folder";
-}
-
-TEST_F(ProfileFile, AFirstWriteMakesTheFileWithJustThatKey) {
-    write("Common", "Language", "0");
-    EXPECT_EQ(content(), QByteArray("[Common]\nLanguage=0\n"));
-}
-
-TEST_F(ProfileFile, WritingKeepsCommentsOrderAndAllOtherKeys) {
-    give("; mine\n[A]\nx=1\n\n[Common]\n; here\nLanguage = 0\nGraticule=True\n[Z]\ny=2");
-    write("common", "LANGUAGE", "1");
-    EXPECT_EQ(content(), QByteArray("; mine\n[A]\nx=1\n\n[Common]\n; here\nLANGUAGE=1\nGraticule=True\n[Z]\ny=2"));
-    write("A", "w", " 7");
-    EXPECT_EQ(content(),
-              QByteArray("; mine\n[A]\nx=1\nw= 7\n\n[Common]\n; here\nLANGUAGE=1\nGraticule=True\n[Z]\ny=2"));
-    write("Z", "z", "3");
-    write("New", "n", "4");
-    EXPECT_TRUE(content().endsWith("[Z]\ny=2\nz=3\n[New]\nn=4\n")) << content().constData();
-}
-
-TEST_F(ProfileFile, WritingKeepsLineEndsAndTheByteOrderMark) {
-    give("\xEF\xBB\xBF[S]\r\na=1\r\n");
-    write("S", "a", "2");
-    write("T", "b", "3");
-    EXPECT_EQ(content(), QByteArray("\xEF\xBB\xBF[S]\r\na=2\r\n[T]\r\nb=3\r\n"));
-}
-
-TEST_F(ProfileFile, LineEndsInAValueBecomeBlanks) {
-    write("S", "a", "1\n[T]\rb=2");
-    EXPECT_EQ(content(), QByteArray("[S]\na=1 [T] b=2\n"));
 }
 
 TEST_F(ProfileFile, TwoWritersAtOnceLoseNoKey) {
-    constexpr int kKeys = 40;
-    std::vector<std::thread> writers;
-    for (int writer = 0; writer < 2; ++writer) {
-        writers.emplace_back([this, writer] {
+    constexpr int kWriters = 2;
+    constexpr int kKeys = 25;
+    std::vector<pid_t> writers;
+    for (int writer = 0; writer < kWriters; ++writer) {
+        const pid_t pid = fork();
+        ASSERT_GE(pid, 0);
+        if (pid == 0) {
+            bool good = true;
             for (int i = 0; i < kKeys; ++i) {
-                const QString key = QString::number(writer) + u'_' + QString::number(i);
-                static_cast<void>(writeProfile(text("S"), key, key, file));
+                good = set(u"S"_s, u"w%1k%2"_s.arg(writer).arg(i), QString::number(i)) && good;
             }
-        });
+            _exit(good ? 0 : 1);
+        }
+        writers.push_back(pid);
     }
-    for (std::thread& writer : writers) {
-        writer.join();
+    for (const pid_t pid : writers) {
+        int status = -1;
+        ASSERT_EQ(waitpid(pid, &status, 0), pid);
+        EXPECT_EQ(status, 0);
     }
-    for (int i = 0; i < kKeys; ++i) {
-        for (int writer = 0; writer < 2; ++writer) {
-            const QString key = QString::number(writer) + u'_' + QString::number(i);
-            EXPECT_EQ(readProfile(text("S"), key, text("lost"), file), key);
+    for (int writer = 0; writer < kWriters; ++writer) {
+        for (int i = 0; i < kKeys; ++i) {
+            EXPECT_EQ(get(u"S"_s, u"w%1k%2"_s.arg(writer).arg(i)), QString::number(i));
         }
     }
-    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 1) << "nothing else is left behind";
 }
 
-TEST_F(ProfileFile, WritingWhereNoFileCanBeIsAnErrorAndLeavesNothing) {
-    const QString nowhere = folder.filePath(QStringLiteral("missing/vkq.ini"));
-    EXPECT_FALSE(writeProfile(text("S"), text("a"), text("1"), nowhere).ok());
-    EXPECT_FALSE(writeProfile(text("S"), text("a"), text("1"), folder.path()).ok());
-    EXPECT_TRUE(QDir(folder.path()).isEmpty());
+TEST_F(ProfileFile, NoLockOrHalfWrittenFileStaysBehind) {
+    ASSERT_TRUE(set(u"A"_s, u"k"_s, u"1"_s));
+    ASSERT_TRUE(set(u"A"_s, u"k"_s, u"2"_s));
+    const QFileInfo info(path());
+    EXPECT_EQ(info.dir().entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList(u"some.ini"_s));
 }
 
-TEST_F(ProfileFile, WritingKeepsPermissionsAndFollowsALink) {
-    give("[S]\na=1\n");
-    QFile::setPermissions(file, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    const QString link = folder.filePath(QStringLiteral("link.ini"));
-    ASSERT_TRUE(QFile::link(file, link));
-    ASSERT_TRUE(writeProfile(text("S"), text("a"), text("2"), link).ok());
+TEST_F(ProfileFile, ALinkIsFollowedAndStaysALink) {
+    put("[A]\nk=1\n");
+    const QString link = path(u"link.ini"_s);
+    ASSERT_TRUE(QFile::link(path(), link));
+    ASSERT_TRUE(writeProfile(u"A"_s, u"k"_s, u"2"_s, link));
     EXPECT_TRUE(QFileInfo(link).isSymLink());
-    EXPECT_EQ(content(), QByteArray("[S]\na=2\n"));
-    EXPECT_FALSE(QFile::permissions(file) & (QFileDevice::ReadGroup | QFileDevice::ReadOther));
+    EXPECT_EQ(content(), "[A]\nk=2\n");
+}
+
+TEST_F(ProfileFile, PermissionsAreKept) {
+    put("[A]\nk=1\n");
+    const auto permissions = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup;
+    ASSERT_TRUE(QFile::setPermissions(path(), permissions));
+    ASSERT_TRUE(set(u"A"_s, u"k"_s, u"2"_s));
+    const auto kept = QFile::permissions(path()) & ~(QFile::ReadUser | QFile::WriteUser);
+    EXPECT_EQ(kept, permissions);
+}
+
+TEST_F(ProfileFile, AFolderInPlaceOfTheFileReadsAsNothingAndRefusesWrites) {
+    ASSERT_TRUE(QDir().mkdir(path()));
+    EXPECT_EQ(get(u"A"_s, u"k"_s), u"fallback"_s);
+    const Outcome outcome = writeProfile(u"A"_s, u"k"_s, u"1"_s, path());
+    ASSERT_FALSE(outcome);
+    EXPECT_EQ(outcome.error().number, ErrorNumber::PathAccess);
+    EXPECT_TRUE(QFileInfo(path()).isDir());
+}
+
+TEST_F(ProfileFile, AMissingFolderRefusesWrites) {
+    EXPECT_FALSE(writeProfile(u"A"_s, u"k"_s, u"1"_s, path(u"none/some.ini"_s)).ok());
+}
+
+TEST_F(ProfileFile, AReadOnlyFolderRefusesWritesAndKeepsTheFile) {
+    put("[A]\nk=1\n");
+    const QString folder = QFileInfo(path()).path();
+    const auto readable = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
+    ASSERT_TRUE(QFile::setPermissions(path(), readable));
+    ASSERT_TRUE(QFile::setPermissions(folder, readable | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther));
+    // The superuser may write everywhere, so another process tries as nobody.
+    const pid_t pid = fork();
+    ASSERT_GE(pid, 0);
+    if (pid == 0) {
+        constexpr uid_t kNobody = 65534;
+        if (geteuid() == 0 && setuid(kNobody) != 0) {
+            _exit(2);
+        }
+        const bool refused = !set(u"A"_s, u"k"_s, u"2"_s);
+        _exit(refused && get(u"A"_s, u"k"_s) == u"1"_s ? 0 : 1);
+    }
+    int status = -1;
+    ASSERT_EQ(waitpid(pid, &status, 0), pid);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(content(), "[A]\nk=1\n");
+    EXPECT_TRUE(QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+}
+
+TEST_F(ProfileFile, AFileAboveOneMebibyteIsReadUpToThere) {
+    QByteArray big("[A]\nk=1\n");
+    big += QByteArray(1024 * 1024, '\n');
+    big += "j=2\n";
+    put(big);
+    EXPECT_EQ(get(u"A"_s, u"k"_s), u"1"_s);
+    EXPECT_EQ(get(u"A"_s, u"j"_s), u"fallback"_s);
+}
+
+TEST_F(ProfileFile, GetIniStringIsTheSameReading) {
+    put("[A]\nk=1\n");
+    EXPECT_EQ(GetIniString(u"A"_s, u"k"_s, u"x"_s, path()), u"1"_s);
+    EXPECT_EQ(GetIniString(u"A"_s, u"none"_s, u"x"_s, path()), u"x"_s);
 }
 
 } // namespace

@@ -2,38 +2,75 @@
 #include "platform/wholefile.h"
 
 #include "platform/programfolder.h"
-#include "support/strings.h"
+#include "support/printing.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
-#include <gtest/gtest.h>
+using namespace Qt::StringLiterals;
 
 namespace sixtrace {
 namespace {
 
-TEST(WholeFile, ReplacesAFileWhole) {
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("a.bin"));
-    ASSERT_TRUE(writeWhole(path, "first and longer").ok());
-    ASSERT_TRUE(writeWhole(path, "second").ok());
+QByteArray contentOf(const QString& path) {
     QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll(), QByteArray("second"));
-    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no such file)");
 }
 
-TEST(WholeFile, NamesTheReasonWhenItCannotWrite) {
+TEST(WriteWhole, MakesAndReplacesAFile) {
     const QTemporaryDir folder;
-    EXPECT_EQ(writeWhole(folder.path(), "x").error().number, ErrorNumber::PathAccess);
-    EXPECT_EQ(writeWhole(folder.filePath(QStringLiteral("no/a.bin")), "x").error().number, ErrorNumber::PathNotFound);
-    EXPECT_TRUE(QDir(folder.path()).isEmpty());
+    const QString path = folder.filePath(u"a.bin"_s);
+    ASSERT_TRUE(writeWhole(path, QByteArray("one\0two", 7)));
+    EXPECT_EQ(contentOf(path), QByteArray("one\0two", 7));
+    ASSERT_TRUE(writeWhole(path, QByteArray()));
+    EXPECT_EQ(contentOf(path), QByteArray());
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList(u"a.bin"_s));
 }
 
-TEST(ProgramFolder, EndsInOneSeparator) {
-    EXPECT_EQ(withSeparator(text("/opt/sixtrace")), text("/opt/sixtrace/"));
-    EXPECT_EQ(withSeparator(text("/")), text("/")) << "a folder at the root gets no second one";
+TEST(WriteWhole, FollowsALink) {
+    const QTemporaryDir folder;
+    ASSERT_TRUE(writeWhole(folder.filePath(u"real"_s), "old"));
+    ASSERT_TRUE(QFile::link(folder.filePath(u"real"_s), folder.filePath(u"link"_s)));
+    ASSERT_TRUE(writeWhole(folder.filePath(u"link"_s), "new"));
+    EXPECT_TRUE(QFileInfo(folder.filePath(u"link"_s)).isSymLink());
+    EXPECT_EQ(contentOf(folder.filePath(u"real"_s)), "new");
+}
+
+TEST(WriteWhole, NamesAFolderInPlaceOfTheFile) {
+    const QTemporaryDir folder;
+    const Outcome outcome = writeWhole(folder.path(), "x");
+    ASSERT_FALSE(outcome);
+    EXPECT_EQ(outcome.error().code(), 75);
+}
+
+TEST(WriteWhole, NamesAMissingFolder) {
+    const QTemporaryDir folder;
+    const Outcome outcome = writeWhole(folder.filePath(u"none/a"_s), "x");
+    ASSERT_FALSE(outcome);
+    EXPECT_EQ(outcome.error().code(), 76);
+}
+
+TEST(WriteWhole, LeavesDevicesAlone) {
+    const Outcome outcome = writeWhole(u"/dev/null"_s, "x");
+    ASSERT_FALSE(outcome);
+    EXPECT_EQ(outcome.error().code(), 75);
+}
+
+
+TEST(WithSeparator, AddsOneAndNeverTwo) {
+    EXPECT_EQ(withSeparator(u"/some/where"_s), u"/some/where/"_s);
+    EXPECT_EQ(withSeparator(u"/some/where/"_s), u"/some/where/"_s);
+    EXPECT_EQ(withSeparator(u"/"_s), u"/"_s);
+}
+
+TEST(EnsureFolder, MakesAFolderAndItsParents) {
+    const QTemporaryDir folder;
+    ensureFolder(folder.filePath(u"a/b"_s));
+    EXPECT_TRUE(QFileInfo(folder.filePath(u"a/b"_s)).isDir());
+    ensureFolder(folder.filePath(u"a/b"_s));
+    EXPECT_TRUE(QFileInfo(folder.filePath(u"a/b"_s)).isDir());
 }
 
 } // namespace

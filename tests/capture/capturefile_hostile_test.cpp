@@ -1,0 +1,302 @@
+// SPDX-License-Identifier: MIT
+// Damaged and hostile captures, against a second reader that goes step by step and knows nothing of windows or speed.
+#include "capture/bytes.h"
+
+#include <algorithm>
+#include <optional>
+#include <random>
+
+using namespace Qt::StringLiterals;
+
+namespace sixtrace {
+namespace {
+
+using test::Block;
+using test::capture;
+
+/// One number of the file at a time; a number that the file does not hold whole is missing.
+class StepByStep {
+public:
+    StepByStep(const QByteArray& bytes, publicM& model)
+        : m_bytes(bytes)
+        , m(model) {}
+
+    void read() {
+        m_at = 10;
+        for (std::size_t c = 0; c < 6; ++c) {
+            m.ChannelPresent[c] = 0;
+            m.ProbeExp[c] = 0;
+            m.ChannelXShift[c] = 0;
+            m.SampleCount[c] = 0;
+        }
+        while (m_at < m_bytes.size() && block()) {
+        }
+    }
+
+private:
+    std::optional<std::uint64_t> bits(int size) {
+        const std::int64_t at = m_at;
+        m_at += size;
+        if (at + size > m_bytes.size()) {
+            return std::nullopt;
+        }
+        std::uint64_t value = 0;
+        for (int i = 0; i < size; ++i) {
+            value |= static_cast<std::uint64_t>(static_cast<unsigned char>(m_bytes.at(static_cast<qsizetype>(at + i)))) << (8 * i);
+        }
+        return value;
+    }
+    void int32(std::int32_t& target) {
+        if (const auto value = bits(4)) {
+            target = static_cast<std::int32_t>(*value);
+        }
+    }
+    void int16(std::int16_t& target) {
+        if (const auto value = bits(2)) {
+            target = static_cast<std::int16_t>(*value);
+        }
+    }
+    void real(float& target) {
+        if (const auto value = bits(4)) {
+            const auto raw = static_cast<std::uint32_t>(*value);
+            std::memcpy(&target, &raw, 4);
+        }
+    }
+    static void narrow(std::int16_t& target, std::int64_t value) {
+        if (value >= -32768 && value <= 32767) {
+            target = static_cast<std::int16_t>(value);
+        }
+    }
+
+    bool block() {
+        if (bits(1) != std::uint64_t{'C'} || bits(1) != std::uint64_t{'H'}) {
+            return false;
+        }
+        const auto id = bits(1);
+        const QByteArray ids("12ABCD");
+        if (id && ids.contains(static_cast<char>(*id))) {
+            m_c = static_cast<std::size_t>(ids.indexOf(static_cast<char>(*id)));
+            m.ChannelPresent[m_c] = 1;
+        }
+        m_at += 4;
+        int32(m.ScreenPoints[m_c]);
+        int32(m.SampleCount[m_c]);
+        int32(m.ScanPoint[m_c]);
+        int32(m.TimeIndex[m_c]);
+        if (const auto raw = bits(4)) {
+            const std::int64_t level = 100 - std::int64_t{static_cast<std::int32_t>(*raw)};
+            m.ZeroLevel[m_c] = level > 2147483647 ? m.ZeroLevel[m_c] : static_cast<std::int32_t>(level);
+        }
+        int32(m.VoltIndex[m_c]);
+        if (m.FileKind == 1) {
+            m.ProbeExp[m_c] = 0;
+        } else {
+            int16(m.ProbeExp[m_c]);
+            m_at += 2;
+        }
+        real(m.SampleInterval[m_c]);
+        real(m.Frequency[m_c]);
+        real(m.Period[m_c]);
+        real(m.VoltPerCount[m_c]);
+        narrow(m.TimeIndexFile[m_c], m.TimeIndex[m_c]);
+        narrow(m.VoltIndexFile[m_c], m.VoltIndex[m_c]);
+        m.TimeIndexView[m_c] = m.TimeIndexFile[m_c];
+        narrow(m.VoltIndexView[m_c], m.VoltIndexFile[m_c] - 1);
+        samples();
+        return true;
+    }
+
+    void samples() {
+        const int channel = static_cast<int>(m_c);
+        const std::int64_t first = m_at;
+        const std::int64_t count = m.SampleCount[m_c];
+        int16(m.SampleData(channel, 0));
+        int least = m.SampleData(channel, 0);
+        int greatest = least;
+        // Behind the last row nothing is stored, so there is nothing to step through.
+        for (std::int64_t i = 1; i < std::min<std::int64_t>(count, kSampleRows); ++i) {
+            m_at = first + 2 * i;
+            int16(m.SampleData(channel, static_cast<int>(i)));
+            least = std::min<int>(least, m.SampleData(channel, static_cast<int>(i)));
+            greatest = std::max<int>(greatest, m.SampleData(channel, static_cast<int>(i)));
+        }
+        narrow(m.PeakToPeak[m_c], greatest - least);
+        const std::int64_t last = first + 2 * std::max<std::int64_t>(count - 1, 0);
+        const std::int64_t slots = m.ScreenPoints[m_c];
+        m_at = last + (count >= slots ? 2 : 2 * (slots - count) + 2);
+    }
+
+    const QByteArray& m_bytes;
+    publicM& m;
+    std::int64_t m_at = 0;
+    std::size_t m_c = 0;
+};
+
+/// Everything that a load writes, as one comparable list of numbers.
+std::vector<double> numbersOf(const publicM& m) {
+    std::vector<double> all{static_cast<double>(m.FileKind)};
+    const auto add = [&all](const auto& fields) {
+        for (const auto field : fields) {
+            all.push_back(static_cast<double>(field));
+        }
+    };
+    add(m.ChannelPresent);
+    add(m.ScreenPoints);
+    add(m.SampleCount);
+    add(m.ScanPoint);
+    add(m.TimeIndex);
+    add(m.ZeroLevel);
+    add(m.VoltIndex);
+    add(m.ProbeExp);
+    add(m.SampleInterval);
+    add(m.Frequency);
+    add(m.Period);
+    add(m.VoltPerCount);
+    add(m.TimeIndexFile);
+    add(m.VoltIndexFile);
+    add(m.TimeIndexView);
+    add(m.VoltIndexView);
+    add(m.PeakToPeak);
+    add(m.ChannelXShift);
+    for (int channel = 0; channel < kChannels; ++channel) {
+        for (int i = 0; i < kSampleRows; ++i) {
+            all.push_back(m.SampleData(channel, i));
+        }
+    }
+    return all;
+}
+
+/// What an earlier load left, recognisable in every field.
+void fillStale(publicM& m) {
+    for (std::size_t c = 0; c < 6; ++c) {
+        const auto n = static_cast<std::int16_t>(c);
+        m.ScreenPoints[c] = 7 + n;
+        m.ScanPoint[c] = 2;
+        m.TimeIndex[c] = m.TimeIndexFile[c] = n;
+        m.ZeroLevel[c] = 90 + n;
+        m.VoltIndex[c] = m.VoltIndexFile[c] = static_cast<std::int16_t>(n + 1);
+        m.SampleInterval[c] = 0.5F;
+        m.Frequency[c] = 440;
+        m.Period[c] = 2;
+        m.VoltPerCount[c] = 3;
+        m.PeakToPeak[c] = 1234;
+        m.ChannelXShift[c] = 8;
+        for (int i = 0; i < kSampleRows; ++i) {
+            m.SampleData(static_cast<int>(c), i) = static_cast<std::int16_t>((i * 37 + n * 11) % 401 - 200);
+        }
+    }
+}
+
+class HostileCapture : public test::CaptureTest {
+protected:
+    void compare(const QByteArray& content, const std::string& what) {
+        fillStale(*model);
+        const auto expected = std::make_unique<publicM>(*model);
+        load(content);
+        expected->FileKind = model->FileKind;
+        StepByStep(content, *expected).read();
+        ASSERT_TRUE(numbersOf(*model) == numbersOf(*expected)) << what;
+    }
+};
+
+QByteArray threeBlocks(const char* tag) {
+    return capture(tag, {{.screenPoints = 6, .sampleCount = 4, .filling = 2},
+                         {.mark = "CHX", .screenPoints = 3, .sampleCount = 3, .samples = {9, -9, 8}},
+                         {.mark = "CHD", .zeroLevel = -50, .voltIndex = 2, .probeExp = 1}});
+}
+
+TEST_F(HostileCapture, CutAtEveryByteItKeepsWhatWasReadAndTheRestStale) {
+    for (const char* tag : {"bin", "V11"}) {
+        const QByteArray whole = threeBlocks(tag);
+        for (int length = 6; length <= whole.size(); ++length) {
+            ASSERT_NO_FATAL_FAILURE(compare(whole.left(length), std::string(tag) + " cut at " + std::to_string(length)));
+        }
+    }
+}
+
+TEST_F(HostileCapture, CutInsideItsFirstSixBytesItIsRefused) {
+    fillStale(*model);
+    const std::vector<double> before = numbersOf(*model);
+    for (int length = 0; length < 6; ++length) {
+        load(threeBlocks("V11").left(length));
+        model->FileKind = 0;
+        EXPECT_TRUE(numbersOf(*model) == before) << length;
+        EXPECT_EQ(view->frames, 0);
+    }
+}
+
+TEST_F(HostileCapture, CountsOfEverySizeEndAsStepByStepReadingWould) {
+    for (const std::int32_t count : {0, -1, 1, 3, 4, 5, 10231, 10232, 2147483647, -2147483647 - 1}) {
+        for (const std::int32_t slots : {0, -1, 1, 4, 5, 10232, 2147483647, -2147483647 - 1}) {
+            const QByteArray content =
+                capture("V11", {{.screenPoints = slots, .sampleCount = count, .filling = 1}, {.mark = "CHA"}});
+            ASSERT_NO_FATAL_FAILURE(
+                compare(content, std::to_string(count) + " samples in " + std::to_string(slots) + " slots"));
+        }
+    }
+}
+
+TEST_F(HostileCapture, SamplesBeyondTheArrayAreDroppedButSteppedOver) {
+    Block full{.screenPoints = 10233, .sampleCount = 10233};
+    full.samples.assign(10233, 5);
+    full.samples[10230] = 105;
+    full.samples[10231] = 3000; // does not count for the extremes
+    load("V11", {full, {.mark = "CH2"}});
+    EXPECT_EQ(model->SampleCount[0], 10233);
+    EXPECT_EQ(model->SampleData(0, 10230), 105);
+    EXPECT_EQ(model->PeakToPeak[0], 100);
+    EXPECT_EQ(model->SampleData(1, 0), 1); // the element behind the array is another one's
+    EXPECT_EQ(model->ChannelPresent[1], 1);
+}
+
+TEST_F(HostileCapture, AFullCaptureIsReadWhole) {
+    Block full{.screenPoints = 10231, .sampleCount = 10231};
+    full.samples.clear();
+    for (int i = 0; i < 10231; ++i) {
+        full.samples.push_back(i % 3001 - 1500);
+    }
+    std::vector<Block> blocks;
+    for (const char* mark : {"CH1", "CH2", "CHA", "CHB", "CHC", "CHD"}) {
+        blocks.push_back(full);
+        blocks.back().mark = mark;
+        blocks.back().samples[0] = static_cast<int>(blocks.size());
+    }
+    ASSERT_NO_FATAL_FAILURE(compare(capture("W11", blocks), "full"));
+    for (int channel = 0; channel < 6; ++channel) {
+        EXPECT_EQ(model->ChannelPresent[static_cast<std::size_t>(channel)], 1);
+        EXPECT_EQ(model->SampleData(channel, 0), channel + 1);
+        EXPECT_EQ(model->SampleData(channel, 10230), 10230 % 3001 - 1500);
+    }
+}
+
+TEST_F(HostileCapture, ManyBlocksBeyondTheReadersWindowAreAllRead) {
+    std::vector<Block> blocks(3000);
+    blocks.push_back({.mark = "CHD", .samples = {6, 6, 6, 7}});
+    ASSERT_NO_FATAL_FAILURE(compare(capture("V11", blocks), "many"));
+    EXPECT_EQ(model->SampleData(5, 3), 7);
+}
+
+TEST_F(HostileCapture, FlippedBytesNeverReadDifferentlyFromStepByStep) {
+    std::mt19937 random(7);
+    const QByteArray whole = threeBlocks("V11");
+    for (int i = 0; i < 400; ++i) {
+        QByteArray content = whole;
+        for (int flips = 0; flips <= i % 3; ++flips) {
+            const auto at = static_cast<qsizetype>(10 + random() % static_cast<std::uint32_t>(whole.size() - 10));
+            content[at] = static_cast<char>(random());
+        }
+        fillStale(*model);
+        const auto expected = std::make_unique<publicM>(*model);
+        load(content);
+        expected->FileKind = model->FileKind;
+        StepByStep(content, *expected).read();
+        const auto actual = numbersOf(*model);
+        const auto wanted = numbersOf(*expected);
+        const bool same = std::equal(actual.begin(), actual.end(), wanted.begin(), wanted.end(),
+                                     [](double a, double b) { return a == b || (a != a && b != b); });
+        ASSERT_TRUE(same) << i;
+    }
+}
+
+} // namespace
+} // namespace sixtrace

@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+#include "capture/readouts.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace sixtrace {
+namespace {
+
+constexpr NumberMarks kMarks{};
+
+std::string frequencyOf(float hertz) {
+    return frequencyText(hertz, kMarks).toStdString();
+}
+std::string periodOf(float hertz, float microseconds) {
+    return periodText(hertz, microseconds, kMarks).toStdString();
+}
+float above(float value) {
+    return std::nextafter(value, std::numeric_limits<float>::infinity());
+}
+float below(float value) {
+    return std::nextafter(value, 0.0F);
+}
+
+struct Threshold {
+    float hertz;
+    const char* under;
+    const char* at;
+    const char* over;
+    const char* periodUpTo;
+    const char* periodOver;
+};
+
+// The period is 1234.5 microseconds throughout, so that each row's unit and digits show.
+constexpr std::array kThresholds{
+    Threshold{10, "10.000 Hz", "10.000 Hz", "10.00 Hz", "0.00 S", "0.001 S"},
+    Threshold{100, "100.00 Hz", "100.00 Hz", "100.0 Hz", "0.001 S", "0.00123 S"},
+    Threshold{1000, "999.9 Hz", "1000.0 Hz", "1.000 KHz", "0.00123 S", "1.23 mS"},
+    Threshold{10000, "10.000 KHz", "10.000 KHz", "10.00 KHz", "1.23 mS", "1.235 mS"},
+    Threshold{100000, "100.00 KHz", "100.00 KHz", "100.0 KHz", "1.235 mS", "1.2345 mS"},
+    Threshold{1000000, "1000.0 KHz", "1000.0 KHz", "1.000 MHz", "1.2345 mS", "1234.500 uS"},
+    Threshold{10000000, "10.000 MHz", "10.000 MHz", "10.00 MHz", "1234.500 uS", "1234.5000 uS"},
+};
+
+TEST(FrequencyLadder, ThresholdsBelongToTheRowBelowThem) {
+    for (const Threshold& threshold : kThresholds) {
+        EXPECT_EQ(frequencyOf(threshold.hertz), threshold.at) << threshold.hertz;
+    }
+}
+
+TEST(FrequencyLadder, JustOverAThresholdTheNextRowAppliesAndJustUnderItTheLowerOne) {
+    for (const Threshold& threshold : kThresholds) {
+        EXPECT_EQ(frequencyOf(above(threshold.hertz)), threshold.over) << threshold.hertz;
+        if (threshold.hertz != 1000) {
+            EXPECT_EQ(frequencyOf(below(threshold.hertz)), threshold.under) << threshold.hertz;
+        }
+    }
+    EXPECT_EQ(frequencyOf(999.94F), "999.9 Hz");
+}
+
+TEST(PeriodLadder, UnitAndDigitsFollowTheFrequencyOnBothSidesOfEachThreshold) {
+    for (const Threshold& threshold : kThresholds) {
+        EXPECT_EQ(periodOf(below(threshold.hertz), 1234.5F), threshold.periodUpTo) << threshold.hertz;
+        EXPECT_EQ(periodOf(threshold.hertz, 1234.5F), threshold.periodUpTo) << threshold.hertz;
+        EXPECT_EQ(periodOf(above(threshold.hertz), 1234.5F), threshold.periodOver) << threshold.hertz;
+    }
+}
+
+TEST(FrequencyLadder, FrequencyOfZeroFallsIntoTheLastRow) {
+    EXPECT_EQ(frequencyOf(0), "0.000 Hz");
+    EXPECT_EQ(periodOf(0, 0), "0.00 S");
+}
+
+TEST(PeakToPeak, ExactlyOneThousandMillivoltsStayMillivolts) {
+    EXPECT_EQ(peakToPeakText(1000, kMarks), QStringLiteral("1000.000 mV"));
+    EXPECT_EQ(peakToPeakText(1000.5, kMarks), QStringLiteral("1.001 V"));
+    EXPECT_EQ(peakToPeakText(999.9994, kMarks), QStringLiteral("999.999 mV"));
+    EXPECT_EQ(peakToPeakText(0, kMarks), QStringLiteral("0.000 mV"));
+}
+
+TEST(Measurements, ProbeExponent2With100CountsOf0Point4MillivoltsReadsFourVolts) {
+    auto model = std::make_unique<publicM>();
+    model->ChannelPresent[3] = 1;
+    model->ProbeExp[3] = 2;
+    model->PeakToPeak[3] = 100;
+    model->VoltPerCount[3] = 0.4F;
+    EXPECT_EQ(measurementTexts(*model, 3, kMarks).peakToPeak, QStringLiteral("4.000 V"));
+}
+
+TEST(Measurements, ChannelThatTheCaptureLacksHasEmptyTexts) {
+    auto model = std::make_unique<publicM>();
+    model->Frequency[1] = 1000;
+    model->PeakToPeak[1] = 100;
+    const MeasurementTexts texts = measurementTexts(*model, 1, kMarks);
+    EXPECT_TRUE(texts.frequency.isEmpty());
+    EXPECT_TRUE(texts.period.isEmpty());
+    EXPECT_TRUE(texts.peakToPeak.isEmpty());
+}
+
+TEST(FrameTitles, TakeFourCharactersOfTheRowAndTheLanguage) {
+    const QString row = QStringLiteral("A            5  nS");
+    EXPECT_EQ(frameTitles(row, 0).cursor, QStringLiteral("A   光标"));
+    EXPECT_EQ(frameTitles(row, 0).timeBase, QStringLiteral("A   水平档位"));
+    EXPECT_EQ(frameTitles(row, 0).voltage, QStringLiteral("A   垂直档位"));
+    EXPECT_EQ(frameTitles(row, 1).cursor, QStringLiteral("A   Cursor"));
+    EXPECT_EQ(frameTitles(row, 7).timeBase, QStringLiteral("A   TimeBase"));
+    EXPECT_EQ(frameTitles(row, 1).voltage, QStringLiteral("A   Voltage"));
+    EXPECT_EQ(frameTitles(row, 1).channel, QStringLiteral("A   "));
+}
+
+} // namespace
+} // namespace sixtrace

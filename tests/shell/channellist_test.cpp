@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: MIT
+#include "shell/frmcomfixture.h"
+
+#include "capture/capturefile.h"
+#include "platform/framepanel.h"
+#include "platform/labels.h"
+#include "platform/listcombo.h"
+#include "platform/markerlabel.h"
+#include "platform/picturebox.h"
+#include "platform/positionbar.h"
+#include "platform/ticklist.h"
+
+#include <QLocale>
+
+namespace sixtrace {
+namespace {
+
+/// A reading as this machine's desktop writes its decimal mark.
+QString withSystemMark(const char* reading) {
+    return QString::fromLatin1(reading).replace(QLatin1Char('.'), QLocale::system().decimalPoint());
+}
+
+class ChannelListArea : public FrmComTest {
+protected:
+    /// Loads a capture with channel "A" only: 100 nS, 200 mV behind a 100:1 probe, 25 divisions up.
+    void loadChannelA() {
+        load();
+        CaptureBlock block{.id = 'A',
+                           .screenPoints = 600,
+                           .sampleCount = 4,
+                           .timeIndex = 4,
+                           .zeroLevel = 0,
+                           .voltIndex = 6,
+                           .probeExp = 2,
+                           .sampleInterval = 1,
+                           .frequency = 2500,
+                           .period = 400,
+                           .voltPerCount = 0.4F,
+                           .samples = {-50, 50, 0, 10}};
+        write(QStringLiteral("a.bin"), captureBytes(*captureForm("V11"), {block}));
+        dialogs.files.emplace_back(FileChoice{path(QStringLiteral("a.bin")), 1});
+        item("mnuOpen").trigger();
+    }
+    [[nodiscard]] TickList& list() const { return control<TickList>("List1"); }
+    [[nodiscard]] QString labelText(const char* name) const { return control<ReadoutLabel>(name).text(); }
+};
+
+TEST_F(ChannelListArea, SelectedRowFillsListsTitlesAndReadouts) {
+    loadChannelA();
+    list().setListIndex(0);
+    list().setListIndex(2);
+    EXPECT_EQ(form->selection().CurChannel, 2);
+    EXPECT_EQ(control<ListCombo>("Combo1").Text(), QStringLiteral("100nS"));
+    EXPECT_EQ(control<ListCombo>("Combo2").Text(), QStringLiteral("20.0 V")) << "row 5 of the 100:1 list";
+    EXPECT_EQ(control<FramePanel>("Frame1").caption(), QStringLiteral("A   光标"));
+    EXPECT_EQ(control<FramePanel>("Frame2").caption(), QStringLiteral("A   水平档位"));
+    EXPECT_EQ(control<FramePanel>("Frame3").caption(), QStringLiteral("A   垂直档位"));
+    EXPECT_EQ(control<FramePanel>("Frame4").caption(), QStringLiteral("A   "));
+    EXPECT_EQ(labelText("labPPe"), withSystemMark("2.500 KHz"));
+    EXPECT_EQ(labelText("LabPe"), withSystemMark("0.40 mS"));
+    EXPECT_EQ(labelText("LabMaxx"), withSystemMark("4.000 V"));
+}
+
+TEST_F(ChannelListArea, ChannelWithoutDataEmptiesTheReadoutsAndKeepsItsStaleRows) {
+    loadChannelA();
+    model->TimeIndexView[1] = 7;
+    model->VoltIndexView[1] = 3;
+    list().setListIndex(1);
+    EXPECT_TRUE(labelText("labPPe").isEmpty());
+    EXPECT_TRUE(labelText("LabPe").isEmpty());
+    EXPECT_TRUE(labelText("LabMaxx").isEmpty());
+    EXPECT_EQ(control<ListCombo>("Combo1").ListIndex(), 7);
+    EXPECT_EQ(control<ListCombo>("Combo2").ListIndex(), 3);
+    EXPECT_EQ(control<ListCombo>("Combo2").Text(), QStringLiteral("50.0mV")) << "relabelled for a probe factor of 1";
+}
+
+TEST_F(ChannelListArea, VoltRowMinus1LeavesTheListAsItIs) {
+    loadChannelA();
+    list().setListIndex(2);
+    model->VoltIndexView[1] = -1;
+    model->TimeIndexView[1] = 28;
+    list().setListIndex(1);
+    EXPECT_EQ(control<ListCombo>("Combo2").ListIndex(), 5);
+    EXPECT_EQ(control<ListCombo>("Combo1").ListIndex(), 4);
+}
+
+TEST_F(ChannelListArea, BarFollowsTheMarkerOfAChannelWithDataWithoutMovingIt) {
+    loadChannelA();
+    const double top = control<MarkerLabel>("image1(2)").Top();
+    EXPECT_DOUBLE_EQ(top, 6030 / 2.0 - 105);
+    control<MarkerLabel>("image1(2)").setTop(3000 + 6030 / 8.0 * 2.4);
+    list().setListIndex(2);
+    EXPECT_EQ(control<PositionBar>("VScroll1").Value(), 402) << "2.4 divisions below the middle";
+    EXPECT_DOUBLE_EQ(control<MarkerLabel>("image1(2)").Top(), 3000 + 6030 / 8.0 * 2.4);
+    EXPECT_TRUE(form->selection().ScrollLive);
+}
+
+TEST_F(ChannelListArea, SelectedMarkerAloneStandsOutInItsTracesColour) {
+    loadChannelA();
+    list().setListIndex(4);
+    EXPECT_EQ(control<MarkerLabel>("image1(4)").backColor(), QColor(0, 0x80, 0x40));
+    EXPECT_EQ(control<MarkerLabel>("image1(2)").backColor(), QColor(0, 255, 255));
+}
+
+TEST_F(ChannelListArea, TickOnAChannelWithoutDataShowsItsMarkerButNoTrace) {
+    loadChannelA();
+    form->show();
+    const QImage before = control<PictureBox>("Picture2").picture().view().copy();
+    list().setSelected(3, true);
+    EXPECT_TRUE(control<QWidget>("image1(3)").isVisible());
+    EXPECT_EQ(control<PictureBox>("Picture2").picture().view(), before);
+}
+
+TEST_F(ChannelListArea, ClearingATickHidesMarkerAndTraceAtOnce) {
+    loadChannelA();
+    form->show();
+    const QImage before = control<PictureBox>("Picture2").picture().view().copy();
+    list().setSelected(2, false);
+    EXPECT_TRUE(control<QWidget>("image1(2)").isHidden());
+    EXPECT_NE(control<PictureBox>("Picture2").picture().view(), before);
+}
+
+TEST_F(ChannelListArea, DuringTimedAcquisitionATickShowsTheMarkerButWaitsForTheNextFrame) {
+    loadChannelA();
+    form->show();
+    model->AutoRun = true;
+    const QImage before = control<PictureBox>("Picture2").picture().view().copy();
+    list().setSelected(2, false);
+    EXPECT_TRUE(control<QWidget>("image1(2)").isHidden());
+    EXPECT_EQ(control<PictureBox>("Picture2").picture().view(), before);
+    list().setListIndex(1);
+    EXPECT_EQ(form->selection().CurChannel, 1) << "the selected channel may still change";
+}
+
+} // namespace
+} // namespace sixtrace

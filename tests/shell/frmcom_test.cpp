@@ -1,0 +1,306 @@
+// SPDX-License-Identifier: MIT
+#include "shell/frmcomfixture.h"
+
+#include "capture/capturefile.h"
+#include "capture/scenes.h"
+#include "platform/labels.h"
+#include "platform/listcombo.h"
+#include "platform/markerlabel.h"
+#include "platform/picturebox.h"
+#include "platform/positionbar.h"
+#include "platform/ticklist.h"
+#include "platform/toolbar.h"
+#include "view/geometry.h"
+
+namespace sixtrace {
+namespace {
+
+/// The picture of an empty screen, drawn apart from the window.
+Picture emptyScreen(publicM& model) {
+    Picture picture(kSurfaceWidth, kSurfaceHeight);
+    Picture copy(kSurfaceWidth, kSurfaceHeight);
+    picture.BackColor = 4194368;
+    FrameRenderer().PicReDrawT(model, FrameInputs{}, picture, copy);
+    return picture;
+}
+
+bool samePixels(const Picture& one, const Picture& other) {
+    return one.view() == other.view();
+}
+
+class FrmComStart : public FrmComTest {};
+
+TEST_F(FrmComStart, FirstStartIsChineseWithLinesAndGraticuleAndLeavesJustTheLanguageKey) {
+    load();
+    EXPECT_EQ(read(QStringLiteral("vkq.ini")).simplified(), QByteArray("[Common] Language=0"));
+    EXPECT_EQ(model->LanguageId, 0);
+    EXPECT_TRUE(item("mnuChinese").isChecked());
+    EXPECT_TRUE(item("mnuLine").isChecked());
+    EXPECT_FALSE(item("mnuPoint").isChecked());
+    EXPECT_TRUE(item("mnuGraticule").isChecked());
+}
+
+TEST_F(FrmComStart, RowsShowLabelTimeVoltsAndTheExponentBehindEightBlanks) {
+    load();
+    const auto& list = control<TickList>("List1");
+    const QString rest = QStringLiteral("          5  nS          5.00mV        / 1");
+    EXPECT_EQ(list.count(), 6);
+    EXPECT_EQ(list.List(0), QStringLiteral("ch1") + rest);
+    EXPECT_EQ(list.List(1), QStringLiteral("ch2") + rest);
+    EXPECT_EQ(list.List(2), QStringLiteral("A  ") + rest);
+    EXPECT_EQ(list.List(3), QStringLiteral("B  ") + rest);
+    EXPECT_EQ(list.List(4), QStringLiteral("C  ") + rest);
+    EXPECT_EQ(list.List(5), QStringLiteral("D  ") + rest);
+}
+
+TEST_F(FrmComStart, FirstRowIsCurrentWithoutAnyTickWhileNoChannelIsChosen) {
+    load();
+    const auto& list = control<TickList>("List1");
+    EXPECT_EQ(list.ListIndex(), 0);
+    for (int row = 0; row < 6; ++row) {
+        EXPECT_FALSE(list.Selected(row));
+    }
+    EXPECT_EQ(form->selection().CurChannel, -1);
+    EXPECT_TRUE(form->selection().ScrollLive);
+}
+
+TEST_F(FrmComStart, ListsAreFilledAndTheBarStandsInTheMiddleOfRowZero) {
+    load();
+    const auto& times = control<ListCombo>("Combo1");
+    const auto& volts = control<ListCombo>("Combo2");
+    EXPECT_EQ(times.ListCount(), 28);
+    EXPECT_EQ(times.List(27), QStringLiteral("5   S"));
+    EXPECT_EQ(times.ListIndex(), 0);
+    EXPECT_EQ(volts.ListCount(), 10);
+    EXPECT_EQ(volts.List(0), QStringLiteral("50.0mV")) << "the probe exponent is 1 before any load";
+    EXPECT_EQ(volts.ListIndex(), 0);
+    EXPECT_EQ(control<ListCombo>("Combo3").ListCount(), 4);
+    EXPECT_EQ(control<ListCombo>("Combo3").ListIndex(), 0);
+    EXPECT_EQ(control<PositionBar>("VScroll1").Max(), 800);
+    EXPECT_EQ(control<PositionBar>("VScroll1").Value(), 400);
+}
+
+TEST_F(FrmComStart, EmptyScreenIsDrawnAndCopiedToTheHiddenPicture) {
+    load();
+    const Picture expected = emptyScreen(*model);
+    EXPECT_TRUE(samePixels(control<PictureBox>("Picture2").picture(), expected));
+    const Picture& hidden = control<PictureBox>("picHidden(0)").picture();
+    EXPECT_EQ(hidden.Point(0, 0), 16776960) << "the border";
+    EXPECT_EQ(hidden.Point(600, 200), 4194368) << "the copy is 600 by 400";
+}
+
+TEST_F(FrmComStart, SettingsReachColoursTicksAndLanguage) {
+    write(QStringLiteral("vkq.ini"), "[LineColor]\n0=1193046\n[GridColor]\nGrid= 255\n[Pic3Color]\nback=65280\n"
+                                     "[Pic2Color]\nBackColor=8388608\n"
+                                     "[Common]\nLanguage=1\nGraticule=False\nDrawLine=False\nDrawPoint=False\n");
+    load();
+    EXPECT_EQ(model->LineColor[0], 1193046);
+    EXPECT_EQ(model->BackColor, 8388608);
+    EXPECT_EQ(control<PictureBox>("Picture2").picture().BackColor, 8388608);
+    EXPECT_EQ(control<PictureBox>("picHidden(1)").picture().BackColor, 8388608);
+    EXPECT_EQ(control<PictureBox>("Picture2").picture().Point(0, 0), 255);
+    EXPECT_EQ(control<QWidget>("Picture3").palette().color(QPalette::Window), QColor(0, 255, 0));
+    EXPECT_EQ(control<QWidget>("CenterPoint").palette().color(QPalette::Window), QColor(0, 0, 128));
+    EXPECT_FALSE(item("mnuGraticule").isChecked());
+    EXPECT_FALSE(item("mnuLine").isChecked());
+    EXPECT_FALSE(item("mnuPoint").isChecked());
+    EXPECT_TRUE(item("mnuEnglish").isChecked());
+    EXPECT_FALSE(item("mnuChinese").isChecked());
+    EXPECT_EQ(control<TickList>("List1").chipColour(0), 1193046);
+    EXPECT_EQ(control<TickList>("List1").chipBack(), 8388608);
+}
+
+TEST_F(FrmComStart, SettingsFileOfAnyBytesStartsTheProgram) {
+    QByteArray bytes;
+    for (int i = 0; i < 4096; ++i) {
+        bytes.append(static_cast<char>((i * 31 + i / 256) & 0xFF));
+    }
+    write(QStringLiteral("vkq.ini"), bytes);
+    load();
+    EXPECT_EQ(model->GridColor, 16776960);
+}
+
+TEST_F(FrmComStart, ToolButtonsShowTheTicksOfTheirItems) {
+    load();
+    const auto& bar = control<ToolBar>("Toolbar1");
+    EXPECT_TRUE(bar.button(7).isTicked());
+    EXPECT_TRUE(bar.button(8).isTicked());
+    EXPECT_FALSE(bar.button(9).isTicked());
+    EXPECT_FALSE(bar.button(13).isTicked());
+    item("mnuPoint").setChecked(true);
+    EXPECT_TRUE(bar.button(9).isTicked());
+}
+
+class FrmComEnd : public FrmComTest {};
+
+TEST_F(FrmComEnd, ClosingTheWindowEndsTheProcess) {
+    load();
+    form->show();
+    form->close();
+    EXPECT_EQ(ends, 1);
+}
+
+TEST_F(FrmComEnd, ExitEndsTheProcessAtOnce) {
+    load();
+    item("mnuExit").trigger();
+    EXPECT_EQ(ends, 1);
+}
+
+TEST_F(FrmComEnd, NothingIsSavedAtTheEnd) {
+    load();
+    write(QStringLiteral("vkq.ini"), "; emptied\n");
+    form->close();
+    EXPECT_EQ(read(QStringLiteral("vkq.ini")), QByteArray("; emptied\n"));
+}
+
+class FrmComOpen : public FrmComTest {
+protected:
+    void open(const QString& name) {
+        dialogs.files.emplace_back(FileChoice{path(name), 1});
+        item("mnuOpen").trigger();
+    }
+    void writeScene(const char* name, const char* tag = "V11") {
+        const auto blocks = sceneBlocks(QString::fromLatin1(name), 1);
+        ASSERT_TRUE(blocks.has_value());
+        write(QStringLiteral("capture.bin"), captureBytes(*captureForm(tag), *blocks));
+    }
+};
+
+TEST_F(FrmComOpen, AsksForACaptureInTheDatFolderOfTheProgram) {
+    load();
+    item("mnuOpen").trigger();
+    ASSERT_EQ(dialogs.fileRequests.size(), 1U);
+    EXPECT_EQ(dialogs.fileRequests[0].fileName, path(QStringLiteral("dat/*.bin")));
+    EXPECT_EQ(dialogs.fileRequests[0].filter, QStringLiteral("KQX bin (*.bin)|*.bin|所有文件|*.*"));
+    EXPECT_EQ(dialogs.fileRequests[0].filterIndex, 1);
+    EXPECT_TRUE(control<PathLabel>("Label4").text().isEmpty()) << "a cancelled dialog changes nothing";
+}
+
+TEST_F(FrmComOpen, SixTracesAreTickedDrawnAndTheLastBlocksRowIsCurrent) {
+    load();
+    writeScene("six");
+    form->show();
+    open(QStringLiteral("capture.bin"));
+    const auto& list = control<TickList>("List1");
+    for (int channel = 0; channel < kChannels; ++channel) {
+        EXPECT_TRUE(list.Selected(channel));
+        EXPECT_TRUE(control<QWidget>(qPrintable(elementName(QStringLiteral("image1"), channel))).isVisible());
+    }
+    EXPECT_EQ(list.ListIndex(), 5);
+    EXPECT_EQ(form->selection().CurChannel, 5);
+    EXPECT_EQ(control<PathLabel>("Label4").text(), path(QStringLiteral("capture.bin")));
+    EXPECT_TRUE(control<PathLabel>("Label5").text().isEmpty());
+    EXPECT_FALSE(samePixels(control<PictureBox>("Picture2").picture(), emptyScreen(*model)));
+    EXPECT_EQ(control<MarkerLabel>("image1(5)").backColor(), QColor(255, 128, 0)) << "the selected marker stands out";
+    EXPECT_EQ(control<MarkerLabel>("image1(0)").backColor(), QColor(0, 255, 255)) << "the others blend in";
+}
+
+TEST_F(FrmComOpen, MarkersStandWhereTheFilesZeroLevelsSay) {
+    load();
+    CaptureBlock block{.id = 'A', .screenPoints = 4, .sampleCount = 4, .zeroLevel = 50, .samples = {0, 1, 2, 3}};
+    write(QStringLiteral("capture.bin"), captureBytes(*captureForm("V11"), {block}));
+    open(QStringLiteral("capture.bin"));
+    // 100 - 50 of 200 steps down a strip of 6030 twips, less half a marker's 210.
+    EXPECT_DOUBLE_EQ(control<MarkerLabel>("image1(2)").Top(), 6030 * 50 / 200.0 - 105);
+}
+
+TEST_F(FrmComOpen, MissingFileIsReportedAndNothingElseHappens) {
+    load();
+    open(QStringLiteral("none.bin"));
+    EXPECT_EQ(dialogs.messages,
+              QStringList{QStringLiteral(" no this file!\n\r\n\r") + path(QStringLiteral("none.bin"))});
+    ASSERT_EQ(dialogs.messageIcons.size(), 1U);
+    EXPECT_EQ(dialogs.messageIcons[0], MessageIcon::Critical);
+    EXPECT_TRUE(control<PathLabel>("Label4").text().isEmpty());
+}
+
+TEST_F(FrmComOpen, FolderInPlaceOfACaptureIsNoFile) {
+    load();
+    ASSERT_TRUE(QDir().mkpath(path(QStringLiteral("folder.bin"))));
+    open(QStringLiteral("folder.bin"));
+    EXPECT_EQ(dialogs.messages.size(), 1);
+}
+
+TEST_F(FrmComOpen, RefusedFileLeavesTheCaptureOnTheScreenWithoutAMessage) {
+    load();
+    writeScene("six");
+    open(QStringLiteral("capture.bin"));
+    const QImage before = control<PictureBox>("Picture2").picture().view().copy();
+    for (const char* content : {"", "KQ", "PNG and more", "KQXV02"}) {
+        write(QStringLiteral("bad.bin"), content);
+        open(QStringLiteral("bad.bin"));
+        EXPECT_EQ(control<PictureBox>("Picture2").picture().view(), before) << content;
+    }
+    EXPECT_EQ(model->FileKind, 0) << "the tag was the last reason";
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+}
+
+TEST_F(FrmComOpen, RefusedFileBeforeAnyCaptureIsSurvived) {
+    load();
+    write(QStringLiteral("bad.bin"), "nothing");
+    open(QStringLiteral("bad.bin"));
+    EXPECT_EQ(form->selection().CurChannel, -1);
+}
+
+TEST_F(FrmComOpen, HeaderOnlyUnticksAllRowsAndShowsTheGraticuleOnly) {
+    load();
+    writeScene("six");
+    open(QStringLiteral("capture.bin"));
+    writeScene("empty");
+    form->show();
+    open(QStringLiteral("capture.bin"));
+    for (int channel = 0; channel < kChannels; ++channel) {
+        EXPECT_FALSE(control<TickList>("List1").Selected(channel));
+        // The Open command ends by clamping the current channel's marker, which shows it.
+        EXPECT_EQ(control<QWidget>(qPrintable(elementName(QStringLiteral("image1"), channel))).isHidden(),
+                  channel != 5);
+    }
+    EXPECT_EQ(control<TickList>("List1").ListIndex(), 5) << "clearing a clear tick still moves the row";
+    EXPECT_TRUE(samePixels(control<PictureBox>("Picture2").picture(), emptyScreen(*model)));
+}
+
+TEST_F(FrmComOpen, LoadOfTheOtherFamilyRelabelsTheTimeList) {
+    load();
+    writeScene("sine", "V01");
+    open(QStringLiteral("capture.bin"));
+    EXPECT_EQ(control<ListCombo>("Combo1").List(2), QStringLiteral("25 nS"));
+    writeScene("sine", "W11");
+    open(QStringLiteral("capture.bin"));
+    EXPECT_EQ(control<ListCombo>("Combo1").List(2), QStringLiteral("20 nS"));
+    EXPECT_EQ(control<ListCombo>("Combo1").List(26), QStringLiteral("2   S"));
+    EXPECT_EQ(model->FileKind, 5);
+}
+
+TEST_F(FrmComOpen, NewClearsTheScreenAndTheNextFrameBringsTheTracesBack) {
+    load();
+    writeScene("six");
+    open(QStringLiteral("capture.bin"));
+    const QImage traces = control<PictureBox>("Picture2").picture().view().copy();
+    item("mnuNew").setVisible(true); // hidden items cannot be chosen; the command stays for those that call it
+    item("mnuNew").trigger();
+    const Picture& picture = control<PictureBox>("Picture2").picture();
+    EXPECT_EQ(picture.Point(0, 0), 4194368);
+    EXPECT_TRUE(control<TickList>("List1").Selected(0));
+    control<TickList>("List1").setSelected(0, true);
+    EXPECT_EQ(picture.view(), traces);
+}
+
+TEST_F(FrmComOpen, ToolButton2Opens) {
+    load();
+    control<ToolBar>("Toolbar1").button(2).click();
+    EXPECT_EQ(dialogs.fileRequests.size(), 1U);
+}
+
+TEST_F(FrmComOpen, ToolButtonsWithoutAHandlerDoNothing) {
+    load();
+    const QImage before = control<PictureBox>("Picture2").picture().view().copy();
+    for (const int index : {1, 5, 10, 15}) {
+        control<ToolBar>("Toolbar1").button(index).click();
+    }
+    EXPECT_TRUE(dialogs.fileRequests.empty());
+    EXPECT_EQ(control<PictureBox>("Picture2").picture().view(), before);
+    EXPECT_EQ(ends, 0);
+}
+
+} // namespace
+} // namespace sixtrace

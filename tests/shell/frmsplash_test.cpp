@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+#include "platform/look.h"
+#include "shell/frmsplash.h"
+
+#include <QApplication>
+#include <QtTest/QtTest>
+
+#include <gtest/gtest.h>
+
+namespace sixtrace {
+namespace {
+
+class Splash : public ::testing::Test {
+protected:
+    void SetUp() override {
+        applyLook(*qApp);
+        splash = std::make_unique<frmSplash>([this] { events.append(QStringLiteral("load")); },
+                                             [this] { events.append(QStringLiteral("show")); });
+        splash->show();
+    }
+    [[nodiscard]] QTimer& timer() const { return *splash->findChild<QTimer*>(QStringLiteral("Timer1")); }
+    /// Lets the running timer tick once, without its wait.
+    void tick() {
+        const int interval = timer().interval();
+        const bool done = splash->SplashDone();
+        timer().setInterval(0);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return splash->SplashDone() != done || !splash->isVisible(); }));
+        if (splash->SplashDone() == done) {
+            timer().setInterval(interval);
+        }
+    }
+    [[nodiscard]] QWidget* part(const char* name) const {
+        return splash->findChild<QWidget*>(QString::fromLatin1(name));
+    }
+
+    QStringList events;
+    std::unique_ptr<frmSplash> splash;
+};
+
+TEST_F(Splash, FirstTickComesAfter10MsAndLoadsTheMainWindowUnseen) {
+    EXPECT_EQ(timer().interval(), 10);
+    EXPECT_TRUE(timer().isActive());
+    EXPECT_FALSE(splash->SplashDone());
+    tick();
+    EXPECT_TRUE(splash->SplashDone());
+    EXPECT_EQ(events, QStringList{QStringLiteral("load")});
+    EXPECT_EQ(timer().interval(), 2500);
+    EXPECT_TRUE(splash->isVisible());
+}
+
+TEST_F(Splash, SecondTickUnloadsItAndShowsTheMainWindow) {
+    tick();
+    tick();
+    EXPECT_EQ(events, (QStringList{QStringLiteral("load"), QStringLiteral("show")}));
+    EXPECT_FALSE(splash->isVisible());
+    EXPECT_FALSE(timer().isActive());
+}
+
+TEST_F(Splash, KeyBeforeItsFirstTickStillBringsUpTheMainWindow) {
+    QTest::keyClick(splash.get(), Qt::Key_A);
+    EXPECT_EQ(events, QStringList{QStringLiteral("show")});
+    EXPECT_FALSE(splash->isVisible());
+}
+
+TEST_F(Splash, ClickOnThePictureBringsUpTheMainWindowAtOnce) {
+    tick();
+    QTest::mouseClick(part("imgLogo"), Qt::LeftButton);
+    EXPECT_EQ(events, (QStringList{QStringLiteral("load"), QStringLiteral("show")}));
+    EXPECT_FALSE(splash->isVisible());
+}
+
+TEST_F(Splash, ClickOnTheFrameBringsUpTheMainWindowAtOnce) {
+    QTest::mouseClick(part("Frame1"), Qt::LeftButton, {}, QPoint(20, 290));
+    EXPECT_EQ(events, QStringList{QStringLiteral("show")});
+}
+
+TEST_F(Splash, DismissedTwiceItShowsTheMainWindowOnce) {
+    splash->unload();
+    splash->unload();
+    splash->close();
+    EXPECT_EQ(events, QStringList{QStringLiteral("show")});
+}
+
+TEST_F(Splash, Is480By300WithAPictureOf196) {
+    EXPECT_EQ(splash->size(), QSize(480, 300));
+    EXPECT_EQ(part("imgLogo")->geometry().bottom() + 1, 196);
+}
+
+} // namespace
+} // namespace sixtrace

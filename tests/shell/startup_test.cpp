@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+#include "shell/startup.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace sixtrace {
+namespace {
+
+class StartSettingsFile : public ::testing::Test {
+protected:
+    StartSettings settingsOf(const QByteArray& text) {
+        const QString name = m_folder.filePath(QStringLiteral("vkq.ini"));
+        QFile file(name);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        file.close();
+        return readStartSettings(name);
+    }
+    [[nodiscard]] QString missing() const { return m_folder.filePath(QStringLiteral("none.ini")); }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+TEST_F(StartSettingsFile, MissingFileGivesEveryDefault) {
+    const StartSettings settings = readStartSettings(missing());
+    EXPECT_EQ(settings.LineColor, (PerChannel<Colour>{255, 65535, 16711935, 16711808, 4227072, 33023}));
+    EXPECT_EQ(settings.GridColor, 16776960);
+    EXPECT_EQ(settings.stripColor, 16776960);
+    EXPECT_EQ(settings.screenColor, 4194368);
+    EXPECT_EQ(settings.LanguageId, 0);
+    EXPECT_TRUE(settings.Graticule);
+    EXPECT_TRUE(settings.DrawLine);
+    EXPECT_FALSE(settings.DrawPoint);
+}
+
+TEST_F(StartSettingsFile, EveryKeyIsReadFromItsSection) {
+    const StartSettings settings =
+        settingsOf("[LineColor]\n0=1\n1=2\n2=3\n3=4\n4=5\n5=6\n[GridColor]\nGrid=7\n"
+                   "[Pic3Color]\nback=8\n[Pic2Color]\nBackColor=9\n"
+                   "[Common]\nLanguage=1\nGraticule=False\nDrawLine=False\nDrawPoint=True\n");
+    EXPECT_EQ(settings.LineColor, (PerChannel<Colour>{1, 2, 3, 4, 5, 6}));
+    EXPECT_EQ(settings.GridColor, 7);
+    EXPECT_EQ(settings.stripColor, 8);
+    EXPECT_EQ(settings.screenColor, 9);
+    EXPECT_EQ(settings.LanguageId, 1);
+    EXPECT_FALSE(settings.Graticule);
+    EXPECT_FALSE(settings.DrawLine);
+    EXPECT_TRUE(settings.DrawPoint);
+}
+
+TEST_F(StartSettingsFile, BlankBeforeTheDigitsIsSkippedAndFractionsAreRounded) {
+    const StartSettings settings = settingsOf("[LineColor]\n0= 255\n1=2.5\n2=3.5\n[GridColor]\nGrid=\" 12\"\n");
+    EXPECT_EQ(settings.LineColor[0], 255);
+    EXPECT_EQ(settings.LineColor[1], 2) << "halves to even";
+    EXPECT_EQ(settings.LineColor[2], 4);
+    EXPECT_EQ(settings.GridColor, 12);
+}
+
+TEST_F(StartSettingsFile, ColourThatIsNoNumberIsBlackNotItsDefault) {
+    EXPECT_EQ(settingsOf("[GridColor]\nGrid=cyan\n").GridColor, 0);
+}
+
+TEST_F(StartSettingsFile, EmptyValueGivesTheDefault) {
+    const StartSettings settings = settingsOf("[GridColor]\nGrid=\n[Common]\nGraticule=\nLanguage=\n");
+    EXPECT_EQ(settings.GridColor, 16776960);
+    EXPECT_TRUE(settings.Graticule);
+    EXPECT_EQ(settings.LanguageId, 0);
+}
+
+TEST_F(StartSettingsFile, NumberTooLargeForItsKeyGivesTheDefault) {
+    const StartSettings settings = settingsOf("[GridColor]\nGrid=99999999999\n[Common]\nLanguage=40000\n");
+    EXPECT_EQ(settings.GridColor, 16776960);
+    EXPECT_EQ(settings.LanguageId, 0);
+}
+
+TEST_F(StartSettingsFile, TruthValueThatIsNoSuchThingGivesTheDefaultAndNumbersCount) {
+    const StartSettings wrong = settingsOf("[Common]\nGraticule=maybe\nDrawLine=yes\nDrawPoint=no\n");
+    EXPECT_TRUE(wrong.Graticule);
+    EXPECT_TRUE(wrong.DrawLine);
+    EXPECT_FALSE(wrong.DrawPoint);
+    const StartSettings numbers = settingsOf("[Common]\nGraticule=0\nDrawLine=FALSE\nDrawPoint=-1\n");
+    EXPECT_FALSE(numbers.Graticule);
+    EXPECT_FALSE(numbers.DrawLine);
+    EXPECT_TRUE(numbers.DrawPoint);
+}
+
+TEST(ProgramFolder, RootOfADriveGetsNoSecondSeparator) {
+    auto model = std::make_unique<publicM>();
+    setProgramFolder(*model, QStringLiteral("/"));
+    EXPECT_EQ(model->AppDir, QStringLiteral("/"));
+    EXPECT_EQ(model->IniFile, QStringLiteral("/vkq.ini"));
+    setProgramFolder(*model, QStringLiteral("/opt/six"));
+    EXPECT_EQ(model->AppDir, QStringLiteral("/opt/six/"));
+    EXPECT_EQ(model->IniFile, QStringLiteral("/opt/six/vkq.ini"));
+}
+
+TEST(StartedModel, HasNoChannelProbeExponentsOf1AndTheFirstColumnOfTheTables) {
+    auto model = std::make_unique<publicM>();
+    prepareModel(*model, StartSettings{});
+    EXPECT_EQ(model->ChannelPresent, PerChannel<std::uint8_t>{});
+    EXPECT_EQ(model->ProbeExp, (PerChannel<std::int16_t>{1, 1, 1, 1, 1, 1}));
+    EXPECT_EQ(model->FileKind, 0);
+    EXPECT_DOUBLE_EQ(model->TimeBaseTable[2], 0.000025);
+    EXPECT_EQ(model->TimeBaseText[26], QStringLiteral("2.5 S"));
+    EXPECT_EQ(model->VoltRange[6], 100);
+}
+
+} // namespace
+} // namespace sixtrace

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: MIT
+// Pictures that a person has looked at, compared to the pixel. SIXTRACE_REGENERATE=1 writes them anew.
+#include "capture/capturefile.h"
+#include "capture/plaincaptureview.h"
+#include "capture/scenes.h"
+#include "view/scene.h"
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace sixtrace {
+namespace {
+
+using testing::TestScreen;
+
+void compareWithGolden(const Picture& picture, const QString& name) {
+    const QString golden = QStringLiteral(SIXTRACE_SOURCE_DIR "/tests/view/golden/") + name + QStringLiteral(".png");
+    const QImage actual = picture.view().convertToFormat(QImage::Format_RGB32);
+    if (qEnvironmentVariableIsSet("SIXTRACE_REGENERATE")) {
+        ASSERT_TRUE(actual.save(golden));
+        return;
+    }
+    const QImage expected = QImage(golden).convertToFormat(QImage::Format_RGB32);
+    ASSERT_EQ(expected.size(), actual.size()) << golden.toStdString();
+    if (expected == actual) {
+        return;
+    }
+    QImage difference(actual.size(), QImage::Format_RGB32);
+    int different = 0;
+    for (int y = 0; y < actual.height(); ++y) {
+        for (int x = 0; x < actual.width(); ++x) {
+            const bool same = actual.pixel(x, y) == expected.pixel(x, y);
+            difference.setPixel(x, y, same ? 0xFF000000U : 0xFFFFFFFFU);
+            different += same ? 0 : 1;
+        }
+    }
+    const QString beside = QStringLiteral(SIXTRACE_OUTPUT_DIR "/") + name;
+    actual.save(beside + QStringLiteral("_actual.png"));
+    difference.save(beside + QStringLiteral("_difference.png"));
+    FAIL() << different << " pixels differ; see " << beside.toStdString() << "_actual.png";
+}
+
+/// The screen after loading a scene in a form.
+void drawScene(TestScreen& screen, const char* scene, const char* form, std::uint32_t seed = 1) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("scene.bin"));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(captureBytes(*captureForm(form), *sceneBlocks(QString::fromLatin1(scene), seed)));
+    file.close();
+    PlainCaptureView view(*screen.model);
+    SimpleWav(path, *screen.model, view);
+    screen.inputs.selected = view.ticks;
+    screen.inputs.markerTop = view.markerTops;
+    screen.draw();
+}
+
+TEST(FrameGolden, EmptyScreenWithGraticuleOf12Divisions) {
+    TestScreen screen;
+    screen.draw();
+    compareWithGolden(screen.picture2, QStringLiteral("empty_graticule_12"));
+}
+
+TEST(FrameGolden, EmptyScreenWithGraticuleOf10Divisions) {
+    TestScreen screen;
+    screen.model->FileKind = 2;
+    screen.draw();
+    compareWithGolden(screen.picture2, QStringLiteral("empty_graticule_10"));
+}
+
+TEST(FrameGolden, EmptyScreenWithCrossOf12Divisions) {
+    TestScreen screen;
+    screen.inputs.graticule = false;
+    screen.draw();
+    compareWithGolden(screen.picture2, QStringLiteral("empty_cross_12"));
+}
+
+TEST(FrameGolden, EmptyScreenWithCrossOf10Divisions) {
+    TestScreen screen;
+    screen.inputs.graticule = false;
+    screen.model->FileKind = 3;
+    screen.draw();
+    compareWithGolden(screen.picture2, QStringLiteral("empty_cross_10"));
+}
+
+TEST(FrameGolden, SixTracesAsLines) {
+    TestScreen screen;
+    drawScene(screen, "six", "V11");
+    compareWithGolden(screen.picture2, QStringLiteral("six_lines"));
+}
+
+TEST(FrameGolden, SixTracesAsPoints) {
+    TestScreen screen;
+    screen.inputs.line = false;
+    drawScene(screen, "six", "V11");
+    compareWithGolden(screen.picture2, QStringLiteral("six_points"));
+}
+
+TEST(FrameGolden, TheSlowestFastTimeBase) {
+    TestScreen screen;
+    drawScene(screen, "scan-a", "V11");
+    compareWithGolden(screen.picture2, QStringLiteral("scan_a"));
+}
+
+TEST(FrameGolden, ASlowScanInItsFirstSweep) {
+    TestScreen screen;
+    drawScene(screen, "scan-b", "W11");
+    compareWithGolden(screen.picture2, QStringLiteral("scan_b"));
+}
+
+TEST(FrameGolden, ASlowScanWithItsGap) {
+    TestScreen screen;
+    drawScene(screen, "scan-c", "V10");
+    compareWithGolden(screen.picture2, QStringLiteral("scan_c"));
+}
+
+TEST(FrameGolden, ASlowScanWhoseGapHasWrappedRound) {
+    TestScreen screen;
+    drawScene(screen, "scan-d", "V01");
+    compareWithGolden(screen.picture2, QStringLiteral("scan_d"));
+}
+
+TEST(FrameGolden, ATraceFarOutsideTheScreen) {
+    TestScreen screen;
+    drawScene(screen, "sine", "V11");
+    screen.model->VoltIndexView[0] = 0; // a hundred times as high
+    screen.model->TimeIndexView[0] = 19;
+    screen.draw();
+    compareWithGolden(screen.picture2, QStringLiteral("far_outside"));
+}
+
+} // namespace
+} // namespace sixtrace

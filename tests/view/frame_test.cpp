@@ -1,0 +1,309 @@
+// SPDX-License-Identifier: MIT
+#include "view/frame.h"
+
+#include "view/scene.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <set>
+
+namespace sixtrace {
+namespace {
+
+using testing::samePicture;
+using testing::sameRows;
+using testing::TestScreen;
+
+constexpr Colour kRed = 255; // of channel 0
+
+/// Columns and rows at which a picture shows a colour.
+std::set<std::pair<int, int>> pixelsOf(const Picture& picture, Colour colour) {
+    std::set<std::pair<int, int>> pixels;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.Point(x, y) == colour) {
+                pixels.insert({x, y});
+            }
+        }
+    }
+    return pixels;
+}
+
+std::set<int> columnsOf(const Picture& picture, Colour colour) {
+    std::set<int> columns;
+    for (const auto& [x, y] : pixelsOf(picture, colour)) {
+        columns.insert(x);
+    }
+    return columns;
+}
+
+std::set<int> range(int first, int last) {
+    std::set<int> numbers;
+    for (int i = first; i <= last; ++i) {
+        numbers.insert(i);
+    }
+    return numbers;
+}
+
+/// A slow scan of `points` slots with one sample a pixel column, flat on row 130, away from grid and ticks.
+void addScan(TestScreen& screen, int points, int samples, int scan) {
+    screen.addChannel(0, points, samples);
+    screen.model->TimeIndex[0] = 22;
+    screen.model->TimeIndexView[0] = 22;
+    screen.model->ScanPoint[0] = scan;
+    for (int i = 0; i <= points; ++i) {
+        screen.model->SampleData(0, i) = 67; // row 133
+    }
+}
+
+TEST(Frame, AChannelThatIsSelectedButAbsentDrawsNothingAndTheLastColourIsLeftInForeColor) {
+    TestScreen screen;
+    screen.draw();
+    Picture empty(kSurfaceWidth, kSurfaceHeight);
+    empty.BitBlt(0, 0, kSurfaceWidth, kSurfaceHeight, screen.picture2, 0, 0);
+    screen.addChannel(2, 600, 600);
+    screen.model->ChannelPresent[2] = 0;
+    screen.draw();
+    EXPECT_TRUE(samePicture(screen.picture2, empty));
+    EXPECT_EQ(screen.picture2.ForeColor, screen.model->LineColor[5]);
+}
+
+TEST(Frame, AChannelThatIsPresentButUntickedDrawsNothing) {
+    TestScreen screen;
+    screen.addChannel(0, 600, 600);
+    screen.inputs.selected[0] = false;
+    screen.draw();
+    EXPECT_TRUE(pixelsOf(screen.picture2, kRed).empty());
+}
+
+TEST(Frame, ThePictureGoesToTheHiddenCopyAtItsEnd) {
+    TestScreen screen;
+    screen.addChannel(0, 600, 600);
+    screen.draw();
+    EXPECT_TRUE(sameRows(screen.picture2, screen.picHidden0, 600, 400));
+    EXPECT_EQ(screen.picHidden0.Point(600, 400), screen.picHidden0.BackColor) << "only 600 by 400 are copied";
+}
+
+TEST(Frame, AFullChannelInAFastTimeBaseNeverLooksAtTheScanPoint) {
+    TestScreen screen;
+    addScan(screen, 600, 600, 300);
+    screen.model->TimeIndex[0] = screen.model->TimeIndexView[0] = 21;
+    screen.draw();
+    EXPECT_EQ(columnsOf(screen.picture2, kRed), range(0, 599));
+}
+
+TEST(Frame, AScanInItsFirstSweepIsDrawnAsFarAsItHasCome) {
+    TestScreen screen;
+    addScan(screen, 600, 250, 250);
+    screen.draw();
+    EXPECT_EQ(columnsOf(screen.picture2, kRed), range(0, 249));
+}
+
+TEST(Frame, AScanLeavesAGapOfEightPercentAheadOfItsWritePosition) {
+    TestScreen screen;
+    addScan(screen, 600, 600, 200);
+    screen.model->PlotX(0, 200) = 1; // where an earlier frame left the row of the lift: inside the trace
+    screen.model->PlotY(0, 200) = 133;
+    screen.draw();
+    std::set<int> expected = range(0, 199);
+    expected.merge(range(248, 600));
+    EXPECT_EQ(columnsOf(screen.picture2, kRed), expected);
+}
+
+TEST(Frame, TheLiftOverTheGapLeavesADotWhereAnEarlierFrameHadTheWritePosition) {
+    TestScreen screen;
+    addScan(screen, 600, 600, 200);
+    screen.model->PlotX(0, 200) = 222;
+    screen.model->PlotY(0, 200) = 44;
+    screen.draw();
+    EXPECT_EQ(screen.picture2.Point(222, 44), kRed);
+    EXPECT_EQ(screen.model->PlotX(0, 200), 222) << "line mode does not visit the write position itself";
+    EXPECT_EQ(screen.picture2.Point(200, 133) == kRed, false);
+}
+
+TEST(Frame, InPointModeTheWritePositionItselfIsDrawn) {
+    TestScreen screen;
+    addScan(screen, 600, 600, 200);
+    screen.inputs.line = false;
+    screen.draw();
+    std::set<int> expected = range(0, 200);
+    expected.merge(range(248, 600));
+    EXPECT_EQ(columnsOf(screen.picture2, kRed), expected);
+    EXPECT_EQ(screen.model->PlotX(0, 200), 200);
+}
+
+TEST(Frame, AWritePositionOf0LeavesASingleDotAndTheSecondPartFromEightPercentOn) {
+    TestScreen screen;
+    addScan(screen, 600, 600, 0);
+    screen.model->PlotX(0, 0) = 20;
+    screen.model->PlotY(0, 0) = 44;
+    screen.draw();
+    std::set<int> expected = range(48, 600);
+    expected.insert(0);  // the dot of sample 0
+    expected.insert(20); // the lift
+    EXPECT_EQ(columnsOf(screen.picture2, kRed), expected);
+}
+
+TEST(Frame, AWritePositionOfExactly92PercentStillDrawsBothSweeps) {
+    TestScreen screen;
+    addScan(screen, 600, 600, 552);
+    screen.model->PlotX(0, 552) = 1;
+    screen.model->PlotY(0, 552) = 133;
+    screen.draw();
+    std::set<int> expected = range(0, 551);
+    expected.insert(600); // the second part is sample 600 alone
+    EXPECT_EQ(columnsOf(screen.picture2, kRed), expected);
+}
+
+TEST(Frame, BeyondIt92PercentTheGapHasEatenTheStartOfTheSweep) {
+    TestScreen screen;
+    addScan(screen, 600, 600, 570); // 48 - 30 = 18
+    screen.draw();
+    std::set<int> expected = range(18, 570);
+    expected.insert(0); // the dot of sample 0 is not joined to the trace
+    EXPECT_EQ(columnsOf(screen.picture2, kRed), expected);
+    EXPECT_EQ(screen.model->PlotX(0, 18), 18);
+    screen.inputs.line = false;
+    screen.draw();
+    EXPECT_EQ(columnsOf(screen.picture2, kRed), expected);
+}
+
+TEST(Frame, AFractionOfTheGapStaysInXWhileRowsAreRounded) {
+    // 330 slots over 600 columns, write position 100: the gap ends at 126.4, row 126, X = 126.4 * 600 / 330 = 229.8.
+    TestScreen screen;
+    addScan(screen, 330, 330, 100);
+    screen.draw();
+    EXPECT_EQ(screen.model->PlotX(0, 126), 230);
+    EXPECT_EQ(screen.model->PlotX(0, 127), 232) << "127.4 * 600 / 330 = 231.6";
+    EXPECT_EQ(screen.model->PlotX(0, 329), 599) << "329.4 * 600 / 330 = 598.9";
+    EXPECT_EQ(screen.model->PlotX(0, 330), 0) << "330.4 lies beyond the last slot";
+}
+
+TEST(Frame, WithoutTheGraticuleTheDottedGridIsGoneAndTheCentreCrossIsSolid) {
+    TestScreen screen;
+    screen.draw();
+    EXPECT_EQ(screen.picture2.Point(105, 50), screen.model->GridColor) << "one dot in five";
+    EXPECT_NE(screen.picture2.Point(106, 50), screen.model->GridColor);
+    EXPECT_NE(screen.picture2.Point(300, 33), screen.model->GridColor);
+    screen.inputs.graticule = false;
+    screen.draw();
+    EXPECT_NE(screen.picture2.Point(105, 50), screen.model->GridColor);
+    for (int i = 0; i <= 400; ++i) {
+        ASSERT_EQ(screen.picture2.Point(300, i), screen.model->GridColor) << i;
+    }
+    for (int i = 0; i <= 600; ++i) {
+        ASSERT_EQ(screen.picture2.Point(i, 200), screen.model->GridColor) << i;
+    }
+}
+
+TEST(Frame, DivisionTicksAre60UnitsApartWith10DivisionsAnd50Otherwise) {
+    const auto ticksBelowTheBorder = [](const TestScreen& screen, int row) {
+        std::set<int> columns;
+        for (int x = 1; x < 600; ++x) {
+            if (screen.picture2.Point(x, row) == screen.model->GridColor) {
+                columns.insert(x);
+            }
+        }
+        return columns;
+    };
+    TestScreen screen;
+    screen.inputs.graticule = false;
+    screen.model->FileKind = 2;
+    screen.draw();
+    std::set<int> tens;
+    std::set<int> fine;
+    for (int x = 60; x < 600; x += 60) {
+        tens.insert(x);
+    }
+    for (int x = 12; x < 600; x += 12) {
+        fine.insert(x);
+    }
+    EXPECT_EQ(ticksBelowTheBorder(screen, 9), tens);
+    EXPECT_EQ(ticksBelowTheBorder(screen, 4), fine);
+
+    screen.model->FileKind = 1;
+    screen.draw();
+    std::set<int> fifties;
+    std::set<int> fineOf12;
+    for (int x = 50; x < 600; x += 50) {
+        fifties.insert(x);
+    }
+    for (int x = 10; x < 600; x += 10) {
+        fineOf12.insert(x);
+    }
+    EXPECT_EQ(ticksBelowTheBorder(screen, 9), fifties);
+    EXPECT_EQ(ticksBelowTheBorder(screen, 4), fineOf12);
+}
+
+TEST(Frame, ARunTimeErrorEndsItQuietlyAndChannelsBehindItAreNotDrawn) {
+    TestScreen screen;
+    screen.addChannel(0, 600, 600);
+    screen.addChannel(1, 0, 600); // a division by zero
+    screen.addChannel(2, 600, 600);
+    screen.model->SampleData(0, 3) = 40;
+    screen.inputs.markerTop[2] = 1000;
+    screen.picHidden0.ForeColor = 0x123456;
+    screen.picHidden0.PSet(5, 5);
+    screen.draw();
+    EXPECT_FALSE(pixelsOf(screen.picture2, kRed).empty());
+    EXPECT_TRUE(pixelsOf(screen.picture2, screen.model->LineColor[2]).empty());
+    EXPECT_EQ(screen.picHidden0.Point(5, 5), 0x123456) << "an unfinished frame is not copied";
+}
+
+TEST(Frame, AMarkerBeyondSixteenBitsEndsTheFrameBehindTheGraticule) {
+    TestScreen screen;
+    screen.addChannel(0, 600, 600);
+    screen.inputs.markerTop[3] = 1e9;
+    screen.draw();
+    EXPECT_TRUE(pixelsOf(screen.picture2, kRed).empty());
+    EXPECT_EQ(screen.picture2.Point(0, 0), screen.model->GridColor);
+}
+
+TEST(Frame, MoreSamplesThanTheArraysHoldAreDrawnAsFarAsTheyGoAndEndTheFrame) {
+    TestScreen screen;
+    screen.addChannel(0, kSampleRows, INT_MAX);
+    screen.addChannel(1, 600, 600);
+    screen.draw();
+    EXPECT_EQ(screen.model->PlotX(0, kSampleRows - 1), 600);
+    EXPECT_EQ(columnsOf(screen.picture2, kRed).size(), 601U);
+    EXPECT_TRUE(pixelsOf(screen.picture2, screen.model->LineColor[1]).empty());
+}
+
+TEST(Frame, AnOverflowOfACoordinateEndsTheFrameAtThatSample) {
+    TestScreen screen;
+    screen.addChannel(0, 600, 600);
+    screen.model->VoltPerCount[0] = 1e9F; // a count is 10^8 pixels
+    screen.model->SampleData(0, 3) = 25;
+    screen.model->PlotX(0, 3) = -7;
+    screen.model->PlotY(0, 3) = -8;
+    screen.draw();
+    EXPECT_EQ(screen.model->PlotX(0, 2), 2);
+    EXPECT_EQ(screen.model->PlotX(0, 3), 3) << "X is stored before Y overflows";
+    EXPECT_EQ(screen.model->PlotY(0, 3), -8);
+    EXPECT_EQ(columnsOf(screen.picture2, kRed), range(0, 2));
+}
+
+TEST(Frame, PositionsOutsideTheScreenAreKeptUnclipped) {
+    TestScreen screen;
+    screen.addChannel(0, 600, 600);
+    screen.model->ChannelXShift[0] = -1000;
+    screen.model->SampleData(0, 0) = 30000;
+    screen.draw();
+    EXPECT_EQ(screen.model->PlotX(0, 0), -1000);
+    EXPECT_EQ(screen.model->PlotY(0, 0), 200 - 30000);
+}
+
+TEST(Frame, PicDrawSlowIsTheGraticuleAlone) {
+    TestScreen screen;
+    screen.draw();
+    Picture empty(kSurfaceWidth, kSurfaceHeight);
+    empty.BitBlt(0, 0, kSurfaceWidth, kSurfaceHeight, screen.picture2, 0, 0);
+    screen.addChannel(0, 600, 600);
+    screen.draw();
+    PicDrawSlow(*screen.model, true, screen.picture2);
+    EXPECT_TRUE(samePicture(screen.picture2, empty));
+}
+
+} // namespace
+} // namespace sixtrace

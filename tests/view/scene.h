@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "view/defaults.h"
+#include "view/frame.h"
+#include "view/geometry.h"
+
+#include <memory>
+
+namespace sixtrace::testing {
+
+/// A screen with a model in which channels can be set up by hand: one pixel a count, one sample a pixel, zero line in
+/// the middle, unless a test says otherwise.
+struct TestScreen {
+    std::unique_ptr<publicM> model = std::make_unique<publicM>();
+    FrameInputs inputs;
+    FrameRenderer renderer;
+    Picture picture2{kSurfaceWidth, kSurfaceHeight};
+    Picture picHidden0{kSurfaceWidth, kSurfaceHeight};
+    Picture picHidden1{kSurfaceWidth, kSurfaceHeight};
+
+    TestScreen() {
+        model->fillTables();
+        applyDefaultColours(*model);
+        model->FileKind = 4;
+        picture2.BackColor = model->BackColor;
+        picture2.Cls();
+        inputs.markerTop.fill(2910); // (105 + 2910) / 6030 * 400 = 200
+    }
+
+    void addChannel(int channel, int points, int samples) {
+        const auto c = static_cast<std::size_t>(channel);
+        model->ChannelPresent[c] = 1;
+        model->ScreenPoints[c] = points;
+        model->SampleCount[c] = samples;
+        model->TimeIndex[c] = 10;
+        model->TimeIndexFile[c] = 10;
+        model->TimeIndexView[c] = 10;
+        model->VoltIndexView[c] = 6;     // 0.5 V a division
+        model->VoltPerCount[c] = 10.0F;  // 50 counts are a division of 50 pixels
+        model->SampleInterval[c] = 1.0F;
+        inputs.selected[c] = true;
+    }
+
+    void draw() { renderer.PicReDrawT(*model, inputs, picture2, picHidden0); }
+};
+
+inline bool sameRows(const Picture& a, const Picture& b, int width, int height) {
+    for (int y = 0; y < height; ++y) {
+        if (!std::equal(a.row(y), a.row(y) + width, b.row(y))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+inline bool samePicture(const Picture& a, const Picture& b) { return sameRows(a, b, a.width(), a.height()); }
+
+} // namespace sixtrace::testing

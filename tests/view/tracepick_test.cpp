@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+#include "view/tracepick.h"
+
+#include "view/scene.h"
+
+#include <gtest/gtest.h>
+
+namespace sixtrace {
+namespace {
+
+using testing::TestScreen;
+
+TEST(CursorHit, TakesTheFirstLineLessThanTwoUnitsAway) {
+    const CursorPlaces places;
+    EXPECT_EQ(cursorUnder(places, 10, 101), CursorHit::Voltage1);
+    EXPECT_EQ(cursorUnder(places, 10, 98), CursorHit::None) << "a distance of exactly 2 is no hit";
+    EXPECT_EQ(cursorUnder(places, 10, 102), CursorHit::None);
+    EXPECT_EQ(cursorUnder(places, 10, 301), CursorHit::Voltage2);
+    EXPECT_EQ(cursorUnder(places, 179, 50), CursorHit::Time1);
+    EXPECT_EQ(cursorUnder(places, 421, 50), CursorHit::Time2);
+}
+
+TEST(CursorHit, BothPairsAtTheSameSpotGiveTheFirstVoltageCursor) {
+    EXPECT_EQ(cursorUnder({100, 100, 180, 180}, 180, 100), CursorHit::Voltage1);
+    EXPECT_EQ(cursorUnder({90, 100, 180, 180}, 180, 100), CursorHit::Voltage2);
+    EXPECT_EQ(cursorUnder({90, 90, 180, 180}, 180, 100), CursorHit::Time1);
+}
+
+class TracePickTest : public ::testing::Test {
+protected:
+    TracePickTest() {
+        screen.addChannel(1, 600, 600);
+        screen.addChannel(3, 600, 600);
+        screen.model->ChannelYPos[1] = 200;
+        screen.model->ChannelYPos[3] = 200;
+    }
+    TestScreen screen;
+};
+
+TEST_F(TracePickTest, TwoTracesAtTheSameSpotGiveTheLowerChannel) {
+    EXPECT_EQ(pickTrace(*screen.model, 50, 200).channel, 1);
+    screen.model->ChannelPresent[1] = 0;
+    EXPECT_EQ(pickTrace(*screen.model, 50, 200).channel, 3);
+}
+
+TEST_F(TracePickTest, ReachesFiveUnitsInclusive) {
+    EXPECT_EQ(pickTrace(*screen.model, 50, 205).channel, 1);
+    EXPECT_EQ(pickTrace(*screen.model, 50, 195).channel, 1);
+    EXPECT_EQ(pickTrace(*screen.model, 50, 206).channel, -1);
+}
+
+TEST_F(TracePickTest, AHiddenTraceCanBePicked) {
+    screen.inputs.selected.fill(false);
+    EXPECT_EQ(pickTrace(*screen.model, 50, 200).channel, 1);
+}
+
+TEST_F(TracePickTest, APressAtAnIndexEqualToSampleCountPassesTheRangeTest) {
+    screen.model->SampleCount[1] = 300; // two columns a sample: X = 600 is index 300
+    screen.model->SampleData(1, 300) = 0;
+    EXPECT_EQ(pickTrace(*screen.model, 600, 200).channel, 1);
+    EXPECT_EQ(pickTrace(*screen.model, 601, 200).channel, -1);
+    EXPECT_EQ(pickTrace(*screen.model, -1, 200).channel, -1);
+}
+
+TEST_F(TracePickTest, APressBesideTheSamplesSetsTheArrowAndOneAboveThemLeavesTheShape) {
+    EXPECT_EQ(pickTrace(*screen.model, -5, 200).pointer, MousePointer::Arrow);
+    EXPECT_EQ(pickTrace(*screen.model, 50, 100).pointer, std::nullopt);
+    EXPECT_EQ(hoverTrace(*screen.model, 50, 100).pointer, MousePointer::Arrow);
+    EXPECT_EQ(hoverTrace(*screen.model, 50, 200).pointer, MousePointer::EastWest);
+}
+
+TEST_F(TracePickTest, AnIndexOutsideTheArraysEndsTheSearch) {
+    screen.model->SampleCount[1] = 2000000;
+    const TracePick pick = pickTrace(*screen.model, 300, 200);
+    EXPECT_TRUE(pick.failed);
+    EXPECT_EQ(pick.channel, -1);
+    screen.model->SampleCount[1] = 0;
+    EXPECT_TRUE(pickTrace(*screen.model, 300, 200).failed) << "a division by zero";
+}
+
+} // namespace
+} // namespace sixtrace
