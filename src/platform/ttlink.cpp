@@ -1,6 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "platform/ttlink.h"
 
+#include "platform/programfolder.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
 namespace sixtrace {
 
 namespace {
@@ -17,6 +23,13 @@ void resolve(QLibrary& library, const char* name, Function& function) {
 }
 
 } // namespace
+
+QString ttLibraryFolder(const QString& appDir) {
+    if (QFileInfo::exists(appDir + QLatin1String(kLibraryFile))) {
+        return appDir;
+    }
+    return withSeparator(QDir::toNativeSeparators(QCoreApplication::applicationDirPath()));
+}
 
 TtLibrary::TtLibrary(const QString& folder)
     : m_library(folder + QLatin1String(kLibraryFile)) {}

@@ -32,6 +32,10 @@ public:
     virtual std::int32_t getTtData(char* buffer, std::int32_t count) = 0;
 };
 
+/// Where the transfer library lies: the program folder (which ends in a separator), or the executable's own where the
+/// program folder has none, as on an install for all users.
+[[nodiscard]] QString ttLibraryFolder(const QString& appDir);
+
 /// The transfer library "ttdll" of a folder, loaded when it is first needed. Where it is absent, or lacks a function,
 /// every call counts as failed.
 class TtLibrary final : public TtLink {
