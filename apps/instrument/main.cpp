@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
-// The simulated instrument: writes capture files of every form.
+// The simulated instrument: writes capture files of every form, and serves captures over a serial line and a USB link.
 #include "capture/scenes.h"
+#include "instrument/capturefeed.h"
+#include "instrument/serialserver.h"
+#include "instrument/serve.h"
+#include "instrument/usbserver.h"
 #include "platform/wholefile.h"
 
 #include <QCommandLineParser>
@@ -52,6 +56,72 @@ int writeCapture(const QString& path, const QString& formName, const QString& sc
     return written ? Done : fail(Failed, QStringLiteral("%1: %2").arg(path, written.error().description));
 }
 
+/// What the serving modes were asked for.
+struct ServeRequest {
+    QString serial;
+    QString usb;
+    QString form;
+    QString scene;
+    QString seed;
+    QStringList faults;
+    QString script;
+    QString rate;
+    QString idle;
+};
+
+int serveLinks(const ServeRequest& request) {
+    bool seedOk = false;
+    bool rateOk = false;
+    bool idleOk = false;
+    const std::uint32_t seed = request.seed.toUInt(&seedOk);
+    const int rate = request.rate.toInt(&rateOk);
+    const int idle = request.idle.toInt(&idleOk);
+    if (!seedOk || !rateOk || !idleOk || rate < 0 || idle < 0) {
+        return fail(WrongUse, QStringLiteral("--seed, --rate and --idle take whole numbers from 0 up"));
+    }
+    if (captureForm(request.form.toStdString()) == nullptr) {
+        return fail(WrongUse, QStringLiteral("unknown form \"%1\" (there are %2)").arg(request.form, formNames()));
+    }
+    if (request.scene != u"all" && !sceneBlocks(request.scene, 1)) {
+        return fail(WrongUse, QStringLiteral("unknown scene \"%1\" (--list names them)").arg(request.scene));
+    }
+    const auto standing = parsePlan(request.faults.join(u' '));
+    if (!standing || !standing->scene.isEmpty()) {
+        return fail(WrongUse, QStringLiteral("unknown fault (there are %1)").arg(faultNames()));
+    }
+    std::deque<FetchPlan> plans;
+    if (!request.script.isEmpty()) {
+        int badLine = 0;
+        const auto read = readScript(request.script, badLine);
+        if (!read) {
+            return fail(Failed, badLine == 0 ? QStringLiteral("%1 cannot be read").arg(request.script)
+                                             : QStringLiteral("%1: line %2 is not understood").arg(request.script).arg(badLine));
+        }
+        plans = *read;
+    }
+    CaptureFeed feed(request.form, request.scene, seed, *standing, std::move(plans));
+    std::vector<std::unique_ptr<LinkServer>> links;
+    QTextStream out(stdout);
+    if (!request.serial.isEmpty()) {
+        auto server = std::make_unique<SerialServer>(feed, request.serial, rate);
+        if (!server->open()) {
+            return fail(Failed, QStringLiteral("%1: the serial line cannot be made").arg(request.serial));
+        }
+        links.push_back(std::move(server));
+        out << "serial line at " << request.serial << Qt::endl;
+    }
+    if (!request.usb.isEmpty()) {
+        auto server = std::make_unique<UsbServer>(feed, request.usb);
+        if (!server->open()) {
+            return fail(Failed, QStringLiteral("%1: the socket cannot be made").arg(request.usb));
+        }
+        links.push_back(std::move(server));
+        out << "USB link at " << request.usb << Qt::endl;
+    }
+    serve(links, idle);
+    return Done;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -60,7 +130,7 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationVersion(QStringLiteral(SIXTRACE_VERSION));
 
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("A simulated instrument: writes captures of every form."));
+    parser.setApplicationDescription(QStringLiteral("A simulated instrument: writes captures of every form, or serves them."));
     parser.addHelpOption();
     parser.addVersionOption();
     const QCommandLineOption write(QStringLiteral("write"), QStringLiteral("Write a capture to <file>."),
@@ -72,7 +142,27 @@ int main(int argc, char** argv) {
     const QCommandLineOption seed(QStringLiteral("seed"), QStringLiteral("Seed of the noise, 1 by default."),
                                   QStringLiteral("number"), QStringLiteral("1"));
     const QCommandLineOption list(QStringLiteral("list"), QStringLiteral("List the scenes."));
-    parser.addOptions({write, form, scene, seed, list});
+    const QCommandLineOption serial(QStringLiteral("serial"),
+                                    QStringLiteral("Serve a serial line, a terminal that <link> is made to lead to."),
+                                    QStringLiteral("link"));
+    const QCommandLineOption usb(QStringLiteral("usb"), QStringLiteral("Serve the USB link at a local <socket>."),
+                                 QStringLiteral("socket"));
+    const QCommandLineOption fault(
+        QStringLiteral("fault"),
+        QStringLiteral("Go wrong in every fetch: NAME, NAME@BLOCK or NAME@BLOCKxTIMES, block 1 and once by default. "
+                       "May be given more than once. Names: %1.").arg(faultNames()),
+        QStringLiteral("fault"));
+    const QCommandLineOption script(
+        QStringLiteral("script"),
+        QStringLiteral("One line a fetch: faults, \"scene=NAME\", or \"clean\"; behind its end --fault holds."),
+        QStringLiteral("file"));
+    const QCommandLineOption rate(QStringLiteral("rate"),
+                                  QStringLiteral("Bytes a second on the serial line, 11520 by default; 0 does not pace."),
+                                  QStringLiteral("number"), QStringLiteral("11520"));
+    const QCommandLineOption idle(QStringLiteral("idle"),
+                                  QStringLiteral("End after so many seconds without a client, 600 by default; 0 never."),
+                                  QStringLiteral("seconds"), QStringLiteral("600"));
+    parser.addOptions({write, form, scene, seed, list, serial, usb, fault, script, rate, idle});
     if (!parser.parse(QCoreApplication::arguments())) {
         return fail(WrongUse, parser.errorText());
     }
@@ -90,8 +180,14 @@ int main(int argc, char** argv) {
     if (parser.isSet(list)) {
         return listScenes();
     }
+    if (parser.isSet(serial) || parser.isSet(usb)) {
+        return serveLinks({parser.value(serial), parser.value(usb), parser.value(form), parser.value(scene),
+                           parser.value(seed), parser.values(fault), parser.value(script), parser.value(rate),
+                           parser.value(idle)});
+    }
     if (!parser.isSet(write)) {
-        return fail(WrongUse, QStringLiteral("nothing to do: give --write or --list (--help tells more)"));
+        return fail(WrongUse,
+                    QStringLiteral("nothing to do: give --serial, --usb, --write or --list (--help tells more)"));
     }
     return writeCapture(parser.value(write), parser.value(form), parser.value(scene), parser.value(seed));
 }

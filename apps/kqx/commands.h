@@ -26,6 +26,7 @@ std::optional<int> parse(QCommandLineParser& parser, const QString& command, con
                          const QStringList& positional);
 
 /// The subcommands. `arguments` begin behind the subcommand's name.
+int fetch(const QStringList& arguments);
 int info(const QStringList& arguments);
 int screen(const QStringList& arguments);
 

@@ -17,7 +17,8 @@ struct Command {
     int (*run)(const QStringList& arguments);
 };
 
-constexpr std::array<Command, 2> kCommands{{
+constexpr std::array<Command, 3> kCommands{{
+    {"fetch", "fetch captures from the instrument", fetch},
     {"info", "tell what a capture file holds, and what is wrong with it", info},
     {"screen", "write the screen of a capture as a PNG file", screen},
 }};

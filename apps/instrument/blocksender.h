@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "instrument/fault.h"
+
+#include <QByteArray>
+
+#include <map>
+
+namespace sixtrace {
+
+/// The instrument's side of the block protocol as bytes in, bytes out: a state machine without clock and line. The
+/// receiver drives it, since everything is sent on its request. One object sends one file.
+class BlockSender {
+public:
+    enum class State { Waiting, HeaderSent, HeaderTaken, DataSent, EndSent, EndTaken, LastSent, Done, Aborted, Unplugged };
+
+    /// A file of `name` and `content` in blocks of 1024 bytes, a short rest in one of 128; or all in blocks of 128.
+    BlockSender(QByteArray name, QByteArray content, FetchPlan plan, bool shortBlocksOnly = false);
+
+    /// What goes onto the line when `byte` has come from it.
+    [[nodiscard]] QByteArray answer(unsigned char byte);
+
+    [[nodiscard]] State state() const { return m_state; }
+    /// Whether a receiver has asked for anything yet.
+    [[nodiscard]] bool begun() const { return m_state != State::Waiting; }
+    [[nodiscard]] bool over() const { return m_state >= State::Done; }
+
+    /// The bytes of one block with a right check value: `number` modulo 256, data filled to `size` with `filling`.
+    [[nodiscard]] static QByteArray block(int number, QByteArray data, int size, char filling);
+
+private:
+    [[nodiscard]] QByteArray sendHeader();
+    [[nodiscard]] QByteArray sendData();
+    [[nodiscard]] QByteArray sendNext();
+    [[nodiscard]] QByteArray faulty(int blockIndex, QByteArray bytes);
+    [[nodiscard]] bool takeFault(FaultKind kind, int blockIndex);
+
+    QByteArray m_name;
+    QByteArray m_content;
+    FetchPlan m_plan;
+    bool m_shortBlocksOnly;
+    std::map<std::pair<FaultKind, int>, int> m_spent;
+    State m_state = State::Waiting;
+    qsizetype m_offset = 0; ///< of the block being sent
+    int m_blockSize = 0;    ///< of the block being sent
+    int m_number = 1;       ///< of the block being sent
+    unsigned char m_previous = 0;
+    bool m_silent = false;
+};
+
+} // namespace sixtrace

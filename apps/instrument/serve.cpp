@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#include "instrument/serve.h"
+
+#include <algorithm>
+#include <csignal>
+#include <poll.h>
+
+namespace sixtrace {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+volatile std::sig_atomic_t g_ended = 0;
+
+void noteSignal(int) { g_ended = 1; }
+
+void catchSignals() {
+    struct sigaction action{};
+    action.sa_handler = noteSignal;
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        sigaction(number, &action, nullptr);
+    }
+}
+
+/// Milliseconds to the next thing to do, rounded up; at most a quarter of a second, so that a signal between two waits
+/// is not missed for long.
+int pauseFor(const std::vector<std::unique_ptr<LinkServer>>& links) {
+    auto wake = ServerClock::now() + 250ms;
+    for (const auto& link : links) {
+        wake = std::min(wake, link->wakeAt());
+    }
+    const auto rest = std::chrono::ceil<std::chrono::milliseconds>(wake - ServerClock::now()).count();
+    return static_cast<int>(std::max<long long>(rest, 0));
+}
+
+} // namespace
+
+void serve(const std::vector<std::unique_ptr<LinkServer>>& links, int idleSeconds) {
+    catchSignals();
+    auto lastHeard = ServerClock::now();
+    while (g_ended == 0) {
+        std::vector<pollfd> waiting;
+        for (const auto& link : links) {
+            waiting.push_back(link->waitFor());
+        }
+        poll(waiting.data(), waiting.size(), pauseFor(links));
+        for (const auto& link : links) {
+            if (link->step()) {
+                lastHeard = ServerClock::now();
+            }
+        }
+        if (idleSeconds > 0 && ServerClock::now() - lastHeard > std::chrono::seconds(idleSeconds)) {
+            return;
+        }
+    }
+}
+
+} // namespace sixtrace

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#include "platform/privatefolder.h"
+
+#include "platform/programfolder.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+#ifdef Q_OS_UNIX
+#include <cerrno>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
+namespace sixtrace {
+
+Result<QString> privateFolder() {
+    const QString cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+    ensureFolder(cache);
+    return privateFolderAt(cache + QStringLiteral("/sixtrace"));
+}
+
+Result<QString> privateFolderAt(const QString& path) {
+#ifdef Q_OS_UNIX
+    const QByteArray name = QFile::encodeName(path);
+    if (mkdir(name.constData(), S_IRWXU) != 0 && errno != EEXIST) {
+        return RuntimeError::ofErrno(errno);
+    }
+    struct stat found{};
+    if (lstat(name.constData(), &found) != 0) {
+        return RuntimeError::ofErrno(errno);
+    }
+    if (!S_ISDIR(found.st_mode) || found.st_uid != geteuid()) {
+        return RuntimeError::of(ErrorNumber::PathAccess);
+    }
+    if ((found.st_mode & 07777U) != S_IRWXU && chmod(name.constData(), S_IRWXU) != 0) {
+        return RuntimeError::ofErrno(errno);
+    }
+#else
+    ensureFolder(path); // below the user's own profile, which others cannot enter
+#endif
+    return withSeparator(QDir::toNativeSeparators(path));
+}
+
+Result<QString> autoGetFileIn(const QString& folder) {
+    const QString path = folder + QStringLiteral("AutoGet.bin");
+    if (QFileInfo(path).isSymLink() && !QFile::remove(path)) {
+        return RuntimeError::of(ErrorNumber::PathAccess);
+    }
+    return path;
+}
+
+Result<QString> autoGetFile() {
+    const Result<QString> folder = privateFolder();
+    if (!folder) {
+        return folder.error();
+    }
+    return autoGetFileIn(folder.value());
+}
+
+} // namespace sixtrace

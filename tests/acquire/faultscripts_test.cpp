@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+// Seeded fault scripts: what the numbered steps of the receiver make of each is worked out here at the level of whole
+// blocks, apart from the receiver's own code.
+#include "acquire/receivefixture.h"
+
+#include <random>
+
+using namespace sixtrace;
+
+namespace {
+
+constexpr int kSeeds = 300;
+constexpr int kBlock = 1024;
+constexpr int kMostRetries = 5;
+
+/// A plan without repeated blocks, and what has to come of it.
+struct Case {
+    FetchPlan plan;
+    int size = 0;
+    bool aborts = false;
+    int wholeBlocks = 0; ///< blocks accepted when it ends
+};
+
+int blocksOf(int size) { return (size + kBlock - 1) / kBlock; }
+
+/// Counted failures of one block: each of these costs one retry and is sent anew. A silent line costs them all.
+Case makeCase(unsigned seed) {
+    std::mt19937 random(seed);
+    const auto pick = [&random](int low, int high) { return low + static_cast<int>(random() % static_cast<unsigned>(high - low + 1)); };
+    constexpr std::array kCounted{FaultKind::Crc, FaultKind::Complement, FaultKind::Sequence, FaultKind::LostByte,
+                                  FaultKind::LostBlock};
+    Case made;
+    made.size = pick(1, 12000);
+    const int blocks = blocksOf(made.size);
+    const int faults = pick(1, 6);
+    for (int i = 0; i < faults; ++i) {
+        const int block = pick(0, blocks);
+        const int kind = pick(0, 9);
+        Fault fault{FaultKind::Crc, block, pick(1, 5)};
+        if (kind < 7) {
+            fault.kind = kCounted[static_cast<std::size_t>(pick(0, 4))];
+        } else if (kind == 7) {
+            fault.kind = FaultKind::Noise;
+        } else {
+            fault.kind = kind == 8 ? FaultKind::Stop : FaultKind::Silence;
+            fault.times = 1;
+        }
+        if (made.plan.at(fault.kind, block) != nullptr) {
+            continue;
+        }
+        made.plan.faults.push_back(fault);
+    }
+    // The sender asks its faults in this order: dead ends, then a lost block, then the damages, which all strike the
+    // same transmission, and noise, which hides whatever stands behind it.
+    for (int block = 0; block <= blocks && !made.aborts; ++block) {
+        const auto times = [&made, block](FaultKind kind) {
+            const Fault* fault = made.plan.at(kind, block);
+            return fault == nullptr ? 0 : fault->times;
+        };
+        if (times(FaultKind::Stop) > 0 || times(FaultKind::Silence) > 0) {
+            made.aborts = true;
+        }
+        int damages = std::max({times(FaultKind::Crc), times(FaultKind::Complement), times(FaultKind::Sequence),
+                                times(FaultKind::LostByte)});
+        const int noise = times(FaultKind::Noise);
+        // Of the transmissions behind the lost ones the first `noise` fail without being counted.
+        const int countedFailures = times(FaultKind::LostBlock) + std::max(0, damages - noise);
+        if (countedFailures >= kMostRetries) {
+            made.aborts = true;
+        }
+        if (!made.aborts) {
+            made.wholeBlocks = block;
+        }
+    }
+    return made;
+}
+
+class FaultScripts : public ReceiveFixture {};
+
+TEST_F(FaultScripts, ThreeHundredSeedsEndInTheRightFileOrTheRightAbortAndTheNextTransferIsClean) {
+    int aborted = 0;
+    for (unsigned seed = 1; seed <= kSeeds; ++seed) {
+        SCOPED_TRACE(seed);
+        const Case made = makeCase(seed);
+        const QByteArray content = pattern(made.size, static_cast<int>(seed));
+        const QString name = QStringLiteral("seed%1.bin").arg(seed);
+        form.text2 = path(name);
+        port.sent.clear();
+        port.waiting.clear();
+        BlockSender sender("capture.bin", content, made.plan);
+        connect(sender);
+        const Result<std::int32_t> result = receive.YModemReceive();
+        ASSERT_TRUE(result.ok());
+        if (made.aborts) {
+            ++aborted;
+            EXPECT_EQ(result.value(), -1);
+            EXPECT_TRUE(port.sent.endsWith("\x12\x12\x12\x12\x12\x08\x08\x08\x08\x08"));
+            const QByteArray written = QFile::exists(path(name)) ? stored(name) : QByteArray();
+            EXPECT_EQ(written, content.left(made.wholeBlocks * kBlock));
+        } else {
+            // Padding counts: 1024 for every block, 128 for a rest that fits such a block.
+            const int rest = made.size % kBlock;
+            const int padded = made.size - rest + (rest == 0 ? 0 : rest <= 128 ? 128 : kBlock);
+            EXPECT_EQ(result.value(), padded);
+            EXPECT_EQ(stored(name), content);
+            EXPECT_TRUE(port.sent.endsWith("\x06" "\x06" "C" "\x06"));
+        }
+        expectCleanTransferWorks();
+    }
+    // Both ends are really met.
+    EXPECT_GT(aborted, 60);
+    EXPECT_LT(aborted, 240);
+}
+
+} // namespace

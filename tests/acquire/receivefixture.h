@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "acquire/scriptedport.h"
+#include "instrument/blocksender.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace sixtrace {
+
+/// A receiver on a scripted line, storing into a folder of its own.
+class ReceiveFixture : public ::testing::Test {
+protected:
+    ReceiveFixture() {
+        form.text2 = path(QStringLiteral("got.bin"));
+        receive.ReadTimeoutMs = 10000;
+    }
+
+    [[nodiscard]] QString path(const QString& name) const { return folder.filePath(name); }
+    [[nodiscard]] QByteArray stored(const QString& name = QStringLiteral("got.bin")) const {
+        QFile file(path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+    }
+    void store(const QString& name, const QByteArray& content) const {
+        QFile file(path(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_EQ(file.write(content), content.size());
+    }
+    /// Bytes that differ from block to block and hold every value.
+    [[nodiscard]] static QByteArray pattern(int size, int seed = 1) {
+        QByteArray bytes;
+        unsigned state = static_cast<unsigned>(seed) * 2654435761U + 1;
+        for (int i = 0; i < size; ++i) {
+            state = state * 1664525U + 1013904223U;
+            bytes += static_cast<char>(state >> 24);
+        }
+        return bytes;
+    }
+    void connect(BlockSender& sender) {
+        port.answer = [&sender](unsigned char byte) { return sender.answer(byte); };
+    }
+    /// Receives a clean file over the same line and receiver.
+    void expectCleanTransferWorks() {
+        const QByteArray content = pattern(3000, 77);
+        BlockSender sender("again.bin", content, {});
+        connect(sender);
+        port.waiting.clear();
+        receive.ReadTimeoutMs = 10000;
+        form.text2 = path(QStringLiteral("again.bin"));
+        const Result<std::int32_t> result = receive.YModemReceive();
+        ASSERT_TRUE(result.ok());
+        EXPECT_EQ(result.value(), 2 * 1024 + 1024);
+        EXPECT_EQ(stored(QStringLiteral("again.bin")), content);
+        EXPECT_TRUE(sender.state() == BlockSender::State::Done);
+    }
+
+    QTemporaryDir folder;
+    std::unique_ptr<publicM> model = std::make_unique<publicM>();
+    ScriptedPort port;
+    RecordedForm form;
+    SerialReceive receive{port, form, *model};
+};
+
+} // namespace sixtrace

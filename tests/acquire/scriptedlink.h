@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/ttlink.h"
+
+#include <QByteArray>
+#include <QStringList>
+
+#include <algorithm>
+#include <functional>
+
+namespace sixtrace {
+
+/// A USB link without a cable: gives out `stream`, keeps every call as text. Once closed, it reads nothing.
+class ScriptedLink final : public TtLink {
+public:
+    QByteArray stream;
+    bool opens = true;
+    int failingRead = -1; ///< index of the ReadThread call that comes short, -1 for none
+    QStringList calls;
+    int reads = 0;
+
+    /// The stream of a transfer: header for `length` and content kind, then data.
+    static QByteArray transfer(const QByteArray& data, char kind = 0) {
+        QByteArray bytes(12, '\x7F');
+        bytes[0] = static_cast<char>(data.size() & 0xFF);
+        bytes[1] = static_cast<char>((data.size() >> 8) & 0xFF);
+        bytes[2] = static_cast<char>((data.size() >> 16) & 0xFF);
+        bytes[8] = kind;
+        return bytes + data;
+    }
+
+    std::int32_t InitializeTt(std::int32_t mode) override {
+        calls << QStringLiteral("InitializeTt %1").arg(mode);
+        m_open = opens;
+        return opens ? 1 : 0;
+    }
+    void closeTt(std::int32_t mode) override {
+        calls << QStringLiteral("closeTt %1").arg(mode);
+        m_open = false;
+    }
+    std::int32_t WriteThread(const char* bytes, std::int32_t count) override {
+        calls << QStringLiteral("WriteThread ") + QString::fromLatin1(bytes, count);
+        return m_open ? count : 0;
+    }
+    std::int32_t ReadThread(char* buffer, std::int32_t count) override {
+        calls << QStringLiteral("ReadThread %1").arg(count);
+        if (!m_open) {
+            return 0;
+        }
+        const qsizetype given = reads++ == failingRead ? 0 : std::min<qsizetype>(count, stream.size());
+        std::copy_n(stream.cbegin(), given, buffer);
+        stream.remove(0, given);
+        return static_cast<std::int32_t>(given);
+    }
+    std::int32_t senddatatoTt(const char* bytes, std::int32_t count) override { return WriteThread(bytes, count); }
+    std::int32_t getTtData(char* buffer, std::int32_t count) override { return ReadThread(buffer, count); }
+
+private:
+    bool m_open = false;
+};
+
+} // namespace sixtrace

@@ -1,0 +1,273 @@
+// SPDX-License-Identifier: MIT
+#include "acquire/crc16.h"
+#include "acquire/receivefixture.h"
+#include "support/strings.h"
+
+#include <random>
+
+using namespace sixtrace;
+
+namespace {
+
+QByteArray header(const QByteArray& field, int size = 128) { return BlockSender::block(0, field, size, '\0'); }
+
+class BlockReceive : public ReceiveFixture {
+protected:
+    /// Answers the first request with the given bytes and stays silent from then on.
+    void answerOnce(const QByteArray& bytes) {
+        port.answer = [this, bytes](unsigned char) {
+            const QByteArray all = m_answered ? QByteArray() : bytes;
+            m_answered = true;
+            return all;
+        };
+    }
+    void expectError(const Result<std::int32_t>& result, ErrorNumber number) {
+        ASSERT_FALSE(result.ok());
+        EXPECT_EQ(result.error().number, number);
+    }
+
+private:
+    bool m_answered = false;
+};
+
+TEST_F(BlockReceive, ASilentInstrumentSeesARequestFourRefusalsAndTheAbortInFiftySeconds) {
+    const auto result = receive.YModemReceive();
+    ASSERT_TRUE(result.ok());
+    EXPECT_EQ(result.value(), -1);
+    EXPECT_EQ(port.sent, "C" "\x0F\x0F\x0F\x0F" "\x12\x12\x12\x12\x12" "\x08\x08\x08\x08\x08");
+    // 100 ms of flush before the request; ten seconds and a flush before each refusal; ten seconds before the abort.
+    const std::deque<qint64> expected{100,   10200, 20300, 30400, 40500, 50500, 50500, 50500,
+                                      50500, 50500, 50500, 50500, 50500, 50500, 50500};
+    EXPECT_EQ(port.sentAt, expected);
+    EXPECT_EQ(form.text4History, (QStringList{text("1"), text("2"), text("3"), text("4"), text("5")}));
+}
+
+TEST_F(BlockReceive, AByteThatStartsNoBlockIsRefusedWithoutCounting) {
+    int answered = 0;
+    port.answer = [&answered](unsigned char) { return ++answered <= 20 ? QByteArray("x") : QByteArray(); };
+    const auto result = receive.YModemReceive();
+    ASSERT_TRUE(result.ok());
+    EXPECT_EQ(result.value(), -1);
+    EXPECT_EQ(port.sent, "C" + QByteArray(24, '\x0F') + "\x12\x12\x12\x12\x12" "\x08\x08\x08\x08\x08");
+}
+
+TEST_F(BlockReceive, TheBarReachesTheSizePlusOneAndIsNotMovedByTheLastBlock) {
+    BlockSender sender("w.bin", pattern(2500), {});
+    connect(sender);
+    ASSERT_TRUE(receive.YModemReceive().ok());
+    EXPECT_EQ(form.barMaximum, 2501);
+    EXPECT_EQ(form.bar, 2048);
+    EXPECT_EQ(form.text3, 4);
+    EXPECT_EQ(form.text4, 0);
+}
+
+TEST_F(BlockReceive, ABitmapGoesToItsBareNameWithoutAnyFolderPart) {
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(folder.path()));
+    for (const char* name : {"screen.bmp", "../screen.bmp", "/etc/screen.bmp", "C:\\windows\\screen.bmp", "c:screen.bmp"}) {
+        QFile::remove(path(QStringLiteral("screen.bmp")));
+        form.text2 = path(QStringLiteral("got.bin"));
+        BlockSender sender(name, "BM-picture", {});
+        connect(sender);
+        const auto result = receive.YModemReceive();
+        EXPECT_TRUE(result.ok()) << name;
+        EXPECT_EQ(form.text1, text(name));
+        EXPECT_EQ(form.text2, text("screen.bmp"));
+        EXPECT_EQ(model->ReceivedFile, text("screen.bmp"));
+        EXPECT_EQ(stored(QStringLiteral("screen.bmp")), "BM-picture") << name;
+    }
+    ASSERT_TRUE(QDir::setCurrent(before));
+}
+
+TEST_F(BlockReceive, ANameThatFillsItsBlockRunsOnIntoWhatTheBufferHoldsAndEndsWithError9WhereNoZeroComes) {
+    answerOnce(BlockSender::block(0, QByteArray(1024, 'n'), 1024, 'n'));
+    expectError(receive.YModemReceive(), ErrorNumber::SubscriptOutOfRange);
+    EXPECT_EQ(port.sent, "C");
+    expectCleanTransferWorks();
+}
+
+TEST_F(BlockReceive, ASizeTextWithoutAZeroByteEndsWithError9) {
+    answerOnce(BlockSender::block(0, QByteArray("w.bin\0", 6) + QByteArray(1018, '1'), 1024, '1'));
+    expectError(receive.YModemReceive(), ErrorNumber::SubscriptOutOfRange);
+    expectCleanTransferWorks();
+}
+
+TEST_F(BlockReceive, ASizeOfTwentyDigitsEndsWithAnOverflow) {
+    answerOnce(header(QByteArray("w.bin\0" "99999999999999999999\0", 27)));
+    expectError(receive.YModemReceive(), ErrorNumber::Overflow);
+    EXPECT_FALSE(QFile::exists(path(QStringLiteral("got.bin"))));
+    expectCleanTransferWorks();
+}
+
+TEST_F(BlockReceive, TheGreatestSizeOverflowsTheBar) {
+    answerOnce(header(QByteArray("w.bin\0" "2147483647\0", 17)));
+    expectError(receive.YModemReceive(), ErrorNumber::Overflow);
+}
+
+TEST_F(BlockReceive, FurtherFieldsBehindTheSizeAreReadAsPartOfTheNumber) {
+    answerOnce(header(QByteArray("w.bin\0" "12 34\0", 12)));
+    ASSERT_TRUE(receive.YModemReceive().ok());
+    EXPECT_EQ(form.barMaximum, 1235);
+}
+
+TEST_F(BlockReceive, ANegativeSizeWritesNothing) {
+    BlockSender sender("w.bin", "x", {});
+    QByteArray block = header(QByteArray("w.bin\0" "-5\0", 9));
+    bool first = true;
+    port.answer = [&](unsigned char byte) {
+        const QByteArray answer = sender.answer(byte);
+        return std::exchange(first, false) ? block : answer;
+    };
+    const auto result = receive.YModemReceive();
+    ASSERT_TRUE(result.ok());
+    EXPECT_EQ(result.value(), 128);
+    EXPECT_EQ(stored(), QByteArray());
+}
+
+TEST_F(BlockReceive, BlockNumber32767IsTheLastAndTheNextOverflows) {
+    int sentBlocks = 0;
+    port.answer = [&sentBlocks](unsigned char byte) {
+        return byte == 'C' || byte == 6 ? BlockSender::block(++sentBlocks, {}, 128, '\0') : QByteArray();
+    };
+    expectError(receive.YModemReceive(), ErrorNumber::Overflow);
+    EXPECT_EQ(sentBlocks, 32767);
+    EXPECT_EQ(form.text3, 32767);
+    expectCleanTransferWorks();
+}
+
+TEST_F(BlockReceive, AFileThatCannotBeMadeIsARunTimeErrorAndTheNextTransferIsClean) {
+    form.text2 = path(QStringLiteral("no/such/folder.bin"));
+    BlockSender sender("w.bin", "x", {});
+    connect(sender);
+    expectError(receive.YModemReceive(), ErrorNumber::PathNotFound);
+    expectCleanTransferWorks();
+}
+
+TEST_F(BlockReceive, ADeviceInPlaceOfAFileIsNotWrittenTo) {
+    form.text2 = QStringLiteral("/dev/null");
+    BlockSender sender("w.bin", "x", {});
+    connect(sender);
+    expectError(receive.YModemReceive(), ErrorNumber::PathAccess);
+}
+
+TEST_F(BlockReceive, AnEarlyEndLeavesTheFileAsFarAsItCame) {
+    const QByteArray content = pattern(5000);
+    BlockSender sender("w.bin", content, {{}, {{FaultKind::EarlyEnd, 3, 1}}});
+    connect(sender);
+    const auto result = receive.YModemReceive();
+    ASSERT_TRUE(result.ok());
+    EXPECT_EQ(result.value(), 2048);
+    EXPECT_EQ(stored(), content.left(2048));
+}
+
+TEST_F(BlockReceive, AnEndAtOnceGivesZeroBytes) {
+    answerOnce("\x04");
+    const auto result = receive.YModemReceive();
+    ASSERT_TRUE(result.ok());
+    EXPECT_EQ(result.value(), 0);
+    EXPECT_EQ(port.sent, "C" "\x06" "C" "\x06");
+}
+
+TEST_F(BlockReceive, ALineThatIsGoneDuringAWaitWithoutLimitIsARunTimeError) {
+    receive.ReadTimeoutMs = 0;
+    expectError(receive.YModemReceive(), ErrorNumber::DeviceIo);
+}
+
+TEST_F(BlockReceive, ASenderThatNeverPausesIsEndedByACancel) {
+    port.whileWaiting = [this] {
+        port.now += 7;
+        return QByteArray(4096, '\x55');
+    };
+    int yields = 0;
+    form.onYield = [this, &yields] {
+        if (++yields > 20000) {
+            model->XferCancel = 1;
+        }
+    };
+    const auto result = receive.YModemReceive();
+    ASSERT_TRUE(result.ok());
+    EXPECT_EQ(result.value(), -1);
+    EXPECT_TRUE(port.sent.endsWith("\x08\x08\x08\x08\x08"));
+}
+
+TEST_F(BlockReceive, RandomBytesNeverHarmTheReceiver) {
+    std::mt19937 random(7);
+    for (int round = 0; round < 200; ++round) {
+        int left = 40;
+        port.waiting.clear();
+        port.answer = [&random, &left](unsigned char) {
+            QByteArray bytes;
+            if (left-- > 0) {
+                bytes += static_cast<char>(random() % 5);
+                for (auto i = random() % 1400; i > 0; --i) {
+                    bytes += static_cast<char>(random());
+                }
+            }
+            return bytes;
+        };
+        const auto result = receive.YModemReceive();
+        if (result.ok()) {
+            EXPECT_GE(result.value(), -1);
+        }
+        EXPECT_FALSE(receive.running());
+    }
+    expectCleanTransferWorks();
+}
+
+TEST(NameFromTheLine, LosesEveryFolderPart) {
+    EXPECT_EQ(withoutFolder(text("a/b\\c:d.bmp")), text("d.bmp"));
+    EXPECT_EQ(withoutFolder(text("plain.bmp")), text("plain.bmp"));
+    EXPECT_EQ(withoutFolder(text("folder/")), QString());
+}
+
+class PlainReceive : public BlockReceive {
+protected:
+    PlainReceive() { QDir::setCurrent(folder.path()); }
+    ~PlainReceive() override { QDir::setCurrent(m_before); }
+
+private:
+    QString m_before = QDir::currentPath();
+};
+
+TEST_F(PlainReceive, TakesEveryBlockAsDataIntoAFixedFile) {
+    std::deque<QByteArray> blocks{BlockSender::block(1, "one", 128, '.'), BlockSender::block(1, "one", 128, '.'),
+                                  BlockSender::block(2, "two", 1024, '.'), "\x04"};
+    port.answer = [&blocks](unsigned char) {
+        QByteArray next;
+        if (!blocks.empty()) {
+            next = blocks.front();
+            blocks.pop_front();
+        }
+        return next;
+    };
+    const auto result = receive.XModemReceive();
+    ASSERT_TRUE(result.ok());
+    EXPECT_EQ(result.value(), 128 + 1024); // the repeat of block 1 was acknowledged and dropped
+    EXPECT_EQ(stored(QStringLiteral("test.bmp")), "one" + QByteArray(125, '.') + "two" + QByteArray(1021, '.'));
+    EXPECT_EQ(port.sent, "C" "\x06\x06\x06\x06");
+}
+
+TEST_F(PlainReceive, RepeatsTheRequestAndFallsBackToAChecksumAtTheFifthRetry) {
+    // A block of 128 bytes with a sum of 200, and its one-byte checksum: 127 ones and a 73.
+    QByteArray data = QByteArray(127, '\x01') + '\x49';
+    QByteArray block = QByteArray("\x01\x01\xFE") + data + '\xC8';
+    int sentBytes = 0;
+    port.answer = [&](unsigned char) {
+        ++sentBytes;
+        return sentBytes == 6 ? block : sentBytes == 7 ? QByteArray("\x04") : QByteArray();
+    };
+    const auto result = receive.XModemReceive();
+    ASSERT_TRUE(result.ok());
+    EXPECT_EQ(result.value(), 128);
+    EXPECT_EQ(port.sent, "CCCCC" "\x0F" "\x06\x06");
+}
+
+TEST_F(PlainReceive, AbortsAtTheFifthRetryBehindAStartByte) {
+    port.answer = [](unsigned char byte) { return byte == 0x12 || byte == 8 ? QByteArray() : QByteArray("\x01\x01"); };
+    const auto result = receive.XModemReceive();
+    ASSERT_TRUE(result.ok());
+    EXPECT_EQ(result.value(), -1);
+    EXPECT_EQ(port.sent, "C" "\x0F\x0F\x0F\x0F" "\x12\x12\x12\x12\x12" "\x08\x08\x08\x08\x08");
+}
+
+} // namespace
