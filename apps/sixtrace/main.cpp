@@ -7,6 +7,8 @@
 #include "shell/programicon.h"
 
 #include <QApplication>
+#include <QDesktopServices>
+#include <QUrl>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
@@ -39,7 +41,10 @@ int main(int argc, char** argv) {
             frmCom = std::make_unique<sixtrace::FrmCom>(
                 *model, sixtrace::FrmComSurroundings{.dialogs = dialogs,
                                                      .applicationFolder = &sixtrace::programFolder,
-                                                     .endProcess = [] { std::_Exit(EXIT_SUCCESS); }});
+                                                     .endProcess = [] { std::_Exit(EXIT_SUCCESS); },
+                                                     .openFile = [](const QString& path) {
+                                                         QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+                                                     }});
         }
     };
     sixtrace::frmSplash splash(loadMain, [&] {

@@ -4,6 +4,8 @@
 #include "platform/listcombo.h"
 #include "platform/look.h"
 #include "platform/toolbar.h"
+#include "shell/frmmessageout.h"
+#include "shell/helpcommands.h"
 #include "shell/languagemenus.h"
 #include "shell/mainmenu.h"
 #include "shell/programicon.h"
@@ -100,6 +102,8 @@ void FrmCom::makeAreas() {
     m_languages = new LanguageMenus(
         m_model, {this, c.Toolbar1, &action(QStringLiteral("mnuEnglish")), &action(QStringLiteral("mnuChinese"))},
         [this] { m_channelList->List1_Click(); }, this);
+    m_help = new HelpCommands(
+        m_model, {m_surroundings.dialogs, m_surroundings.applicationFolder, m_surroundings.openFile}, *this);
     m_links.connectAreas(
         {m_channelList, m_screen, m_markers, m_timeVolt, m_cursors, m_appearance, c.Label5, c.CenterPoint});
 }
@@ -115,6 +119,8 @@ void FrmCom::connectCommands() {
     connectItem(QStringLiteral("mnuGraticule"), m_appearance, &Appearance::mnuGraticule_Click);
     connectItem(QStringLiteral("mnuLine"), m_appearance, &Appearance::mnuLine_Click);
     connectItem(QStringLiteral("mnuPoint"), m_appearance, &Appearance::mnuPoint_Click);
+    connectItem(QStringLiteral("mnuContent"), m_help, &HelpCommands::mnuContent_Click);
+    connectItem(QStringLiteral("mnuAbout"), m_help, &HelpCommands::mnuAbout_Click);
     connectItem(QStringLiteral("mnuExit"), this, &FrmCom::mnuExit_Click);
     connect(m_controls.Toolbar1, &ToolBar::ButtonClick, this, &FrmCom::Toolbar1_ButtonClick);
     showTicksOnToolbar();
@@ -182,7 +188,15 @@ void FrmCom::closeEvent(QCloseEvent* event) {
     Form_Unload();
 }
 
+FrmMessageOut& FrmCom::messageOut() {
+    if (m_messageOut == nullptr) {
+        m_messageOut = std::make_unique<FrmMessageOut>(m_model);
+    }
+    return *m_messageOut;
+}
+
 void FrmCom::Form_Unload() {
+    m_messageOut.reset();
     // What is to last is in the settings file already; a running transfer is ended by the end of the process.
     m_surroundings.endProcess();
 }

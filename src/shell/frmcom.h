@@ -20,6 +20,8 @@ class CaptureLoading;
 class ChannelList;
 class Cursors;
 class Dialogs;
+class FrmMessageOut;
+class HelpCommands;
 class LanguageMenus;
 class MarkerStrip;
 class ScreenArea;
@@ -32,6 +34,8 @@ struct FrmComSurroundings {
     std::function<QString()> applicationFolder;
     /// Ends the process at once, whatever runs. Tests put something milder here.
     std::function<void()> endProcess;
+    /// Hands a file to the desktop's program for it.
+    std::function<void(const QString& path)> openFile = {};
 };
 
 /// The main window. It makes its controls at their places, makes the areas that own their behaviour and connects menu
@@ -43,6 +47,8 @@ public:
     ~FrmCom() override;
 
     [[nodiscard]] const ChannelSelection& selection() const { return m_selection; }
+    /// The message window, loaded by its first use.
+    [[nodiscard]] FrmMessageOut& messageOut();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -72,6 +78,8 @@ private:
     Cursors* m_cursors = nullptr;
     Appearance* m_appearance = nullptr;
     LanguageMenus* m_languages = nullptr;
+    HelpCommands* m_help = nullptr;
+    std::unique_ptr<FrmMessageOut> m_messageOut; ///< loaded by its first text
 };
 
 } // namespace sixtrace
