@@ -31,15 +31,22 @@ bool lit(DrawStyle style, std::int64_t k) {
 Picture::Picture(int width, int height)
     : m_width(width)
     , m_height(height)
-    , m_stride((static_cast<std::size_t>(width) + kRowPixels - 1) / kRowPixels * kRowPixels)
-    , m_pixels(m_stride * static_cast<std::size_t>(height)) {
+    , m_stride((static_cast<std::size_t>(width) + kRowPixels - 1) / kRowPixels * kRowPixels) {
     Cls();
 }
 
 void Picture::Cls() {
-    std::fill(m_pixels.begin(), m_pixels.end(), pixelOfColour(BackColor));
+    m_cleared = pixelOfColour(BackColor);
+    if (m_pixels != nullptr) {
+        std::fill_n(m_pixels.get(), size(), m_cleared);
+    }
     m_currentX = 0;
     m_currentY = 0;
+}
+
+void Picture::makePixels() const {
+    m_pixels = std::make_unique_for_overwrite<std::uint32_t[]>(size());
+    std::fill_n(m_pixels.get(), size(), m_cleared);
 }
 
 void Picture::Line(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int32_t y2) {
@@ -158,7 +165,7 @@ void Picture::BitBlt(int x, int y, int width, int height, const Picture& source,
 }
 
 QImage Picture::view() const {
-    return {reinterpret_cast<const uchar*>(m_pixels.data()), m_width, m_height,
+    return {reinterpret_cast<const uchar*>(pixels()), m_width, m_height,
             static_cast<qsizetype>(m_stride * sizeof(std::uint32_t)), QImage::Format_RGB32};
 }
 

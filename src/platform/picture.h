@@ -7,7 +7,7 @@
 #include <QPoint>
 
 #include <cstdint>
-#include <vector>
+#include <memory>
 
 namespace sixtrace {
 
@@ -61,8 +61,8 @@ public:
 
     /// The pixels of a row, `width()` of them, as 0xffRRGGBB. Rows are padded to a multiple of 16 pixels, which may be
     /// read and written without being seen.
-    [[nodiscard]] const std::uint32_t* row(int y) const { return m_pixels.data() + m_stride * static_cast<std::size_t>(y); }
-    [[nodiscard]] std::uint32_t* row(int y) { return m_pixels.data() + m_stride * static_cast<std::size_t>(y); }
+    [[nodiscard]] const std::uint32_t* row(int y) const { return pixels() + m_stride * static_cast<std::size_t>(y); }
+    [[nodiscard]] std::uint32_t* row(int y) { return pixels() + m_stride * static_cast<std::size_t>(y); }
     /// The colour of a pixel that lies inside.
     [[nodiscard]] Colour Point(int x, int y) const { return colourOfPixel(row(y)[x]); }
 
@@ -74,13 +74,23 @@ private:
     void stroke(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int32_t y2, DrawStyle style,
                 LastPixel lastPixel);
     void setPixel(std::int32_t x, std::int32_t y);
+    [[nodiscard]] std::size_t size() const { return m_stride * static_cast<std::size_t>(m_height); }
+    [[nodiscard]] std::uint32_t* pixels() const {
+        if (m_pixels == nullptr) {
+            makePixels();
+        }
+        return m_pixels.get();
+    }
+    void makePixels() const;
 
     int m_width;
     int m_height;
     std::size_t m_stride; ///< pixels from a row to the next
     std::int32_t m_currentX = 0;
     std::int32_t m_currentY = 0;
-    std::vector<std::uint32_t> m_pixels;
+    /// Made when a pixel is first drawn or read: a picture that waits for its use takes no memory.
+    mutable std::unique_ptr<std::uint32_t[]> m_pixels;
+    std::uint32_t m_cleared = 0; ///< what the last Cls filled the picture with
 };
 
 } // namespace sixtrace

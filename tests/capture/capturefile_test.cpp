@@ -73,6 +73,8 @@ struct Form {
     QString row2;
 };
 
+void PrintTo(const Form& form, std::ostream* out) { *out << form.tag; }
+
 class EveryForm : public SimpleWavTest, public ::testing::WithParamInterface<Form> {};
 
 TEST_P(EveryForm, SetsFileKindAndTheTimeBaseFamily) {

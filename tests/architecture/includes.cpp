@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+#include "architecture/includes.h"
+
+#include <sstream>
+#include <string_view>
+
+namespace sixtrace::test {
+
+namespace {
+
+/// The folders from below upwards; those of one number do not see each other.
+const std::map<std::string, int> kLayers{{"platform", 0}, {"capture", 1}, {"view", 2},
+                                         {"acquire", 3},  {"output", 3},  {"shell", 4}};
+
+std::string folderOf(const std::string& path) { return path.substr(0, path.find('/')); }
+
+} // namespace
+
+FolderLists listsOf(const std::string& cmakeText) {
+    FolderLists lists;
+    std::istringstream lines(cmakeText);
+    std::set<std::string>* list = nullptr; // of the call that is open
+    bool inSources = false;
+    for (std::string line; std::getline(lines, line);) {
+        line = line.substr(0, line.find('#'));
+        if (line.starts_with("sixtrace_")) {
+            list = line.starts_with("sixtrace_core(")      ? &lists.core
+                   : line.starts_with("sixtrace_windows(") ? &lists.windows
+                                                           : nullptr;
+            inSources = false;
+        }
+        const bool closes = line.find(')') != std::string::npos;
+        std::istringstream words(line.substr(0, line.find(')')));
+        for (std::string word; words >> word;) {
+            if (word == "SOURCES" || word == "LINKS") {
+                inSources = word == "SOURCES";
+            } else if (inSources && list != nullptr) {
+                list->insert(word);
+            }
+        }
+        if (closes) {
+            list = nullptr;
+        }
+    }
+    return lists;
+}
+
+Includes includesOf(const std::string& text) {
+    Includes includes;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        std::erase_if(line, [](char c) { return c == ' ' || c == '\t'; });
+        constexpr std::string_view kDirective = "#include";
+        if (!line.starts_with(kDirective) || line.size() == kDirective.size()) {
+            continue;
+        }
+        const char open = line[kDirective.size()];
+        const auto close = line.find(open == '<' ? '>' : '"', kDirective.size() + 1);
+        if ((open == '<' || open == '"') && close != std::string::npos) {
+            const std::string name = line.substr(kDirective.size() + 1, close - kDirective.size() - 1);
+            (open == '<' ? includes.system : includes.project).push_back(name);
+        }
+    }
+    return includes;
+}
+
+std::vector<std::string> layerFaults(const Sources& sources) {
+    std::vector<std::string> faults;
+    for (const auto& [path, text] : sources) {
+        const std::string folder = folderOf(path);
+        const auto mine = kLayers.find(folder);
+        if (mine == kLayers.end()) {
+            faults.push_back(path + " lies in a folder that has no layer");
+            continue;
+        }
+        for (const std::string& header : includesOf(text).project) {
+            const std::string target = folderOf(header);
+            const auto theirs = kLayers.find(target);
+            if (theirs == kLayers.end() || header.find("..") != std::string::npos) {
+                // Files that the build makes bear no folder: moc output and forms.
+                if (header.find('/') != std::string::npos) {
+                    faults.push_back(path + " includes " + header + ", which is no library path");
+                }
+            } else if (target != folder && theirs->second >= mine->second) {
+                faults.push_back(path + " includes " + header + ", which does not lie below it");
+            }
+        }
+    }
+    return faults;
+}
+
+std::vector<std::string> widgetFaults(const Sources& sources, const std::map<std::string, FolderLists>& lists,
+                                      const std::set<std::string>& widgetHeaders) {
+    std::vector<std::string> faults;
+    for (const auto& [folder, list] : lists) {
+        for (const std::string& file : list.core) {
+            const std::string path = folder + '/' + file;
+            const auto source = sources.find(path);
+            if (source == sources.end()) {
+                faults.push_back(path + " is listed and not there");
+                continue;
+            }
+            const Includes includes = includesOf(source->second);
+            for (const std::string& header : includes.system) {
+                const std::string name = header.substr(header.rfind('/') + 1);
+                if (header.starts_with("QtWidgets") || header.starts_with("QtPrintSupport") ||
+                    widgetHeaders.contains(name)) {
+                    faults.push_back(path + " is windowless and includes <" + header + ">");
+                }
+            }
+            for (const std::string& header : includes.project) {
+                const auto owner = lists.find(folderOf(header));
+                const std::string name = header.substr(header.find('/') + 1);
+                if (owner != lists.end() && owner->second.windows.contains(name)) {
+                    faults.push_back(path + " is windowless and includes the window " + header);
+                }
+            }
+        }
+    }
+    return faults;
+}
+
+} // namespace sixtrace::test
