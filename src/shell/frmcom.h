@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "acquire/acquisition.h"
 #include "capture/channelselection.h"
 #include "capture/publicm.h"
 #include "shell/frmcomcontrols.h"
@@ -32,6 +33,8 @@ struct FrmComSurroundings {
     std::function<QString()> applicationFolder;
     /// Ends the process at once, whatever runs. Tests put something milder here.
     std::function<void()> endProcess;
+    /// The ways to the instrument; what stays empty is the machine's own.
+    AcquisitionLinks acquisition{};
 };
 
 /// The main window. It makes its controls at their places, makes the areas that own their behaviour and connects menu
@@ -43,6 +46,7 @@ public:
     ~FrmCom() override;
 
     [[nodiscard]] const ChannelSelection& selection() const { return m_selection; }
+    [[nodiscard]] Acquisition& acquisition() { return *m_acquisition; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -72,6 +76,7 @@ private:
     Cursors* m_cursors = nullptr;
     Appearance* m_appearance = nullptr;
     LanguageMenus* m_languages = nullptr;
+    Acquisition* m_acquisition = nullptr;
 };
 
 } // namespace sixtrace
