@@ -89,6 +89,9 @@ Outcome MSComm::setSettings(const QString& settings) {
 }
 
 Outcome MSComm::setPortOpen(bool open) {
+    if (!open && !PortOpen()) {
+        return success();
+    }
     if (!open) {
         m_port.flush(); // what was sent last leaves before the line goes
         m_port.close();
@@ -101,7 +104,7 @@ Outcome MSComm::setPortOpen(bool open) {
     }
     const QString location = m_locate(m_number);
     if (location.isEmpty()) {
-        return RuntimeError::of(ErrorNumber::FileNotFound);
+        return RuntimeError::of(ErrorNumber::DeviceUnavailable);
     }
     return openAt(location);
 }
@@ -134,7 +137,7 @@ RuntimeError MSComm::openError(const QString& location) const {
         return RuntimeError::of(device.isReadable() && device.isWritable() ? ErrorNumber::PortAlreadyOpen
                                                                             : ErrorNumber::PermissionDenied);
     case QSerialPort::DeviceNotFoundError:
-        return RuntimeError::of(ErrorNumber::FileNotFound);
+        return RuntimeError::of(ErrorNumber::DeviceUnavailable);
     case QSerialPort::OpenError:
         return RuntimeError::of(ErrorNumber::PortAlreadyOpen);
     default:

@@ -26,6 +26,7 @@ namespace sixtrace {
 namespace {
 
 constexpr int kMenuBarHeight = 26;
+constexpr int kStopButton = 14;
 
 struct ToolCommand {
     int button;
@@ -104,8 +105,29 @@ void FrmCom::makeAreas() {
         [this] { m_channelList->List1_Click(); }, this);
     m_help = new HelpCommands(
         m_model, {m_surroundings.dialogs, m_surroundings.applicationFolder, m_surroundings.openFile}, *this);
-    m_links.connectAreas(
-        {m_channelList, m_screen, m_markers, m_timeVolt, m_cursors, m_appearance, c.Label5, c.CenterPoint});
+    m_links.connectAreas({.channelList = m_channelList,
+                          .screen = m_screen,
+                          .markers = m_markers,
+                          .timeVolt = m_timeVolt,
+                          .cursors = m_cursors,
+                          .appearance = m_appearance,
+                          .loading = m_loading,
+                          .Label4 = c.Label4,
+                          .Label5 = c.Label5,
+                          .CenterPoint = c.CenterPoint,
+                          .VScroll1 = c.VScroll1,
+                          .Toolbar1 = c.Toolbar1,
+                          .messageOut = [this](const QString& text) { messageOut().Label1().setText(text); }});
+    m_acquisition = new Acquisition(m_model,
+                                    {.mnuComSet = &action(QStringLiteral("mnuComSet")),
+                                     .mnuAcquire = &action(QStringLiteral("mnuAcquire")),
+                                     .mnuautoget = &action(QStringLiteral("mnuautoget")),
+                                     .mnustop = &action(QStringLiteral("mnustop")),
+                                     .mnurun = &action(QStringLiteral("mnurun")),
+                                     .intervals = {&action(QStringLiteral("mnuone")), &action(QStringLiteral("mnutwo")),
+                                                   &action(QStringLiteral("mnuthree")),
+                                                   &action(QStringLiteral("mnufive"))}},
+                                    m_surroundings.dialogs, m_links, m_surroundings.acquisition, this);
 }
 
 void FrmCom::connectCommands() {
@@ -128,6 +150,9 @@ void FrmCom::connectCommands() {
 
 void FrmCom::showTicksOnToolbar() {
     for (const ToolCommand& command : kToolCommands) {
+        if (command.button == kStopButton) {
+            continue; // Stop is a push: its menu item's tick is not shown
+        }
         ToolButton* button = &m_controls.Toolbar1->button(command.button);
         QAction* item = &action(QString::fromUtf16(command.item));
         button->setTicked(item->isChecked());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "acquire/acquisition.h"
 #include "capture/channelselection.h"
 #include "capture/publicm.h"
 #include "shell/frmcomcontrols.h"
@@ -36,6 +37,8 @@ struct FrmComSurroundings {
     std::function<void()> endProcess;
     /// Hands a file to the desktop's program for it.
     std::function<void(const QString& path)> openFile = {};
+    /// The ways to the instrument; what stays empty is the machine's own.
+    AcquisitionLinks acquisition{};
 };
 
 /// The main window. It makes its controls at their places, makes the areas that own their behaviour and connects menu
@@ -49,6 +52,7 @@ public:
     [[nodiscard]] const ChannelSelection& selection() const { return m_selection; }
     /// The message window, loaded by its first use.
     [[nodiscard]] FrmMessageOut& messageOut();
+    [[nodiscard]] Acquisition& acquisition() { return *m_acquisition; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -80,6 +84,7 @@ private:
     LanguageMenus* m_languages = nullptr;
     HelpCommands* m_help = nullptr;
     std::unique_ptr<FrmMessageOut> m_messageOut; ///< loaded by its first text
+    Acquisition* m_acquisition = nullptr;
 };
 
 } // namespace sixtrace

@@ -3,6 +3,8 @@
 
 #include "platform/labels.h"
 #include "platform/look.h"
+#include "platform/positionbar.h"
+#include "platform/toolbar.h"
 #include "view/screenarea.h"
 
 namespace sixtrace {
@@ -101,5 +103,11 @@ void FrmComLinks::setScreenColor(Colour colour) {
 Colour FrmComLinks::screenColor() const { return m_areas.screen->BackColor(); }
 void FrmComLinks::setStripColor(Colour colour) { m_areas.markers->setBackColor(colour); }
 Colour FrmComLinks::stripColor() const { return m_areas.markers->BackColor(); }
+
+void FrmComLinks::loadCapture(const QString& path) { m_areas.loading->SimpleWav(path); }
+void FrmComLinks::showCapturePath(const QString& path) { m_areas.Label4->setCaption(path); }
+void FrmComLinks::enableVScroll1(bool enabled) { m_areas.VScroll1->setEnabled(enabled); }
+void FrmComLinks::enableToolButton(int index, bool enabled) { m_areas.Toolbar1->button(index).setEnabled(enabled); }
+void FrmComLinks::setMessageOut(const QString& text) { m_areas.messageOut(text); }
 
 } // namespace sixtrace

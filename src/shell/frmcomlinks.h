@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "acquire/acquisition.h"
 #include "capture/captureloading.h"
 #include "capture/captureview.h"
 #include "capture/channellist.h"
@@ -17,7 +18,9 @@ class QLabel;
 namespace sixtrace {
 
 class PathLabel;
+class PositionBar;
 class ScreenArea;
+class ToolBar;
 
 /// Connects the areas of the main window: what one asks of its neighbours goes through here to the area whose business
 /// it is. It decides nothing. Made before the areas, which it learns afterwards.
@@ -27,7 +30,8 @@ class FrmComLinks : public CaptureView,
                     public CaptureLoadingNeighbours,
                     public MarkerNeighbours,
                     public CursorNeighbours,
-                    public AppearanceNeighbours {
+                    public AppearanceNeighbours,
+                    public AcquisitionNeighbours {
 public:
     struct Areas {
         ChannelList* channelList = nullptr;
@@ -36,8 +40,14 @@ public:
         TimeVoltControls* timeVolt = nullptr;
         Cursors* cursors = nullptr;
         Appearance* appearance = nullptr;
+        CaptureLoading* loading = nullptr;
+        PathLabel* Label4 = nullptr;
         PathLabel* Label5 = nullptr;
         QLabel* CenterPoint = nullptr;
+        PositionBar* VScroll1 = nullptr;
+        ToolBar* Toolbar1 = nullptr;
+        /// Loads the message window with a text.
+        std::function<void(const QString& text)> messageOut;
     };
 
     void connectAreas(const Areas& areas) { m_areas = areas; }
@@ -80,6 +90,12 @@ public:
     [[nodiscard]] Colour screenColor() const override;
     void setStripColor(Colour colour) override;
     [[nodiscard]] Colour stripColor() const override;
+
+    void loadCapture(const QString& path) override;
+    void showCapturePath(const QString& path) override;
+    void enableVScroll1(bool enabled) override;
+    void enableToolButton(int index, bool enabled) override;
+    void setMessageOut(const QString& text) override;
 
 private:
     Areas m_areas;

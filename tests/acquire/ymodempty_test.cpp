@@ -10,6 +10,9 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
+#include <thread>
+
 using namespace sixtrace;
 using ::testing::ElementsAre;
 
@@ -328,7 +331,9 @@ TEST_F(YModemOverALine, ACancelSendsTheLastAnswerFiveTimesAndTheTail) {
         p.take(1);
         p.send(header("w.bin", "500"));
         p.take(2);
-        model->XferCancel = 1; // as the button does, while the first data block is awaited
+        // As the button does, while the first data block is awaited: the receiver has had time to begin its read.
+        std::this_thread::sleep_for(std::chrono::milliseconds(400));
+        model->XferCancel = 1;
         p.send(data(1, "x", 128));
         p.take(1);
         p.take(10);

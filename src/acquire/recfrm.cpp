@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: MIT
+#include "acquire/recfrm.h"
+
+#include "acquire/filenames.h"
+#include "acquire/transferrows.h"
+#include "capture/applylanguage.h"
+#include "capture/mdllan.h"
+#include "capture/settings.h"
+#include "platform/dialogs.h"
+#include "platform/programfolder.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+
+namespace sixtrace {
+
+namespace {
+
+constexpr int kHeight = 252;
+constexpr std::int16_t kReadTimeoutMs = 10000;
+constexpr std::int16_t kCancelledTimeoutMs = 10;
+constexpr int kAmountsRow = 154; ///< top of the amounts under the bar
+
+} // namespace
+
+PortTable probePorts(MSComm& port) {
+    return probePorts([&port](int number) -> Outcome {
+        Outcome chosen = port.setCommPort(number);
+        if (!chosen) {
+            return chosen;
+        }
+        Outcome opened = port.setPortOpen(true);
+        return opened ? port.setPortOpen(false) : opened;
+    });
+}
+
+recFrm::recFrm(publicM& model, Dialogs& dialogs, MSComm::Locator locatePort,
+               std::function<void(const QString&)> tellEnd)
+    : DialogSheet(rows::kWidth, kHeight)
+    , m_model(model)
+    , m_dialogs(dialogs)
+    , m_tellEnd(std::move(tellEnd))
+    , m_MSComm1(std::move(locatePort))
+    , m_receive(m_MSComm1, *this, model) {
+    setObjectName(QStringLiteral("recFrm"));
+    setWindowTitle(QStringLiteral("正在接收数据"));
+    const auto caption = [this](const char* name, const char16_t* text, int row) {
+        return addLabel(name, QString::fromUtf16(text), rows::caption(row));
+    };
+    static_cast<void>(caption("Label1", u"正在接收文件：", 0));
+    m_Text1 = addShownField("Text1", rows::field(0));
+    static_cast<void>(caption("Label2", u"存储为：", 1));
+    m_Text2 = addField("Text2", rows::fieldBesideButton(1));
+    auto* Command1 = addButton("Command1", QStringLiteral("浏览..."), rows::kButtonColumn, rows::top(1) - 1);
+    static_cast<void>(caption("Label3", u"数据包：", 2));
+    m_Text3 = addShownField("Text3", rows::shortField(rows::kFieldLeft, 2), Qt::AlignRight);
+    static_cast<void>(addLabel("Label5", QStringLiteral("重试次数"), {228, rows::top(2), 140, kRowHeight}, Qt::AlignRight));
+    m_Text4 = addShownField("Text4", rows::shortField(rows::kButtonColumn, 2), Qt::AlignRight);
+    static_cast<void>(caption("Label4", u"传输进度：", 3));
+    m_ProgressBar1 = addProgressBar(*this, 3);
+    m_Text5 = addShownField("Text5", {rows::kFieldLeft, kAmountsRow, rows::kShortField, kRowHeight}, Qt::AlignRight);
+    m_Text6 = addShownField("Text6", {226, kAmountsRow, rows::kShortField, kRowHeight}, Qt::AlignRight);
+    m_Command2 = addStripButton("Command2", QStringLiteral("开始"), 280);
+    m_Command2->setDefault(true);
+    auto* CancelButton = addStripButton("CancelButton", QStringLiteral("Cancel"), rows::kButtonColumn);
+    connect(Command1, &QPushButton::clicked, this, &recFrm::Command1_Click);
+    connect(m_Command2, &QPushButton::clicked, this, &recFrm::Command2_Click);
+    connect(CancelButton, &QPushButton::clicked, this, &recFrm::CancelButton_Click);
+}
+
+void recFrm::load() {
+    if (!m_loaded) {
+        m_loaded = true;
+        Form_Load();
+    }
+}
+
+void recFrm::Form_Load() {
+    for (QLineEdit* field : {m_Text1, m_Text3, m_Text4, m_Text5, m_Text6}) {
+        field->clear();
+    }
+    setBarRange(*m_ProgressBar1, 0);
+    m_Command2->setEnabled(true);
+    m_Text2->setText(serialStorePath(m_model.AppDir, QDateTime::currentDateTime()));
+    SetLanFile(m_model, m_model.LanguageId);
+    ApplyLanguage(*this, m_model);
+    m_ports = probePorts(m_MSComm1);
+}
+
+/// The port goes with the form.
+void recFrm::unload() {
+    static_cast<void>(m_MSComm1.setPortOpen(false)); // closing cannot fail
+    m_loaded = false;
+    hide();
+}
+
+void recFrm::showModally(QWidget* owner) {
+    load();
+    showOver(owner);
+}
+
+Outcome recFrm::OpenCom() {
+    load();
+    Outcome done = m_MSComm1.setSettings(QStringLiteral("115200,N,8,1"));
+    if (!done) {
+        return done;
+    }
+    // The default is 1 here and 0 everywhere else: whoever opens a port wants one.
+    m_model.ComPort = iniShortNumber(QStringLiteral("Common"), QStringLiteral("ComPort"), 1, m_model.IniFile);
+    const Result<std::int16_t> number = m_ports.at(m_model.ComPort);
+    if (!number) {
+        return number.error();
+    }
+    if (m_MSComm1.PortOpen()) {
+        return m_MSComm1.setPortOpen(false);
+    }
+    done = m_MSComm1.setCommPort(number.value());
+    return done ? m_MSComm1.setPortOpen(true) : done;
+}
+
+Result<std::int32_t> recFrm::YModemReceive() {
+    const QString folder = QFileInfo(m_Text2->text()).path();
+    if (withSeparator(folder) == m_model.AppDir + withSeparator(QStringLiteral("dat"))) {
+        ensureFolder(folder);
+    }
+    return m_receive.YModemReceive();
+}
+
+void recFrm::Command2_Click() {
+    if (receiving()) {
+        return; // a fetch of timed acquisition still waits; there is one port and one file
+    }
+    m_receive.ReadTimeoutMs = kReadTimeoutMs;
+    if (!m_MSComm1.PortOpen()) {
+        const Outcome opened = OpenCom();
+        if (!opened) {
+            m_dialogs.message(opened.error().description, MessageIcon::Exclamation);
+            return;
+        }
+    }
+    m_Command2->setEnabled(false);
+    const Result<std::int32_t> result = YModemReceive();
+    m_model.ReceiveResult = result ? result.value() : -1;
+    if (!result) {
+        m_dialogs.message(result.error().description, MessageIcon::Exclamation);
+    }
+    if (m_model.ReceiveResult >= 1) {
+        m_tellEnd(QStringLiteral("接收成功!"));
+    } else {
+        m_tellEnd(m_model.XferCancel == 1 ? QStringLiteral("用户中断") : QStringLiteral("接收失败!"));
+    }
+    m_Command2->setEnabled(true);
+    unload();
+}
+
+void recFrm::CancelButton_Click() {
+    hide();
+    m_model.XferCancel = 1;
+    if (m_receive.ReadTimeoutMs > kCancelledTimeoutMs) {
+        m_receive.ReadTimeoutMs = kCancelledTimeoutMs;
+    }
+    m_Command2->setEnabled(true);
+}
+
+/// The window's close box and the Escape key.
+void recFrm::reject() { CancelButton_Click(); }
+
+void recFrm::Command1_Click() {
+    const auto choice = m_dialogs.ShowSave({.fileName = m_Text2->text(),
+                                            .filter = QStringLiteral("bin (*.bin)|*.bin"),
+                                            .filterIndex = 1,
+                                            .initialFolder = {}});
+    if (!choice) {
+        return;
+    }
+    m_model.ReceivedFile = choice->fileName;
+    if (QFileInfo::exists(choice->fileName) &&
+        m_dialogs.question(QStringLiteral("File Exist!  Do you want to continue ?"), MessageIcon::Exclamation,
+                           QStringLiteral("Message")) == Answer::No) {
+        return;
+    }
+    m_Text2->setText(choice->fileName);
+}
+
+QString recFrm::Text2() { return m_Text2->text(); }
+void recFrm::setText1(const QString& name) { m_Text1->setText(name); }
+void recFrm::setText2(const QString& path) { m_Text2->setText(path); }
+void recFrm::setText3(int blockNo) { m_Text3->setText(QString::number(blockNo)); }
+void recFrm::setText4(int retries) { m_Text4->setText(QString::number(retries)); }
+void recFrm::setAmounts(const QString& received, const QString& size) {
+    m_Text5->setText(received);
+    m_Text6->setText(size);
+}
+void recFrm::setBarMaximum(std::int32_t maximum) { setBarRange(*m_ProgressBar1, maximum); }
+void recFrm::setBar(std::int32_t value) { m_ProgressBar1->setValue(value); }
+void recFrm::yield() { QCoreApplication::processEvents(); }
+
+} // namespace sixtrace

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "acquire/porttable.h"
+#include "acquire/serialreceive.h"
+#include "platform/dialogsheet.h"
+#include "platform/mscomm.h"
+
+#include <functional>
+
+class QLabel;
+class QLineEdit;
+class QProgressBar;
+class QPushButton;
+
+namespace sixtrace {
+
+class Dialogs;
+
+/// The window of a serial transfer, and the holder of the serial port. By hand it is shown and the user presses Start;
+/// timed acquisition loads it without showing it. Made once; loading and unloading are states of it, so that what has
+/// to outlive an unloading (the read time-out, the port table) stays.
+class recFrm : public DialogSheet, private ReceiveForm {
+public:
+    /// `tellEnd` takes the sentence that says how a transfer by hand ended.
+    recFrm(publicM& model, Dialogs& dialogs, MSComm::Locator locatePort,
+           std::function<void(const QString&)> tellEnd);
+
+    /// Runs Form_Load unless the form is loaded.
+    void load();
+    [[nodiscard]] bool isLoaded() const { return m_loaded; }
+    /// Shows the form over the main window until it is hidden or unloaded.
+    void showModally(QWidget* owner);
+
+    /// Opens the port of the settings, or closes it if it is open.
+    Outcome OpenCom();
+    Result<std::int32_t> YModemReceive();
+    [[nodiscard]] bool receiving() const { return m_receive.running(); }
+    [[nodiscard]] std::int16_t ReadTimeoutMs() const { return m_receive.ReadTimeoutMs; }
+    [[nodiscard]] MSComm& MSComm1() { return m_MSComm1; }
+    [[nodiscard]] const PortTable& ports() const { return m_ports; }
+
+    void Command1_Click();
+    void Command2_Click();
+    void CancelButton_Click();
+
+protected:
+    void reject() override;
+
+private:
+    void Form_Load();
+    void unload();
+
+    QString Text2() override;
+    void setText1(const QString& name) override;
+    void setText2(const QString& path) override;
+    void setText3(int blockNo) override;
+    void setText4(int retries) override;
+    void setAmounts(const QString& received, const QString& size) override;
+    void setBarMaximum(std::int32_t maximum) override;
+    void setBar(std::int32_t value) override;
+    void yield() override;
+
+    publicM& m_model;
+    Dialogs& m_dialogs;
+    std::function<void(const QString&)> m_tellEnd;
+    MSComm m_MSComm1;
+    SerialReceive m_receive;
+    PortTable m_ports;
+    bool m_loaded = false;
+    QLineEdit* m_Text1;
+    QLineEdit* m_Text2;
+    QLineEdit* m_Text3;
+    QLineEdit* m_Text4;
+    QLineEdit* m_Text5;
+    QLineEdit* m_Text6;
+    QProgressBar* m_ProgressBar1;
+    QPushButton* m_Command2;
+};
+
+/// Tries ports 1 to 16 with a serial control, which is left closed.
+[[nodiscard]] PortTable probePorts(MSComm& port);
+
+} // namespace sixtrace

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#include "platform/dialogsheet.h"
+
+#include "platform/look.h"
+
+#include <QEventLoop>
+#include <QHideEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPainter>
+#include <QPushButton>
+#include <QWindow>
+
+namespace sixtrace {
+
+DialogSheet::DialogSheet(int width, int height) {
+    setFixedSize(width, height);
+    setModal(true);
+}
+
+void DialogSheet::showOver(QWidget* owner) {
+    if (m_untilHidden != nullptr) {
+        return; // it is up already, and whoever showed it waits
+    }
+    if (owner != nullptr) {
+        winId(); // makes the window, which may then belong to another
+        windowHandle()->setTransientParent(owner->window()->windowHandle());
+        move(owner->window()->frameGeometry().center() - rect().center());
+    }
+    QEventLoop untilHidden;
+    m_untilHidden = &untilHidden;
+    show();
+    untilHidden.exec();
+    m_untilHidden = nullptr;
+}
+
+void DialogSheet::hideEvent(QHideEvent* event) {
+    QDialog::hideEvent(event);
+    if (m_untilHidden != nullptr && !event->spontaneous()) {
+        m_untilHidden->quit();
+    }
+}
+
+QLabel* DialogSheet::addLabel(const char* name, const QString& caption, const QRect& place, Qt::Alignment alignment,
+                              QWidget* parent) {
+    auto* label = new QLabel(caption, parent != nullptr ? parent : this);
+    label->setObjectName(QLatin1String(name));
+    label->setAlignment(alignment | Qt::AlignVCenter);
+    label->setGeometry(place);
+    return label;
+}
+
+QLineEdit* DialogSheet::addField(const char* name, const QRect& place, Qt::Alignment alignment) {
+    auto* field = new QLineEdit(this);
+    field->setObjectName(QLatin1String(name));
+    field->setAlignment(alignment | Qt::AlignVCenter);
+    field->setGeometry(place);
+    return field;
+}
+
+QLineEdit* DialogSheet::addShownField(const char* name, const QRect& place, Qt::Alignment alignment) {
+    QLineEdit* field = addField(name, place, alignment);
+    field->setReadOnly(true);
+    field->setFocusPolicy(Qt::NoFocus);
+    QPalette palette = field->palette();
+    palette.setColor(QPalette::Base, QColor::fromRgb(bench::kReadOnlyField));
+    field->setPalette(palette);
+    return field;
+}
+
+QPushButton* DialogSheet::addButton(const char* name, const QString& caption, int left, int top) {
+    auto* button = new QPushButton(caption, this);
+    button->setObjectName(QLatin1String(name));
+    button->setAutoDefault(false);
+    button->setGeometry(left, top, kButtonWidth, kButtonHeight);
+    return button;
+}
+
+QPushButton* DialogSheet::addStripButton(const char* name, const QString& caption, int left) {
+    return addButton(name, caption, left, height() - kStripHeight + (kStripHeight - kButtonHeight) / 2);
+}
+
+void DialogSheet::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(0, height() - kStripHeight, width(), 1, QColor::fromRgb(bench::kRule));
+}
+
+} // namespace sixtrace
