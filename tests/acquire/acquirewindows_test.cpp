@@ -115,6 +115,7 @@ TEST_F(ManualGet, ACancelInMidTransferOverSerialHidesAtOnceLowersTheTimeOutAndEn
         p.take(1);
         p.send(BlockSender::block(0, QByteArray("w.bin\0" "9000\0", 11), 128, '\0'));
         p.take(2);
+        p.pause(150); // until the read of the first data block is under way
         QMetaObject::invokeMethod(&window, [&window] { click(window, "CancelButton"); }, Qt::BlockingQueuedConnection);
         p.send("x"); // ends the read that was under way when the button was pressed
         p.take(1);
