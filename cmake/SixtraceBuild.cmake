@@ -60,6 +60,16 @@ function(sixtrace_windows NAME)
     endif()
 endfunction()
 
+# sixtrace_plugin(NAME SOURCES ... LINKS ...): a shared library that is loaded at run time. It knows neither Qt nor the
+# program; only what its header exports can be seen.
+function(sixtrace_plugin NAME)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    add_library(${NAME} SHARED ${ARG_SOURCES})
+    target_link_libraries(${NAME} PRIVATE ${ARG_LINKS} sixtrace_build)
+    set_target_properties(${NAME} PROPERTIES
+        CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON AUTOMOC OFF AUTORCC OFF)
+endfunction()
+
 # sixtrace_program(NAME SOURCES ... LINKS ...): an executable in bin/.
 function(sixtrace_program NAME)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})

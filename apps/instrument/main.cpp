@@ -99,6 +99,7 @@ int serveLinks(const ServeRequest& request) {
         }
         plans = *read;
     }
+    catchEndSignals();
     CaptureFeed feed(request.form, request.scene, seed, *standing, std::move(plans));
     std::vector<std::unique_ptr<LinkServer>> links;
     QTextStream out(stdout);

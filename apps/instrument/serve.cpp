@@ -15,14 +15,6 @@ volatile std::sig_atomic_t g_ended = 0;
 
 void noteSignal(int) { g_ended = 1; }
 
-void catchSignals() {
-    struct sigaction action{};
-    action.sa_handler = noteSignal;
-    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
-        sigaction(number, &action, nullptr);
-    }
-}
-
 /// Milliseconds to the next thing to do, rounded up; at most a quarter of a second, so that a signal between two waits
 /// is not missed for long.
 int pauseFor(const std::vector<std::unique_ptr<LinkServer>>& links) {
@@ -36,8 +28,15 @@ int pauseFor(const std::vector<std::unique_ptr<LinkServer>>& links) {
 
 } // namespace
 
+void catchEndSignals() {
+    struct sigaction action{};
+    action.sa_handler = noteSignal;
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        sigaction(number, &action, nullptr);
+    }
+}
+
 void serve(const std::vector<std::unique_ptr<LinkServer>>& links, int idleSeconds) {
-    catchSignals();
     auto lastHeard = ServerClock::now();
     while (g_ended == 0) {
         std::vector<pollfd> waiting;

@@ -70,13 +70,15 @@ public:
     void mnutwo_Click() { chooseInterval(1); }
     void mnuthree_Click() { chooseInterval(2); }
     void mnufive_Click() { chooseInterval(3); }
+    /// The tick of Timetime1: one fetch while AutoRun holds, else the end of the ticks.
+    void Timetime1_Timer();
 
     [[nodiscard]] recFrm& receiver() { return *m_recFrm; }
     [[nodiscard]] FrmUSB& usbWindow() { return *m_FrmUSB; }
+    [[nodiscard]] QTimer& timer() { return m_Timetime1; }
     [[nodiscard]] std::int16_t AutoGetInterval() const { return m_AutoGetInterval; }
 
 private:
-    void Timetime1_Timer();
     void getdata();
     void getfromCOM();
     void getfromUSB();

@@ -94,6 +94,9 @@ private:
 
     bool startOfBlock() {
         const std::string start = bytes(3);
+        if (m_at + 1 == m_size && start == std::string_view("\0", 1)) {
+            return false; // a capture that came over USB ends in one zero byte more
+        }
         if (start.substr(0, 2) != std::string_view("CH").substr(0, std::min<std::size_t>(2, start.size()))) {
             fault(m_at, QStringLiteral("%1 bytes behind the last channel are no channel block").arg(m_size - m_at));
             return false;

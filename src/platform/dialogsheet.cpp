@@ -53,6 +53,7 @@ QLabel* DialogSheet::addLabel(const char* name, const QString& caption, const QR
 QLineEdit* DialogSheet::addField(const char* name, const QRect& place, Qt::Alignment alignment) {
     auto* field = new QLineEdit(this);
     field->setObjectName(QLatin1String(name));
+    field->setTextMargins(4, 0, 4, 0);
     field->setAlignment(alignment | Qt::AlignVCenter);
     field->setGeometry(place);
     return field;

@@ -1,6 +1,6 @@
-/* SPDX-License-Identifier: MIT */
-/* The transfer library of the program: the link to the instrument over USB, in six functions. All numbers are 32 bits.
-   Any library with these functions may stand in for ours. */
+// SPDX-License-Identifier: MIT
+// The transfer library of the program: the link to the instrument over USB, in six functions of C. All numbers are 32
+// bits. Any library with these functions may stand in for ours.
 #pragma once
 
 #include <stdint.h>
@@ -15,19 +15,19 @@
 extern "C" {
 #endif
 
-/* Opens the link to the instrument: mode 0 in normal use, 1 after a transfer that was cut off, which also throws away
-   what the instrument still sends. 0 on failure. */
+// Opens the link to the instrument: mode 0 in normal use, 1 after a transfer that was cut off, which also throws away
+// what the instrument still sends. 0 on failure.
 TTDLL_API int32_t InitializeTt(int32_t mode);
-/* Closes the link: mode 0 after a good transfer and on a cancel, 1 after a failure and in recovery. 0 when no link was
-   open. */
+// Closes the link: mode 0 after a good transfer and on a cancel, 1 after a failure and in recovery. 0 when no link was
+// open.
 TTDLL_API int32_t closeTt(int32_t mode);
-/* Sends count bytes and gives the count that went out, which is also stored behind done (which may be null). Gives up
-   after the configured time. */
+// Sends count bytes and gives the count that went out, which is also stored behind done (which may be null). Gives up
+// after the configured time.
 TTDLL_API int32_t WriteThread(const void* bytes, int32_t count, int32_t* done);
-/* Reads exactly count bytes, which may be 0, and gives the count that came in, stored as above. Gives up after the
-   configured time. */
+// Reads exactly count bytes, which may be 0, and gives the count that came in, stored as above. Gives up after the
+// configured time.
 TTDLL_API int32_t ReadThread(void* buffer, int32_t count, int32_t* done);
-/* The same services under other names, for bench purposes. */
+// The same services under other names, for bench purposes.
 TTDLL_API int32_t senddatatoTt(const void* bytes, int32_t count, int32_t* done);
 TTDLL_API int32_t getTtData(void* buffer, int32_t count, int32_t* done);
 

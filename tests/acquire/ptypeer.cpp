@@ -72,6 +72,16 @@ void PtyPeer::take(int count) {
     }
 }
 
+int PtyPeer::takeOne(int milliseconds) {
+    pollfd waiting{m_master, POLLIN, 0};
+    char byte = 0;
+    if (poll(&waiting, 1, milliseconds) != 1 || read(m_master, &byte, 1) != 1) {
+        return -1;
+    }
+    note('<', QByteArray(1, byte));
+    return static_cast<unsigned char>(byte);
+}
+
 void PtyPeer::pause(int milliseconds) { std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds)); }
 
 void PtyPeer::note(char direction, const QByteArray& bytes) {

@@ -30,6 +30,8 @@ public:
     /// For the script: sends; waits up to five seconds for `count` bytes; waits.
     void send(const QByteArray& bytes);
     void take(int count);
+    /// The next byte, or -1 when none comes in time.
+    int takeOne(int milliseconds);
     static void pause(int milliseconds);
 
     /// "> 01 FF": sent to the program; "< 43": came from it; one item per change of direction.

@@ -19,6 +19,7 @@ public:
     int failingRead = -1; ///< index of the ReadThread call that comes short, -1 for none
     QStringList calls;
     int reads = 0;
+    std::function<void(int read)> onRead;
 
     /// The stream of a transfer: header for `length` and content kind, then data.
     static QByteArray transfer(const QByteArray& data, char kind = 0) {
@@ -47,6 +48,9 @@ public:
         calls << QStringLiteral("ReadThread %1").arg(count);
         if (!m_open) {
             return 0;
+        }
+        if (onRead) {
+            onRead(reads);
         }
         const qsizetype given = reads++ == failingRead ? 0 : std::min<qsizetype>(count, stream.size());
         std::copy_n(stream.cbegin(), given, buffer);

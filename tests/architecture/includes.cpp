@@ -8,10 +8,9 @@ namespace sixtrace::test {
 
 namespace {
 
-/// The folders from below upwards; those of one number do not see each other. The transfer library stands below all: it
-/// knows nothing of the program, which knows its six functions.
-const std::map<std::string, int> kLayers{{"ttdll", -1},   {"platform", 0}, {"capture", 1}, {"view", 2},
-                                         {"acquire", 3},  {"output", 3},  {"shell", 4}};
+/// The folders from below upwards; those of one number do not see each other.
+const std::map<std::string, int> kLayers{{"ttdll", -1}, {"platform", 0}, {"capture", 1}, {"view", 2},
+                                         {"acquire", 3}, {"output", 3},  {"shell", 4}};
 
 std::string folderOf(const std::string& path) { return path.substr(0, path.find('/')); }
 
@@ -25,7 +24,7 @@ FolderLists listsOf(const std::string& cmakeText) {
     for (std::string line; std::getline(lines, line);) {
         line = line.substr(0, line.find('#'));
         if (line.starts_with("sixtrace_")) {
-            list = line.starts_with("sixtrace_core(")      ? &lists.core
+            list = line.starts_with("sixtrace_core(") || line.starts_with("sixtrace_plugin(") ? &lists.core
                    : line.starts_with("sixtrace_windows(") ? &lists.windows
                                                            : nullptr;
             inSources = false;

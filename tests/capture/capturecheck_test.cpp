@@ -42,6 +42,13 @@ TEST_F(CaptureCheck, ASoundFileHasNoFault) {
     EXPECT_TRUE(check(capture("bin", {{}, {.mark = "CH2"}})).empty());
 }
 
+TEST_F(CaptureCheck, TheOneZeroByteMoreOfAUsbTransferIsNoFaultAndTwoAre) {
+    const QByteArray sound = capture("V11", {{}});
+    EXPECT_TRUE(check(sound + QByteArray(1, '\0')).empty());
+    EXPECT_EQ(check(sound + QByteArray(2, '\0')).size(), 1U);
+    EXPECT_EQ(check(sound + QByteArray(1, 'x')).size(), 1U);
+}
+
 TEST_F(CaptureCheck, WrongMagic) {
     expectOne(check(QByteArray("PNGV11....")), 0, u"\"PNG\""_s);
     expectOne(check(QByteArray()), 0, u"empty"_s);

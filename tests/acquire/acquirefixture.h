@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "acquire/frmcomset.h"
+#include "acquire/ptypeer.h"
+#include "acquire/scriptedlink.h"
+#include "capture/scenes.h"
+#include "instrument/blocksender.h"
+#include "platform/look.h"
+#include "platform/profilefile.h"
+#include "shell/frmcom.h"
+#include "support/scripteddialogs.h"
+#include "support/strings.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace sixtrace {
+
+/// A main window whose instrument is a script: a scripted USB link, and a pseudo terminal as port 3, the only one.
+class AcquireTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        applyLook(*qApp);
+        for (const char* name : {"ChineseS.Lan", "English.Lan"}) {
+            ASSERT_TRUE(QFile::copy(QStringLiteral(SIXTRACE_SOURCE_DIR "/lang/") + text(name), path(name)));
+        }
+    }
+
+    [[nodiscard]] QString path(const char* name) const { return m_folder.filePath(text(name)); }
+    [[nodiscard]] QByteArray read(const QString& file) const {
+        QFile source(file);
+        return source.open(QIODevice::ReadOnly) ? source.readAll() : QByteArray("(no file)");
+    }
+    void setIni(const char* key, const char* value) const {
+        ASSERT_TRUE(writeProfile(text("Common"), text(key), text(value), path("vkq.ini")).ok());
+    }
+    [[nodiscard]] static QByteArray capture(const char* scene, std::uint32_t seed = 1) {
+        return captureBytes(*captureForm("V11"), *sceneBlocks(text(scene), seed));
+    }
+
+    FrmCom& load() {
+        form = std::make_unique<FrmCom>(
+            *model, FrmComSurroundings{.dialogs = dialogs,
+                                       .applicationFolder = [this] { return m_folder.path(); },
+                                       .endProcess = [] {},
+                                       .acquisition = {.usb = &link,
+                                                       .locatePort = [this](int number) {
+                                                           return number == 3 && hasPort ? peer.location() : QString();
+                                                       },
+                                                       .autoGetFile = [this] { return Result<QString>(path("AutoGet.bin")); }}});
+        return *form;
+    }
+    template<typename Control>
+    [[nodiscard]] static Control& control(QObject& owner, const char* name) {
+        auto* found = owner.findChild<Control*>(QString::fromLatin1(name));
+        if (found == nullptr) {
+            throw std::runtime_error(std::string("no control ") + name);
+        }
+        return *found;
+    }
+    [[nodiscard]] QAction& item(const char* name) const { return control<QAction>(*form, name); }
+    [[nodiscard]] Acquisition& acquisition() const { return form->acquisition(); }
+    [[nodiscard]] QString path4() const { return control<QLabel>(*form, "Label4").text(); }
+
+    /// Runs `work` once the window of that name is shown.
+    static void whenShown(QWidget& window, std::function<void()> work) {
+        auto* watch = new QTimer(&window);
+        QObject::connect(watch, &QTimer::timeout, &window, [&window, watch, work] {
+            if (window.isVisible()) {
+                watch->stop();
+                watch->deleteLater();
+                work();
+            }
+        });
+        watch->start(5);
+    }
+    static void click(QWidget& window, const char* button) { control<QPushButton>(window, button).click(); }
+
+    /// Lets the other end of the line send one file after another; bytes to come until the sender is over.
+    void serve(std::vector<QByteArray> files, FetchPlan plan = {}) {
+        peer.play([files = std::move(files), plan](PtyPeer& p) {
+            for (const QByteArray& file : files) {
+                BlockSender sender("WAVE.bin", file, plan);
+                while (!sender.over()) {
+                    const int byte = p.takeOne(3000);
+                    if (byte < 0) {
+                        return;
+                    }
+                    const QByteArray answer = sender.answer(static_cast<unsigned char>(byte));
+                    if (!answer.isEmpty()) {
+                        p.send(answer);
+                    }
+                }
+            }
+        });
+    }
+
+    std::unique_ptr<publicM> model = std::make_unique<publicM>();
+    ScriptedDialogs dialogs;
+    ScriptedLink link;
+    PtyPeer peer;
+    bool hasPort = true;
+    std::unique_ptr<FrmCom> form;
+
+private:
+    QTemporaryDir m_folder;
+};
+
+} // namespace sixtrace
