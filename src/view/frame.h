@@ -3,7 +3,7 @@
 
 #include "capture/publicm.h"
 #include "platform/picture.h"
-#include "view/vectors.h"
+#include "platform/vectors.h"
 
 #include <array>
 #include <memory>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "view/geometry.h"
-#include "view/vectors.h"
+#include "platform/vectors.h"
 
 #include <array>
 #include <cstddef>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/samplelanes.h"
 
-#include "view/vectors.h"
+#include "platform/vectors.h"
 
 #include <algorithm>
 #include <array>

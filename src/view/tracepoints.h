@@ -4,7 +4,7 @@
 #include "capture/publicm.h"
 #include "view/geometry.h"
 #include "view/tracecolumn.h"
-#include "view/vectors.h"
+#include "platform/vectors.h"
 
 #include <memory>
 #include <span>
