@@ -20,6 +20,7 @@ int main(int argc, char** argv) {
     // Pictures and text are drawn at whatever scale the display has; rounding it would blur or shift them.
     QApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QApplication application(argc, argv);
+    const sixtrace::FontPreload fonts;
     QApplication::setApplicationName(QStringLiteral("sixtrace"));
     QApplication::setApplicationDisplayName(QStringLiteral("Sixtrace"));
     QApplication::setApplicationVersion(QStringLiteral(SIXTRACE_VERSION));
