@@ -167,8 +167,8 @@ void expectFits(const QObject& control) {
         expectButtonFits(*button);
     } else if (const auto* frame = qobject_cast<const FramePanel*>(&control)) {
         expectRoom(*frame, painted(frame->caption()), frame->font(), frame->width() - 16, 17);
-    } else if (const auto* label = qobject_cast<const MarkerLabel*>(&control)) {
-        expectRoom(*label, label->caption(), interfaceFont(kSmallTextPixels), label->width(), label->height());
+    } else if (const auto* marker = qobject_cast<const MarkerLabel*>(&control)) {
+        expectRoom(*marker, marker->caption(), interfaceFont(kSmallTextPixels), marker->width(), marker->height());
     }
 }
 
