@@ -25,16 +25,19 @@ CursorLine::CursorLine(PictureBox& box, const QString& name, double x1, double y
 void CursorLine::setY(double y) {
     m_y1 = m_y2 = y;
     m_box.update();
+    Q_EMIT changed();
 }
 
 void CursorLine::setX(double x) {
     m_x1 = m_x2 = x;
     m_box.update();
+    Q_EMIT changed();
 }
 
 void CursorLine::setVisible(bool visible) {
     m_visible = visible;
     m_box.update();
+    Q_EMIT changed();
 }
 
 int buttonNumber(Qt::MouseButtons buttons) {
