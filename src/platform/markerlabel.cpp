@@ -18,12 +18,10 @@ MarkerLabel::MarkerLabel(const QString& caption, double width, double height, QW
     , m_back(Qt::white)
     , m_height(height) {
     resize(pixelsOfTwips(width), pixelsOfTwips(height));
-    setAccessibleName(caption);
 }
 
 void MarkerLabel::setCaption(const QString& caption) {
     m_caption = caption;
-    setAccessibleName(caption);
     update();
 }
 

@@ -65,6 +65,8 @@ Q_SIGNALS:
     void mouseMove(int button, double x, double y);
     void mouseUp(int button, double x, double y);
     void doubleClicked();
+    /// Its words for assistive tools are now others: see platform/spokentext.h.
+    void spokenTextChanged(const QString& text);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
