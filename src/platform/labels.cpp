@@ -32,9 +32,14 @@ ReadoutLabel::ReadoutLabel(QWidget* parent)
 }
 
 void ReadoutLabel::setCaption(const QString& caption) {
+    // Readouts are written anew at each move of the pointer, and mostly with the text that they have.
+    if (caption == text()) {
+        return;
+    }
     setText(caption);
     fit();
     update();
+    Q_EMIT captionChanged();
 }
 
 void ReadoutLabel::setFullPixels(int pixels) {

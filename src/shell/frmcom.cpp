@@ -4,6 +4,7 @@
 #include "platform/listcombo.h"
 #include "platform/look.h"
 #include "platform/toolbar.h"
+#include "shell/everydayways.h"
 #include "shell/frmmessageout.h"
 #include "shell/helpcommands.h"
 #include "shell/languagemenus.h"
@@ -60,6 +61,8 @@ FrmCom::FrmCom(publicM& model, FrmComSurroundings surroundings)
     setFixedSize(kClientWidth, kMenuBarHeight + kClientHeight);
     makeAreas();
     connectCommands();
+    addEverydayWays(*this, {m_model, m_controls, *m_cursors, *m_markers, *m_loading,
+                            action(QStringLiteral("mnuChinese"))});
     Form_Load();
 }
 
