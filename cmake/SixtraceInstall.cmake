@@ -9,6 +9,15 @@ file(RELATIVE_PATH SIXTRACE_SHARED_FROM_PROGRAMS
 file(RELATIVE_PATH SIXTRACE_LIBRARY_FROM_PROGRAMS
     "/prefix/${CMAKE_INSTALL_BINDIR}" "/prefix/${SIXTRACE_INSTALL_LIBRARY}")
 
+# Manual pages and change logs lie compressed on a Debian system.
+function(sixtrace_install_packed FROM NAME DESTINATION)
+    set(packed "${CMAKE_BINARY_DIR}/packed/${NAME}.gz")
+    configure_file("${FROM}" "${CMAKE_BINARY_DIR}/packed/${NAME}" COPYONLY)
+    # Without the name and the time of the file: the same sources give the same package.
+    execute_process(COMMAND gzip -9nkf "${CMAKE_BINARY_DIR}/packed/${NAME}" COMMAND_ERROR_IS_FATAL ANY)
+    install(FILES "${packed}" DESTINATION "${DESTINATION}")
+endfunction()
+
 function(sixtrace_install)
     set(packaging "${CMAKE_SOURCE_DIR}/packaging")
     set(id org.sixtrace.Sixtrace)
@@ -29,10 +38,11 @@ function(sixtrace_install)
     install(FILES "${CMAKE_BINARY_DIR}/${id}.service" DESTINATION "${CMAKE_INSTALL_DATADIR}/dbus-1/services")
     # Where the rules are read does not depend on the prefix's depth: "lib/udev" below it, as the device manager has it.
     install(FILES "${packaging}/70-sixtrace.rules" DESTINATION lib/udev/rules.d)
-    install(FILES "${packaging}/man/sixtrace.1" "${packaging}/man/kqx.1" "${packaging}/man/sixtrace-instrument.1"
-        DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
-    install(FILES "${CMAKE_SOURCE_DIR}/README.md" "${CMAKE_SOURCE_DIR}/CHANGELOG.md"
-        DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+    foreach(page sixtrace kqx sixtrace-instrument)
+        sixtrace_install_packed("${packaging}/man/${page}.1" "${page}.1" "${CMAKE_INSTALL_MANDIR}/man1")
+    endforeach()
+    sixtrace_install_packed("${packaging}/debian/changelog" changelog "${CMAKE_INSTALL_DOCDIR}")
+    install(FILES "${CMAKE_SOURCE_DIR}/README.md" "${CMAKE_SOURCE_DIR}/CHANGELOG.md" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
     install(FILES "${CMAKE_SOURCE_DIR}/LICENSE" DESTINATION "${CMAKE_INSTALL_DOCDIR}" RENAME copyright)
 endfunction()
 
@@ -52,6 +62,9 @@ set(CPACK_PACKAGE_DIRECTORY "${CMAKE_BINARY_DIR}/package")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION electronics)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA
+    "${CMAKE_SOURCE_DIR}/packaging/debian/postinst;${CMAKE_SOURCE_DIR}/packaging/debian/postrm")
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
     "fonts-wqy-microhei | fonts-noto-cjk, qt6-translations-l10n, shared-mime-info, dbus-user-session | dbus-x11")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "qt6-wayland, cups")

@@ -41,7 +41,8 @@ expect "the transfer library is missing" test -s "$library"
 expect "desktop entry" quiet desktop-file-validate "$share/applications/$id.desktop"
 expect "metainfo" appstreamcli validate --no-net "$share/metainfo/$id.metainfo.xml"
 for page in sixtrace kqx sixtrace-instrument; do
-    expect "man page $page" quiet mandoc -T lint -W warning "$share/man/man1/$page.1"
+    gunzip -c "$share/man/man1/$page.1.gz" >"$work/$page.1"
+    expect "man page $page" quiet mandoc -T lint -W warning "$work/$page.1"
 done
 expect "bus service" grep -qx "Exec=$work/usr/bin/sixtrace" "$share/dbus-1/services/$id.service"
 expect "icon" xmllint --noout "$share/icons/hicolor/scalable/apps/$id.svg"
