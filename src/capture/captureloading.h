@@ -37,6 +37,8 @@ public:
     void mnuOpen_Click();
     void mnuNew_Click();
     void SimpleWav(const QString& path);
+    /// The older reader with its own dialog and its two messages. No command reaches it.
+    void OpenBinFile();
 
 private:
     publicM& m_model;
