@@ -29,7 +29,8 @@
 
 namespace sixtrace {
 
-/// A main window whose instrument is a script: a scripted USB link, and a pseudo terminal as port 3, the only one.
+/// A main window whose instrument is a script: a scripted USB link, and a pseudo terminal as port 3. Another one can be
+/// plugged in as port 5.
 class AcquireTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -57,9 +58,7 @@ protected:
                                        .applicationFolder = [this] { return m_folder.path(); },
                                        .endProcess = [] {},
                                        .acquisition = {.usb = &link,
-                                                       .locatePort = [this](int number) {
-                                                           return number == 3 && hasPort ? peer.location() : QString();
-                                                       },
+                                                       .locatePort = [this](int number) { return location(number); },
                                                        .autoGetFile = [this] { return Result<QString>(path("AutoGet.bin")); }}});
         return *form;
     }
@@ -112,10 +111,19 @@ protected:
     ScriptedDialogs dialogs;
     ScriptedLink link;
     PtyPeer peer;
+    PtyPeer other;
     bool hasPort = true;
+    bool hasOther = false;
     std::unique_ptr<FrmCom> form;
 
 private:
+    [[nodiscard]] QString location(int number) const {
+        if (number == 5 && hasOther) {
+            return other.location();
+        }
+        return number == 3 && hasPort ? peer.location() : QString();
+    }
+
     QTemporaryDir m_folder;
 };
 

@@ -262,6 +262,20 @@ TEST_F(PlainReceive, RepeatsTheRequestAndFallsBackToAChecksumAtTheFifthRetry) {
     EXPECT_EQ(port.sent, "CCCCC" "\x0F" "\x06\x06");
 }
 
+TEST_F(PlainReceive, ComparesTheWholeSumWithItsOneByteSoThatASumBeyond255NeverMatches) {
+    // 128 bytes of 2 sum up to 256, whose low byte is 0.
+    const QByteArray block = QByteArray("\x01\x01\xFE") + QByteArray(128, '\x02') + '\0';
+    int sentBytes = 0;
+    port.answer = [&](unsigned char) {
+        ++sentBytes;
+        return sentBytes == 6 ? block : sentBytes == 7 ? QByteArray("\x04") : QByteArray();
+    };
+    const auto result = receive.XModemReceive();
+    ASSERT_TRUE(result.ok());
+    EXPECT_EQ(result.value(), 0);
+    EXPECT_EQ(port.sent, "CCCCC" "\x0F" "\x0F" "\x06");
+}
+
 TEST_F(PlainReceive, AbortsAtTheFifthRetryBehindAStartByte) {
     port.answer = [](unsigned char byte) { return byte == 0x12 || byte == 8 ? QByteArray() : QByteArray("\x01\x01"); };
     const auto result = receive.XModemReceive();
