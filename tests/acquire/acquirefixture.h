@@ -48,6 +48,11 @@ protected:
     void setIni(const char* key, const char* value) const {
         ASSERT_TRUE(writeProfile(text("Common"), text(key), text(value), path("vkq.ini")).ok());
     }
+    void removeLanguages() const {
+        for (const char* name : {"ChineseS.Lan", "English.Lan"}) {
+            ASSERT_TRUE(QFile::remove(path(name)));
+        }
+    }
     [[nodiscard]] static QByteArray capture(const char* scene, std::uint32_t seed = 1) {
         return captureBytes(*captureForm("V11"), *sceneBlocks(text(scene), seed));
     }

@@ -167,6 +167,39 @@ TEST_F(ManualGet, TheWindowsFollowTheLanguageWhenTheyAreLoaded) {
     }
 }
 
+TEST_F(ManualGet, WithoutLanguageFilesTheWindowsKeepTheCaptionsOfTheirDesign) {
+    removeLanguages();
+    load();
+    const auto captions = [](QWidget& window, const QStringList& names) {
+        QStringList found;
+        for (const QString& name : names) {
+            if (const auto* label = window.findChild<QLabel*>(name)) {
+                found << label->text();
+            } else {
+                found << control<QPushButton>(window, qPrintable(name)).text();
+            }
+        }
+        return found;
+    };
+    recFrm& serial = acquisition().receiver();
+    serial.load();
+    EXPECT_EQ(serial.windowTitle(), text("正在接收数据"));
+    EXPECT_EQ(captions(serial, {text("Label1"), text("Label2"), text("Command1"), text("Label3"), text("Label5"),
+                                text("Label4"), text("Command2"), text("CancelButton")}),
+              (QStringList{text("正在接收文件："), text("存储为："), text("浏览..."), text("数据包："), text("重试次数"),
+                           text("传输进度："), text("开始"), text("Cancel")}));
+    FrmUSB& usb = acquisition().usbWindow();
+    whenShown(usb, [&] {
+        EXPECT_EQ(usb.windowTitle(), text("USB Transmission "));
+        EXPECT_EQ(captions(usb, {text("Label1"), text("Label2"), text("Command1"), text("Label4"), text("Command4"),
+                                 text("CancelButton")}),
+                  (QStringList{text("正在接收文件："), text("存储为："), text("浏览..."), text("传输进度："), text("开 始"),
+                               text("Cancel")}));
+        click(usb, "CancelButton");
+    });
+    item("mnuAcquire").trigger();
+}
+
 TEST_F(ManualGet, BrowsingTakesAnExistingFileOnlyWhenTheUserAgrees) {
     load();
     FrmUSB& window = acquisition().usbWindow();
@@ -574,6 +607,38 @@ TEST_F(PortSettings, ListUsbAndThePortsFoundAndAlwaysOpenOnTheLineDefaults) {
         EXPECT_EQ(control<ListCombo>(window, "Combo5").Text(), text("1"));
     });
     EXPECT_EQ(model->ComSetText, text("9600,O,7,2"));
+}
+
+TEST_F(PortSettings, HasItsListsAndTheCaptionsOfItsDesignWhereNoLanguageFileSaysOtherwise) {
+    removeLanguages();
+    load();
+    show([](frmComSet& window) {
+        EXPECT_TRUE(window.isModal());
+        EXPECT_EQ(window.windowTitle(), text("端口设置"));
+        const auto entries = [&window](const char* name) {
+            const ListCombo& list = control<ListCombo>(window, name);
+            QStringList found;
+            for (int i = 0; i < list.ListCount(); ++i) {
+                found << list.List(i);
+            }
+            return found;
+        };
+        EXPECT_EQ(entries("Combo2"), (QStringList{text("9600"), text("19200"), text("38400"), text("57600"), text("115200")}));
+        EXPECT_EQ(entries("Combo3"), (QStringList{text("5"), text("6"), text("7"), text("8")}));
+        EXPECT_EQ(entries("Combo4"), (QStringList{text("奇"), text("偶"), text("无")}));
+        EXPECT_EQ(entries("Combo5"), (QStringList{text("1"), text("2")}));
+        const std::array<std::pair<const char*, const char*>, 5> labels{{{"Label1", "选择通讯口："},
+                                                                         {"Label2", "数据位(D):"},
+                                                                         {"Label3", "奇偶校验(P):"},
+                                                                         {"Label4", "每秒位数(B):"},
+                                                                         {"Label5", "停止位(S):"}}};
+        for (const auto& [name, caption] : labels) {
+            EXPECT_EQ(control<QLabel>(window, name).text(), text(caption)) << name;
+        }
+        EXPECT_EQ(control<QPushButton>(window, "CmdSet").text(), text("确定"));
+        EXPECT_EQ(control<QPushButton>(window, "CmdCancel").text(), text("取消"));
+        EXPECT_EQ(control<QPushButton>(window, "Command1").text(), text("默认"));
+    });
 }
 
 TEST_F(PortSettings, TheParityLettersStandOnePlaceOffTheWords) {
