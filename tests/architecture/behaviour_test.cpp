@@ -27,7 +27,9 @@ std::string contentOf(const fs::path& path) {
     return text.str();
 }
 
-fs::path root() { return fs::path(SIXTRACE_SOURCE_DIR); }
+fs::path root() {
+    return fs::path(SIXTRACE_SOURCE_DIR);
+}
 
 /// "Suite.Name" of every test in the tree.
 std::set<std::string> testNames() {
@@ -72,7 +74,8 @@ bool looksLikeATest(const std::string& word) {
 }
 
 bool looksLikeAPath(const std::string& word) {
-    return std::any_of(kFolders.begin(), kFolders.end(), [&word](const char* folder) { return word.starts_with(folder); });
+    return std::any_of(kFolders.begin(), kFolders.end(),
+                       [&word](const char* folder) { return word.starts_with(folder); });
 }
 
 /// Calls `check` with the name of each table file and each quoted word in it.

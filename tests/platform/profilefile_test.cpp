@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/profilefile.h"
 
+#include "support/hardships.h"
 #include "support/printing.h"
 
 #include <QDir>
@@ -315,43 +316,25 @@ TEST_F(ProfileFile, AReadOnlyFolderRefusesWritesAndKeepsTheFile) {
     const auto readable = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
     ASSERT_TRUE(QFile::setPermissions(path(), readable));
     ASSERT_TRUE(QFile::setPermissions(folder, readable | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther));
-    // The superuser may write everywhere, so another process tries as nobody.
-    const pid_t pid = fork();
-    ASSERT_GE(pid, 0);
-    if (pid == 0) {
-        constexpr uid_t kNobody = 65534;
-        if (geteuid() == 0 && setuid(kNobody) != 0) {
-            _exit(2);
-        }
-        const bool refused = !set(u"A"_s, u"k"_s, u"2"_s);
-        _exit(refused && get(u"A"_s, u"k"_s) == u"1"_s ? 0 : 1);
+    {
+        const test::OrdinaryUser user;
+        EXPECT_FALSE(set(u"A"_s, u"k"_s, u"2"_s));
+        EXPECT_EQ(get(u"A"_s, u"k"_s), u"1"_s);
     }
-    int status = -1;
-    ASSERT_EQ(waitpid(pid, &status, 0), pid);
-    EXPECT_EQ(status, 0);
     EXPECT_EQ(content(), "[A]\nk=1\n");
     EXPECT_TRUE(QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
 }
 
 TEST_F(ProfileFile, AnUnreadableFileReadsAsNothingAndIsNotReplaced) {
     put("[A]\nk=1\n");
-    const QString folder = QFileInfo(path()).path();
     ASSERT_TRUE(QFile::setPermissions(path(), QFile::Permissions()));
     // Everybody may make files here, so that only the file itself stands in the way.
-    ASSERT_TRUE(QFile::setPermissions(folder, QFile::Permissions(0x7777)));
-    const pid_t pid = fork();
-    ASSERT_GE(pid, 0);
-    if (pid == 0) {
-        constexpr uid_t kNobody = 65534;
-        if (geteuid() == 0 && setuid(kNobody) != 0) {
-            _exit(2);
-        }
-        const bool nothing = get(u"A"_s, u"k"_s) == u"fallback"_s;
-        _exit(nothing && !set(u"A"_s, u"k"_s, u"2"_s) ? 0 : 1);
+    ASSERT_TRUE(QFile::setPermissions(QFileInfo(path()).path(), QFile::Permissions(0x7777)));
+    {
+        const test::OrdinaryUser user;
+        EXPECT_EQ(get(u"A"_s, u"k"_s), u"fallback"_s);
+        EXPECT_FALSE(set(u"A"_s, u"k"_s, u"2"_s));
     }
-    int status = -1;
-    ASSERT_EQ(waitpid(pid, &status, 0), pid);
-    EXPECT_EQ(status, 0);
     ASSERT_TRUE(QFile::setPermissions(path(), QFile::ReadOwner | QFile::WriteOwner));
     EXPECT_EQ(content(), "[A]\nk=1\n");
 }
