@@ -65,4 +65,24 @@ void CaptureLoading::SimpleWav(const QString& path) {
     sixtrace::SimpleWav(path, m_model, m_steps);
 }
 
+void CaptureLoading::OpenBinFile() {
+    const auto choice = m_dialogs.ShowOpen({.fileName = {},
+                                            .filter = QStringLiteral("KQX bin (*.bin)|*.bin"),
+                                            .filterIndex = 1,
+                                            .initialFolder = {}});
+    if (!choice) {
+        return;
+    }
+    switch (sixtrace::OpenBinFile(choice->fileName, m_model, m_steps)) {
+    case BinFileOutcome::Loaded:
+        break;
+    case BinFileOutcome::MissingFile:
+        m_dialogs.message(QStringLiteral(" no this file!"), MessageIcon::Critical);
+        break;
+    case BinFileOutcome::NotACapture:
+        m_dialogs.message(QStringLiteral("not KQX bin file!"), MessageIcon::Plain);
+        break;
+    }
+}
+
 } // namespace sixtrace

@@ -40,6 +40,8 @@ public:
     void openDropped(const QString& path);
     void mnuNew_Click();
     void SimpleWav(const QString& path);
+    /// The older reader with its own dialog and its two messages. No command reaches it.
+    void OpenBinFile();
 
 private:
     void beginOpen();

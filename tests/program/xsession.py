@@ -39,6 +39,8 @@ def wait_for(what, condition, seconds=PATIENCE):
 def ppm(data):
     """Width, height and the RGB bytes of a binary pixmap."""
     match = re.match(rb"P6\s+(\d+)\s+(\d+)\s+255\s", data)
+    if match is None:
+        raise Failure("no pixmap of one byte a colour: " + repr(data[:40]))
     width, height = int(match.group(1)), int(match.group(2))
     return width, height, data[match.end():]
 
@@ -156,11 +158,12 @@ class Session:
         found = []
         for number in (self._quiet("xdotool", "search", "--onlyvisible", "--class", "sixtrace") or "").split():
             name = self._quiet("xdotool", "getwindowname", number)
-            shape = self._quiet("xdotool", "getwindowgeometry", "--shell", number)
+            shape = self._quiet("xwininfo", "-id", number)
             if name is None or shape is None:
                 continue
-            values = dict(line.split("=") for line in shape.split())
-            found.append((number, name.strip(), *(int(values[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))))
+            values = dict(line.rsplit(":", 1) for line in shape.splitlines() if line.count(":") == 1)
+            places = ("  Absolute upper-left X", "  Absolute upper-left Y", "  Width", "  Height")
+            found.append((number, name.strip(), *(int(values[place]) for place in places)))
         return found
 
     def find(self, title, above=0, below=10000):
@@ -189,7 +192,7 @@ class Session:
         """The RGB bytes of a place in a window, as they stand on the display."""
         x, y, width, height = place
         crop = "%dx%d+%d+%d" % (width, height, window[2] + x, window[3] + y)
-        done = subprocess.run(["import", "-window", "root", "-crop", crop, "ppm:-"], env=self.env, capture_output=True,
+        done = subprocess.run(["import", "-window", "root", "-crop", crop, "-depth", "8", "ppm:-"], env=self.env, capture_output=True,
                               check=True)
         return ppm(done.stdout)
 
@@ -200,7 +203,7 @@ class Session:
         """What the screen shall show of a capture, by the companion program."""
         file = os.path.join(self.folder, "expected.png")
         self.kqx("screen", capture, file, *options)
-        done = subprocess.run(["convert", file, "ppm:-"], capture_output=True, check=True)
+        done = subprocess.run(["convert", file, "-depth", "8", "ppm:-"], capture_output=True, check=True)
         return ppm(done.stdout)
 
     def expect_screen(self, what, expected):
