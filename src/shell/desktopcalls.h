@@ -16,8 +16,8 @@ namespace sixtrace {
 inline constexpr const char* kDesktopId = "org.sixtrace.Sixtrace";
 inline constexpr const char* kDesktopPath = "/org/sixtrace/Sixtrace";
 
-/// What the desktop asks of the running program over the session bus, by the interface that the Desktop Entry
-/// Specification of freedesktop.org names for it: come to the front, and open a capture. A call that comes before the
+/// What the desktop asks of the running program over the session bus, by the interface that freedesktop.org names
+/// for programs of a desktop entry: come to the front, and open a capture. A call that comes before the
 /// main window stands waits for it. Without a bus, or where another copy of the program has the name, there are no calls.
 class DesktopCalls : public QObject {
     Q_OBJECT
