@@ -65,8 +65,7 @@ CursorReadout readoutOf(const TimeReading& reading, NumberMarks marks) {
     return {Format(reading.value, valueFormat(), marks), reading.unit};
 }
 
-std::optional<CursorReadout> timeAt(const publicM& model, int channel, double x, TimeLadder ladder,
-                                    NumberMarks marks) {
+std::optional<CursorReadout> timeAt(const publicM& model, int channel, double x, TimeLadder ladder, NumberMarks marks) {
     const auto reading = timeReadingAt(model, channel, x, ladder);
     return reading ? std::optional(readoutOf(*reading, marks)) : std::nullopt;
 }

@@ -88,7 +88,8 @@ private:
     [[nodiscard]] bool moveVoltageCursor(double Y);
     [[nodiscard]] bool moveTimeCursor(double X);
 
-    // Each move of the pointer reads the cursors out, mostly to what they say already: texts are kept until they change.
+    // Each move of the pointer reads the cursors out, mostly to what they say already: texts are kept until they
+    // change.
     struct WrittenTime {
         std::optional<TimeReading> reading;
         CursorReadout readout;

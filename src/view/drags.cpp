@@ -79,8 +79,8 @@ struct VisibleRange {
 
 /// Shifts from both ends inward up to the first and the last visible sample. A trace that lies wholly beside the screen
 /// is passed by one walk entirely, and its end sample by the other as well.
-bool shiftToVisible(const publicM& model, int channel, SampleArray<std::int32_t>& coordinates,
-                    const Shift& shift, VisibleRange& range) {
+bool shiftToVisible(const publicM& model, int channel, SampleArray<std::int32_t>& coordinates, const Shift& shift,
+                    VisibleRange& range) {
     const int rows = rowsOf(model, channel);
     range = {rows, -1};
     for (int i = 0; i < rows; ++i) {
