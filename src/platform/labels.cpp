@@ -53,7 +53,16 @@ void ReadoutLabel::resizeEvent(QResizeEvent* event) {
     fit();
 }
 
+void ReadoutLabel::showEvent(QShowEvent* event) {
+    QLabel::showEvent(event);
+    fit();
+}
+
 void ReadoutLabel::fit() {
+    if (!isVisible()) {
+        // A font is loaded when there is something to see, not before.
+        return;
+    }
     m_pixels = fittingPixels(text().trimmed(), width(), m_fullPixels);
     setToolTip(m_pixels < m_fullPixels ? text() : QString());
 }

@@ -17,6 +17,7 @@
 #include "view/screenarea.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMenuBar>
@@ -214,6 +215,12 @@ void FrmCom::Form_Load() {
 void FrmCom::closeEvent(QCloseEvent* event) {
     event->accept();
     Form_Unload();
+}
+
+void FrmCom::openFromDesktop(const QString& path) {
+    if (QApplication::activeModalWidget() == nullptr) {
+        m_loading->openDropped(path);
+    }
 }
 
 FrmMessageOut& FrmCom::messageOut() {

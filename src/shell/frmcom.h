@@ -53,6 +53,8 @@ public:
     /// The message window, loaded by its first use.
     [[nodiscard]] FrmMessageOut& messageOut();
     [[nodiscard]] Acquisition& acquisition() { return *m_acquisition; }
+    /// Opens a capture that the desktop hands over; not while a dialog waits for its answer.
+    void openFromDesktop(const QString& path);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
