@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
-// A step of both drags of a full record against two plain copies of the picture, and a move of the mouse over six traces
-// through the main window's own handler, with the repaints that it asks for.
+// A step of both drags of a full record against two plain copies of the picture, and a move of the mouse over six
+// traces through the main window's own handler, with the repaints that it asks for.
 #include "capture/capturefile.h"
 #include "capture/capturewriter.h"
-#include "platform/dialogs.h"
+#include "noise.h"
+#include "onefile.h"
 #include "platform/listcombo.h"
 #include "platform/look.h"
 #include "platform/picturebox.h"
@@ -24,13 +25,10 @@
 namespace {
 
 using namespace sixtrace;
+using bench::nextRandom;
+using bench::OneFile;
 
 enum class Content { Sine, Noise };
-
-std::uint32_t nextRandom(std::uint32_t& state) {
-    state = state * 1664525U + 1013904223U;
-    return state >> 8;
-}
 
 /// One full record with the frame that stands at the press.
 struct Scene {
@@ -109,22 +107,6 @@ void twoCopies(benchmark::State& state) {
     }
 }
 
-/// Answers the open dialog with one file.
-class OneFile final : public Dialogs {
-public:
-    explicit OneFile(QString path)
-        : m_path(std::move(path)) {}
-    std::optional<FileChoice> ShowOpen(const FileRequest&) override { return FileChoice{m_path, 1}; }
-    std::optional<FileChoice> ShowSave(const FileRequest&) override { return std::nullopt; }
-    std::optional<Colour> ShowColor(Colour) override { return std::nullopt; }
-    void message(const QString&, MessageIcon, const QString&) override {}
-    Answer question(const QString&, MessageIcon, const QString&) override { return Answer::No; }
-    std::optional<QString> input(const QString&, const QString&, const QString&) override { return std::nullopt; }
-
-private:
-    QString m_path;
-};
-
 /// Six full records one below the other.
 std::vector<CaptureBlock> sixFlatTraces() {
     std::vector<CaptureBlock> blocks;
@@ -167,8 +149,7 @@ struct Window {
         const QByteArray bytes = captureBytes(*captureForm("V11"), sixFlatTraces());
         std::ofstream(folder.filePath(QStringLiteral("six.bin")).toStdString(), std::ios::binary)
             .write(bytes.constData(), bytes.size());
-        form = std::make_unique<FrmCom>(
-            *model, FrmComSurroundings{dialogs, [this] { return folder.path(); }, [] {}});
+        form = std::make_unique<FrmCom>(*model, FrmComSurroundings{dialogs, [this] { return folder.path(); }, [] {}});
         form->show();
         form->menuBar()->findChild<QAction*>(QStringLiteral("mnuOpen"))->trigger();
         screen = form->findChild<PictureBox*>(QStringLiteral("Picture2"));
@@ -216,14 +197,14 @@ int main(int argc, char** argv) {
     add("mouse_move", [](benchmark::State& state) { mouseMove(state, 0); });
     add("mouse_move_cursors", [](benchmark::State& state) { mouseMove(state, 3); });
     add("one_microsecond", oneMicrosecond)->UseManualTime()->Iterations(1000);
-    return sixtrace::bench::runAndCompare(argc, argv,
-                                          {
-                                              {"sideways drag, sine / two copies", "trace_drag_sine", "two_copies", 1.5},
-                                              {"sideways drag, noise / two copies", "trace_drag_noise", "two_copies", 2.5},
-                                              {"marker drag, sine / two copies", "marker_drag_sine", "two_copies", 1.5},
-                                              {"marker drag, noise / two copies", "marker_drag_noise", "two_copies", 2.5},
-                                              {"mouse move over six traces / 1 us", "mouse_move", "one_microsecond", 1},
-                                              {"the same with all cursors / 1 us", "mouse_move_cursors",
-                                               "one_microsecond", 1},
-                                          });
+    return sixtrace::bench::runAndCompare(
+        argc, argv,
+        {
+            {"sideways drag, sine / two copies", "trace_drag_sine", "two_copies", 1.5},
+            {"sideways drag, noise / two copies", "trace_drag_noise", "two_copies", 2.5},
+            {"marker drag, sine / two copies", "marker_drag_sine", "two_copies", 1.5},
+            {"marker drag, noise / two copies", "marker_drag_noise", "two_copies", 2.5},
+            {"mouse move over six traces / 1 us", "mouse_move", "one_microsecond", 1},
+            {"the same with all cursors / 1 us", "mouse_move_cursors", "one_microsecond", 1},
+        });
 }

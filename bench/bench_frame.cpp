@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A frame of six traces of 10231 samples against one QPainter::drawLine per segment, and against the bare minimum.
+#include "noise.h"
 #include "ratios.h"
 #include "view/frame.h"
 #include "view/geometry.h"
@@ -14,13 +15,9 @@
 namespace {
 
 using namespace sixtrace;
+using bench::nextRandom;
 
 enum class Content { Mixed, Noise };
-
-std::uint32_t nextRandom(std::uint32_t& state) {
-    state = state * 1664525U + 1013904223U;
-    return state >> 8;
-}
 
 std::int16_t sampleOf(Content content, int channel, int i, std::uint32_t& state) {
     constexpr double kTurn = 6.283185307179586;

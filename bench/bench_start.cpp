@@ -4,7 +4,7 @@
 // left out. Called without arguments it starts itself in turns as both, at least nine times each.
 #include "capture/capturefile.h"
 #include "capture/scenes.h"
-#include "platform/dialogs.h"
+#include "onefile.h"
 #include "platform/look.h"
 #include "platform/wholefile.h"
 #include "shell/frmcom.h"
@@ -29,22 +29,7 @@
 namespace {
 
 using namespace sixtrace;
-
-/// Answers the open dialog with one file.
-class OneFile final : public Dialogs {
-public:
-    explicit OneFile(QString path)
-        : m_path(std::move(path)) {}
-    std::optional<FileChoice> ShowOpen(const FileRequest&) override { return FileChoice{m_path, 1}; }
-    std::optional<FileChoice> ShowSave(const FileRequest&) override { return std::nullopt; }
-    std::optional<Colour> ShowColor(Colour) override { return std::nullopt; }
-    void message(const QString&, MessageIcon, const QString&) override {}
-    Answer question(const QString&, MessageIcon, const QString&) override { return Answer::No; }
-    std::optional<QString> input(const QString&, const QString&, const QString&) override { return std::nullopt; }
-
-private:
-    QString m_path;
-};
+using bench::OneFile;
 
 /// Resident memory of this process in KiB.
 long residentKiB() {

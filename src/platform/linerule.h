@@ -18,7 +18,8 @@ struct LineRule {
 
     /// Offset of the other coordinate at step k.
     [[nodiscard]] std::int64_t offset(std::int64_t k) const {
-        return length == 0 ? 0 : static_cast<std::int64_t>((Wide{2} * k * rise + length) / (Wide{2} * length));
+        return k == 0 || length == 0 ? 0
+                                     : static_cast<std::int64_t>((Wide{2} * k * rise + length) / (Wide{2} * length));
     }
 
     /// The first step whose offset is at least `value`, for a value of 1 and up and a rise above 0. It may lie beyond

@@ -163,19 +163,32 @@ void Picture::stroke(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int
     std::int64_t remainder =
         static_cast<std::int64_t>(LineRule::Wide{2} * steps.first * rule.rise + rule.length -
                                   LineRule::Wide{startOffset} * twiceLength);
-    for (std::int64_t k = steps.first;; ++k) {
-        if (lit(style, k)) {
-            *pixel = exclusiveOr ? *pixel ^ (pen & 0x00FFFFFFU) : pen;
+    const auto walk = [&](auto draw) {
+        for (std::int64_t k = steps.first;; ++k) {
+            draw(k);
+            if (k == steps.last) {
+                return;
+            }
+            pixel += along;
+            remainder += 2 * rule.rise;
+            if (remainder >= twiceLength) {
+                remainder -= twiceLength;
+                pixel += across;
+            }
         }
-        if (k == steps.last) {
-            return;
-        }
-        pixel += along;
-        remainder += 2 * rule.rise;
-        if (remainder >= twiceLength) {
-            remainder -= twiceLength;
-            pixel += across;
-        }
+    };
+    // One loop for each kind of line, so that none asks at every pixel which kind it is.
+    const std::uint32_t change = pen & 0x00FFFFFFU;
+    if (style != DrawStyle::Solid) {
+        walk([&](std::int64_t k) {
+            if (lit(style, k)) {
+                *pixel = exclusiveOr ? *pixel ^ change : pen;
+            }
+        });
+    } else if (exclusiveOr) {
+        walk([&](std::int64_t) { *pixel ^= change; });
+    } else {
+        walk([&](std::int64_t) { *pixel = pen; });
     }
 }
 

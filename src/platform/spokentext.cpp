@@ -56,9 +56,13 @@ QAccessibleInterface* makeSpokenPicture(const QString&, QObject* object) {
 
 } // namespace
 
-void installSpokenPictures() { QAccessible::installFactory(&makeSpokenPicture); }
+void installSpokenPictures() {
+    QAccessible::installFactory(&makeSpokenPicture);
+}
 
-void setSpokenText(PictureBox& box, std::function<QString()> text) { new SpokenText(box, std::move(text)); }
+void setSpokenText(PictureBox& box, std::function<QString()> text) {
+    new SpokenText(box, std::move(text));
+}
 
 void announceSpokenText(PictureBox& box, const QString& text) {
     QAccessibleValueChangeEvent value(&box, text);

@@ -13,8 +13,8 @@ class PictureBox;
 /// changes nothing.
 void installSpokenPictures();
 
-/// Gives a picture box words: assistive tools read `text` as its value and description, made anew whenever they ask. The
-/// function lives as long as the widget.
+/// Gives a picture box words: assistive tools read `text` as its value and description, made anew whenever they ask.
+/// The function lives as long as the widget.
 void setSpokenText(PictureBox& box, std::function<QString()> text);
 
 /// Tells assistive tools that the words of a picture are now these.

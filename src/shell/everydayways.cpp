@@ -31,14 +31,10 @@ struct Shortcut {
 };
 
 constexpr std::array kShortcuts{
-    Shortcut{u"mnuOpen", u"Ctrl+O"},
-    Shortcut{u"mnuPrintView", u"Ctrl+Shift+P"},
-    Shortcut{u"mnuPrint", u"Ctrl+P"},
-    Shortcut{u"mnuExit", u"Ctrl+Q"},
-    Shortcut{u"mnuTabular", u"Ctrl+T"},
-    Shortcut{u"mnuGraticule", u"Ctrl+G"},
-    Shortcut{u"mnuAcquire", u"F5"},
-    Shortcut{u"mnuContent", u"F1"},
+    Shortcut{u"mnuOpen", u"Ctrl+O"},    Shortcut{u"mnuPrintView", u"Ctrl+Shift+P"},
+    Shortcut{u"mnuPrint", u"Ctrl+P"},   Shortcut{u"mnuExit", u"Ctrl+Q"},
+    Shortcut{u"mnuTabular", u"Ctrl+T"}, Shortcut{u"mnuGraticule", u"Ctrl+G"},
+    Shortcut{u"mnuAcquire", u"F5"},     Shortcut{u"mnuContent", u"F1"},
 };
 
 /// From the list over its channel's controls to the cursors and markers, which stand in the walk while they are shown.

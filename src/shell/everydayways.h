@@ -26,8 +26,8 @@ struct EverydayAreas {
     QAction& mnuChinese;
 };
 
-/// Adds to the main window what its users know from every other one: keys for menu items, cursor lines and markers, a tab
-/// order through all of it, names and words for assistive tools, and files dropped onto it. Every way ends in the
+/// Adds to the main window what its users know from every other one: keys for menu items, cursor lines and markers, a
+/// tab order through all of it, names and words for assistive tools, and files dropped onto it. Every way ends in the
 /// handler that the mouse reaches, so none of it has a behaviour of its own. `form` owns what is made.
 void addEverydayWays(FrmCom& form, const EverydayAreas& areas);
 

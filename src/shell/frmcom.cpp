@@ -62,8 +62,8 @@ FrmCom::FrmCom(publicM& model, FrmComSurroundings surroundings)
     setFixedSize(kClientWidth, kMenuBarHeight + kClientHeight);
     makeAreas();
     connectCommands();
-    addEverydayWays(*this, {m_model, m_controls, *m_cursors, *m_markers, *m_loading,
-                            action(QStringLiteral("mnuChinese"))});
+    addEverydayWays(*this,
+                    {m_model, m_controls, *m_cursors, *m_markers, *m_loading, action(QStringLiteral("mnuChinese"))});
     Form_Load();
 }
 

@@ -69,9 +69,10 @@ QString ScreenWords::text() const {
         return {};
     }
     const bool chinese = m_mnuChinese.isChecked();
-    QStringList words{c.List1->List(row).left(3).trimmed(),
-                      (chinese ? QStringLiteral("每格时间 %1") : QStringLiteral("%1 per division")).arg(c.Combo1->Text()),
-                      (chinese ? QStringLiteral("每格电压 %1") : QStringLiteral("%1 per division")).arg(c.Combo2->Text())};
+    QStringList words{
+        c.List1->List(row).left(3).trimmed(),
+        (chinese ? QStringLiteral("每格时间 %1") : QStringLiteral("%1 per division")).arg(c.Combo1->Text()),
+        (chinese ? QStringLiteral("每格电压 %1") : QStringLiteral("%1 per division")).arg(c.Combo2->Text())};
     for (const Readout& readout : {Readout{c.LabYY1, c.LabY1, c.LabYY11}, Readout{c.LabYY2, c.LabY2, c.LabYY22},
                                    Readout{c.Labddy, c.LabDy, c.LabDDYY}, Readout{c.LabXX1, c.LabX1, c.LabXX11},
                                    Readout{c.LabXX2, c.LabX2, c.LabXX22}, Readout{c.labDDx, c.LabDx, c.LabDDXX}}) {

@@ -50,8 +50,7 @@ CursorReadout voltageAt(const publicM& model, int channel, double y, NumberMarks
     return {Format(volts, valueFormat(), marks), QStringLiteral(" V")};
 }
 
-std::optional<CursorReadout> timeAt(const publicM& model, int channel, double x, TimeLadder ladder,
-                                    NumberMarks marks) {
+std::optional<TimeReading> timeReadingAt(const publicM& model, int channel, double x, TimeLadder ladder) {
     const auto scale = pickScale(model, channel);
     if (!scale) {
         return std::nullopt;
@@ -59,7 +58,16 @@ std::optional<CursorReadout> timeAt(const publicM& model, int channel, double x,
     const auto c = static_cast<std::size_t>(channel);
     const double microseconds = scale->sampleAt(x) * static_cast<double>(model.SampleInterval[c]);
     const TimeUnit unit = timeUnit(model.TimeIndexView[c], ladder);
-    return CursorReadout{Format(inUnit(microseconds, unit), valueFormat(), marks), QString::fromLatin1(unit.name)};
+    return TimeReading{inUnit(microseconds, unit), QLatin1String(unit.name)};
+}
+
+CursorReadout readoutOf(const TimeReading& reading, NumberMarks marks) {
+    return {Format(reading.value, valueFormat(), marks), reading.unit};
+}
+
+std::optional<CursorReadout> timeAt(const publicM& model, int channel, double x, TimeLadder ladder, NumberMarks marks) {
+    const auto reading = timeReadingAt(model, channel, x, ladder);
+    return reading ? std::optional(readoutOf(*reading, marks)) : std::nullopt;
 }
 
 QString differenceOf(const QString& first, const QString& second, NumberMarks marks) {

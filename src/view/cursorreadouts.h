@@ -21,6 +21,14 @@ struct CursorReadout {
 [[nodiscard]] CursorReadout voltageAt(const publicM& model, int channel, double y,
                                       NumberMarks marks = NumberMarks::system());
 
+/// A time before it becomes text. Telling two of them apart is much cheaper than writing them out.
+struct TimeReading {
+    double value = 0;
+    QLatin1String unit;
+
+    [[nodiscard]] bool operator==(const TimeReading&) const = default;
+};
+
 /// The two places that read times out choose their units by different rows; both are meant.
 enum class TimeLadder {
     OfCombo3,   ///< nS below row 7, uS below 17, mS below 22, else S
@@ -28,6 +36,9 @@ enum class TimeLadder {
 };
 
 /// Time at the column `x` since the channel's first sample; nothing where the channel's scale has no meaning.
+[[nodiscard]] std::optional<TimeReading> timeReadingAt(const publicM& model, int channel, double x, TimeLadder ladder);
+[[nodiscard]] CursorReadout readoutOf(const TimeReading& reading, NumberMarks marks = NumberMarks::system());
+/// Both at once.
 [[nodiscard]] std::optional<CursorReadout> timeAt(const publicM& model, int channel, double x, TimeLadder ladder,
                                                   NumberMarks marks = NumberMarks::system());
 

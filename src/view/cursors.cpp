@@ -87,8 +87,7 @@ void Cursors::UpdateVoltCursors() {
     }
     readVoltage(0);
     readVoltage(1);
-    m_widgets.LabDy->setCaption(
-        differenceOf(m_widgets.voltageValues[0]->caption(), m_widgets.voltageValues[1]->caption()));
+    m_voltageDifference.show(*m_widgets.LabDy, m_widgets.voltageValues);
 }
 
 void Cursors::printTime() {
@@ -103,14 +102,28 @@ void Cursors::readTimes(TimeLadder ladder) {
         return;
     }
     for (std::size_t cursor = 0; cursor < m_widgets.Line2.size(); ++cursor) {
-        const auto readout = timeAt(m_model, channel, m_widgets.Line2[cursor]->X1(), ladder);
-        if (!readout) {
+        const auto reading = timeReadingAt(m_model, channel, m_widgets.Line2[cursor]->X1(), ladder);
+        if (!reading) {
             return;
         }
-        m_widgets.timeValues[cursor]->setCaption(readout->value);
-        m_widgets.timeUnits[cursor]->setCaption(readout->unit);
+        WrittenTime& written = m_writtenTimes[cursor];
+        if (!(written.reading == *reading)) {
+            written = {*reading, readoutOf(*reading)};
+        }
+        m_widgets.timeValues[cursor]->setCaption(written.readout.value);
+        m_widgets.timeUnits[cursor]->setCaption(written.readout.unit);
     }
-    m_widgets.LabDx->setCaption(differenceOf(m_widgets.timeValues[0]->caption(), m_widgets.timeValues[1]->caption()));
+    m_timeDifference.show(*m_widgets.LabDx, m_widgets.timeValues);
+}
+
+void Cursors::Difference::show(ReadoutLabel& label, const std::array<ReadoutLabel*, 2>& values) {
+    if (const std::array now{values[0]->caption(), values[1]->caption()};
+        m_text.isEmpty() || now[0] != m_first || now[1] != m_second) {
+        m_first = now[0];
+        m_second = now[1];
+        m_text = differenceOf(m_first, m_second);
+    }
+    label.setCaption(m_text);
 }
 
 CursorHit Cursors::grabbed() const {
@@ -193,8 +206,7 @@ bool Cursors::moveVoltageCursor(double Y) {
     } else {
         setPointer(MousePointer::Arrow);
     }
-    m_widgets.LabDy->setCaption(
-        differenceOf(m_widgets.voltageValues[0]->caption(), m_widgets.voltageValues[1]->caption()));
+    m_voltageDifference.show(*m_widgets.LabDy, m_widgets.voltageValues);
     return true;
 }
 

@@ -8,6 +8,7 @@
 #include <QObject>
 
 #include <array>
+#include <optional>
 #include <vector>
 
 namespace sixtrace {
@@ -87,9 +88,29 @@ private:
     [[nodiscard]] bool moveVoltageCursor(double Y);
     [[nodiscard]] bool moveTimeCursor(double X);
 
+    // Each move of the pointer reads the cursors out, mostly to what they say already: texts are kept until they
+    // change.
+    struct WrittenTime {
+        std::optional<TimeReading> reading;
+        CursorReadout readout;
+    };
+    class Difference {
+    public:
+        /// Shows the difference of two values, as they read, on a label.
+        void show(ReadoutLabel& label, const std::array<ReadoutLabel*, 2>& values);
+
+    private:
+        QString m_first;
+        QString m_second;
+        QString m_text;
+    };
+
     publicM& m_model;
     Widgets m_widgets;
     CursorNeighbours& m_neighbours;
+    std::array<WrittenTime, 2> m_writtenTimes;
+    Difference m_voltageDifference;
+    Difference m_timeDifference;
     MousePointer m_pointer = MousePointer::Arrow;
 
     int YCursorDrag = 0; ///< 1 or 2: that voltage cursor is being dragged

@@ -34,14 +34,42 @@ void penToSample(const publicM& model, int channel, int sample, Picture& picture
     picture.MoveToEx(model.PlotX(channel, sample), model.PlotY(channel, sample));
 }
 
-/// Adds to a coordinate; false on overflow.
-bool shift(std::int32_t& coordinate, double delta) {
-    const auto moved = toInt32(delta + coordinate);
-    if (moved) {
-        coordinate = *moved;
+/// Adds one distance to many coordinates, each sum rounded, halves to the even integer.
+///
+/// Unless the distance lies about halfway between two integers, every sum rounds as the distance alone does, and the
+/// addition is one of integers: a step of a drag moves ten thousand coordinates.
+class Shift {
+public:
+    explicit Shift(double delta)
+        : m_delta(delta) {
+        // The sum of a 32-bit integer and the distance is exact to less than a millionth.
+        constexpr double kClearOfHalf = 0.4999;
+        constexpr double kFar = 1e9;
+        const double nearest = std::nearbyint(delta);
+        m_isClear = std::fabs(delta - nearest) < kClearOfHalf && std::fabs(nearest) < kFar;
+        m_whole = m_isClear ? static_cast<std::int64_t>(nearest) : 0;
     }
-    return moved.has_value();
-}
+
+    /// False on overflow, which leaves the coordinate as it is.
+    bool operator()(std::int32_t& coordinate) const {
+        if (!m_isClear) {
+            const auto moved = toInt32(m_delta + coordinate);
+            coordinate = moved.value_or(coordinate);
+            return moved.has_value();
+        }
+        const std::int64_t moved = coordinate + m_whole;
+        if (moved != static_cast<std::int32_t>(moved)) {
+            return false;
+        }
+        coordinate = static_cast<std::int32_t>(moved);
+        return true;
+    }
+
+private:
+    double m_delta;
+    std::int64_t m_whole = 0;
+    bool m_isClear = false;
+};
 
 /// The visible samples of a trace while one of its coordinates is shifted.
 struct VisibleRange {
@@ -51,12 +79,12 @@ struct VisibleRange {
 
 /// Shifts from both ends inward up to the first and the last visible sample. A trace that lies wholly beside the screen
 /// is passed by one walk entirely, and its end sample by the other as well.
-bool shiftToVisible(const publicM& model, int channel, SampleArray<std::int32_t>& coordinates, double delta,
+bool shiftToVisible(const publicM& model, int channel, SampleArray<std::int32_t>& coordinates, const Shift& shift,
                     VisibleRange& range) {
     const int rows = rowsOf(model, channel);
     range = {rows, -1};
     for (int i = 0; i < rows; ++i) {
-        if (!shift(coordinates(channel, i), delta)) {
+        if (!shift(coordinates(channel, i))) {
             return false;
         }
         if (model.PlotX(channel, i) > 0) {
@@ -68,7 +96,7 @@ bool shiftToVisible(const publicM& model, int channel, SampleArray<std::int32_t>
         return false; // the walk from the far end begins outside the arrays
     }
     for (int i = rows - 1; i >= 0; --i) {
-        if (!shift(coordinates(channel, i), delta)) {
+        if (!shift(coordinates(channel, i))) {
             return false;
         }
         if (model.PlotX(channel, i) < kScreenWidth) {
@@ -118,15 +146,16 @@ bool moveTraceDrag(publicM& model, int channel, float delta, const Picture& picH
 
     picHidden1.ForeColor = kGhostColour;
     picHidden1.PSet(model.PlotX(channel, 0), model.PlotY(channel, 0));
+    const Shift shift(step);
     VisibleRange visible;
-    if (!shiftToVisible(model, channel, model.PlotX, step, visible)) {
+    if (!shiftToVisible(model, channel, model.PlotX, shift, visible)) {
         return false;
     }
     if (visible.first < rowsOf(model, channel)) {
         penToSample(model, channel, visible.first, picHidden1);
     }
     for (int i = visible.first + 1; i < visible.last; ++i) {
-        if (!shift(model.PlotX(channel, i), step)) {
+        if (!shift(model.PlotX(channel, i))) {
             return false;
         }
     }
@@ -156,18 +185,18 @@ bool moveMarkerDrag(publicM& model, int channel, double markerTop, const Picture
     if (!zeroLine) {
         return false;
     }
-    const double step = *zeroLine - model.ChannelYPos[c];
+    const Shift shift(*zeroLine - model.ChannelYPos[c]);
     model.ChannelYPos[c] = *zeroLine;
 
     VisibleRange visible;
-    if (!shiftToVisible(model, channel, model.PlotY, step, visible)) {
+    if (!shiftToVisible(model, channel, model.PlotY, shift, visible)) {
         return false;
     }
     if (visible.first < rowsOf(model, channel)) {
         penToSample(model, channel, visible.first, picture2);
     }
     for (int k = visible.first + 1; k < visible.last; ++k) {
-        if (!shift(model.PlotY(channel, k), step)) {
+        if (!shift(model.PlotY(channel, k))) {
             return false;
         }
         if (model.PlotX(channel, k) != model.PlotX(channel, k - 1)) {

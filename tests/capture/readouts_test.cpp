@@ -73,6 +73,11 @@ TEST(FrequencyLadder, FrequencyOfZeroFallsIntoTheLastRow) {
     EXPECT_EQ(periodOf(0, 0), "0.00 S");
 }
 
+TEST(PeakToPeak, JustOverAndJustUnderOneThousandMillivoltsTheUnitDecidesBeforeTheRounding) {
+    EXPECT_EQ(peakToPeakText(std::nextafter(1000.0, 2000.0), kMarks), QStringLiteral("1.000 V"));
+    EXPECT_EQ(peakToPeakText(std::nextafter(1000.0, 0.0), kMarks), QStringLiteral("1000.000 mV"));
+}
+
 TEST(PeakToPeak, ExactlyOneThousandMillivoltsStayMillivolts) {
     EXPECT_EQ(peakToPeakText(1000, kMarks), QStringLiteral("1000.000 mV"));
     EXPECT_EQ(peakToPeakText(1000.5, kMarks), QStringLiteral("1.001 V"));

@@ -238,6 +238,40 @@ TEST_F(CursorWindow, PointerShapesTellWhatAPressWouldTake) {
     EXPECT_EQ(pointer(), Qt::ArrowCursor);
 }
 
+TEST_F(CursorWindow, AMoveOfTheMouseOverTheTracesRepaintsNothing) {
+    class Paints : public QObject {
+    public:
+        int count = 0;
+        bool eventFilter(QObject*, QEvent* event) override {
+            count += event->type() == QEvent::Paint ? 1 : 0;
+            return false;
+        }
+    } paints;
+    cursorType().setListIndex(3);
+    hover(screen(), 50, 50);
+    QCoreApplication::processEvents();
+    screen().installEventFilter(&paints);
+    for (int y = 0; y < 400; y += 3) {
+        hover(screen(), 50 + y, y);
+    }
+    QCoreApplication::processEvents();
+    EXPECT_EQ(paints.count, 0);
+    dragFromTo(screen(), {50, 100}, {50, 110});
+    QCoreApplication::processEvents();
+    EXPECT_GT(paints.count, 0) << "a moved cursor does";
+}
+
+TEST_F(CursorWindow, ReadoutsThatAnotherHandHasChangedComeBackAtTheNextMove) {
+    cursorType().setListIndex(3);
+    hover(screen(), 50, 50);
+    for (const char* name : {"LabX1", "LabX2", "LabDx", "LabDy"}) {
+        const QString shown = caption(name);
+        control<ReadoutLabel>(name).setCaption(QStringLiteral("?"));
+        hover(screen(), 50, 51);
+        EXPECT_EQ(caption(name), shown) << name;
+    }
+}
+
 TEST_F(CursorWindow, DuringTimedAcquisitionNeitherCursorNorTraceCanBeGrabbed) {
     cursorType().setListIndex(3);
     model->AutoRun = true;

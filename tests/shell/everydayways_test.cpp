@@ -266,7 +266,7 @@ TEST_F(TabOrder, WalksOverCursorLinesBehindTheirTypeAndOverMarkersBehindTheBarAn
     form->centralWidget()->setFocus();
     EXPECT_EQ(walk(14).join(QLatin1Char(' ')).toStdString(),
               std::string("List1 Combo1 UpDown2 Combo2 UpDown1 Combo3 Line1Keys(0) Line1Keys(1) Line2Keys(0) "
-                             "Line2Keys(1) VScroll1 image1(0) image1(2) List1"));
+                          "Line2Keys(1) VScroll1 image1(0) image1(2) List1"));
 }
 
 TEST_F(TabOrder, EveryControlThatTakesTheFocusIsInTheWalkOnce) {
@@ -337,7 +337,8 @@ TEST_F(Accessibility, EveryControlWithoutACaptionHasANameInBothLanguages) {
             static const QStringList gaps{QStringLiteral("Toolbar1(1)"), QStringLiteral("Toolbar1(5)"),
                                           QStringLiteral("Toolbar1(10)"), QStringLiteral("Toolbar1(15)")};
             const QWidget* list = widget->parentWidget();
-            if (gaps.contains(widget->objectName()) || list->inherits("QComboBox") || list->inherits("QAbstractItemView")) {
+            if (gaps.contains(widget->objectName()) || list->inherits("QComboBox") ||
+                list->inherits("QAbstractItemView")) {
                 continue;
             }
             ++named;

@@ -85,6 +85,17 @@ TEST_F(MarkerWindow, DraggingTheMarkerOfAChannelWithoutDataMovesTheLabelOnly) {
     EXPECT_EQ(screenImage(), before);
 }
 
+TEST_F(MarkerWindow, TheMarkerOfAChannelThatIsTickedButAbsentCanBeSelectedAndDragged) {
+    list().setSelected(4, true);
+    list().setListIndex(0);
+    press(marker(4), 12, 7);
+    EXPECT_EQ(list().ListIndex(), 4);
+    drag(marker(4), 12, 17);
+    release(marker(4), 12, 7);
+    EXPECT_DOUBLE_EQ(marker(4).Top(), 3000 + 150);
+    EXPECT_TRUE(caption("LabMaxx").isEmpty());
+}
+
 TEST_F(MarkerWindow, ATraceThatLiesWhollyLeftOfTheScreenShowsNoGhost) {
     model->ChannelXShift[0] = -2000;
     list().setSelected(0, true);

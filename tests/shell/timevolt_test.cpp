@@ -122,6 +122,16 @@ TEST_F(TimeVolt, WithNoRowSelectedTheArrowsEndQuietly) {
     EXPECT_EQ(model->TimeIndexView[0], model->TimeIndexFile[0]);
 }
 
+TEST_F(TimeVolt, WithNoRowSelectedTheListsClicksThemselvesDoNothing) {
+    control<TickList>("List1").setCurrentRow(-1);
+    const auto times = model->TimeIndexView;
+    const auto volts = model->VoltIndexView;
+    control<ListCombo>("Combo1").setListIndex(20);
+    control<ListCombo>("Combo2").setListIndex(2);
+    EXPECT_EQ(model->TimeIndexView, times);
+    EXPECT_EQ(model->VoltIndexView, volts);
+}
+
 TEST_F(TimeVolt, ZeroLineOutsideTheNewRangePutsTheBarToItsEndAndLeavesTheMarker) {
     // 11 divisions below the middle; row 5 reaches 10 divisions either way.
     const double low = 3000 + 11 * 6030 / 8.0;

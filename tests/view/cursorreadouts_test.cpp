@@ -46,6 +46,7 @@ TEST_F(CursorReadouts, VoltagesAreMillivoltsBelowTheRow7MinusThreeTimesTheProbe)
     EXPECT_EQ(volts(250, 3, 1).value, text("-500.00")); // 10 x 50 pixels of 1 mV, below the zero line
     EXPECT_EQ(volts(250, 3, 1).unit, text("mV"));
     EXPECT_EQ(volts(250, 4, 1).unit, text(" V"));
+    EXPECT_EQ(volts(250, 5, 1).unit, text(" V"));
     EXPECT_EQ(volts(100, 0, 2).unit, text("mV"));
     EXPECT_EQ(volts(100, 1, 2).unit, text(" V"));
     EXPECT_EQ(volts(100, 0, 3).unit, text(" V"));
@@ -61,6 +62,7 @@ TEST_F(CursorReadouts, TheTwoTimeLaddersDifferInTheirRows) {
     EXPECT_EQ(unitOfTime(21, TimeLadder::OfCombo3), text("mS"));
     EXPECT_EQ(unitOfTime(22, TimeLadder::OfCombo3), text("S"));
     EXPECT_EQ(unitOfTime(6, TimeLadder::OfPrintTime), text("nS"));
+    EXPECT_EQ(unitOfTime(7, TimeLadder::OfPrintTime), text("uS"));
     EXPECT_EQ(unitOfTime(15, TimeLadder::OfPrintTime), text("uS"));
     EXPECT_EQ(unitOfTime(16, TimeLadder::OfPrintTime), text("mS"));
     EXPECT_EQ(unitOfTime(24, TimeLadder::OfPrintTime), text("mS"));

@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
+
 namespace sixtrace {
 namespace {
 
@@ -52,6 +55,34 @@ TEST(TraceDrag, AShiftIsTakenAtTheTimeBaseOfTheView) {
     screen.draw();
     ASSERT_TRUE(moveTraceDrag(*screen.model, 0, 3, screen.picHidden0, screen.picHidden1, screen.picture2));
     EXPECT_FLOAT_EQ(screen.model->ChannelXShift[0], 30);
+}
+
+TEST(TraceDrag, EachPositionIsRoundedByItselfWithHalvesToTheEvenInteger) {
+    for (const float delta : {0.5F, -0.5F, 1.5F, 2.25F, -7.75F, 0.4998F, 0.49995F, -0.50005F, 3.0F}) {
+        TestScreen screen;
+        screen.addChannel(0, 600, 600);
+        screen.draw();
+        ASSERT_TRUE(moveTraceDrag(*screen.model, 0, delta, screen.picHidden0, screen.picHidden1, screen.picture2));
+        // Sample 0 is the first that the walk from the left shifts, whatever the distance.
+        EXPECT_EQ(screen.model->PlotX(0, 0), std::nearbyint(0 + double{delta})) << delta;
+        if (delta > 0) {
+            for (int i = 1; i < 500; ++i) {
+                ASSERT_EQ(screen.model->PlotX(0, i), std::nearbyint(i + double{delta})) << delta << ' ' << i;
+            }
+        }
+    }
+}
+
+TEST(TraceDrag, APositionBeyond32BitsEndsItBeforeThePictureIsShown) {
+    for (const float delta : {1000.0F, 0.5F, 3e9F, -3e9F, std::numeric_limits<float>::quiet_NaN()}) {
+        TestScreen screen;
+        screen.addChannel(0, 600, 600);
+        screen.draw();
+        screen.model->PlotX(0, 0) = delta == 0.5F ? 0 : std::numeric_limits<std::int32_t>::max() - 500;
+        const bool shown =
+            moveTraceDrag(*screen.model, 0, delta, screen.picHidden0, screen.picHidden1, screen.picture2);
+        EXPECT_EQ(shown, delta == 0.5F) << delta;
+    }
 }
 
 /// How many pixels of row 50 a drag step paints when samples of even number lie there and all others on row 350.
