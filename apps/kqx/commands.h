@@ -29,5 +29,6 @@ std::optional<int> parse(QCommandLineParser& parser, const QString& command, con
 int fetch(const QStringList& arguments);
 int info(const QStringList& arguments);
 int screen(const QStringList& arguments);
+int table(const QStringList& arguments);
 
 } // namespace sixtrace::kqx

@@ -17,10 +17,11 @@ struct Command {
     int (*run)(const QStringList& arguments);
 };
 
-constexpr std::array<Command, 3> kCommands{{
+constexpr std::array<Command, 4> kCommands{{
     {"fetch", "fetch captures from the instrument", fetch},
     {"info", "tell what a capture file holds, and what is wrong with it", info},
     {"screen", "write the screen of a capture as a PNG file", screen},
+    {"table", "write the samples of a capture as text, CSV or workbook", table},
 }};
 
 QString overview() {

@@ -62,7 +62,7 @@ frmData::frmData(publicM& model, Dialogs& dialogs, CommonDialogState& Dialog1)
     , m_fill(m_cells, model) {
     setObjectName(QStringLiteral("frmData"));
     setWindowTitle(QStringLiteral("数值列表"));
-    m_Label1 = new QLabel(QStringLiteral("单位：（mV）"), this);
+    m_Label1 = new QLabel(kUnitCaption, this);
     m_Label1->setObjectName(QStringLiteral("Label1"));
     m_Label1->setTextFormat(Qt::PlainText);
     setInk(*m_Label1, bench::kMuted);

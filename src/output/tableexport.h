@@ -11,6 +11,9 @@
 
 namespace sixtrace {
 
+/// The unit line where no language file has another.
+inline const QString kUnitCaption = QStringLiteral("单位：（mV）");
+
 /// What is to be saved of a table: the columns whose box is ticked, and the unit line above them.
 struct TableExport {
     const TableCells& cells;
