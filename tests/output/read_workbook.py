@@ -23,7 +23,7 @@ def main(reader, path):
     if reader == "xlrd":
         import xlrd
 
-        book = xlrd.open_workbook(path, logfile=sys.stderr, verbosity=1)
+        book = xlrd.open_workbook(path, logfile=sys.stderr, verbosity=0)
         sheet = book.sheet_by_index(0)
         assert book.nsheets == 1
         for row in range(sheet.nrows):

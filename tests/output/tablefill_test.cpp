@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "output/tablefixture.h"
 
+#include <QStringList>
+
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -94,7 +96,7 @@ TEST(TableFill, TheHeadsBearNameAndProbeFactor) {
     table.model->ProbeExp = {1, 0, 2, 3, -1, 15};
     hold(*table.model, 0, 12.5F, {1, -1});
     table.fill();
-    const QStringList heads{text(""),        text("ch1 / 10"), text("ch2 / 1"), text("A / 100"),
+    const QStringList heads{text(""),         text("ch1 / 10"), text("ch2 / 1"), text("A / 100"),
                             text("B / 1000"), text("C / 0.1"),  text("D / 1E+15")};
     for (int col = 0; col < TableCells::kCols; ++col) {
         EXPECT_EQ(table.at(0, col), heads.at(col));
