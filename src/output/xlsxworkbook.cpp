@@ -9,6 +9,10 @@ namespace sixtrace {
 
 namespace {
 
+/// More than the library writes for a number, and for everything else in a workbook of one sheet with a few texts.
+constexpr qsizetype kCellBytes = 64;
+constexpr qsizetype kOtherBytes = 65536;
+
 /// What stands behind a failure of the library, in the numbers of message boxes.
 RuntimeError errorOf(lxw_error error) {
     switch (error) {
@@ -58,13 +62,25 @@ void XlsxWorkbook::text(int row, int col, const QString& text) {
 
 void XlsxWorkbook::number(int row, int col, double value) {
     if (m_sheet != nullptr) {
+        ++m_cells;
         worksheet_write_number(m_sheet, static_cast<lxw_row_t>(row), static_cast<lxw_col_t>(col), value, nullptr);
     }
+}
+
+bool XlsxWorkbook::hasRoom() const {
+    QFile trial(m_folder.filePath(QStringLiteral("room")));
+    const QByteArray zeros(m_cells * kCellBytes + kOtherBytes, '\0');
+    const bool fits =
+        trial.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && trial.write(zeros) == zeros.size();
+    return trial.remove() && fits;
 }
 
 Result<QByteArray> XlsxWorkbook::file() {
     if (m_sheet == nullptr) {
         return RuntimeError::of(ErrorNumber::CannotCreateObject);
+    }
+    if (!hasRoom()) {
+        return RuntimeError::of(ErrorNumber::DiskFull);
     }
     const lxw_error closed = workbook_close(m_workbook);
     m_workbook = nullptr;

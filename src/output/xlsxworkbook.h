@@ -29,11 +29,16 @@ public:
     [[nodiscard]] Result<QByteArray> file();
 
 private:
+    /// Whether the private folder has the room for what the library puts there: it does not look whether its own writing
+    /// succeeds, and would pack a sheet that breaks off.
+    [[nodiscard]] bool hasRoom() const;
+
     PlainNumerals m_plainNumerals;
     QTemporaryDir m_folder;
     QByteArray m_path;
     lxw_workbook* m_workbook = nullptr; ///< closing frees it
     lxw_worksheet* m_sheet = nullptr;
+    qsizetype m_cells = 0; ///< numbers written
 };
 
 } // namespace sixtrace

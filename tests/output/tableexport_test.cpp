@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "output/tablefixture.h"
+#include "support/hardships.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -159,9 +161,16 @@ protected:
     Table table = uneven();
     TableExport what{table.cells, text("mV")};
 
+    [[nodiscard]] QStringList names() const {
+        return QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+    }
+
 private:
     QTemporaryDir m_folder;
 };
+
+const std::vector<std::pair<const char*, Outcome (*)(const TableExport&, const QString&)>> kSaves{
+    {"t.txt", SaveTextTable}, {"t.xls", SaveExcelTable}, {"t.xlsx", SaveExcelTable}};
 
 TEST_F(TableFiles, TheTextFileReplacesAnExistingOne) {
     put(path("t.txt"), QByteArray(10000, 'x'));
@@ -199,6 +208,62 @@ TEST_F(TableFiles, AWorkbookOfATableOfOneRowFailsAndLeavesTheExistingFile) {
         EXPECT_EQ(read(path(name)), QByteArray("kept"));
     }
     EXPECT_TRUE(SaveTextTable({empty.cells, text("mV")}, path("t.txt")).ok());
+}
+
+TEST_F(TableFiles, AFullDiskIsError61AndTheExistingFileSurvives) {
+    Table full;
+    for (int channel = 0; channel < kChannels; ++channel) {
+        hold(*full.model, channel, 0.7F, ramp(kSampleRows, channel + 1));
+    }
+    full.fill();
+    for (const auto& [name, save] : kSaves) {
+        for (const rlim_t room : {rlim_t{0}, rlim_t{700}, rlim_t{4096}, rlim_t{100'000}, rlim_t{300'000}}) {
+            put(path(name), "kept");
+            Outcome saved = success();
+            {
+                const SmallDisk disk(room);
+                saved = save({full.cells, text("mV")}, path(name));
+            }
+            ASSERT_FALSE(saved.ok()) << name << ' ' << room;
+            EXPECT_EQ(saved.error().code(), 61) << name << ' ' << room;
+            EXPECT_EQ(read(path(name)), QByteArray("kept")) << name << ' ' << room;
+        }
+    }
+    EXPECT_EQ(names(), (QStringList{text("t.txt"), text("t.xls"), text("t.xlsx")})) << "nothing half written is left";
+}
+
+TEST_F(TableFiles, AReadOnlyFolderIsError70AndTheExistingFileSurvives) {
+    const QDir folder(path("locked"));
+    ASSERT_TRUE(folder.mkpath(text(".")));
+    for (const auto& [name, save] : kSaves) {
+        put(folder.filePath(text(name)), "kept");
+    }
+    constexpr QFile::Permissions kLocked = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadGroup | QFile::ExeGroup |
+                                           QFile::ReadOther | QFile::ExeOther;
+    for (const QString& each : {path("."), folder.path()}) {
+        ASSERT_TRUE(QFile::setPermissions(each, kLocked));
+    }
+    for (const auto& [name, save] : kSaves) {
+        Outcome saved = success();
+        {
+            const OrdinaryUser user;
+            saved = save(what, folder.filePath(text(name)));
+        }
+        ASSERT_FALSE(saved.ok()) << name;
+        EXPECT_EQ(saved.error().code(), 70) << name;
+        EXPECT_EQ(read(folder.filePath(text(name))), QByteArray("kept")) << name;
+    }
+    for (const QString& each : {path("."), folder.path()}) {
+        ASSERT_TRUE(QFile::setPermissions(each, kLocked | QFile::WriteOwner));
+    }
+}
+
+TEST_F(TableFiles, AWorkbookThatCannotBeLaidOutLeavesNothingBehind) {
+    Table empty;
+    empty.fill();
+    EXPECT_FALSE(SaveExcelTable({empty.cells, text("mV")}, path("new.xlsx")).ok());
+    EXPECT_FALSE(SaveExcelTable({empty.cells, text("mV")}, path("new.xls")).ok());
+    EXPECT_EQ(names(), QStringList());
 }
 
 } // namespace

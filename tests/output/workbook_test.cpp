@@ -47,7 +47,9 @@ bool isEmpty(const TableExport& what, int row, int col) { return what.cells.Text
 std::map<Place, QString> layout(const TableExport& what) {
     std::map<Place, QString> cells{{{0, 0}, what.unit}};
     for (int col = 1; col <= 6; ++col) {
-        cells[{0, col}] = what.cells.TextMatrix(0, col);
+        if (!isEmpty(what, 0, col)) {
+            cells[{0, col}] = what.cells.TextMatrix(0, col);
+        }
     }
     for (int col = 0; col <= 6; ++col) {
         for (int row = 1; what.ticked.at(static_cast<std::size_t>(col)) && row < what.cells.Rows(); ++row) {
@@ -132,7 +134,7 @@ TEST_F(Workbooks, TheColumnOfAnAbsentChannelHoldsItsHeadOnly) {
     EXPECT_EQ((sheet[{0, 2}].value), text("ch2 / 1"));
     for (int row = 1; row <= 5; ++row) {
         EXPECT_EQ(sheet.count({row, 2}), 0U);
-        EXPECT_EQ((sheet[{row, 1}].value.toInt()), 3 * (row - 1));
+        EXPECT_EQ((sheet[{row, 1}].value.toDouble()), 3 * (row - 1));
     }
 }
 
