@@ -29,7 +29,8 @@ Outcome writeWhole(const QString& path, const QByteArray& content) {
         return RuntimeError::of(ErrorNumber::PathAccess);
     }
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
+    // A buffer would hide from us that its last piece was only written in part.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
         return errorOfOpening(path, file.error());
     }
     if (file.write(content) != content.size()) {

@@ -56,14 +56,16 @@ TEST(WriteWhole, NamesAMissingFolder) {
 TEST(WriteWhole, NamesAFullDiskAndLeavesTheFileAsItWas) {
     const QTemporaryDir folder;
     ASSERT_TRUE(writeWhole(folder.filePath(u"a"_s), "old"));
-    for (const rlim_t room : {rlim_t{0}, rlim_t{100}, rlim_t{50'000}}) {
-        const Outcome outcome = [&] {
-            const test::SmallDisk disk(room);
-            return writeWhole(folder.filePath(u"a"_s), QByteArray(100'000, 'x'));
-        }();
-        ASSERT_FALSE(outcome) << room;
-        EXPECT_EQ(outcome.error().code(), 61) << room;
-        EXPECT_EQ(contentOf(folder.filePath(u"a"_s)), "old");
+    for (const qsizetype size : {200, 100'000}) { // less and more than a buffer would take
+        for (const rlim_t room : {rlim_t{0}, rlim_t{100}, rlim_t{199}}) {
+            const Outcome outcome = [&] {
+                const test::SmallDisk disk(room);
+                return writeWhole(folder.filePath(u"a"_s), QByteArray(size, 'x'));
+            }();
+            ASSERT_FALSE(outcome) << room;
+            EXPECT_EQ(outcome.error().code(), 61) << room;
+            EXPECT_EQ(contentOf(folder.filePath(u"a"_s)), "old");
+        }
     }
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList(u"a"_s));
 }
