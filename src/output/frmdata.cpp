@@ -5,6 +5,7 @@
 #include "capture/mdllan.h"
 #include "output/savename.h"
 #include "output/tablemodel.h"
+#include "output/tableview.h"
 #include "platform/dialogs.h"
 #include "platform/framepanel.h"
 #include "platform/look.h"
@@ -20,7 +21,6 @@
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QScreen>
-#include <QTableView>
 
 namespace sixtrace {
 
@@ -48,6 +48,8 @@ constexpr int kCheckTop = 26;
 constexpr int kTimer1Interval = 1;
 /// How long a stretch of the fill may hold up the event loop: less than a tenth of a frame of the display.
 constexpr qint64 kStretchNanoseconds = 500'000;
+
+constexpr int kRowsBetweenLooks = 16; ///< at the clock
 
 constexpr int kTextFilter = 1;
 constexpr int kWorkbookFilter = 2;
@@ -91,7 +93,7 @@ frmData::frmData(publicM& model, Dialogs& dialogs, CommonDialogState& Dialog1)
 
 void frmData::makeTable() {
     m_tableModel = new TableModel(m_cells, this);
-    m_MSFlexGrid1 = new QTableView(this);
+    m_MSFlexGrid1 = new TableView(this);
     m_MSFlexGrid1->setObjectName(QStringLiteral("MSFlexGrid1"));
     m_MSFlexGrid1->setAccessibleName(windowTitle());
     m_MSFlexGrid1->verticalHeader()->hide();
@@ -162,7 +164,9 @@ void frmData::fillOn() {
     const int first = m_fill.rowsWritten() + 1;
     bool more = true;
     while (more && stretch.nsecsElapsed() < kStretchNanoseconds) {
-        more = m_fill.step();
+        for (int row = 0; more && row < kRowsBetweenLooks; ++row) {
+            more = m_fill.step();
+        }
     }
     m_tableModel->rowsWritten(first, m_fill.rowsWritten());
     if (!more) {

@@ -15,13 +15,13 @@ class QCheckBox;
 class QLabel;
 class QMenu;
 class QPushButton;
-class QTableView;
 
 namespace sixtrace {
 
 class Dialogs;
 class FramePanel;
 class TableModel;
+class TableView;
 
 /// The data table: the samples of the capture as numbers, and their export. It is filled in the background from its
 /// making on, shown or not, and reads the model as it goes; DataTable makes it anew for every capture.
@@ -68,7 +68,7 @@ private:
     bool m_unloaded = false;
 
     TableModel* m_tableModel = nullptr;
-    QTableView* m_MSFlexGrid1 = nullptr;
+    TableView* m_MSFlexGrid1 = nullptr;
     QLabel* m_Label1 = nullptr;
     FramePanel* m_Frame1 = nullptr;
     std::array<QCheckBox*, TableCells::kCols> m_SaveCheck{};

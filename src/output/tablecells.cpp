@@ -24,12 +24,6 @@ void TableCells::setRows(int rows) {
     m_cells.assign(static_cast<std::size_t>(std::max(m_rows - 1, 0)) * kCols, kEmpty);
 }
 
-void TableCells::setCell(int row, int col, const CellText& text) {
-    if (row >= 1 && col >= 0 && col < kCols && index(row, col) < m_cells.size()) {
-        m_cells[index(row, col)] = text;
-    }
-}
-
 const CellText& TableCells::cell(int row, int col) const {
     const CellText* const cells = this->row(row);
     return cells != nullptr && col >= 0 && col < kCols ? cells[col] : kEmpty;

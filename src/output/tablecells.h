@@ -36,7 +36,11 @@ public:
     [[nodiscard]] const std::string& head(int col) const { return m_heads.at(static_cast<std::size_t>(col)); }
 
     /// Cells of the rows 1 and up. A row beyond Rows takes nothing and is empty.
-    void setCell(int row, int col, const CellText& text);
+    void setCell(int row, int col, const CellText& text) {
+        if (row >= 1 && col >= 0 && col < kCols && index(row, col) < m_cells.size()) {
+            m_cells[index(row, col)] = text;
+        }
+    }
     [[nodiscard]] const CellText& cell(int row, int col) const;
     /// The seven cells of one row, or null where none of them has been written since the table was made.
     [[nodiscard]] const CellText* row(int row) const;

@@ -103,19 +103,22 @@ Outcome saveAs(const TableExport& table, const QString& path) {
 QByteArray textTable(const TableExport& table) {
     const TableCells& cells = table.cells;
     const std::vector<int> columns = tickedColumns(table);
-    QByteArray text;
+    QByteArray text = table.unit.toLocal8Bit() + "\r\n";
+    const qsizetype numbersAt = text.size();
     if (cells.Rows() > 0) {
         QByteArray line;
         for (const int col : columns) {
             appendZone(line, cells.head(col));
         }
-        text = line + "\r\n";
+        text += line + "\r\n";
     }
     appendRows(text, cells, columns);
     if (cells.decimalMark() != u'.') {
-        text.replace(".", QString(cells.decimalMark()).toLocal8Bit());
+        QByteArray numbers = text.sliced(numbersAt);
+        numbers.replace(".", QString(cells.decimalMark()).toLocal8Bit());
+        text.replace(numbersAt, text.size() - numbersAt, numbers);
     }
-    return table.unit.toLocal8Bit() + "\r\n" + text;
+    return text;
 }
 
 QByteArray csvTable(const TableExport& table) {
