@@ -111,6 +111,10 @@ void frmData::makeTable() {
     m_MSFlexGrid1->setAlternatingRowColors(true);
     m_MSFlexGrid1->setWordWrap(false);
     m_MSFlexGrid1->setTabKeyNavigation(false);
+    QPalette pale = m_MSFlexGrid1->palette();
+    pale.setColor(QPalette::Highlight, QColor::fromRgb(bench::kSelectedRow));
+    pale.setColor(QPalette::HighlightedText, QColor::fromRgb(bench::kInk));
+    m_MSFlexGrid1->setPalette(pale);
 }
 
 void frmData::makeSaveFrame() {
