@@ -20,6 +20,7 @@ struct Command {
 constexpr std::array<Command, 4> kCommands{{
     {"fetch", "fetch captures from the instrument", fetch},
     {"info", "tell what a capture file holds, and what is wrong with it", info},
+    {"open", "open a capture in the running program, or start it", open},
     {"screen", "write the screen of a capture as a PNG file", screen},
     {"table", "write the samples of a capture as text, CSV or workbook", table},
 }};

@@ -35,10 +35,16 @@ public:
                    QObject* parent);
 
     void mnuOpen_Click();
+    /// The same with a file that the desktop hands over, dropped onto the window or double-clicked, in place of one that
+    /// was chosen in the dialog.
+    void openDropped(const QString& path);
     void mnuNew_Click();
     void SimpleWav(const QString& path);
 
 private:
+    void beginOpen();
+    void openChosen(const QString& path);
+
     publicM& m_model;
     const ChannelSelection& m_selection;
     Dialogs& m_dialogs;

@@ -56,6 +56,8 @@ public:
     [[nodiscard]] FrmMessageOut& messageOut();
     [[nodiscard]] Acquisition& acquisition() { return *m_acquisition; }
     [[nodiscard]] DataTable& dataTable() { return *m_table; }
+    /// Opens a capture that the desktop hands over; not while a dialog waits for its answer.
+    void openFromDesktop(const QString& path);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
