@@ -30,5 +30,6 @@ int fetch(const QStringList& arguments);
 int info(const QStringList& arguments);
 int open(const QStringList& arguments);
 int screen(const QStringList& arguments);
+int table(const QStringList& arguments);
 
 } // namespace sixtrace::kqx

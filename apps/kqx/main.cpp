@@ -17,11 +17,12 @@ struct Command {
     int (*run)(const QStringList& arguments);
 };
 
-constexpr std::array<Command, 4> kCommands{{
+constexpr std::array<Command, 5> kCommands{{
     {"fetch", "fetch captures from the instrument", fetch},
     {"info", "tell what a capture file holds, and what is wrong with it", info},
     {"open", "open a capture in the running program, or start it", open},
     {"screen", "write the screen of a capture as a PNG file", screen},
+    {"table", "write the samples of a capture as text, CSV or workbook", table},
 }};
 
 QString overview() {

@@ -108,6 +108,13 @@ void BenchStyle::drawControl(ControlElement element, const QStyleOption* option,
             return;
         }
     }
+    if (element == CE_HeaderSection) {
+        const QRect& section = option->rect;
+        painter->fillRect(section, QColor::fromRgb(bench::kStatusBand));
+        painter->fillRect(QRect(section.left(), section.bottom(), section.width(), 1), QColor::fromRgb(bench::kRule));
+        painter->fillRect(QRect(section.right(), section.top(), 1, section.height()), QColor::fromRgb(bench::kRule));
+        return;
+    }
     if (element == CE_PushButtonLabel) {
         const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
         if (button != nullptr && button->features.testFlag(QStyleOptionButton::DefaultButton) &&
@@ -128,6 +135,8 @@ int BenchStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
         return 0;
     case SH_UnderlineShortcut:
         return 1;
+    case SH_Table_GridLineColor:
+        return static_cast<int>(bench::kMenuLine);
     default:
         return QProxyStyle::styleHint(hint, option, widget, returnData);
     }

@@ -9,23 +9,16 @@ namespace sixtrace {
 
 namespace {
 
-RuntimeError errorOf(const QString& path, QFileDevice::FileError error) {
+/// Why the new file beside `path` could not be made.
+RuntimeError errorOfOpening(const QString& path, QFileDevice::FileError error) {
     if (QFileInfo(path).isDir()) {
         return RuntimeError::of(ErrorNumber::PathAccess);
     }
     if (!QFileInfo::exists(QFileInfo(path).path())) {
         return RuntimeError::of(ErrorNumber::PathNotFound);
     }
-    switch (error) {
-    case QFileDevice::ResourceError:
-    case QFileDevice::WriteError:
-        return RuntimeError::of(ErrorNumber::DiskFull);
-    case QFileDevice::PermissionsError:
-    case QFileDevice::OpenError:
-        return RuntimeError::of(ErrorNumber::PermissionDenied);
-    default:
-        return RuntimeError::of(ErrorNumber::PathAccess);
-    }
+    return RuntimeError::of(error == QFileDevice::ResourceError ? ErrorNumber::DiskFull
+                                                                : ErrorNumber::PermissionDenied);
 }
 
 } // namespace
@@ -36,8 +29,16 @@ Outcome writeWhole(const QString& path, const QByteArray& content) {
         return RuntimeError::of(ErrorNumber::PathAccess);
     }
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit()) {
-        return errorOf(path, file.error());
+    // A buffer would hide from us that its last piece was only written in part.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
+        return errorOfOpening(path, file.error());
+    }
+    if (file.write(content) != content.size()) {
+        return RuntimeError::of(ErrorNumber::DiskFull);
+    }
+    if (!file.commit()) {
+        return RuntimeError::of(file.error() == QFileDevice::RenameError ? ErrorNumber::PathAccess
+                                                                         : ErrorNumber::DiskFull);
     }
     return success();
 }

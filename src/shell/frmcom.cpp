@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shell/frmcom.h"
 
+#include "output/datatable.h"
 #include "platform/listcombo.h"
 #include "platform/look.h"
 #include "platform/toolbar.h"
@@ -107,6 +108,7 @@ void FrmCom::makeAreas() {
     m_languages = new LanguageMenus(
         m_model, {this, c.Toolbar1, &action(QStringLiteral("mnuEnglish")), &action(QStringLiteral("mnuChinese"))},
         [this] { m_channelList->List1_Click(); }, this);
+    m_table = new DataTable(m_model, m_surroundings.dialogs, m_Dialog1, this);
     m_help = new HelpCommands(
         m_model, {m_surroundings.dialogs, m_surroundings.applicationFolder, m_surroundings.openFile}, *this);
     m_links.connectAreas({.channelList = m_channelList,
@@ -116,6 +118,7 @@ void FrmCom::makeAreas() {
                           .cursors = m_cursors,
                           .appearance = m_appearance,
                           .loading = m_loading,
+                          .table = m_table,
                           .Label4 = c.Label4,
                           .Label5 = c.Label5,
                           .CenterPoint = c.CenterPoint,
@@ -140,6 +143,7 @@ void FrmCom::connectCommands() {
     };
     connectItem(QStringLiteral("mnuOpen"), m_loading, &CaptureLoading::mnuOpen_Click);
     connectItem(QStringLiteral("mnuNew"), m_loading, &CaptureLoading::mnuNew_Click);
+    connectItem(QStringLiteral("mnuTabular"), m_table, &DataTable::mnuTabular_Click);
     connectItem(QStringLiteral("MnuGridColor"), m_appearance, &Appearance::MnuGridColor_Click);
     connectItem(QStringLiteral("mnubackgroundcolor"), m_appearance, &Appearance::mnubackgroundcolor_Click);
     connectItem(QStringLiteral("mnuGraticule"), m_appearance, &Appearance::mnuGraticule_Click);

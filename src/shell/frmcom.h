@@ -4,6 +4,7 @@
 #include "acquire/acquisition.h"
 #include "capture/channelselection.h"
 #include "capture/publicm.h"
+#include "output/commondialog.h"
 #include "shell/frmcomcontrols.h"
 #include "shell/frmcomlinks.h"
 
@@ -20,6 +21,7 @@ class Appearance;
 class CaptureLoading;
 class ChannelList;
 class Cursors;
+class DataTable;
 class Dialogs;
 class FrmMessageOut;
 class HelpCommands;
@@ -53,6 +55,7 @@ public:
     /// The message window, loaded by its first use.
     [[nodiscard]] FrmMessageOut& messageOut();
     [[nodiscard]] Acquisition& acquisition() { return *m_acquisition; }
+    [[nodiscard]] DataTable& dataTable() { return *m_table; }
     /// Opens a capture that the desktop hands over; not while a dialog waits for its answer.
     void openFromDesktop(const QString& path);
 
@@ -76,6 +79,7 @@ private:
     ChannelSelection m_selection;
     FrmComLinks m_links;
     FrmComControls m_controls{};
+    CommonDialogState m_Dialog1; ///< of the dialog that the output commands share
     ChannelList* m_channelList = nullptr;
     CaptureLoading* m_loading = nullptr;
     ScreenArea* m_screen = nullptr;
@@ -83,6 +87,7 @@ private:
     TimeVoltControls* m_timeVolt = nullptr;
     Cursors* m_cursors = nullptr;
     Appearance* m_appearance = nullptr;
+    DataTable* m_table = nullptr;
     LanguageMenus* m_languages = nullptr;
     HelpCommands* m_help = nullptr;
     std::unique_ptr<FrmMessageOut> m_messageOut; ///< loaded by its first text

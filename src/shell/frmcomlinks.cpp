@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shell/frmcomlinks.h"
 
+#include "output/datatable.h"
 #include "platform/labels.h"
 #include "platform/look.h"
 #include "platform/positionbar.h"
@@ -20,6 +21,12 @@ FrameInputs FrmComLinks::frameInputs() const {
     return inputs;
 }
 
+void FrmComLinks::unloadTable() {
+    m_areas.table->unloadTable();
+}
+void FrmComLinks::loadTable() {
+    m_areas.table->loadTable();
+}
 void FrmComLinks::setModelName(const QString& name) {
     m_areas.Label5->setCaption(name);
 }

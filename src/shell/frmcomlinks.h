@@ -17,6 +17,7 @@ class QLabel;
 
 namespace sixtrace {
 
+class DataTable;
 class PathLabel;
 class PositionBar;
 class ScreenArea;
@@ -41,6 +42,7 @@ public:
         Cursors* cursors = nullptr;
         Appearance* appearance = nullptr;
         CaptureLoading* loading = nullptr;
+        DataTable* table = nullptr;
         PathLabel* Label4 = nullptr;
         PathLabel* Label5 = nullptr;
         QLabel* CenterPoint = nullptr;
@@ -53,8 +55,8 @@ public:
     void connectAreas(const Areas& areas) { m_areas = areas; }
     [[nodiscard]] FrameInputs frameInputs() const;
 
-    void unloadTable() override {}
-    void loadTable() override {}
+    void unloadTable() override;
+    void loadTable() override;
     void setModelName(const QString& name) override;
     void setTimeListEntry(int row, const QString& text) override;
     [[nodiscard]] QString rowText(int channel) const override;

@@ -2,6 +2,7 @@
 #include "platform/wholefile.h"
 
 #include "platform/programfolder.h"
+#include "support/hardships.h"
 #include "support/printing.h"
 
 #include <QDir>
@@ -52,12 +53,28 @@ TEST(WriteWhole, NamesAMissingFolder) {
     EXPECT_EQ(outcome.error().code(), 76);
 }
 
+TEST(WriteWhole, NamesAFullDiskAndLeavesTheFileAsItWas) {
+    const QTemporaryDir folder;
+    ASSERT_TRUE(writeWhole(folder.filePath(u"a"_s), "old"));
+    for (const qsizetype size : {200, 100'000}) { // less and more than a buffer would take
+        for (const rlim_t room : {rlim_t{0}, rlim_t{100}, rlim_t{199}}) {
+            const Outcome outcome = [&] {
+                const test::SmallDisk disk(room);
+                return writeWhole(folder.filePath(u"a"_s), QByteArray(size, 'x'));
+            }();
+            ASSERT_FALSE(outcome) << room;
+            EXPECT_EQ(outcome.error().code(), 61) << room;
+            EXPECT_EQ(contentOf(folder.filePath(u"a"_s)), "old");
+        }
+    }
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList(u"a"_s));
+}
+
 TEST(WriteWhole, LeavesDevicesAlone) {
     const Outcome outcome = writeWhole(u"/dev/null"_s, "x");
     ASSERT_FALSE(outcome);
     EXPECT_EQ(outcome.error().code(), 75);
 }
-
 
 TEST(WithSeparator, AddsOneAndNeverTwo) {
     EXPECT_EQ(withSeparator(u"/some/where"_s), u"/some/where/"_s);

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#include "output/datatable.h"
+
+namespace sixtrace {
+
+DataTable::DataTable(publicM& model, Dialogs& dialogs, CommonDialogState& Dialog1, QObject* parent)
+    : QObject(parent)
+    , m_model(model)
+    , m_dialogs(dialogs)
+    , m_Dialog1(Dialog1) {}
+
+DataTable::~DataTable() { unloadTable(); }
+
+void DataTable::mnuTabular_Click() {
+    loadTable();
+    m_window->show();
+    m_window->raise();
+    m_window->activateWindow();
+}
+
+void DataTable::loadTable() {
+    if (m_window == nullptr) {
+        m_window = std::make_unique<frmData>(m_model, m_dialogs, m_Dialog1);
+    }
+}
+
+void DataTable::unloadTable() { frmData::unload(std::move(m_window)); }
+
+} // namespace sixtrace
