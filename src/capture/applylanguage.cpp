@@ -5,6 +5,7 @@
 #include "platform/profilefile.h"
 
 #include <QComboBox>
+#include <QMenu>
 #include <QWidget>
 
 namespace sixtrace {
@@ -25,6 +26,18 @@ struct ControlName {
         }
     }
 };
+
+/// Whether a control stands in another window that `form` merely owns: an open window keeps its language until it is
+/// loaded again. A menu is a window on the screen, but a control of its form.
+bool isOfAnotherWindow(const QObject& control, const QWidget& form) {
+    for (const QObject* at = &control; at != nullptr && at != &form; at = at->parent()) {
+        const auto* widget = qobject_cast<const QWidget*>(at);
+        if (widget != nullptr && widget->isWindow() && qobject_cast<const QMenu*>(widget) == nullptr) {
+            return true;
+        }
+    }
+    return false;
+}
 
 void applyToCombo(QComboBox& combo, const ProfileText& texts, const QString& section) {
     for (int entry = 0; entry < combo.count(); ++entry) {
@@ -51,6 +64,9 @@ void ApplyLanguage(QWidget& form, const publicM& model) {
     for (QObject* control : controls) {
         // Parts that a control is made of bear no name, or one of the toolkit's own.
         if (control->objectName().isEmpty() || control->objectName().startsWith(QStringLiteral("qt_"))) {
+            continue;
+        }
+        if (isOfAnotherWindow(*control, form)) {
             continue;
         }
         const ControlName name(control->objectName());

@@ -2,11 +2,16 @@
 #include "shell/frmcomfixture.h"
 
 #include "capture/applylanguage.h"
+#include "capture/capturefile.h"
 #include "capture/mdllan.h"
+#include "capture/scenes.h"
 #include "platform/framepanel.h"
 #include "platform/labels.h"
 #include "platform/listcombo.h"
 #include "platform/toolbar.h"
+
+#include <QPointer>
+#include <QPushButton>
 
 namespace sixtrace {
 namespace {
@@ -122,6 +127,67 @@ TEST_F(Languages, EveryCaptionOfTheWindowFitsItsLabelInBothLanguages) {
         for (const char* name : {"LabP", "LabPP", "LabMax", "Label3", "LabYY1", "labDDx"}) {
             EXPECT_EQ(control<ReadoutLabel>(name).paintedPixels(), 13) << language << " " << name;
         }
+    }
+}
+
+TEST_F(Languages, AWindowThatIsOpenKeepsItsCaptionsUntilItIsLoadedAgain) {
+    installLanguages();
+    QFile english(path(QStringLiteral("English.Lan")));
+    ASSERT_TRUE(english.open(QIODevice::ReadOnly));
+    // A key of another window's control in the main window's section is none of the main window's.
+    write(QStringLiteral("English.Lan"), english.readAll().replace("[FrmCom]", "[FrmCom]\ncmdOK=main"));
+    load();
+    item("mnuAbout").trigger();
+    const QPointer<QPushButton> button = &control<QPushButton>("cmdOK");
+    const QString chinese = button->text();
+    const QString title = button->window()->windowTitle();
+    item("mnuEnglish").trigger();
+    EXPECT_EQ(button->text(), chinese);
+    EXPECT_EQ(button->window()->windowTitle(), title);
+    button->click();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    ASSERT_TRUE(button.isNull());
+    item("mnuAbout").trigger();
+    EXPECT_EQ(control<QPushButton>("cmdOK").text(), QStringLiteral("OK"));
+}
+
+TEST_F(Languages, AFileCanGiveTimeAndVoltTextsUntilALoadRewritesThem) {
+    write(QStringLiteral("ChineseS.Lan"), "[FrmComCombo1]\n0=five\n2=twenty-five\n[FrmComCombo2]\n3=fifty\n");
+    load();
+    const auto& times = control<ListCombo>("Combo1");
+    const auto& volts = control<ListCombo>("Combo2");
+    EXPECT_EQ(times.List(2), QStringLiteral("twenty-five"));
+    EXPECT_EQ(times.List(1), QStringLiteral("10 nS")) << "a row without a key keeps its text";
+    EXPECT_EQ(model->TimeBaseText[2], QStringLiteral("25 nS")) << "the list alone is relabelled";
+    write(QStringLiteral("one.bin"), captureBytes(*captureForm("V11"), *sceneBlocks(QStringLiteral("sine"), 1)));
+    dialogs.files.emplace_back(FileChoice{path(QStringLiteral("one.bin")), 1});
+    item("mnuOpen").trigger();
+    EXPECT_EQ(times.List(2), QStringLiteral("25 nS")) << "one of the nine rows that a load writes";
+    EXPECT_EQ(times.List(0), QStringLiteral("five"));
+    EXPECT_EQ(volts.List(3), QStringLiteral("50.0mV"));
+}
+
+TEST_F(Languages, EveryToolButtonWithACommandHasItsToolTipInBothLanguages) {
+    struct Tip {
+        int button;
+        const char16_t* chinese;
+        const char16_t* english;
+    };
+    load();
+    const auto& bar = control<ToolBar>("Toolbar1");
+    for (const bool isEnglish : {false, true}) {
+        item(isEnglish ? "mnuEnglish" : "mnuChinese").trigger();
+        int tips = 0;
+        for (const Tip& tip :
+             {Tip{2, u"打开", u"Open"}, Tip{3, u"打印预览", u"Print Preview"}, Tip{4, u"打印", u"Print"},
+              Tip{6, u"数值列表", u"Data Table"}, Tip{7, u"网格", u"Gridlines"}, Tip{8, u"数据线", u"Data Line"},
+              Tip{9, u"数据点", u"Data Point"}, Tip{11, u"端口设置", u"ports-settings"},
+              Tip{12, u"手动获取", u"Get Data"}, Tip{13, u"自动获取", u"Auto Get Data"}, Tip{14, u"停止", u"Stop"},
+              Tip{16, u"帮助", u"Help"}}) {
+            EXPECT_EQ(bar.button(tip.button).toolTip(), QString::fromUtf16(isEnglish ? tip.english : tip.chinese));
+            ++tips;
+        }
+        EXPECT_EQ(tips, 12);
     }
 }
 
