@@ -180,6 +180,20 @@ TEST_F(DataTableWindow, ExitOnlyHidesItAndTheMenuShowsTheSameTableWithItsTicks) 
     EXPECT_EQ(refill.count(), 0) << "no new fill";
 }
 
+TEST_F(DataTableWindow, ItsCloseBoxHidesItLikeExit) {
+    load();
+    openAndFill({block('1', 1, ramp(60, 1))});
+    item("mnuTabular").trigger();
+    const frmData* const before = table();
+    box(2).setChecked(false);
+    table()->close();
+    EXPECT_FALSE(table()->isVisible());
+    item("mnuTabular").trigger();
+    EXPECT_EQ(table(), before);
+    EXPECT_TRUE(table()->isVisible());
+    EXPECT_FALSE(box(2).isChecked());
+}
+
 TEST_F(DataTableWindow, ExitDuringTheFillHidesItAndTheFillGoesOn) {
     load();
     open({block('1', 1, ramp(kSampleRows, 1))});

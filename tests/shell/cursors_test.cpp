@@ -307,5 +307,53 @@ TEST_F(CursorWindow, ADragOverACountFromAHostileFileEndsQuietly) {
     EXPECT_EQ(model->ChannelXShift[0], 0);
 }
 
+TEST_F(CursorWindow, ATimeCursorPulledOverAVoltageCursorWaitsForTheNextMove) {
+    cursorType().setListIndex(3);
+    press(screen(), 180, 50);
+    drag(screen(), 200, 101);
+    EXPECT_EQ(line("Line2(0)").X1(), 180) << "the voltage cursor on row 100 takes this move";
+    EXPECT_EQ(pointer(), Qt::SizeVerCursor);
+    drag(screen(), 201, 102);
+    EXPECT_EQ(line("Line2(0)").X1(), 201);
+    release(screen(), 201, 102);
+}
+
+TEST_F(CursorWindow, APressBesideATraceUnderAShapeThatWasLeftOverSetsThePenAndDrawsNothing) {
+    cursorType().setListIndex(2);
+    hover(screen(), 419, 30);
+    ASSERT_EQ(pointer(), Qt::SizeHorCursor);
+    const QImage before = screenImage();
+    press(screen(), 425, 30); // without a move in between
+    EXPECT_EQ(screen().picture().drawMode, DrawMode::XorPen);
+    EXPECT_EQ(screenImage(), before);
+    drag(screen(), 435, 30);
+    release(screen(), 435, 30);
+    EXPECT_EQ(screen().picture().drawMode, DrawMode::CopyPen) << "the release draws a frame";
+    EXPECT_EQ(screenImage(), before);
+    EXPECT_EQ(model->ChannelXShift[0], 0);
+    EXPECT_EQ(line("Line2(1)").X1(), 420);
+}
+
+TEST_F(CursorWindow, ChoosingAVoltRangeReadsTheVoltageCursorsOutAnew) {
+    cursorType().setListIndex(1);
+    control<ListCombo>("Combo2").setListIndex(7); // 1 V a division: 20 mV a row
+    EXPECT_EQ(caption("LabY1"), number("2.00"));
+    EXPECT_EQ(caption("LabYY11"), QStringLiteral(" V"));
+    EXPECT_EQ(caption("LabDy"), number("4.00"));
+    // One division below the middle: the zero line goes to (105 + 3000 + 753.75) / 6030 x 400 = 255.97, row 256.
+    control<PositionBar>("VScroll1").setValue(51);
+    EXPECT_EQ(caption("LabY1"), number("3.12"));
+}
+
+TEST_F(CursorWindow, ChoosingATimeBaseReadsTheTimeCursorsOutAnew) {
+    cursorType().setListIndex(2);
+    control<ListCombo>("Combo1").setListIndex(13);
+    // Ten times the time a division: the trace begins at column 270, a column holds ten samples of 2.5 microseconds.
+    EXPECT_EQ(caption("LabX1"), number("-2250.00"));
+    EXPECT_EQ(caption("LabX2"), number("3750.00"));
+    EXPECT_EQ(caption("LabXX11"), QStringLiteral("uS"));
+    EXPECT_EQ(caption("LabDx"), number("6,000.00"));
+}
+
 } // namespace
 } // namespace sixtrace

@@ -12,6 +12,7 @@
 #include "platform/toolbar.h"
 #include "view/geometry.h"
 
+#include <QMenuBar>
 #include <QScreen>
 
 #include <algorithm>
@@ -334,6 +335,34 @@ TEST_F(FrmComOpen, ToolButtonsWithoutAHandlerDoNothing) {
     EXPECT_TRUE(dialogs.fileRequests.empty());
     EXPECT_EQ(control<PictureBox>("Picture2").picture().view(), before);
     EXPECT_EQ(ends, 0);
+}
+
+TEST_F(FrmComOpen, EachToolButtonRunsItsMenuItem) {
+    load();
+    const std::array<std::pair<int, const char*>, 12> commands{{{2, "mnuOpen"},
+                                                                {3, "mnuPrintView"},
+                                                                {4, "mnuPrint"},
+                                                                {6, "mnuTabular"},
+                                                                {7, "mnuGraticule"},
+                                                                {8, "mnuLine"},
+                                                                {9, "mnuPoint"},
+                                                                {11, "mnuComSet"},
+                                                                {12, "mnuAcquire"},
+                                                                {13, "mnuautoget"},
+                                                                {14, "mnustop"},
+                                                                {16, "mnuContent"}}};
+    QStringList chosen;
+    for (QAction* action : form->menuBar()->findChildren<QAction*>()) {
+        // Its own handlers would ask, print and fetch.
+        QObject::disconnect(action, &QAction::triggered, nullptr, nullptr);
+        QObject::connect(action, &QAction::triggered, form.get(),
+                         [&chosen, action] { chosen.append(action->objectName()); });
+    }
+    for (const auto& [button, name] : commands) {
+        chosen.clear();
+        control<ToolBar>("Toolbar1").button(button).click();
+        EXPECT_EQ(chosen, QStringList{QString::fromLatin1(name)}) << button;
+    }
 }
 
 } // namespace

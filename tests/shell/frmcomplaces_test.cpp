@@ -2,6 +2,7 @@
 #include "shell/frmcomfixture.h"
 
 #include "platform/arrowpair.h"
+#include "platform/captions.h"
 #include "platform/picturebox.h"
 #include "platform/toolbar.h"
 
@@ -229,6 +230,54 @@ TEST_F(FrmComPlaces, ChoosingAnItemLeavesItsTickToTheHandler) {
     load();
     item("mnuWaveXY").trigger();
     EXPECT_TRUE(item("mnuWaveXY").isChecked());
+}
+
+TEST_F(FrmComPlaces, WithoutLanguageFilesTheLabelsBearTheCaptionsOfTheDesign) {
+    load();
+    const std::array<std::pair<const char*, const char16_t*>, 16> captions{{{"Label1", u"刻度          位置        "},
+                                                                           {"Label2", u"刻度          位置        "},
+                                                                           {"Label3", u"类型"},
+                                                                           {"LabP", u""},
+                                                                           {"LabPP", u"频率："},
+                                                                           {"LabMax", u"峰峰值："},
+                                                                           {"LabYY1", u"y1:"},
+                                                                           {"LabYY2", u"y2:"},
+                                                                           {"Labddy", u"dy:"},
+                                                                           {"LabXX1", u"x1:"},
+                                                                           {"LabXX2", u"x2:"},
+                                                                           {"labDDx", u"dx:"},
+                                                                           {"LabDDYY", u""},
+                                                                           {"LabDDXX", u""},
+                                                                           {"Label4", u""},
+                                                                           {"Label5", u""}}};
+    for (const auto& [name, caption] : captions) {
+        EXPECT_EQ(captionOf(control<QObject>(name)), QString::fromUtf16(caption)) << name;
+    }
+}
+
+TEST_F(FrmComPlaces, EveryItemThatIsShownIsEnabledWithoutACapture) {
+    load();
+    int items = 0;
+    for (const QAction* action : form->menuBar()->findChildren<QAction*>()) {
+        // One that is hidden counts as disabled, whatever was set.
+        const bool isReachable = action->isVisible() && !action->isSeparator();
+        EXPECT_EQ(action->isEnabled(), action->isVisible()) << action->objectName().toStdString();
+        items += isReachable ? 1 : 0;
+    }
+    // Six menus with 6, 5, 2, 4, 2 and 2 items, and four choices of the interval inside their hidden menu.
+    EXPECT_EQ(items, 31);
+}
+
+TEST_F(FrmComPlaces, TheHiddenToolbarItemTouchesNeitherTheToolbarNorItsTickNorTheSettings) {
+    load();
+    form->show();
+    const QByteArray settings = read(QStringLiteral("vkq.ini"));
+    item("mnuTools").trigger();
+    item("mnuStatus").trigger();
+    EXPECT_TRUE(control<QWidget>("Toolbar1").isVisible());
+    EXPECT_TRUE(item("mnuTools").isChecked());
+    EXPECT_TRUE(item("mnuStatus").isChecked());
+    EXPECT_EQ(read(QStringLiteral("vkq.ini")), settings);
 }
 
 } // namespace

@@ -198,5 +198,28 @@ TEST_F(MarkerWindow, TheSpareMarkerIsNeverShown) {
     EXPECT_TRUE(control<QWidget>("image2").isHidden());
 }
 
+TEST_F(MarkerWindow, APressBringsTheMarkerToTheFront) {
+    marker(0).setTop(marker(2).Top());
+    const auto inFront = [this] {
+        return control<QWidget>("Picture3").childAt(marker(0).pos() + QPoint(12, 7));
+    };
+    for (const int channel : {0, 2, 0}) {
+        press(marker(channel), 12, 7);
+        EXPECT_EQ(inFront(), &marker(channel)) << channel;
+        release(marker(channel), 12, 7);
+    }
+}
+
+TEST_F(MarkerWindow, ATickShowsAndHidesTheMarkerAndLeavesItsStandByLabel) {
+    dropAt(0, 5890);
+    ASSERT_TRUE(standIn(0).isVisible());
+    list().setSelected(0, false);
+    EXPECT_TRUE(marker(0).isHidden());
+    EXPECT_TRUE(standIn(0).isVisible());
+    list().setSelected(0, true);
+    EXPECT_TRUE(marker(0).isVisible());
+    EXPECT_TRUE(standIn(0).isVisible());
+}
+
 } // namespace
 } // namespace sixtrace

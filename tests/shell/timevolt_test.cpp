@@ -193,5 +193,48 @@ TEST_F(TimeVolt, BarMovedByCodeWhileItIsNotLiveHasNoEffectAtAll) {
     EXPECT_TRUE(label.isVisible());
 }
 
+TEST_F(TimeVolt, BeforeAChannelIsChosenTheVoltControlsDoNothingWhileTheTimeArrowsStep) {
+    form.reset();
+    model = std::make_unique<publicM>();
+    load();
+    ASSERT_EQ(form->selection().CurChannel, -1);
+    const QString row = list().List(0);
+    Q_EMIT control<ArrowPair>("UpDown1").UpClick();
+    EXPECT_EQ(volts().ListIndex(), 0);
+    volts().setListIndex(3);
+    Q_EMIT control<ArrowPair>("UpDown1").DownClick();
+    EXPECT_EQ(volts().ListIndex(), 3);
+    EXPECT_EQ(model->VoltIndexView[0], 0);
+    EXPECT_EQ(list().List(0), row);
+    EXPECT_EQ(bar().Max(), 800);
+    Q_EMIT control<ArrowPair>("UpDown2").UpClick();
+    EXPECT_EQ(model->TimeIndexView[0], 1);
+}
+
+TEST_F(TimeVolt, TheBarOfAChannelWithoutDataShowsNoHeightAndMovesNoMarker) {
+    model->ChannelPresent[0] = 0;
+    auto& label = control<QLabel>("CenterPoint");
+    const double top = marker().Top();
+    bar().setSliderDown(true);
+    bar().setSliderPosition(bar().Value() + 2);
+    EXPECT_TRUE(label.isHidden());
+    label.show();
+    bar().setSliderDown(false);
+    EXPECT_TRUE(label.isHidden()) << "a change takes it away all the same";
+    EXPECT_DOUBLE_EQ(marker().Top(), top);
+}
+
+TEST_F(TimeVolt, DuringTimedAcquisitionTheVoltArrowsMoveTheListAndNeitherTheModelNorTheBar) {
+    model->AutoRun = true;
+    const int shown = model->VoltIndexView[0];
+    const QString row = list().List(0);
+    const int range = bar().Max();
+    Q_EMIT control<ArrowPair>("UpDown1").UpClick();
+    EXPECT_EQ(volts().ListIndex(), shown + 1);
+    EXPECT_EQ(model->VoltIndexView[0], shown);
+    EXPECT_EQ(list().List(0), row);
+    EXPECT_EQ(bar().Max(), range);
+}
+
 } // namespace
 } // namespace sixtrace
