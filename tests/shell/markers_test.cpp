@@ -221,5 +221,14 @@ TEST_F(MarkerWindow, ATickShowsAndHidesTheMarkerAndLeavesItsStandByLabel) {
     EXPECT_TRUE(standIn(0).isVisible());
 }
 
+TEST_F(MarkerWindow, TheBarShowsTheMarkerOfAChannelWhoseTickIsCleared) {
+    list().setSelected(0, false);
+    ASSERT_TRUE(marker(0).isHidden());
+    auto& bar = control<PositionBar>("VScroll1");
+    bar.setValue(bar.Value() + 1);
+    EXPECT_TRUE(marker(0).isVisible());
+    EXPECT_FALSE(list().Selected(0));
+}
+
 } // namespace
 } // namespace sixtrace

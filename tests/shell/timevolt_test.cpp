@@ -236,5 +236,15 @@ TEST_F(TimeVolt, DuringTimedAcquisitionTheVoltArrowsMoveTheListAndNeitherTheMode
     EXPECT_EQ(bar().Max(), range);
 }
 
+TEST_F(TimeVolt, AnotherChannelFindsTheBarWithTheRangeOfTheLastChoice) {
+    volts().setListIndex(9); // ten divisions either way
+    ASSERT_EQ(bar().Max(), 20);
+    control<MarkerLabel>("image1(1)").setTop(3000 - 2 * 6030 / 8.0);
+    list().setListIndex(1);
+    ASSERT_NE(model->VoltIndexView[1], 9);
+    EXPECT_EQ(bar().Max(), 20);
+    EXPECT_EQ(bar().Value(), 8);
+}
+
 } // namespace
 } // namespace sixtrace
