@@ -191,5 +191,31 @@ TEST_F(Languages, EveryToolButtonWithACommandHasItsToolTipInBothLanguages) {
     }
 }
 
+TEST_F(Languages, TheFileInUseIsChineseFor0AndEnglishForAnyOtherNumber) {
+    model->AppDir = QStringLiteral("/somewhere/");
+    SetLanFile(*model, 0);
+    EXPECT_EQ(model->LanFile, QStringLiteral("/somewhere/ChineseS.Lan"));
+    for (const int id : {1, 5, -1}) {
+        SetLanFile(*model, id);
+        EXPECT_EQ(model->LanFile, QStringLiteral("/somewhere/English.Lan")) << id;
+    }
+}
+
+TEST_F(Languages, ATextIsTheFallbackWhereFileKeyOrValueIsMissing) {
+    write(QStringLiteral("English.Lan"), "[form]\nfull=text\nempty=\nlong=" + QByteArray(128, 'x') + "\n");
+    model->AppDir = path(QString()) + QLatin1Char('/');
+    SetLanFile(*model, 1);
+    const auto textOf = [this](const char* key) {
+        return GetLanString(*model, QStringLiteral("form"), QString::fromLatin1(key), QStringLiteral("fallback"));
+    };
+    EXPECT_EQ(textOf("full"), QStringLiteral("text"));
+    EXPECT_EQ(textOf("empty"), QStringLiteral("fallback"));
+    EXPECT_EQ(textOf("absent"), QStringLiteral("fallback"));
+    EXPECT_EQ(textOf("long"), QString(127, QLatin1Char('x')));
+    // Whether the file is there is looked up each time.
+    ASSERT_TRUE(QFile::remove(model->LanFile));
+    EXPECT_EQ(textOf("full"), QStringLiteral("fallback"));
+}
+
 } // namespace
 } // namespace sixtrace
