@@ -14,6 +14,7 @@ namespace {
 constexpr double kLinesPerInch = 96;
 /// A sheet of A3 at 300 dots per inch has 17 million pixels, the frame of an A4 page at 600 has 12 million.
 constexpr double kMostPixels = 64e6;
+constexpr double kMostAcross = 32000; // pixels of a side: the painter's own limit
 /// Far outside of every picture, and far inside of what the painter can reckon with.
 constexpr double kFarPixel = 1e6;
 
@@ -31,7 +32,6 @@ bool PicturePage::setSize(double width, double height) {
     m_height = height;
     m_pixelsPerTwip = std::min(m_dotsPerInch / kTwipsPerInch, std::sqrt(kMostPixels / (width * height)));
     m_pen = std::max(1, static_cast<int>(std::lround(resolution() / kLinesPerInch)));
-    constexpr double kMostAcross = 32000; // the painter's own limit
     const auto pixels = [this](double twips) {
         return static_cast<int>(std::clamp(std::ceil(twips * m_pixelsPerTwip - 1e-6), 1.0, kMostAcross));
     };
