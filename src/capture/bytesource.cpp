@@ -18,9 +18,8 @@ bool ByteSource::open(const QString& path) {
     m_size = m_file.size();
     m_windowStart = 0;
     m_windowCount = 0;
-    if (m_window == nullptr) {
-        m_window = std::make_unique_for_overwrite<std::byte[]>(kWindow);
-    }
+    m_windowRoom = std::min(kWindow, static_cast<std::size_t>(m_size));
+    m_window = std::make_unique_for_overwrite<std::byte[]>(m_windowRoom);
     return true;
 }
 
@@ -37,9 +36,9 @@ bool ByteSource::fill(std::int64_t offset, std::size_t count) {
     }
     m_windowStart = offset;
     m_windowCount = 0;
-    while (m_windowCount < kWindow) {
+    while (m_windowCount < m_windowRoom) {
         const qint64 got = m_file.read(reinterpret_cast<char*>(m_window.get()) + m_windowCount,
-                                       static_cast<qint64>(kWindow - m_windowCount));
+                                       static_cast<qint64>(m_windowRoom - m_windowCount));
         if (got <= 0) {
             break;
         }

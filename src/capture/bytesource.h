@@ -18,8 +18,8 @@ namespace sixtrace {
 /// cut by the end of the file keeps its old value. Only regular files are opened: a pipe or a device could be endless.
 class ByteSource {
 public:
-    /// The longest read, in bytes; all samples that a channel can hold are 20462.
-    static constexpr std::size_t kWindow = 64 * 1024;
+    /// The longest read, in bytes; all samples that six channels can hold are 122772.
+    static constexpr std::size_t kWindow = 256 * 1024;
 
     ByteSource() = default;
 
@@ -28,7 +28,7 @@ public:
     void close() { m_file.close(); }
 
     /// `count` bytes from the 1-based `position`, or null where the file does not hold them all. The bytes stay where
-    /// they are until the next call.
+    /// they are until the next call, and longer where holdsWholeFile.
     [[nodiscard]] const std::byte* at(double position, std::size_t count);
     /// How many of `count` bytes from `position` the file holds, and where they are.
     struct Stretch {
@@ -36,6 +36,9 @@ public:
         std::size_t count = 0;
     };
     [[nodiscard]] Stretch upTo(double position, std::size_t count);
+
+    /// Whether the window holds the whole file, so that bytes once handed out stay where they are.
+    [[nodiscard]] bool holdsWholeFile() const { return m_size <= static_cast<std::int64_t>(kWindow); }
 
     /// Whether `position` lies behind the last byte.
     [[nodiscard]] bool atEnd(double position) const { return position - 1 >= static_cast<double>(m_size); }
@@ -66,6 +69,7 @@ private:
     std::unique_ptr<std::byte[]> m_window; ///< not cleared: only bytes that were read are ever looked at
     std::int64_t m_windowStart = 0;
     std::size_t m_windowCount = 0;
+    std::size_t m_windowRoom = 0;
 };
 
 } // namespace sixtrace

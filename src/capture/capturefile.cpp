@@ -3,6 +3,7 @@
 
 #include "capture/bytesource.h"
 #include "capture/channelrows.h"
+#include "capture/samplespread.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -113,34 +114,27 @@ public:
         assign(m.VoltIndexView[c], narrowed<std::int16_t>(m.VoltIndexFile[c] + voltOffset));
     }
 
-    struct Extremes {
-        int least;
-        int greatest;
-    };
-
     /// Samples 0 to count - 1 from FilePos on, which stays on the first of them. Rows that the file does not hold keep
-    /// their old samples, and these count for the extremes like all others; rows beyond the array are dropped.
-    Extremes samples(std::int64_t count) {
+    /// their old samples, and these count for the extremes like all others; rows beyond the array are dropped. The
+    /// samples may reach the model as late as with finishSamples.
+    SampleExtremes samples(std::int64_t count) {
         const auto rows = static_cast<std::size_t>(std::clamp<std::int64_t>(count, 1, kSampleRows));
         const ByteSource::Stretch stretch = m_source.upTo(m_model.FilePos, rows * 2);
         const std::size_t held = stretch.count / 2;
-        std::int16_t* const target = m_model.SampleData.channel(static_cast<int>(m_channel));
+        m_spread.add(channel(), stretch.bytes, held);
+        if (held < rows || !m_source.holdsWholeFile()) {
+            m_spread.flush();
+        }
 
-        int least = std::numeric_limits<int>::max();
-        int greatest = std::numeric_limits<int>::min();
-        for (std::size_t i = 0; i < held; ++i) {
-            const auto sample = ByteSource::decode<std::int16_t>(stretch.bytes + 2 * i);
-            target[i * kChannels] = sample;
-            least = std::min<int>(least, sample);
-            greatest = std::max<int>(greatest, sample);
-        }
+        SampleExtremes extremes = extremesOf(stretch.bytes, held);
         for (std::size_t i = held; i < rows; ++i) {
-            const int sample = target[i * kChannels];
-            least = std::min(least, sample);
-            greatest = std::max(greatest, sample);
+            const int sample = m_model.SampleData(channel(), static_cast<int>(i));
+            extremes.least = std::min(extremes.least, sample);
+            extremes.greatest = std::max(extremes.greatest, sample);
         }
-        return {least, greatest};
+        return extremes;
     }
+    void finishSamples() { m_spread.flush(); }
 
     /// From the first sample to the block behind: the samples, and the slots that hold filling.
     void skipSamples() {
@@ -169,6 +163,9 @@ public:
 
     void tickIfPresent() {
         if (m_model.ChannelPresent[m_channel] != 0) {
+            if (m_view.ticksShowSamples()) {
+                m_spread.flush();
+            }
             m_view.setTick(channel(), true);
             m_view.showMarker(channel(), true);
         }
@@ -182,6 +179,7 @@ private:
     publicM& m_model;
     CaptureView& m_view;
     ByteSource& m_source;
+    SampleSpread m_spread{m_model.SampleData};
     std::size_t m_channel = 0;
 };
 
@@ -313,6 +311,7 @@ void SimpleWav(const QString& path, publicM& model, CaptureView& view) {
     while (!loader.atEnd() && loader.nextBlock()) {
         readBlock(model, view, loader);
     }
+    loader.finishSamples();
     source.close();
     view.hideStandIns();
     view.PicReDrawT();
@@ -335,6 +334,7 @@ BinFileOutcome OpenBinFile(const QString& path, publicM& model, CaptureView& vie
     while (!loader.atEnd() && loader.nextBlock()) {
         readBlockOfOlderLayout(model, loader);
     }
+    loader.finishSamples();
     source.close();
     view.PicReDrawT();
     view.loadTable();

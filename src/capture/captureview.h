@@ -33,6 +33,9 @@ public:
     /// Sets or clears a tick. The row becomes the current one and raises its check and click events, whether or not
     /// the tick changes.
     virtual void setTick(int channel, bool ticked) = 0;
+    /// Whether setTick looks at the model's samples, as a window does that draws a frame. A load that nobody watches
+    /// stores the samples of all channels in one go at its end.
+    [[nodiscard]] virtual bool ticksShowSamples() const = 0;
 
     virtual void showMarker(int channel, bool shown) = 0;
     /// Moves a marker; `top` in twips inside the strip.

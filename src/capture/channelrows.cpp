@@ -4,6 +4,8 @@
 #include "capture/publicm.h"
 #include "platform/numbers.h"
 
+#include <array>
+
 namespace sixtrace {
 
 namespace {
@@ -18,6 +20,12 @@ QString channelRow(QStringView label, const QString& timeText, const QString& vo
            QString(static_cast<int>(gap), u' ') + u"/ " + factor;
 }
 
-QString probeFactorText(int probeExp) { return generalText(probeFactor(probeExp)); }
+QString probeFactorText(int probeExp) {
+    // The factors of real probes need no conversion and no decimal mark.
+    static const std::array known{QStringLiteral("1"), QStringLiteral("10"), QStringLiteral("100"),
+                                  QStringLiteral("1000")};
+    const auto index = static_cast<std::size_t>(probeExp);
+    return index < known.size() ? known[index] : generalText(probeFactor(probeExp));
+}
 
 } // namespace sixtrace

@@ -32,6 +32,7 @@ public:
     [[nodiscard]] QString rowText(int channel) const override { return rows.at(static_cast<std::size_t>(channel)); }
     void setRowText(int channel, const QString& text) override { rows.at(static_cast<std::size_t>(channel)) = text; }
     void setTick(int channel, bool ticked) override;
+    [[nodiscard]] bool ticksShowSamples() const override { return false; }
     void showMarker(int channel, bool shown) override { markers.at(static_cast<std::size_t>(channel)) = shown; }
     void setMarkerTop(int channel, double top) override { markerTops.at(static_cast<std::size_t>(channel)) = top; }
     void hideStandIns() override { standInsShown = false; }

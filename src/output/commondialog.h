@@ -3,10 +3,10 @@
 
 namespace sixtrace {
 
-/// What the main window's common dialog (Dialog1) keeps from one use to the next: a command that does not set it finds
-/// what the last one left.
+/// What the main window's one common dialog (Dialog1) keeps from one command to the next: a command that does not set
+/// it finds it as the last one left it. Owned by the main window.
 struct CommonDialogState {
-    bool CancelError = false; ///< whether a cancelled dialog counts as error 32755
+    bool CancelError = false; ///< a cancelled dialog raises error 32755
 };
 
 } // namespace sixtrace

@@ -57,7 +57,7 @@ private:
     publicM& m_model;
     const MdlPrinter& m_settings;
     Printer& m_printer;
-    TracePoints m_points;
+    TracePoints m_points{Vectors::Allowed};
 };
 
 /// The scale of a preview: the percentage as a share with one decimal, so that 75 % gives 0.8 and 104 % gives 1.0.

@@ -60,6 +60,7 @@ public:
     [[nodiscard]] QString rowText(int channel) const override;
     void setRowText(int channel, const QString& text) override;
     void setTick(int channel, bool ticked) override;
+    [[nodiscard]] bool ticksShowSamples() const override { return true; }
     void showMarker(int channel, bool shown) override;
     void setMarkerTop(int channel, double top) override;
     void hideStandIns() override;

@@ -20,19 +20,31 @@ bool isShown(const publicM& model, const PerChannel<bool>& selected, int channel
     return selected[c] && model.ChannelPresent[c] == 1;
 }
 
-bool ChannelPlot::takeScale() {
-    const auto c = static_cast<std::size_t>(m_channel);
-    m_model.SampleStep[c] = m_model.SampleInterval[c];
-    const auto milliseconds = m_page ? msPerPixel(m_model, m_channel, m_page->width) : msPerPixel(m_model, m_channel);
+bool deriveSteps(publicM& model, int channel, const std::optional<PageArea>& page) {
+    const auto c = static_cast<std::size_t>(channel);
+    model.SampleStep[c] = model.SampleInterval[c];
+    const auto milliseconds = page ? msPerPixel(model, channel, page->width) : msPerPixel(model, channel);
     if (!milliseconds) {
         return false;
     }
-    m_model.MsPerPixel[c] = *milliseconds;
-    const auto volts = m_page ? voltPerPixel(m_model, m_channel, m_page->height) : voltPerPixel(m_model, m_channel);
+    model.MsPerPixel[c] = *milliseconds;
+    const auto volts = page ? voltPerPixel(model, channel, page->height) : voltPerPixel(model, channel);
     if (!volts) {
         return false;
     }
-    m_model.VoltPerPixel[c] = *volts;
+    model.VoltPerPixel[c] = *volts;
+    return true;
+}
+
+bool isPlottedWhole(const publicM& model, int channel) {
+    const auto c = static_cast<std::size_t>(channel);
+    return model.TimeIndex[c] < kScanTimeRow || model.SampleCount[c] < model.ScreenPoints[c];
+}
+
+bool ChannelPlot::takeScale() {
+    if (!deriveSteps(m_model, m_channel, m_page)) {
+        return false;
+    }
     const auto scale = m_page ? pageScale(m_model, m_channel, *m_page) : plotScale(m_model, m_channel);
     m_scale = scale.value_or(TraceScale{});
     return scale.has_value();
@@ -54,10 +66,9 @@ bool ChannelPlot::plot() {
 bool ChannelPlot::plotByTimeBase() {
     const auto c = static_cast<std::size_t>(m_channel);
     const double slots = m_model.ScreenPoints[c];
-    const double samples = m_model.SampleCount[c];
     const double scan = m_model.ScanPoint[c];
-    if (m_model.TimeIndex[c] < kScanTimeRow || samples < slots) {
-        return visit(0, samples - 1);
+    if (isPlottedWhole(m_model, m_channel)) {
+        return visit(0, m_model.SampleCount[c] - 1.0);
     }
     return slots * kScanFilled >= scan ? plotBothSweeps(slots, scan) : plotOneSweep(slots, scan);
 }

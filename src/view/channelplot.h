@@ -25,6 +25,13 @@ public:
 /// Whether a frame plots a channel: the capture holds it and its row is ticked.
 [[nodiscard]] bool isShown(const publicM& model, const PerChannel<bool>& selected, int channel);
 
+/// What a frame leaves of a channel besides its points: SampleStep, MsPerPixel and VoltPerPixel, of the screen or of a
+/// page. False where a table row does not exist; what lies before it is set then.
+bool deriveSteps(publicM& model, int channel, const std::optional<PageArea>& page = {});
+
+/// Whether all samples of a channel are plotted in a row, as they are but for a slow scan that fills its screen.
+[[nodiscard]] bool isPlottedWhole(const publicM& model, int channel);
+
 /// Plots one channel, on the screen or in the frame of a page: the same cases by time base and scan position, the same
 /// pen lifts, only the mapping differs. Each step gives false when it ends in a run-time error; what was drawn by then
 /// stays.

@@ -84,41 +84,100 @@ bool runsRightward(const publicM& model, const FrameInputs& inputs) {
     return true;
 }
 
-} // namespace
-
-struct FrameRenderer::Scratch {
-    TraceLayers layers;
-    TracePoints points;
-};
-
-FrameRenderer::FrameRenderer()
-    : m_scratch(std::make_unique<Scratch>()) {}
-FrameRenderer::~FrameRenderer() = default;
-
-void FrameRenderer::PicReDrawT(publicM& model, const FrameInputs& inputs, Picture& picture2, Picture& picHidden0) {
-    drawGraticule(picture2, model.GridColor, inputs.graticule, divisionsAcross(model.FileKind));
-    if (!deriveZeroLines(model, inputs.markerTop)) {
-        return;
-    }
-
-    const bool inLayers = inputs.line && runsRightward(model, inputs);
-    TraceLayers& layers = m_scratch->layers;
-    layers.clear();
-    bool complete = true;
-    for (int channel = 0; channel < kChannels && complete; ++channel) {
+/// Plots the shown channels in their order, each into a sink of its own. False where a run-time error ended that.
+bool plotChannels(publicM& model, const FrameInputs& inputs, TracePoints& points, Picture& picture2,
+                  const auto& sinkOf) {
+    for (int channel = 0; channel < kChannels; ++channel) {
         picture2.ForeColor = model.LineColor[static_cast<std::size_t>(channel)];
         if (!isShown(model, inputs.selected, channel)) {
             continue;
         }
-        if (inLayers) {
-            LayerSink sink(layers, picture2.ForeColor);
-            complete = ChannelPlot(model, channel, inputs.line, m_scratch->points, sink).plot();
-        } else {
-            PictureSink sink(picture2, model, channel, inputs.line);
-            complete = ChannelPlot(model, channel, inputs.line, m_scratch->points, sink).plot();
+        auto sink = sinkOf(channel);
+        if (!ChannelPlot(model, channel, inputs.line, points, sink).plot()) {
+            return false;
         }
     }
-    layers.sweep(picture2, complete ? &picHidden0 : nullptr, kScreenWidth, kScreenHeight);
+    return true;
+}
+
+/// The same at once, for channels that are all plotted whole. False, with nothing drawn, where that cannot be done.
+bool plotTogether(publicM& model, const FrameInputs& inputs, TracePoints& points, Picture& picture2,
+                  const auto& sinkOf) {
+    std::array<WholeTrace, kChannels> traces;
+    std::size_t shown = 0;
+    for (int channel = 0; channel < kChannels; ++channel) {
+        if (!isShown(model, inputs.selected, channel)) {
+            continue;
+        }
+        const auto scale = plotScale(model, channel);
+        if (!scale || !isPlottedWhole(model, channel)) {
+            return false;
+        }
+        traces[shown++] = {channel, *scale, model.SampleCount[static_cast<std::size_t>(channel)]};
+    }
+    PerChannel<PointRun> runs;
+    if (!points.computeTogether(model, std::span(traces).first(shown), runs)) {
+        return false;
+    }
+    for (std::size_t i = 0; i < shown; ++i) {
+        const int channel = traces[i].channel;
+        picture2.ForeColor = model.LineColor[static_cast<std::size_t>(channel)];
+        // A scale was found, so the table rows exist.
+        static_cast<void>(deriveSteps(model, channel));
+        auto sink = sinkOf(channel);
+        const TraceColumn& first = runs[i].columns.front();
+        sink.dot(first.x, first.firstY);
+        sink.samples(runs[i]);
+    }
+    picture2.ForeColor = model.LineColor.back();
+    return true;
+}
+
+} // namespace
+
+struct FrameRenderer::Scratch {
+    explicit Scratch(Vectors vectors)
+        : layers(vectors)
+        , points(vectors) {}
+
+    GraticuleRows ground;
+    TraceLayers layers;
+    TracePoints points;
+};
+
+FrameRenderer::FrameRenderer(Vectors vectors)
+    : m_scratch(std::make_unique<Scratch>(vectors)) {}
+FrameRenderer::~FrameRenderer() = default;
+
+void FrameRenderer::PicReDrawT(publicM& model, const FrameInputs& inputs, Picture& picture2, Picture& picHidden0) {
+    const int divisions = divisionsAcross(model.FileKind);
+    if (!deriveZeroLines(model, inputs.markerTop)) {
+        drawGraticule(picture2, model.GridColor, inputs.graticule, divisions);
+        return;
+    }
+    if (!inputs.line || !runsRightward(model, inputs)) {
+        drawGraticule(picture2, model.GridColor, inputs.graticule, divisions);
+        const auto sinkOf = [&](int channel) { return PictureSink(picture2, model, channel, inputs.line); };
+        if (plotChannels(model, inputs, m_scratch->points, picture2, sinkOf)) {
+            picHidden0.BitBlt(0, 0, kScreenWidth, kScreenHeight, picture2, 0, 0);
+        }
+        return;
+    }
+
+    TraceLayers& layers = m_scratch->layers;
+    const auto sinkOf = [&](int) { return LayerSink(layers, picture2.ForeColor); };
+    m_scratch->ground.prepare(picture2.BackColor, model.GridColor, inputs.graticule, divisions);
+    const bool complete = plotTogether(model, inputs, m_scratch->points, picture2, sinkOf) ||
+                          plotChannels(model, inputs, m_scratch->points, picture2, sinkOf);
+    picture2.drawMode = DrawMode::CopyPen;
+    picture2.drawStyle = DrawStyle::Solid;
+    if (complete) {
+        picHidden0.forgetCopy();
+    }
+    layers.sweep(m_scratch->ground, picture2);
+    if (complete) {
+        picHidden0.copyLater(picture2, kScreenWidth, kScreenHeight);
+    }
 }
 
 void PicDrawSlow(const publicM& model, bool graticule, Picture& picture2) {

@@ -3,6 +3,7 @@
 
 #include "capture/publicm.h"
 #include "platform/picture.h"
+#include "platform/vectors.h"
 
 #include <array>
 #include <memory>
@@ -23,12 +24,13 @@ struct FrameInputs {
 /// told in docs/architecture.md.
 class FrameRenderer {
 public:
-    FrameRenderer();
+    explicit FrameRenderer(Vectors vectors = Vectors::Allowed);
     ~FrameRenderer();
     FrameRenderer(const FrameRenderer&) = delete;
     FrameRenderer& operator=(const FrameRenderer&) = delete;
 
-    /// A whole frame into `picture2`, copied to `picHidden0` at the end (600 by 400). Leaves PlotX and PlotY of every
+    /// A whole frame into `picture2`, copied to `picHidden0` at the end (600 by 400; the copy is put off until somebody
+    /// looks at it, which is at the start of a drag). Leaves PlotX and PlotY of every
     /// sample visited, ChannelYPos, SampleStep, MsPerPixel and VoltPerPixel in the model.
     ///
     /// A run-time error (a table row that does not exist, a division by zero, a coordinate beyond 32 bits, a sample

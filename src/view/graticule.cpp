@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/graticule.h"
 
-#include "view/geometry.h"
+#include <algorithm>
 
 namespace sixtrace {
 
@@ -77,6 +77,33 @@ void drawGraticule(Picture& picture, Colour gridColor, bool dotted, int division
     }
     for (int i = 0; i <= 5 * divisions + 1; ++i) {
         ticksOver(picture, divisionX / 5 * i, kFineTick);
+    }
+}
+
+void GraticuleRows::prepare(Colour backColor, Colour gridColor, bool dotted, int divisions) {
+    if (m_divisions == divisions && m_dotted == dotted && m_backColor == backColor && m_gridColor == gridColor) {
+        return;
+    }
+    m_backColor = backColor;
+    m_gridColor = gridColor;
+    m_dotted = dotted;
+    m_divisions = divisions;
+    Picture picture(kSurfaceWidth, kSurfaceHeight);
+    picture.BackColor = backColor;
+    drawGraticule(picture, gridColor, dotted, divisions);
+
+    m_rows.clear();
+    for (int y = 0; y < kSurfaceHeight; ++y) {
+        const std::uint32_t* const pixels = picture.row(y);
+        const std::size_t known = m_rows.size() / kRowPixels;
+        std::size_t index = 0;
+        while (index < known && !std::equal(pixels, pixels + kSurfaceWidth, m_rows.data() + index * kRowPixels)) {
+            ++index;
+        }
+        if (index == known) {
+            m_rows.insert(m_rows.end(), pixels, pixels + kRowPixels);
+        }
+        m_rowOf[static_cast<std::size_t>(y)] = index;
     }
 }
 

@@ -2,11 +2,40 @@
 #pragma once
 
 #include "platform/picture.h"
+#include "view/geometry.h"
+
+#include <array>
+#include <cstdint>
+#include <vector>
 
 namespace sixtrace {
 
 /// Clears `picture` and draws border, graticule and ticks in GridColor: dotted division lines where `dotted`, else the
 /// solid centre cross with division ticks. `divisions` across, 8 down.
 void drawGraticule(Picture& picture, Colour gridColor, bool dotted, int divisions);
+
+/// The empty screen by rows, kept between frames. Most rows of a graticule are alike, so its few different ones stay in the
+/// fastest cache while a frame copies them.
+class GraticuleRows {
+public:
+    /// Screen pixels of a row, padded to whole blocks of 16.
+    static constexpr std::size_t kRowPixels = (kSurfaceWidth + 15) / 16 * 16;
+
+    /// What drawGraticule would leave in a picture of the screen's size and of this background. Nothing is done where
+    /// that has not changed since the last call.
+    void prepare(Colour backColor, Colour gridColor, bool dotted, int divisions);
+    /// The pixels of a screen row, 0 to 400. Those behind the screen's right edge mean nothing.
+    [[nodiscard]] const std::uint32_t* row(int y) const {
+        return m_rows.data() + m_rowOf[static_cast<std::size_t>(y)] * kRowPixels;
+    }
+
+private:
+    Colour m_backColor = 0;
+    Colour m_gridColor = 0;
+    bool m_dotted = false;
+    int m_divisions = 0; ///< 0: nothing prepared yet
+    std::vector<std::uint32_t> m_rows;
+    std::array<std::size_t, kSurfaceHeight> m_rowOf{};
+};
 
 } // namespace sixtrace

@@ -4,74 +4,12 @@
 #include "platform/linerule.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstdlib>
-#include <cstring>
-
-#if defined(__x86_64__)
-#include <immintrin.h>
-#endif
 
 namespace sixtrace {
 
-namespace {
-
-/// All ones in the pixels of the bits that are set, for each value of eight bits.
-using ByteMasks = std::array<std::array<std::uint32_t, 8>, 256>;
-
-constexpr ByteMasks makeByteMasks() {
-    ByteMasks masks{};
-    for (std::size_t bits = 0; bits < masks.size(); ++bits) {
-        for (std::size_t i = 0; i < 8; ++i) {
-            masks[bits][i] = ((bits >> i) & 1U) != 0 ? 0xFFFFFFFFU : 0U;
-        }
-    }
-    return masks;
-}
-
-constexpr ByteMasks kByteMasks = makeByteMasks();
-
-/// Paints the pixels of the set bits, lowest bit at `pixels`.
-void paintWord(std::uint32_t* pixels, std::uint64_t bits, std::uint32_t colour) {
-    if (bits == ~std::uint64_t{0}) {
-        std::fill_n(pixels, 64, colour);
-        return;
-    }
-    constexpr int kFew = 12;
-    if (std::popcount(bits) <= kFew) {
-        for (; bits != 0; bits &= bits - 1) {
-            pixels[std::countr_zero(bits)] = colour;
-        }
-        return;
-    }
-    for (; bits != 0; bits >>= 8, pixels += 8) {
-        const auto& mask = kByteMasks[bits & 0xFFU];
-        for (std::size_t i = 0; i < 8; ++i) {
-            pixels[i] = (pixels[i] & ~mask[i]) | (colour & mask[i]);
-        }
-    }
-}
-
-#if defined(__x86_64__)
-/// The same with masked stores of 16 pixels.
-[[gnu::target("avx512f")]] void paintWordMasked(std::uint32_t* pixels, std::uint64_t bits, std::uint32_t colour) {
-    const __m512i fill = _mm512_set1_epi32(static_cast<int>(colour));
-    for (; bits != 0; bits >>= 16, pixels += 16) {
-        _mm512_mask_storeu_epi32(pixels, static_cast<__mmask16>(bits & 0xFFFFU), fill);
-    }
-}
-#endif
-
-} // namespace
-
-TraceLayers::PaintWord TraceLayers::bestPainter() {
-#if defined(__x86_64__)
-    if (__builtin_cpu_supports("avx512f") != 0) {
-        return paintWordMasked;
-    }
-#endif
-    return paintWord;
-}
+TraceLayers::TraceLayers(Vectors vectors)
+    : m_composeRow(fastestComposer(vectors)) {}
 
 void TraceLayers::begin(Colour colour, std::int32_t x, std::int32_t y) {
     if (m_used == m_layers.size()) {
@@ -81,7 +19,7 @@ void TraceLayers::begin(Colour colour, std::int32_t x, std::int32_t y) {
     m_layer->pixel = pixelOfColour(colour);
     m_layer->firstRow = kSurfaceHeight;
     m_layer->lastRow = 0;
-    std::memset(m_layer->toggles.data(), 0, sizeof(m_layer->toggles));
+    m_layer->covered = {};
     m_x = x;
     m_y = y;
     m_least = y;
@@ -163,33 +101,22 @@ void TraceLayers::crossColumns(std::int32_t x, std::int32_t y) {
     m_greatest = static_cast<std::int32_t>(newGreatest);
 }
 
-void TraceLayers::sweep(Picture& picture, Picture* copy, int copyWidth, int copyHeight) {
-    m_covered.assign(m_used, RowBits{});
+void TraceLayers::sweep(const GraticuleRows& ground, Picture& picture) {
     for (int y = 0; y < kSurfaceHeight; ++y) {
-        std::uint32_t* const row = picture.row(y);
-        RowBits above{};
-        for (std::size_t index = m_used; index-- > 0;) {
-            const Layer& layer = m_layers[index];
-            if (y < layer.firstRow || y >= layer.lastRow) {
-                continue;
-            }
-            RowBits& covered = m_covered[index];
-            const RowBits& toggles = layer.toggles[static_cast<std::size_t>(y)];
-            for (std::size_t word = 0; word < kWords; ++word) {
-                covered[word] ^= toggles[word];
-            }
-            for (std::size_t word = 0; word < kWords; ++word) {
-                const std::uint64_t visible = covered[word] & ~above[word];
-                if (visible != 0) {
-                    m_paint(row + word * 64, visible, layer.pixel);
-                    above[word] |= visible;
-                }
+        m_row.clear();
+        for (std::size_t index = 0; index < m_used; ++index) {
+            Layer& layer = m_layers[index];
+            if (y >= layer.firstRow && y <= layer.lastRow) {
+                m_row.push_back({&layer.covered, &layer.toggles[static_cast<std::size_t>(y)], layer.pixel});
             }
         }
-        if (copy != nullptr && y < copyHeight) {
-            std::memcpy(copy->row(y), row, static_cast<std::size_t>(copyWidth) * sizeof(std::uint32_t));
-        }
+        m_composeRow(m_row, ground.row(y), picture.row(y));
     }
+    for (std::size_t index = 0; index < m_used; ++index) {
+        // Behind the screen's last row end the traces that leave it there.
+        m_layers[index].toggles[kSurfaceHeight] = {};
+    }
+    m_used = 0;
 }
 
 } // namespace sixtrace

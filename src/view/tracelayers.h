@@ -4,6 +4,8 @@
 #include "platform/colour.h"
 #include "platform/picture.h"
 #include "view/geometry.h"
+#include "view/graticule.h"
+#include "view/rowcomposer.h"
 #include "view/tracepoints.h"
 
 #include <algorithm>
@@ -19,12 +21,11 @@ namespace sixtrace {
 /// Such a polyline, drawn with an opaque pen, covers exactly one interval of rows in each column: the segments that
 /// touch a column follow one another, and each begins where the last one ended. A layer keeps these intervals as
 /// toggles in a bit matrix (one bit a pixel, set where an interval begins and just below where it ends), so that
-/// sweeping down the rows with an exclusive-or turns them into masks of covered pixels. The sweep paints the topmost
-/// layer of each pixel and copies the finished row on while it is still in the cache.
+/// sweeping down the rows with an exclusive-or turns them into masks of covered pixels. The sweep composes each row from
+/// the empty screen and these masks and writes each pixel once.
 class TraceLayers {
 public:
-    /// Forgets all layers.
-    void clear() { m_used = 0; }
+    explicit TraceLayers(Vectors vectors);
 
     /// Starts a new topmost layer with a pen at (x, y); the pixel there belongs to the layer.
     void begin(Colour colour, std::int32_t x, std::int32_t y);
@@ -41,35 +42,28 @@ public:
     /// Ends the layer. Without it the layer's last column is missing.
     void end();
 
-    /// Paints all layers over `picture`, the later ones on top, and copies each row's first `copyWidth` pixels to `copy`
-    /// (the rows 0 to copyHeight - 1), where there is one. Both pictures are at least 608 pixels wide in memory.
-    void sweep(Picture& picture, Picture* copy, int copyWidth, int copyHeight);
+    /// Fills `picture`, which is of the screen's size, with the ground and all layers over it, the later ones on top. All
+    /// layers are used up.
+    void sweep(const GraticuleRows& ground, Picture& picture);
 
 private:
-    static constexpr std::size_t kWords = (kSurfaceWidth + 63) / 64;
-    using RowBits = std::array<std::uint64_t, kWords>;
-
     struct Layer {
         std::uint32_t pixel = 0;
         int firstRow = 0; ///< rows outside firstRow..lastRow have no toggle
         int lastRow = 0;
-        std::array<RowBits, kSurfaceHeight + 1> toggles{};
+        std::array<RowBits, kSurfaceHeight + 1> toggles{}; ///< all clear while the layer is not in use
+        RowBits covered{};                                 ///< in the row that the sweep has reached
     };
-
-    /// Paints the pixels of set bits, the lowest at the given pixel.
-    using PaintWord = void (*)(std::uint32_t* pixels, std::uint64_t bits, std::uint32_t colour);
-    /// The fastest way that this processor knows.
-    [[nodiscard]] static PaintWord bestPainter();
 
     void cover(std::int64_t column, std::int64_t least, std::int64_t greatest);
     void lineTo(std::int32_t x, std::int32_t y);
     void crossColumns(std::int32_t x, std::int32_t y);
 
-    PaintWord m_paint = bestPainter();
+    ComposeRow m_composeRow;
     std::vector<Layer> m_layers;
+    std::vector<RowLayer> m_row; ///< the layers that reach the sweep's row
     std::size_t m_used = 0;
     Layer* m_layer = nullptr;
-    std::vector<RowBits> m_covered; ///< what each layer covers in the row of the sweep
 
     // The pen, and the rows that its column has so far.
     std::int32_t m_x = 0;

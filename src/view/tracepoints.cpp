@@ -2,6 +2,7 @@
 #include "view/tracepoints.h"
 
 #include "platform/numbers.h"
+#include "view/samplelanes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,15 +18,23 @@ bool fitsInt32(double value) { return value > -kLargest && value < kLargest; }
 /// Nearest integer, halves to even, of a value that is known to fit.
 std::int32_t nearest(double value) { return static_cast<std::int32_t>(std::nearbyint(value)); }
 
-/// Which samples fall on which column, for one time scale. Counters run first, first + 1, ...
+/// How many steps of 1 a counter makes from `first` up to `last`, `atMost` of them being of interest. A fraction in it
+/// loses its last bits as it grows, so that one just above a whole number may arrive there.
+double countedSteps(double first, double last, double atMost) {
+    if (first == std::floor(first)) {
+        return std::floor(last - first) + 1;
+    }
+    double steps = 0;
+    for (double counter = first; counter <= last && steps <= atMost; counter += 1) {
+        ++steps;
+    }
+    return steps;
+}
+
+/// Which samples fall on which column, for one time scale. A counter runs from `first` in steps of 1.
 class ColumnTable {
 public:
-    struct Entry {
-        std::int32_t x;
-        int end; ///< number of the sample behind the column's last
-    };
-
-    const std::vector<Entry>& of(const TraceScale& scale, double first, int count) {
+    const std::vector<ColumnEnd>& of(const TraceScale& scale, double first, int count) {
         if (scale.x0 == m_x0 && scale.dxPlot == m_dx && first == m_first && count == m_count) {
             return m_entries;
         }
@@ -34,8 +43,9 @@ public:
         m_first = first;
         m_count = count;
         m_entries.clear();
-        for (int i = 0; i < count; ++i) {
-            const std::int32_t x = nearest(scale.x(first + i));
+        double counter = first;
+        for (int i = 0; i < count; ++i, counter += 1) {
+            const std::int32_t x = nearest(scale.x(counter));
             if (m_entries.empty() || m_entries.back().x != x) {
                 m_entries.push_back({x, i});
             }
@@ -49,7 +59,7 @@ private:
     double m_dx = 0;
     double m_first = 0;
     int m_count = 0;
-    std::vector<Entry> m_entries;
+    std::vector<ColumnEnd> m_entries;
 };
 
 /// Screen Y of the counts that converters of up to 12 bits give, for one volt scale.
@@ -80,15 +90,44 @@ private:
     std::array<std::int32_t, kSize> m_heights{};
 };
 
+/// The step of a channel's lane, tried once for each volt scale.
+class LaneStep {
+public:
+    std::optional<double> of(const TraceScale& scale) {
+        if (!(scale.yPos == m_yPos && scale.perCount == m_perCount && scale.divisor == m_divisor)) {
+            m_yPos = scale.yPos;
+            m_perCount = scale.perCount;
+            m_divisor = scale.divisor;
+            m_step = laneStep(scale);
+        }
+        return m_step;
+    }
+
+private:
+    double m_yPos = 0;
+    double m_perCount = 0;
+    double m_divisor = 0; // no scale divides by 0
+    std::optional<double> m_step;
+};
+
+/// Whether the positions of `count` samples from `first` on fit 32 bits: X lies between its ends, Y between those of the
+/// sample type.
+bool allFit(const TraceScale& scale, double first, int count) {
+    return fitsInt32(scale.x(first)) && fitsInt32(scale.x(first + count)) && fitsInt32(scale.y(32767)) &&
+           fitsInt32(scale.y(-32768));
+}
+
 } // namespace
 
 struct TracePoints::Tables {
     PerChannel<ColumnTable> columns;
     PerChannel<HeightTable> heights;
+    PerChannel<LaneStep> steps;
 };
 
-TracePoints::TracePoints()
-    : m_tables(std::make_unique<Tables>()) {
+TracePoints::TracePoints(Vectors vectors)
+    : m_together(vectors == Vectors::Allowed && hasWideVectors())
+    , m_tables(std::make_unique<Tables>()) {
     m_columns.reserve(kSampleRows);
 }
 TracePoints::~TracePoints() = default;
@@ -109,22 +148,47 @@ PointRun TracePoints::compute(publicM& model, int channel, const TraceScale& sca
         return run;
     }
     run.firstRow = static_cast<int>(firstRow);
-    const double wanted = std::floor(last - first) + 1;
     const double held = kSampleRows - firstRow;
+    const double wanted = countedSteps(first, last, held);
     run.complete = wanted <= held;
     const int count = static_cast<int>(std::min(wanted, held));
 
-    // X lies between its ends, Y between those of the sample type: if these fit, all do.
-    const bool fits = fitsInt32(scale.x(first)) && fitsInt32(scale.x(first + count)) && fitsInt32(scale.y(32767)) &&
-                      fitsInt32(scale.y(-32768));
     constexpr int kWorthATable = 512;
-    if (fits && count >= kWorthATable) {
+    if (allFit(scale, first, count) && count >= kWorthATable) {
         computeByTable(model, channel, scale, first, run, count);
     } else {
         computeOneByOne(model, channel, scale, first, run, count);
     }
     run.columns = m_columns;
     return run;
+}
+
+bool TracePoints::computeTogether(publicM& model, std::span<const WholeTrace> traces, PerChannel<PointRun>& runs) {
+    if (traces.empty() || traces.size() > kChannels || !m_together) {
+        return false;
+    }
+    std::array<SampleLane, kChannels> lanes;
+    for (std::size_t i = 0; i < traces.size(); ++i) {
+        const WholeTrace& trace = traces[i];
+        const auto c = static_cast<std::size_t>(trace.channel);
+        if (trace.count < 1 || trace.count > kSampleRows || !allFit(trace.scale, 0, trace.count)) {
+            return false;
+        }
+        const std::optional<double> step = m_tables->steps[c].of(trace.scale);
+        if (!step) {
+            return false;
+        }
+        const std::vector<ColumnEnd>& ends = m_tables->columns[c].of(trace.scale, 0, trace.count);
+        m_columnsOf[c].resize(ends.size());
+        lanes[i] = {trace.channel, trace.scale, *step, ends, m_columnsOf[c].data()};
+    }
+    if (!computeLanes(model, std::span(lanes).first(traces.size()))) {
+        return false;
+    }
+    for (std::size_t i = 0; i < traces.size(); ++i) {
+        runs[i] = {0, traces[i].count, true, m_columnsOf[static_cast<std::size_t>(traces[i].channel)]};
+    }
+    return true;
 }
 
 void TracePoints::computeByTable(publicM& model, int channel, const TraceScale& scale, double first, PointRun& run,
@@ -141,7 +205,7 @@ void TracePoints::computeByTable(publicM& model, int channel, const TraceScale& 
     };
 
     int i = 0;
-    for (const ColumnTable::Entry& entry : m_tables->columns[c].of(scale, first, count)) {
+    for (const ColumnEnd& entry : m_tables->columns[c].of(scale, first, count)) {
         TraceColumn column;
         column.x = entry.x;
         column.firstY = heightOf(*sample);
@@ -168,8 +232,9 @@ void TracePoints::computeByTable(publicM& model, int channel, const TraceScale& 
 
 void TracePoints::computeOneByOne(publicM& model, int channel, const TraceScale& scale, double first, PointRun& run,
                                   int count) {
-    for (int i = 0; i < count; ++i) {
-        const auto x = toInt32(scale.x(first + i));
+    double counter = first;
+    for (int i = 0; i < count; ++i, counter += 1) {
+        const auto x = toInt32(scale.x(counter));
         if (!x) {
             run.complete = false;
             return;

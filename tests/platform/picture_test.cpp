@@ -356,6 +356,88 @@ TEST(Picture, BitBltLeavesOutWhatLiesOutsideEither) {
     }
 }
 
+TEST(Picture, ACopyPutOffIsThereWhenItIsLookedAt) {
+    Picture source = paper(10, 10);
+    source.PSet(4, 5);
+    Picture target(10, 10);
+    target.PSet(9, 9);
+    target.copyLater(source, 9, 9);
+    EXPECT_EQ(drawn(target), (std::set<Pixel>{{4, 5}, {9, 9}}));
+}
+
+TEST(Picture, ACopyPutOffHoldsWhatTheSourceShowedThen) {
+    Picture source = paper(10, 10);
+    source.PSet(4, 5);
+    Picture target(10, 10);
+    target.copyLater(source, 10, 10);
+    source.PSet(1, 1);
+    EXPECT_EQ(drawn(target), (std::set<Pixel>{{4, 5}}));
+
+    target.copyLater(source, 10, 10);
+    source.Cls();
+    EXPECT_EQ(drawn(target), (std::set<Pixel>{{1, 1}, {4, 5}}));
+    EXPECT_TRUE(drawn(source).empty());
+}
+
+TEST(Picture, ACopyPutOffComesBeforeWhatIsDrawnOnIt) {
+    Picture source = paper(10, 10);
+    source.PSet(4, 5);
+    Picture target(10, 10);
+    target.copyLater(source, 10, 10);
+    target.PSet(0, 0);
+    EXPECT_EQ(drawn(target), (std::set<Pixel>{{0, 0}, {4, 5}}));
+
+    target.copyLater(source, 10, 10);
+    target.Cls();
+    EXPECT_TRUE(drawn(target).empty());
+}
+
+TEST(Picture, ACopyPutOffOutlivesItsSourceAndItsTarget) {
+    Picture target(10, 10);
+    {
+        Picture source = paper(10, 10);
+        source.PSet(4, 5);
+        target.copyLater(source, 10, 10);
+    }
+    EXPECT_EQ(drawn(target), (std::set<Pixel>{{4, 5}}));
+
+    Picture source = paper(10, 10);
+    {
+        Picture shortLived(10, 10);
+        shortLived.copyLater(source, 10, 10);
+    }
+    source.PSet(2, 2);
+    EXPECT_EQ(drawn(source), (std::set<Pixel>{{2, 2}}));
+}
+
+TEST(Picture, CopiesPutOffPassThroughAChainOfPictures) {
+    Picture first = paper(6, 6);
+    first.PSet(1, 1);
+    Picture second(6, 6);
+    second.copyLater(first, 6, 6);
+    Picture third(6, 6);
+    third.copyLater(second, 6, 6);
+    first.Cls();
+    EXPECT_EQ(drawn(third), (std::set<Pixel>{{1, 1}}));
+
+    // A second copy of one source does the first one at once.
+    first.PSet(5, 5);
+    second.copyLater(first, 6, 6);
+    third.copyLater(first, 6, 6);
+    first.Cls();
+    EXPECT_EQ(drawn(second), (std::set<Pixel>{{5, 5}}));
+    EXPECT_EQ(drawn(third), (std::set<Pixel>{{5, 5}}));
+}
+
+TEST(Picture, ACopyForgottenIsNotDone) {
+    Picture source = paper(10, 10);
+    source.PSet(4, 5);
+    Picture target(10, 10);
+    target.copyLater(source, 10, 10);
+    target.forgetCopy();
+    EXPECT_TRUE(drawn(target).empty());
+}
+
 TEST(Picture, BitBltOntoItselfMovesARowsPixels) {
     Picture picture = paper(10, 2);
     picture.PSet(0, 0);

@@ -93,10 +93,16 @@ private:
     const FrameInputs& m_inputs;
 };
 
-enum class Direction { Rightward, Leftward };
+/// What random frames hold.
+struct FrameKind {
+    bool leftward = false;     ///< traces that run backward, too
+    bool scans = true;         ///< slow scans, too
+    int tallest = 32767;       ///< greatest count
+    bool sharedTimeBase = false; ///< all channels begin and end their columns together
+};
 
 /// Up to six channels of random length, step, height and place.
-void randomise(TestScreen& screen, std::mt19937& random, Direction direction) {
+void randomise(TestScreen& screen, std::mt19937& random, const FrameKind& kind) {
     const auto between = [&random](int least, int greatest) {
         return std::uniform_int_distribution<int>(least, greatest)(random);
     };
@@ -111,10 +117,10 @@ void randomise(TestScreen& screen, std::mt19937& random, Direction direction) {
         // 15 points a screen are 40 columns a sample, 6000 are a tenth of one.
         const int points = between(0, 3) == 0 ? between(15, 60) : between(60, 6000);
         const int samples = between(0, 2) == 0 ? points : between(1, std::min(kSampleRows, 2 * points));
-        const bool backward = direction == Direction::Leftward && between(0, 1) == 1;
+        const bool backward = kind.leftward && between(0, 1) == 1;
         model.ScreenPoints[c] = backward ? -points : points;
         model.SampleCount[c] = samples;
-        const bool scan = !backward && between(0, 2) == 0;
+        const bool scan = kind.scans && !backward && between(0, 2) == 0;
         model.TimeIndex[c] = scan ? between(22, 27) : between(0, 21);
         model.TimeIndexView[c] = static_cast<std::int16_t>(std::clamp(model.TimeIndex[c] + between(-3, 3), 0, 27));
         model.ScanPoint[c] = between(0, points);
@@ -122,40 +128,75 @@ void randomise(TestScreen& screen, std::mt19937& random, Direction direction) {
         model.VoltPerCount[c] = static_cast<float>(between(1, 4000)) / 100.0F;
         model.ChannelXShift[c] = static_cast<float>(between(-900, 900)) / 3.0F;
         screen.inputs.markerTop[c] = between(-400, 6400);
-        const int height = between(0, 4) == 0 ? 32767 : between(1, 400);
+        if (kind.sharedTimeBase && channel > 0) {
+            model.ScreenPoints[c] = model.ScreenPoints[0];
+            model.SampleCount[c] = model.SampleCount[0];
+            model.TimeIndex[c] = model.TimeIndex[0];
+            model.TimeIndexView[c] = model.TimeIndexView[0];
+            model.ChannelXShift[c] = model.ChannelXShift[0];
+        }
+        const int height = between(0, 4) == 0 ? kind.tallest : between(1, 400);
         const int calm = between(1, 30);
         int level = 0;
-        for (int i = 0; i <= std::max(samples, points) && i < kSampleRows; ++i) {
+        for (int i = 0; i < kSampleRows; ++i) {
             level = i % calm == 0 ? between(-height, height) : level;
             model.SampleData(channel, i) = static_cast<std::int16_t>(std::clamp(level + between(-1, 1), -32768, 32767));
         }
     }
 }
 
-void compareRandomFrames(unsigned seed, int rounds, Direction direction) {
+bool samePositions(const SampleArray<std::int32_t>& a, const SampleArray<std::int32_t>& b) {
+    return std::equal(a.channel(0), a.channel(0) + SampleArray<std::int32_t>::kSize, b.channel(0));
+}
+
+void compareRandomFrames(unsigned seed, int rounds, const FrameKind& kind) {
     std::mt19937 random(seed);
     const auto screen = std::make_unique<TestScreen>();
     Picture expected(kSurfaceWidth, kSurfaceHeight);
     expected.BackColor = screen->picture2.BackColor;
     const auto oldX = std::make_unique<SampleArray<std::int32_t>>();
     const auto oldY = std::make_unique<SampleArray<std::int32_t>>();
+    // The same frames drawn without wide vectors.
+    FrameRenderer plainRenderer(Vectors::Avoided);
+    Picture plain(kSurfaceWidth, kSurfaceHeight);
+    Picture plainCopy(kSurfaceWidth, kSurfaceHeight);
+    plain.BackColor = screen->picture2.BackColor;
+    const auto plainModel = std::make_unique<publicM>();
     for (int round = 0; round < rounds; ++round) {
-        randomise(*screen, random, direction);
+        randomise(*screen, random, kind);
+        *plainModel = *screen->model;
         *oldX = screen->model->PlotX;
         *oldY = screen->model->PlotY;
         screen->draw();
         Reference(*screen->model, screen->inputs).draw(expected, *oldX, *oldY);
         ASSERT_TRUE(samePicture(screen->picture2, expected)) << "round " << round << " of seed " << seed;
         ASSERT_TRUE(sameRows(screen->picHidden0, expected, 600, 400)) << "round " << round << " of seed " << seed;
+        plainRenderer.PicReDrawT(*plainModel, screen->inputs, plain, plainCopy);
+        ASSERT_TRUE(samePicture(plain, expected)) << "round " << round << " of seed " << seed;
+        ASSERT_TRUE(sameRows(plainCopy, expected, 600, 400)) << "round " << round << " of seed " << seed;
+        ASSERT_TRUE(samePositions(plainModel->PlotX, screen->model->PlotX)) << "round " << round << " of seed " << seed;
+        ASSERT_TRUE(samePositions(plainModel->PlotY, screen->model->PlotY)) << "round " << round << " of seed " << seed;
     }
 }
 
-TEST(FrameReference, SixHundredRandomFramesEqualDrawingEverySegmentInOrder) {
-    compareRandomFrames(1, 600, Direction::Rightward);
+TEST(FrameReference, FiveHundredRandomFramesEqualDrawingEverySegmentInOrder) {
+    compareRandomFrames(1, 500, {});
+}
+
+TEST(FrameReference, FramesOfWholeTracesEqualDrawingEverySegmentInOrder) {
+    compareRandomFrames(6, 200, {.scans = false, .tallest = 2047});
+}
+
+TEST(FrameReference, FramesOfWholeTracesOnOneTimeBaseEqualDrawingEverySegmentInOrder) {
+    compareRandomFrames(7, 200, {.scans = false, .tallest = 2047, .sharedTimeBase = true});
+}
+
+TEST(FrameReference, CountsBeyondTwelveBitsAmongWholeTracesAreDrawnWhereTheyLie) {
+    compareRandomFrames(8, 100, {.scans = false, .tallest = 2060});
 }
 
 TEST(FrameReference, FramesWithTracesThatRunBackwardEqualDrawingEverySegmentInOrder) {
-    compareRandomFrames(2, 100, Direction::Leftward);
+    compareRandomFrames(2, 100, {.leftward = true});
 }
 
 TEST(FrameReference, SegmentsOfAnyLengthAndSlopeFollowThePictureRule) {
@@ -194,6 +235,21 @@ TEST(FrameReference, EverySampleVisitedLeavesItsPosition) {
         ASSERT_EQ(screen->model->PlotX(3, i), static_cast<int>(std::nearbyint(12.25 + i * step))) << i;
         const double exact = 200 - screen->model->SampleData(3, i) * static_cast<double>(3.7F) * 400 / 4000.0;
         ASSERT_EQ(screen->model->PlotY(3, i), static_cast<int>(std::nearbyint(exact))) << i;
+    }
+}
+
+TEST(FrameReference, HeightsHalfwayBetweenTwoPixelsGoToTheEvenOne) {
+    // Half a pixel a count: count 1 lies at 199.5, count 3 at 198.5, count -1 at 200.5.
+    const auto screen = std::make_unique<TestScreen>();
+    screen->addChannel(0, 600, 600);
+    screen->model->VoltPerCount[0] = 5.0F;
+    for (int i = 0; i < 600; ++i) {
+        screen->model->SampleData(0, i) = static_cast<std::int16_t>(i % 8 - 4);
+    }
+    screen->draw();
+    const std::array expected{202, 202, 201, 200, 200, 200, 199, 198};
+    for (int i = 0; i < 600; ++i) {
+        ASSERT_EQ(screen->model->PlotY(0, i), expected[static_cast<std::size_t>(i) % 8]) << i;
     }
 }
 

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "view/geometry.h"
+#include "platform/vectors.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace sixtrace {
+
+/// A bit for each pixel of a screen row, the lowest for the leftmost.
+inline constexpr std::size_t kRowWords = (kSurfaceWidth + 63) / 64;
+using RowBits = std::array<std::uint64_t, kRowWords>;
+
+/// One trace in a row. A toggle is set where the trace begins or ends to cover its column in this row.
+struct RowLayer {
+    RowBits* covered; ///< in the row above
+    RowBits* toggles; ///< of this row
+    std::uint32_t pixel;
+};
+
+/// Composes a row of the screen into `out`: its ground, and over it the layers, the lowest first. Brings what each layer
+/// covers to this row and clears its toggles. `ground` and `out` have room for 608 pixels.
+using ComposeRow = void (*)(std::span<const RowLayer> layers, const std::uint32_t* ground, std::uint32_t* out);
+
+/// The fastest way that this processor knows and `vectors` allows.
+[[nodiscard]] ComposeRow fastestComposer(Vectors vectors);
+
+} // namespace sixtrace
