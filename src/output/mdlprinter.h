@@ -32,6 +32,15 @@ struct MdlPrinter {
     sixtrace::PreviewOwner* PreviewOwner = nullptr;
 };
 
+/// How the preview composes its page: what the page setup reads and writes of it. It is back at its start when the
+/// preview goes.
+struct PreviewScale {
+    std::int32_t BaseZoom = 0;  ///< percent of the page that is composed once and stretched; 0 stands for 100
+    bool RePrintOnZoom = false; ///< whether each change of scale composes the page anew
+
+    [[nodiscard]] std::int32_t baseZoom() const { return BaseZoom == 0 ? 100 : BaseZoom; }
+};
+
 /// The margins of a program that has just started: 1 cm each.
 inline constexpr std::int32_t kDefaultMargin = 567;
 inline void setDefaultMargins(MdlPrinter& settings) {

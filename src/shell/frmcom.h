@@ -17,6 +17,7 @@ class QAction;
 namespace sixtrace {
 
 class Appearance;
+class BitmapSave;
 class CaptureLoading;
 class ChannelList;
 class Cursors;
@@ -25,6 +26,8 @@ class FrmMessageOut;
 class HelpCommands;
 class LanguageMenus;
 class MarkerStrip;
+class PrintDevices;
+class Printing;
 class ScreenArea;
 class TimeVoltControls;
 
@@ -39,6 +42,8 @@ struct FrmComSurroundings {
     std::function<void(const QString& path)> openFile = {};
     /// The ways to the instrument; what stays empty is the machine's own.
     AcquisitionLinks acquisition{};
+    /// The printers; the machine's own where it is empty.
+    PrintDevices* printers = nullptr;
 };
 
 /// The main window. It makes its controls at their places, makes the areas that own their behaviour and connects menu
@@ -53,6 +58,7 @@ public:
     /// The message window, loaded by its first use.
     [[nodiscard]] FrmMessageOut& messageOut();
     [[nodiscard]] Acquisition& acquisition() { return *m_acquisition; }
+    [[nodiscard]] Printing& printing() { return *m_printing; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -85,6 +91,8 @@ private:
     HelpCommands* m_help = nullptr;
     std::unique_ptr<FrmMessageOut> m_messageOut; ///< loaded by its first text
     Acquisition* m_acquisition = nullptr;
+    Printing* m_printing = nullptr;
+    BitmapSave* m_bitmapSave = nullptr;
 };
 
 } // namespace sixtrace
