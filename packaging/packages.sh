@@ -9,7 +9,7 @@ build_packages="g++ cmake ninja-build ccache pkg-config git
     libusb-1.0-0-dev libxlsxwriter-dev"
 
 # What the tests need on top.
-test_packages="libgtest-dev libgmock-dev libumockdev-dev umockdev"
+test_packages="libgtest-dev libgmock-dev libumockdev-dev umockdev cups cups-client cups-filters poppler-utils"
 
 # As root, or through sudo. Where nobody can type a password, sudo has to do without one.
 as_root() {

@@ -42,6 +42,8 @@ public:
 
     [[nodiscard]] Outcome PrintResult(PageTarget& target, std::int32_t zoomPercent) override;
 
+    /// What a page would show just now, beside the model.
+    [[nodiscard]] PageInputs inputs() const { return m_surroundings.inputs(); }
     [[nodiscard]] MdlPrinter& settings() { return m_settings; }
     [[nodiscard]] PreviewScale& previewScale() { return m_previewScale; }
     [[nodiscard]] Printer& printer() { return m_printer; }

@@ -58,6 +58,9 @@ protected:
     }
     void openWithCapture() {
         open();
+        loadSix();
+    }
+    void loadSix() {
         const auto blocks = sceneBlocks(QStringLiteral("six"), 1);
         ASSERT_TRUE(blocks.has_value());
         const CaptureForm* form11 = captureForm("V11");
