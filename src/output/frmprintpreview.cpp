@@ -64,6 +64,7 @@ frmPrintPreview::frmPrintPreview(publicM& model, MdlPrinter& settings, PreviewSc
     setCentralWidget(m_frameA);
     m_imgView = new PageView(m_frameA);
     m_imgView->setObjectName(QStringLiteral("imgView(1)"));
+    m_imgView->setAccessibleName(QStringLiteral("Page"));
     m_frameA->setPage(m_imgView);
     m_picPrint = new PageBox(kDisplayDotsPerInch * devicePixelRatioF(), this);
     m_picPrint->setObjectName(QStringLiteral("picPrint"));
@@ -102,11 +103,9 @@ void frmPrintPreview::Form_Load() {
     if (const auto sheet = m_surroundings.printer.sheet(); sheet && sheet.value().Width > 0 && sheet.value().Height > 0) {
         m_settings.PaperHeight = sheet.value().Height;
         m_settings.PaperWidth = sheet.value().Width;
-        PaperRatioHW = static_cast<double>(m_settings.PaperHeight) / m_settings.PaperWidth;
-        PaperRatioWH = static_cast<double>(m_settings.PaperWidth) / m_settings.PaperHeight;
     }
     m_imgView->setSize(m_settings.PaperWidth, m_settings.PaperHeight);
-    m_scale.BaseZoom = m_scale.baseZoom();
+    m_scale.BaseZoom = m_scale.baseZoom(); // 0 until the page setup has been through
     if (!m_scale.RePrintOnZoom) {
         compose(m_scale.BaseZoom);
     }

@@ -69,8 +69,6 @@ private:
     PageDesk* m_frameA;
     PageView* m_imgView;
     PageBox* m_picPrint;
-    double PaperRatioHW = 297.0 / 210;
-    double PaperRatioWH = 210.0 / 297;
     std::int32_t X0 = 0; ///< the pointer at the press
     std::int32_t Y0 = 0;
 };

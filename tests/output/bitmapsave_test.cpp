@@ -5,6 +5,10 @@
 
 #include <QImage>
 
+#include <sys/resource.h>
+
+#include <csignal>
+
 namespace sixtrace {
 namespace {
 
@@ -72,7 +76,23 @@ TEST_F(BitmapSaving, AFileThatCannotBeWrittenIsNotWrittenAndNothingIsSaid) {
     EXPECT_TRUE(answering.messages.isEmpty());
 }
 
-TEST_F(BitmapSaving, ExistingThingSurvivesAFailedSave) {
+TEST_F(BitmapSaving, ExistingFileSurvivesAFailedSave) {
+    write(QStringLiteral("old.bmp"), "old");
+    answering.answers.push_back(Answer::Yes);
+    // No file may grow beyond 1000 bytes for a moment: a disk that is full.
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const rlimit small{1000, before.rlim_max};
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    save(QStringLiteral("old.bmp"));
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(read(QStringLiteral("old.bmp")), "old");
+    EXPECT_EQ(answering.messages.size(), 1) << "the question alone";
+}
+
+TEST_F(BitmapSaving, ExistingFolderSurvivesAFailedSave) {
     // A folder of that name cannot be replaced by a file, whoever runs this.
     ASSERT_TRUE(QDir(path(QStringLiteral("."))).mkpath(QStringLiteral("taken.bmp")));
     write(QStringLiteral("taken.bmp/inside"), "kept");
