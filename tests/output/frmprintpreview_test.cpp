@@ -2,6 +2,9 @@
 // Paper of 11900 by 16840 twips; the window shows 11400 by 9210 twips of it, 760 by 614 pixels.
 #include "output/printwindow.h"
 
+#include "capture/mdllan.h"
+#include "platform/captions.h"
+
 #include <QMenu>
 #include <QMouseEvent>
 #include <QTimer>
@@ -274,6 +277,39 @@ TEST_F(Preview, ClosingLosesScaleAndRuleButNoMargins) {
     EXPECT_EQ(printing().previewScale().BaseZoom, 0);
     EXPECT_FALSE(printing().previewScale().RePrintOnZoom);
     EXPECT_EQ(printing().settings().PrintMarginTop, 1000);
+}
+
+TEST_F(Preview, ResizingTheWindowPlacesThePageAnew) {
+    frmPrintPreview& preview = openPreview();
+    drag(-20, -100);
+    preview.resize(1000, 1226); // 15000 by 18000 twips inside
+    EXPECT_EQ(page().Left(), 1550);
+    EXPECT_EQ(page().Top(), 580);
+    preview.resize(760, 640);
+    EXPECT_EQ(page().pos(), QPoint(0, 0));
+}
+
+TEST_F(Preview, EveryCaptionOfBothWindowsStandsInBothLanguageFiles) {
+    for (const char* language : {"mnuChinese", "mnuEnglish"}) {
+        item(language).trigger();
+        const std::array<QWidget*, 2> windows{&openPreview(), &openSetup()};
+        for (QWidget* window : windows) {
+            int captions = 0;
+            for (const QObject* control : window->findChildren<QObject*>()) {
+                if (control->objectName().isEmpty() || captionKind(*control) == CaptionKind::None) {
+                    continue;
+                }
+                ++captions;
+                const QString key = control->objectName().remove(u'(').remove(u')');
+                EXPECT_EQ(GetLanString(*model, window->objectName(), key, QStringLiteral("(none)")),
+                          captionOf(*control))
+                    << language << " " << key.toStdString();
+            }
+            EXPECT_GE(captions, 9);
+            window->close();
+        }
+        unloadClosed();
+    }
 }
 
 TEST_F(Preview, AnyPercentIsSurvived) {
