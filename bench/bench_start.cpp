@@ -100,6 +100,7 @@ int runBare(int argc, char** argv) {
 
 int runProgram(int argc, char** argv, const QString& folder) {
     QApplication application(argc, argv);
+    const FontPreload fonts;
     applyLook(application);
     QApplication::setWindowIcon(programIcon());
     const auto model = std::make_unique<publicM>();

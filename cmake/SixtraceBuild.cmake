@@ -67,7 +67,7 @@ function(sixtrace_plugin NAME)
     add_library(${NAME} SHARED ${ARG_SOURCES})
     target_link_libraries(${NAME} PRIVATE ${ARG_LINKS} sixtrace_build)
     set_target_properties(${NAME} PROPERTIES
-        CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON AUTOMOC OFF AUTORCC OFF)
+        CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON AUTOMOC OFF AUTORCC OFF NO_SONAME ON)
 endfunction()
 
 # sixtrace_program(NAME SOURCES ... LINKS ...): an executable in bin/.

@@ -9,7 +9,9 @@ build_packages="g++ cmake ninja-build ccache pkg-config git
     libusb-1.0-0-dev libxlsxwriter-dev"
 
 # What the tests need on top.
-test_packages="libgtest-dev libgmock-dev libumockdev-dev umockdev cups cups-client cups-filters poppler-utils"
+test_packages="libgtest-dev libgmock-dev libumockdev-dev umockdev
+    dbus-daemon desktop-file-utils appstream mandoc libxml2-utils libglib2.0-bin shared-mime-info dpkg-dev file
+    cups cups-client cups-filters poppler-utils"
 
 # As root, or through sudo. Where nobody can type a password, sudo has to do without one.
 as_root() {

@@ -28,6 +28,7 @@ std::optional<int> parse(QCommandLineParser& parser, const QString& command, con
 /// The subcommands. `arguments` begin behind the subcommand's name.
 int fetch(const QStringList& arguments);
 int info(const QStringList& arguments);
+int open(const QStringList& arguments);
 int page(const QStringList& arguments);
 int screen(const QStringList& arguments);
 

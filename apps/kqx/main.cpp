@@ -23,9 +23,10 @@ struct Command {
     Writes writes = Writes::Text;
 };
 
-constexpr std::array<Command, 4> kCommands{{
+constexpr std::array<Command, 5> kCommands{{
     {"fetch", "fetch captures from the instrument", fetch},
     {"info", "tell what a capture file holds, and what is wrong with it", info},
+    {"open", "open a capture in the running program, or start it", open},
     {"page", "write the printed page of a capture as a PDF file", page, Writes::Pages},
     {"screen", "write the screen of a capture as a PNG file", screen},
 }};

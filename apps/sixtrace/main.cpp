@@ -2,15 +2,18 @@
 #include "platform/look.h"
 #include "platform/programfolder.h"
 #include "platform/qtdialogs.h"
+#include "shell/desktopcalls.h"
 #include "shell/frmcom.h"
 #include "shell/frmsplash.h"
 #include "shell/programicon.h"
 
 #include <QApplication>
+#include <QDBusConnection>
 #include <QDesktopServices>
 #include <QUrl>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QTimer>
 #include <QTranslator>
 
 #include <cstdlib>
@@ -20,6 +23,7 @@ int main(int argc, char** argv) {
     // Pictures and text are drawn at whatever scale the display has; rounding it would blur or shift them.
     QApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QApplication application(argc, argv);
+    const sixtrace::FontPreload fonts;
     QApplication::setApplicationName(QStringLiteral("sixtrace"));
     QApplication::setApplicationDisplayName(QStringLiteral("Sixtrace"));
     QApplication::setApplicationVersion(QStringLiteral(SIXTRACE_VERSION));
@@ -47,10 +51,19 @@ int main(int argc, char** argv) {
                                                      }});
         }
     };
+    sixtrace::DesktopCalls calls;
     sixtrace::frmSplash splash(loadMain, [&] {
         loadMain();
         frmCom->show();
+        calls.reach({.raise =
+                         [&frmCom] {
+                             frmCom->raise();
+                             frmCom->activateWindow();
+                         },
+                     .open = [&frmCom](const QString& path) { frmCom->openFromDesktop(path); }});
     });
     splash.show();
+    // The bus can wait until there is something to see.
+    QTimer::singleShot(0, &calls, [&calls] { calls.answerOn(QDBusConnection::sessionBus()); });
     return QApplication::exec();
 }

@@ -64,9 +64,7 @@ Acquisition::Acquisition(publicM& model, const Items& items, Dialogs& dialogs, A
     , m_ownUsb(links.usb == nullptr ? std::make_unique<LateLibrary>(model) : nullptr)
     , m_usb(links.usb == nullptr ? *m_ownUsb : *links.usb)
     , m_autoGetFile(links.autoGetFile ? std::move(links.autoGetFile) : [] { return autoGetFile(); })
-    , m_recFrm(std::make_unique<recFrm>(model, dialogs, locatorFor(std::move(links.locatePort), model),
-                                        [this](const QString& text) { m_neighbours.setMessageOut(text); }))
-    , m_FrmUSB(std::make_unique<FrmUSB>(model, dialogs, m_usb)) {
+    , m_locatePort(locatorFor(std::move(links.locatePort), model)) {
     m_Timetime1.setObjectName(QStringLiteral("Timetime1"));
     m_Timetime1.setInterval(kTickMs);
     connect(&m_Timetime1, &QTimer::timeout, this, &Acquisition::Timetime1_Timer);
@@ -82,21 +80,36 @@ Acquisition::Acquisition(publicM& model, const Items& items, Dialogs& dialogs, A
 
 Acquisition::~Acquisition() = default;
 
+recFrm& Acquisition::receiver() {
+    if (m_recFrm == nullptr) {
+        m_recFrm = std::make_unique<recFrm>(m_model, m_dialogs, m_locatePort,
+                                            [this](const QString& text) { m_neighbours.setMessageOut(text); });
+    }
+    return *m_recFrm;
+}
+
+FrmUSB& Acquisition::usbWindow() {
+    if (m_FrmUSB == nullptr) {
+        m_FrmUSB = std::make_unique<FrmUSB>(m_model, m_dialogs, m_usb);
+    }
+    return *m_FrmUSB;
+}
+
 std::int16_t Acquisition::storedComPort() const {
     return iniShortNumber(QStringLiteral("Common"), QStringLiteral("ComPort"), 0, m_model.IniFile);
 }
 
 void Acquisition::mnuComSet_Click() {
-    frmComSet settings(m_model, m_dialogs, *m_recFrm);
+    frmComSet settings(m_model, m_dialogs, receiver());
     settings.showOver(m_window);
 }
 
 void Acquisition::mnuAcquire_Click() {
     m_model.ComPort = storedComPort();
     if (m_model.ComPort < 1) {
-        m_FrmUSB->showModally(m_window);
+        usbWindow().showModally(m_window);
     } else {
-        m_recFrm->showModally(m_window);
+        receiver().showModally(m_window);
     }
     if (m_model.ReceiveResult <= 0) {
         return;
@@ -166,7 +179,7 @@ void Acquisition::getdata() {
         getfromUSB();
     } else {
         getfromCOM();
-        static_cast<void>(m_recFrm->MSComm1().setPortOpen(false)); // closing cannot fail
+        static_cast<void>(receiver().MSComm1().setPortOpen(false)); // closing cannot fail
     }
     // Whatever the outcome: after a failure this is the file of the fetch before, or one that is not complete.
     m_neighbours.loadCapture(m_model.ReceivedFile);
@@ -174,10 +187,10 @@ void Acquisition::getdata() {
 
 void Acquisition::getfromCOM() {
     Outcome opened = success();
-    if (!m_recFrm->MSComm1().PortOpen()) {
-        opened = m_recFrm->OpenCom();
+    if (!receiver().MSComm1().PortOpen()) {
+        opened = receiver().OpenCom();
     }
-    const Result<std::int32_t> result = opened ? m_recFrm->YModemReceive() : Result<std::int32_t>(opened.error());
+    const Result<std::int32_t> result = opened ? receiver().YModemReceive() : Result<std::int32_t>(opened.error());
     if (result) {
         m_model.ReceiveResult = result.value();
     } else {

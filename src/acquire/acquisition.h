@@ -73,8 +73,9 @@ public:
     /// The tick of Timetime1: one fetch while AutoRun holds, else the end of the ticks.
     void Timetime1_Timer();
 
-    [[nodiscard]] recFrm& receiver() { return *m_recFrm; }
-    [[nodiscard]] FrmUSB& usbWindow() { return *m_FrmUSB; }
+    /// The two transfer windows, each made by its first use.
+    [[nodiscard]] recFrm& receiver();
+    [[nodiscard]] FrmUSB& usbWindow();
     [[nodiscard]] QTimer& timer() { return m_Timetime1; }
     [[nodiscard]] std::int16_t AutoGetInterval() const { return m_AutoGetInterval; }
 
@@ -94,6 +95,7 @@ private:
     std::unique_ptr<TtLink> m_ownUsb;
     TtLink& m_usb;
     std::function<Result<QString>()> m_autoGetFile;
+    MSComm::Locator m_locatePort;
     std::unique_ptr<recFrm> m_recFrm;
     std::unique_ptr<FrmUSB> m_FrmUSB;
     QTimer m_Timetime1;

@@ -22,19 +22,30 @@ CaptureLoading::CaptureLoading(publicM& model, const ChannelSelection& selection
     , m_Label4(Label4)
     , m_applicationFolder(std::move(applicationFolder)) {}
 
-void CaptureLoading::mnuOpen_Click() {
+void CaptureLoading::beginOpen() {
     m_steps.unloadTable();
     m_model.AppDir = withSeparator(m_applicationFolder());
+}
+
+void CaptureLoading::mnuOpen_Click() {
+    beginOpen();
     const QString folder = m_model.AppDir + QStringLiteral("dat");
     ensureFolder(folder);
     const auto choice = m_dialogs.ShowOpen({.fileName = withSeparator(folder) + QStringLiteral("*.bin"),
                                             .filter = QStringLiteral("KQX bin (*.bin)|*.bin|所有文件|*.*"),
                                             .filterIndex = 1,
                                             .initialFolder = folder});
-    if (!choice) {
-        return;
+    if (choice) {
+        openChosen(choice->fileName);
     }
-    const QString& path = choice->fileName;
+}
+
+void CaptureLoading::openDropped(const QString& path) {
+    beginOpen();
+    openChosen(path);
+}
+
+void CaptureLoading::openChosen(const QString& path) {
     // A folder is no file, and reading a device or a pipe might never end.
     if (!QFileInfo(path).isFile()) {
         m_dialogs.message(QStringLiteral(" no this file!\n\r\n\r") + path, MessageIcon::Critical);
@@ -52,6 +63,26 @@ void CaptureLoading::mnuNew_Click() {
 
 void CaptureLoading::SimpleWav(const QString& path) {
     sixtrace::SimpleWav(path, m_model, m_steps);
+}
+
+void CaptureLoading::OpenBinFile() {
+    const auto choice = m_dialogs.ShowOpen({.fileName = {},
+                                            .filter = QStringLiteral("KQX bin (*.bin)|*.bin"),
+                                            .filterIndex = 1,
+                                            .initialFolder = {}});
+    if (!choice) {
+        return;
+    }
+    switch (sixtrace::OpenBinFile(choice->fileName, m_model, m_steps)) {
+    case BinFileOutcome::Loaded:
+        break;
+    case BinFileOutcome::MissingFile:
+        m_dialogs.message(QStringLiteral(" no this file!"), MessageIcon::Critical);
+        break;
+    case BinFileOutcome::NotACapture:
+        m_dialogs.message(QStringLiteral("not KQX bin file!"), MessageIcon::Plain);
+        break;
+    }
 }
 
 } // namespace sixtrace

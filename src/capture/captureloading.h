@@ -35,10 +35,18 @@ public:
                    QObject* parent);
 
     void mnuOpen_Click();
+    /// The same with a file that the desktop hands over, dropped onto the window or double-clicked, in place of one that
+    /// was chosen in the dialog.
+    void openDropped(const QString& path);
     void mnuNew_Click();
     void SimpleWav(const QString& path);
+    /// The older reader with its own dialog and its two messages. No command reaches it.
+    void OpenBinFile();
 
 private:
+    void beginOpen();
+    void openChosen(const QString& path);
+
     publicM& m_model;
     const ChannelSelection& m_selection;
     Dialogs& m_dialogs;

@@ -32,9 +32,14 @@ ReadoutLabel::ReadoutLabel(QWidget* parent)
 }
 
 void ReadoutLabel::setCaption(const QString& caption) {
+    // Readouts are written anew at each move of the pointer, and mostly with the text that they have.
+    if (caption == text()) {
+        return;
+    }
     setText(caption);
     fit();
     update();
+    Q_EMIT captionChanged();
 }
 
 void ReadoutLabel::setFullPixels(int pixels) {
@@ -48,7 +53,16 @@ void ReadoutLabel::resizeEvent(QResizeEvent* event) {
     fit();
 }
 
+void ReadoutLabel::showEvent(QShowEvent* event) {
+    QLabel::showEvent(event);
+    fit();
+}
+
 void ReadoutLabel::fit() {
+    if (!isVisible()) {
+        // A font is loaded when there is something to see, not before.
+        return;
+    }
     m_pixels = fittingPixels(text().trimmed(), width(), m_fullPixels);
     setToolTip(m_pixels < m_fullPixels ? text() : QString());
 }

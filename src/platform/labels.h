@@ -20,8 +20,12 @@ public:
     /// The size of a text that fits; smaller ones follow from it.
     void setFullPixels(int pixels);
 
+Q_SIGNALS:
+    void captionChanged();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:

@@ -4,6 +4,7 @@
 #include "platform/benchstyle.h"
 
 #include <QApplication>
+#include <QFontDatabase>
 #include <QPalette>
 #include <QToolTip>
 #include <QWidget>
@@ -91,6 +92,11 @@ void setInk(QWidget& widget, QRgb colour) {
     }
     widget.setPalette(palette);
 }
+
+FontPreload::FontPreload()
+    : m_thread([] { static_cast<void>(QFontDatabase::families()); }) {}
+
+FontPreload::~FontPreload() { m_thread.join(); }
 
 void applyLook(QApplication& application) {
     application.setStyle(new BenchStyle);

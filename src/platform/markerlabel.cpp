@@ -18,12 +18,10 @@ MarkerLabel::MarkerLabel(const QString& caption, double width, double height, QW
     , m_back(Qt::white)
     , m_height(height) {
     resize(pixelsOfTwips(width), pixelsOfTwips(height));
-    setAccessibleName(caption);
 }
 
 void MarkerLabel::setCaption(const QString& caption) {
     m_caption = caption;
-    setAccessibleName(caption);
     update();
 }
 
@@ -45,6 +43,11 @@ void MarkerLabel::setBorder(bool shown) {
     update();
 }
 
+void MarkerLabel::setFocusLine(bool shown) {
+    m_focusLine = shown;
+    update();
+}
+
 void MarkerLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), m_back);
@@ -59,6 +62,11 @@ void MarkerLabel::paintEvent(QPaintEvent*) {
         painter.setBrush(Qt::NoBrush);
         painter.setPen(QPen(ink, 1));
         painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+    if (m_focusLine) {
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(QPen(QColor::fromRgb(bench::kAccent), 2, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+        painter.drawRect(QRectF(rect()).adjusted(1, 1, -1, -1));
     }
 }
 

@@ -29,6 +29,9 @@ public:
     /// The pressed look: a thin line inside the box; size and place do not change.
     void setBorder(bool shown);
     [[nodiscard]] bool hasBorder() const { return m_border; }
+    /// The accent line of a control that has the keyboard.
+    void setFocusLine(bool shown);
+    [[nodiscard]] bool hasFocusLine() const { return m_focusLine; }
 
 Q_SIGNALS:
     void mouseDown(int button, double x, double y);
@@ -49,6 +52,7 @@ private:
     double m_top = 0;
     double m_height;
     bool m_border = false;
+    bool m_focusLine = false;
 };
 
 } // namespace sixtrace

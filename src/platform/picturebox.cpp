@@ -2,6 +2,7 @@
 #include "platform/picturebox.h"
 
 #include "platform/look.h"
+#include "platform/spokentext.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -25,16 +26,19 @@ CursorLine::CursorLine(PictureBox& box, const QString& name, double x1, double y
 void CursorLine::setY(double y) {
     m_y1 = m_y2 = y;
     m_box.update();
+    Q_EMIT changed();
 }
 
 void CursorLine::setX(double x) {
     m_x1 = m_x2 = x;
     m_box.update();
+    Q_EMIT changed();
 }
 
 void CursorLine::setVisible(bool visible) {
     m_visible = visible;
     m_box.update();
+    Q_EMIT changed();
 }
 
 int buttonNumber(Qt::MouseButtons buttons) {
@@ -48,6 +52,7 @@ PictureBox::PictureBox(int width, int height, QWidget* parent)
     // Every pixel comes from the picture, so nothing has to be cleared below it.
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
+    installSpokenPictures();
 }
 
 namespace {
@@ -75,7 +80,8 @@ void paintLine(QPainter& painter, const CursorLine& line, double ratio) {
 
 void PictureBox::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    const double ratio = devicePixelRatioF();
+    // The device's own scale, which is not always that of the display: a picture of the window may be taken at any.
+    const double ratio = painter.deviceTransform().m11();
     painter.setRenderHint(QPainter::SmoothPixmapTransform, ratio != std::floor(ratio));
     painter.drawImage(QRectF(0, 0, m_picture.width(), m_picture.height()), m_picture.view());
     for (const CursorLine* line : m_lines) {

@@ -12,6 +12,7 @@ class PictureBox;
 /// A straight line that lies over a picture box without being part of its picture: a cursor. Coordinates are the
 /// picture's. Owned by its box, which paints it one screen unit wide, never thinner than its twin.
 class CursorLine : public QObject {
+    Q_OBJECT
 public:
     CursorLine(PictureBox& box, const QString& name, double x1, double y1, double x2, double y2, Colour colour);
 
@@ -28,6 +29,10 @@ public:
     /// Moves an upright line sideways, both ends at once.
     void setX(double x);
     void setVisible(bool visible);
+
+Q_SIGNALS:
+    /// Place or visibility have changed.
+    void changed();
 
 private:
     PictureBox& m_box;
@@ -60,6 +65,8 @@ Q_SIGNALS:
     void mouseMove(int button, double x, double y);
     void mouseUp(int button, double x, double y);
     void doubleClicked();
+    /// Its words for assistive tools are now others: see platform/spokentext.h.
+    void spokenTextChanged(const QString& text);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

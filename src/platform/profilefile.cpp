@@ -94,7 +94,8 @@ void setKey(QList<QByteArray>& lines, const QString& section, const QString& key
             continue;
         }
         if (const auto old = entryOf(line); old && sameName(old->key, key)) {
-            lines[i] = entry + lineEnd;
+            // A last line without an end stays one: no carriage return without its line feed.
+            lines[i] = i + 1 < lines.size() ? entry + lineEnd : entry;
             return;
         }
         insertAt = line.isEmpty() ? insertAt : i + 1;
@@ -118,6 +119,12 @@ void setKey(QList<QByteArray>& lines, const QString& section, const QString& key
     lines.append('[' + section.toUtf8() + ']' + lineEnd);
     lines.append(entry + lineEnd);
     lines.append(QByteArray());
+}
+
+/// The file that a link leads to, so that all who change it take the same lock, by whatever name they know it.
+QString behindLinks(const QString& file) {
+    const QString target = QFileInfo(file).canonicalFilePath();
+    return target.isEmpty() ? file : target;
 }
 
 } // namespace
@@ -163,7 +170,8 @@ QString GetIniString(const QString& section, const QString& key, const QString& 
     return readProfile(section, key, fallback, file);
 }
 
-Outcome writeProfile(const QString& section, const QString& key, const QString& value, const QString& file) {
+Outcome writeProfile(const QString& section, const QString& key, const QString& value, const QString& path) {
+    const QString file = behindLinks(path);
     QLockFile lock(file + QStringLiteral(".lock"));
     if (!lock.tryLock(kLockPatienceMs)) {
         return RuntimeError::of(lock.error() == QLockFile::PermissionError ? ErrorNumber::PermissionDenied

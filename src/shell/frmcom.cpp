@@ -6,6 +6,7 @@
 #include "platform/listcombo.h"
 #include "platform/look.h"
 #include "platform/toolbar.h"
+#include "shell/everydayways.h"
 #include "shell/frmmessageout.h"
 #include "shell/helpcommands.h"
 #include "shell/languagemenus.h"
@@ -18,6 +19,7 @@
 #include "view/screenarea.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMenuBar>
@@ -62,6 +64,8 @@ FrmCom::FrmCom(publicM& model, FrmComSurroundings surroundings)
     setFixedSize(kClientWidth, kMenuBarHeight + kClientHeight);
     makeAreas();
     connectCommands();
+    addEverydayWays(*this, {m_model, m_controls, *m_cursors, *m_markers, *m_loading,
+                            action(QStringLiteral("mnuChinese"))});
     Form_Load();
 }
 
@@ -222,6 +226,12 @@ void FrmCom::Form_Load() {
 void FrmCom::closeEvent(QCloseEvent* event) {
     event->accept();
     Form_Unload();
+}
+
+void FrmCom::openFromDesktop(const QString& path) {
+    if (QApplication::activeModalWidget() == nullptr) {
+        m_loading->openDropped(path);
+    }
 }
 
 FrmMessageOut& FrmCom::messageOut() {

@@ -59,6 +59,8 @@ public:
     [[nodiscard]] FrmMessageOut& messageOut();
     [[nodiscard]] Acquisition& acquisition() { return *m_acquisition; }
     [[nodiscard]] Printing& printing() { return *m_printing; }
+    /// Opens a capture that the desktop hands over; not while a dialog waits for its answer.
+    void openFromDesktop(const QString& path);
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -103,7 +103,6 @@ void makeScreen(QWidget& client, FrmComControls& c) {
         hidden->hide();
     }
     c.Picture2 = screenBox(client, QStringLiteral("Picture2"), 480, 560);
-    c.Picture2->setAccessibleName(QStringLiteral("Screen"));
     c.Line1 = {new CursorLine(*c.Picture2, QStringLiteral("Line1(0)"), 0, 100, 604, 100, kCursorColour),
                new CursorLine(*c.Picture2, QStringLiteral("Line1(1)"), 0, 300, 604, 300, kCursorColour)};
     c.Line2 = {new CursorLine(*c.Picture2, QStringLiteral("Line2(0)"), 180, 0, 180, 400, kCursorColour),
@@ -178,10 +177,6 @@ void makeTimeAndVoltFrames(QWidget& client, FrmComControls& c) {
     c.UpDown1 = named(new ArrowPair(Qt::Vertical, c.Frame3), QStringLiteral("UpDown1"));
     placeAtTwips(*c.UpDown1, 1680, 600, 240, 495);
 
-    c.Combo1->setAccessibleName(QStringLiteral("Time base"));
-    c.Combo2->setAccessibleName(QStringLiteral("Volt range"));
-    c.UpDown1->setAccessibleName(QStringLiteral("Step volt range"));
-    c.UpDown2->setAccessibleName(QStringLiteral("Step time base"));
     setInk(*c.Label1, bench::kMuted);
     setInk(*c.Label2, bench::kMuted);
 }
@@ -201,7 +196,6 @@ void makeMeasurementFrame(QWidget& client, FrmComControls& c) {
 
 void makeFoot(QWidget& client, FrmComControls& c) {
     c.List1 = named(new TickList(&client), QStringLiteral("List1"));
-    c.List1->setAccessibleName(QStringLiteral("Channels"));
     placeAtTwips(*c.List1, 120, 6600, 7815, 1320);
 
     auto* band = new StatusBand(&client);
@@ -215,9 +209,8 @@ void makeFoot(QWidget& client, FrmComControls& c) {
 }
 
 void makeBar(QWidget& client, FrmComControls& c) {
-    // Made last, since Tab reaches it last, and put below the strip, which covers its ninth pixel.
+    // Put below the strip, which covers its ninth pixel.
     c.VScroll1 = named(new PositionBar(&client), QStringLiteral("VScroll1"));
-    c.VScroll1->setAccessibleName(QStringLiteral("Zero line"));
     placeAtTwips(*c.VScroll1, 0, 560, 135, 6015);
     c.VScroll1->lower();
 }
@@ -234,10 +227,6 @@ FrmComControls makeFrmComControls(QWidget& client) {
     makeMeasurementFrame(client, c);
     makeFoot(client, c);
     makeBar(client, c);
-    const std::array<QWidget*, 6> order{c.List1, c.Combo1, c.UpDown2, c.Combo2, c.UpDown1, c.Combo3};
-    for (std::size_t i = 1; i < order.size(); ++i) {
-        QWidget::setTabOrder(order[i - 1], order[i]);
-    }
     return c;
 }
 

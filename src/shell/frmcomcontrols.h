@@ -69,7 +69,7 @@ struct FrmComControls {
 inline constexpr int kClientWidth = 800;
 inline constexpr int kClientHeight = 553;
 
-/// Makes every control as a child of `client`, with its object name, its design caption and its place in the tab order.
+/// Makes every control as a child of `client`, with its object name and its design caption.
 [[nodiscard]] FrmComControls makeFrmComControls(QWidget& client);
 
 /// Name of an element of a control array: "image1(2)".

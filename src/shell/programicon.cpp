@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "shell/programicon.h"
 
+#include <QIconEngine>
 #include <QPainter>
 #include <QSvgRenderer>
 
+#include <algorithm>
 #include <cmath>
 
 static void loadPictures() {
@@ -13,8 +15,29 @@ static void loadPictures() {
 namespace sixtrace {
 
 namespace {
+
 constexpr int kLargestSmallIcon = 24;
-}
+
+/// Draws the icon at the size that is asked for, and not before.
+class ProgramIconEngine final : public QIconEngine {
+public:
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode, QIcon::State) override {
+        painter->drawPixmap(rect, programPicture(rect.width(), painter->device()->devicePixelRatio()));
+    }
+    QPixmap pixmap(const QSize& size, QIcon::Mode, QIcon::State) override {
+        return programPicture(std::min(size.width(), size.height()), 1);
+    }
+    QList<QSize> availableSizes(QIcon::Mode, QIcon::State) override {
+        QList<QSize> sizes;
+        for (const int size : {16, 24, 32, 48, 64, 128}) {
+            sizes.append({size, size});
+        }
+        return sizes;
+    }
+    [[nodiscard]] QIconEngine* clone() const override { return new ProgramIconEngine; }
+};
+
+} // namespace
 
 QPixmap programPicture(int pixels, double ratio) {
     loadPictures();
@@ -29,12 +52,6 @@ QPixmap programPicture(int pixels, double ratio) {
     return pixmap;
 }
 
-QIcon programIcon() {
-    QIcon icon;
-    for (const int size : {16, 24, 32, 48, 64, 128}) {
-        icon.addPixmap(programPicture(size, 1));
-    }
-    return icon;
-}
+QIcon programIcon() { return QIcon(new ProgramIconEngine); }
 
 } // namespace sixtrace

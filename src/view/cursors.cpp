@@ -113,6 +113,32 @@ void Cursors::readTimes(TimeLadder ladder) {
     m_widgets.LabDx->setCaption(differenceOf(m_widgets.timeValues[0]->caption(), m_widgets.timeValues[1]->caption()));
 }
 
+CursorHit Cursors::grabbed() const {
+    if (YCursorDrag != 0) {
+        return YCursorDrag == 1 ? CursorHit::Voltage1 : CursorHit::Voltage2;
+    }
+    return XCursorDrag == 0 ? CursorHit::None : XCursorDrag == 1 ? CursorHit::Time1 : CursorHit::Time2;
+}
+
+void Cursors::grab(CursorHit line) {
+    switch (line) {
+    case CursorHit::Voltage1:
+        YCursorDrag = 1;
+        break;
+    case CursorHit::Voltage2:
+        YCursorDrag = 2;
+        break;
+    case CursorHit::Time1:
+        XCursorDrag = 1;
+        break;
+    case CursorHit::Time2:
+        XCursorDrag = 2;
+        break;
+    case CursorHit::None:
+        break;
+    }
+}
+
 void Cursors::Picture2_MouseDown(int, double X, double Y) {
     if (m_model.AutoRun) {
         return;
@@ -120,21 +146,9 @@ void Cursors::Picture2_MouseDown(int, double X, double Y) {
     X = std::floor(X);
     Y = std::floor(Y);
     // Whether a line is shown plays no part: a hidden cursor takes the press all the same.
-    switch (cursorUnder(places(), X, Y)) {
-    case CursorHit::Voltage1:
-        YCursorDrag = 1;
+    if (const CursorHit line = cursorUnder(places(), X, Y); line != CursorHit::None) {
+        grab(line);
         return;
-    case CursorHit::Voltage2:
-        YCursorDrag = 2;
-        return;
-    case CursorHit::Time1:
-        XCursorDrag = 1;
-        return;
-    case CursorHit::Time2:
-        XCursorDrag = 2;
-        return;
-    case CursorHit::None:
-        break;
     }
     if (m_neighbours.selectedRow() < 0) {
         return;

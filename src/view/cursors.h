@@ -68,6 +68,11 @@ public:
     void printTime();
 
     [[nodiscard]] MousePointer pointer() const { return m_pointer; }
+    /// The line that is being dragged, and whether anything is: a trace may be.
+    [[nodiscard]] CursorHit grabbed() const;
+    [[nodiscard]] bool dragging() const { return grabbed() != CursorHit::None || TraceDrag != 0; }
+    /// Takes hold of a line as a press on it does, whatever else lies at its place. Picture2_MouseUp lets it go.
+    void grab(CursorHit line);
 
 private:
     [[nodiscard]] CursorType type() const;

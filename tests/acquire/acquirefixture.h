@@ -29,7 +29,8 @@
 
 namespace sixtrace {
 
-/// A main window whose instrument is a script: a scripted USB link, and a pseudo terminal as port 3, the only one.
+/// A main window whose instrument is a script: a scripted USB link, and a pseudo terminal as port 3. Another one can be
+/// plugged in as port 5.
 class AcquireTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -47,6 +48,11 @@ protected:
     void setIni(const char* key, const char* value) const {
         ASSERT_TRUE(writeProfile(text("Common"), text(key), text(value), path("vkq.ini")).ok());
     }
+    void removeLanguages() const {
+        for (const char* name : {"ChineseS.Lan", "English.Lan"}) {
+            ASSERT_TRUE(QFile::remove(path(name)));
+        }
+    }
     [[nodiscard]] static QByteArray capture(const char* scene, std::uint32_t seed = 1) {
         return captureBytes(*captureForm("V11"), *sceneBlocks(text(scene), seed));
     }
@@ -57,9 +63,7 @@ protected:
                                        .applicationFolder = [this] { return m_folder.path(); },
                                        .endProcess = [] {},
                                        .acquisition = {.usb = &link,
-                                                       .locatePort = [this](int number) {
-                                                           return number == 3 && hasPort ? peer.location() : QString();
-                                                       },
+                                                       .locatePort = [this](int number) { return location(number); },
                                                        .autoGetFile = [this] { return Result<QString>(path("AutoGet.bin")); }}});
         return *form;
     }
@@ -112,10 +116,19 @@ protected:
     ScriptedDialogs dialogs;
     ScriptedLink link;
     PtyPeer peer;
+    PtyPeer other;
     bool hasPort = true;
+    bool hasOther = false;
     std::unique_ptr<FrmCom> form;
 
 private:
+    [[nodiscard]] QString location(int number) const {
+        if (number == 5 && hasOther) {
+            return other.location();
+        }
+        return number == 3 && hasPort ? peer.location() : QString();
+    }
+
     QTemporaryDir m_folder;
 };
 

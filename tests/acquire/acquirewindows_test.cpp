@@ -4,6 +4,7 @@
 #include "platform/listcombo.h"
 #include "platform/positionbar.h"
 #include "platform/toolbar.h"
+#include "shell/frmmessageout.h"
 
 #include <QRegularExpression>
 
@@ -166,6 +167,39 @@ TEST_F(ManualGet, TheWindowsFollowTheLanguageWhenTheyAreLoaded) {
     }
 }
 
+TEST_F(ManualGet, WithoutLanguageFilesTheWindowsKeepTheCaptionsOfTheirDesign) {
+    removeLanguages();
+    load();
+    const auto captions = [](QWidget& window, const QStringList& names) {
+        QStringList found;
+        for (const QString& name : names) {
+            if (const auto* label = window.findChild<QLabel*>(name)) {
+                found << label->text();
+            } else {
+                found << control<QPushButton>(window, qPrintable(name)).text();
+            }
+        }
+        return found;
+    };
+    recFrm& serial = acquisition().receiver();
+    serial.load();
+    EXPECT_EQ(serial.windowTitle(), text("正在接收数据"));
+    EXPECT_EQ(captions(serial, {text("Label1"), text("Label2"), text("Command1"), text("Label3"), text("Label5"),
+                                text("Label4"), text("Command2"), text("CancelButton")}),
+              (QStringList{text("正在接收文件："), text("存储为："), text("浏览..."), text("数据包："), text("重试次数"),
+                           text("传输进度："), text("开始"), text("Cancel")}));
+    FrmUSB& usb = acquisition().usbWindow();
+    whenShown(usb, [&] {
+        EXPECT_EQ(usb.windowTitle(), text("USB Transmission "));
+        EXPECT_EQ(captions(usb, {text("Label1"), text("Label2"), text("Command1"), text("Label4"), text("Command4"),
+                                 text("CancelButton")}),
+                  (QStringList{text("正在接收文件："), text("存储为："), text("浏览..."), text("传输进度："), text("开 始"),
+                               text("Cancel")}));
+        click(usb, "CancelButton");
+    });
+    item("mnuAcquire").trigger();
+}
+
 TEST_F(ManualGet, BrowsingTakesAnExistingFileOnlyWhenTheUserAgrees) {
     load();
     FrmUSB& window = acquisition().usbWindow();
@@ -186,6 +220,132 @@ TEST_F(ManualGet, BrowsingTakesAnExistingFileOnlyWhenTheUserAgrees) {
     });
     item("mnuAcquire").trigger();
     EXPECT_EQ(window.LastSaveDir(), QFileInfo(chosen).path());
+}
+
+TEST_F(ManualGet, TheUsbDialogStartsInTheFolderChosenLast) {
+    load();
+    ASSERT_TRUE(QDir().mkpath(path("mine")));
+    FrmUSB& window = acquisition().usbWindow();
+    whenShown(window, [&] {
+        dialogs.files = {FileChoice{path("mine/a.bin"), 1}};
+        click(window, "Command1");
+        EXPECT_EQ(dialogs.fileRequests.back().initialFolder, path("data"));
+        click(window, "CancelButton");
+    });
+    item("mnuAcquire").trigger();
+    whenShown(window, [&] {
+        const QString name = control<QLineEdit>(window, "Text1").text();
+        EXPECT_EQ(control<QLineEdit>(window, "Text2").text(), path("mine/") + name);
+        click(window, "Command1");
+        EXPECT_EQ(dialogs.fileRequests.back().initialFolder, path("mine"));
+        click(window, "CancelButton");
+    });
+    item("mnuAcquire").trigger();
+}
+
+TEST_F(ManualGet, BrowsingForASerialFileSetsThePathOnlyWithTheUsersConsent) {
+    setIni("ComPort", "1");
+    load();
+    recFrm& window = acquisition().receiver();
+    const QString existing = path("vkq.ini");
+    whenShown(window, [&] {
+        const QLineEdit& field = control<QLineEdit>(window, "Text2");
+        const QString before = field.text();
+        dialogs.files = {std::nullopt, FileChoice{existing, 1}, FileChoice{existing, 1}, FileChoice{path("new.bin"), 1}};
+        dialogs.answers = {Answer::No, Answer::Yes};
+        click(window, "Command1"); // cancelled
+        EXPECT_EQ(field.text(), before);
+        EXPECT_EQ(dialogs.fileRequests.front().fileName, before);
+        EXPECT_EQ(dialogs.fileRequests.front().filter, text("bin (*.bin)|*.bin"));
+        click(window, "Command1"); // answered with No
+        EXPECT_EQ(field.text(), before);
+        EXPECT_EQ(model->ReceivedFile, existing);
+        EXPECT_EQ(dialogs.messages, QStringList{text("File Exist!  Do you want to continue ?")});
+        EXPECT_EQ(dialogs.titles, QStringList{text("Message")});
+        EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Exclamation);
+        click(window, "Command1"); // answered with Yes
+        EXPECT_EQ(field.text(), existing);
+        click(window, "Command1"); // nothing to ask
+        EXPECT_EQ(field.text(), path("new.bin"));
+        EXPECT_EQ(dialogs.messages.size(), 2);
+        click(window, "CancelButton");
+    });
+    item("mnuAcquire").trigger();
+}
+
+TEST_F(ManualGet, TheEndOfASerialTransferIsWrittenToTheMessageWindowWhichStaysOutOfSight) {
+    setIni("ComPort", "1");
+    load();
+    const auto told = [this] { return form->messageOut().Label1().text(); };
+    recFrm& window = acquisition().receiver();
+    serve({capture("square")});
+    whenShown(window, [&] { click(window, "Command2"); });
+    item("mnuAcquire").trigger();
+    peer.finish();
+    EXPECT_EQ(told(), text("接收成功!"));
+
+    peer.play([](PtyPeer& p) { // an end at once: no data, no success
+        p.take(1);
+        p.send("\x04");
+        p.take(2);
+        p.send("\x01");
+        p.take(1);
+    });
+    whenShown(window, [&] { click(window, "Command2"); });
+    item("mnuAcquire").trigger();
+    peer.finish();
+    EXPECT_EQ(told(), text("接收失败!"));
+
+    peer.play([&window](PtyPeer& p) {
+        p.take(1);
+        QMetaObject::invokeMethod(&window, [&window] { click(window, "CancelButton"); }, Qt::BlockingQueuedConnection);
+        p.send("x");
+        p.take(11);
+    });
+    whenShown(window, [&] { click(window, "Command2"); });
+    item("mnuAcquire").trigger();
+    peer.finish();
+    EXPECT_EQ(told(), text("用户中断"));
+    EXPECT_FALSE(form->messageOut().isVisible());
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+}
+
+TEST_F(ManualGet, AResultThatTimedFetchesLeftIsTakenUpByTheSerialWindowAndNotByTheUsbOne) {
+    setIni("ComPort", "1");
+    load();
+    const QString fetched = path("fetched.bin");
+    QFile file(fetched);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(capture("sine"));
+    file.close();
+    model->ReceivedFile = fetched;
+    model->ReceiveResult = 1024;
+    recFrm& window = acquisition().receiver();
+    whenShown(window, [&] { click(window, "CancelButton"); });
+    item("mnuAcquire").trigger();
+    EXPECT_EQ(path4(), fetched);
+    EXPECT_EQ(model->FileKind, 4);
+    EXPECT_EQ(model->ReceiveResult, 0);
+
+    setIni("ComPort", "0");
+    model->FileKind = 0;
+    model->ReceiveResult = 1024;
+    FrmUSB& usb = acquisition().usbWindow();
+    whenShown(usb, [&] { click(usb, "CancelButton"); });
+    item("mnuAcquire").trigger();
+    EXPECT_EQ(model->FileKind, 0);
+}
+
+TEST_F(ManualGet, AGetThatBroughtNothingLoadsNothing) {
+    setIni("ComPort", "1");
+    load();
+    model->ReceiveResult = 0;
+    model->ReceivedFile = path("older.bin");
+    recFrm& window = acquisition().receiver();
+    whenShown(window, [&] { click(window, "CancelButton"); });
+    item("mnuAcquire").trigger();
+    EXPECT_EQ(path4(), QString());
+    EXPECT_FALSE(QFile::exists(path("older.bin")));
 }
 
 class AutoGet : public AcquireTest {
@@ -368,6 +528,51 @@ TEST_F(AutoGet, AComPortChangedBetweenTwoFetchesTakesEffectAtTheNext) {
     EXPECT_TRUE(model->ReceivedFile.startsWith(path("dat/D")));
 }
 
+TEST_F(AutoGet, WhateverTheOutcomeTheFileOfTheFetchBeforeIsLoaded) {
+    load();
+    link.stream = ScriptedLink::transfer(capture("sine"));
+    acquisition().mnuautoget_Click();
+    acquisition().Timetime1_Timer();
+    ASSERT_EQ(model->FileKind, 4);
+    model->FileKind = 0;
+    setIni("ComPort", "2"); // a port that is not there
+    acquisition().Timetime1_Timer();
+    EXPECT_EQ(dialogs.messages, QStringList{text("Device unavailable")});
+    EXPECT_EQ(model->FileKind, 4);
+}
+
+TEST_F(AutoGet, TheReceiverAloneTakesPort1WhereTheSettingsNameNone) {
+    load();
+    EXPECT_EQ(readProfile(text("Common"), text("ComPort"), text("(none)"), path("vkq.ini")), text("(none)"));
+    recFrm& receiver = acquisition().receiver();
+    ASSERT_TRUE(receiver.OpenCom().ok());
+    EXPECT_EQ(model->ComPort, 1);
+    EXPECT_EQ(receiver.MSComm1().CommPort(), 3) << "the first port found";
+    EXPECT_TRUE(receiver.MSComm1().PortOpen());
+    ASSERT_TRUE(receiver.OpenCom().ok());
+    EXPECT_FALSE(receiver.MSComm1().PortOpen()) << "an open port is closed";
+}
+
+TEST_F(AutoGet, TheLineAlwaysRunsAt115200EightBitsWithoutParityWhateverTheSettingsSay) {
+    setIni("ComPort", "1");
+    setIni("MSCommSettings", "9600,E,7,2");
+    load();
+    ASSERT_TRUE(acquisition().receiver().OpenCom().ok());
+    const termios line = peer.settings();
+    EXPECT_EQ(cfgetospeed(&line), static_cast<speed_t>(B115200));
+    EXPECT_EQ(cfgetispeed(&line), static_cast<speed_t>(B115200));
+    EXPECT_EQ(line.c_cflag & static_cast<tcflag_t>(CSIZE), static_cast<tcflag_t>(CS8));
+    EXPECT_EQ(line.c_cflag & static_cast<tcflag_t>(PARENB | CSTOPB), 0U);
+}
+
+TEST_F(AutoGet, AStoredPortOutsideTheTableIsASubscriptError) {
+    setIni("ComPort", "18");
+    load();
+    const Outcome opened = acquisition().receiver().OpenCom();
+    ASSERT_FALSE(opened.ok());
+    EXPECT_EQ(opened.error().number, ErrorNumber::SubscriptOutOfRange);
+}
+
 class PortSettings : public AcquireTest {
 protected:
     /// Opens the settings and works on them.
@@ -402,6 +607,38 @@ TEST_F(PortSettings, ListUsbAndThePortsFoundAndAlwaysOpenOnTheLineDefaults) {
         EXPECT_EQ(control<ListCombo>(window, "Combo5").Text(), text("1"));
     });
     EXPECT_EQ(model->ComSetText, text("9600,O,7,2"));
+}
+
+TEST_F(PortSettings, HasItsListsAndTheCaptionsOfItsDesignWhereNoLanguageFileSaysOtherwise) {
+    removeLanguages();
+    load();
+    show([](frmComSet& window) {
+        EXPECT_TRUE(window.isModal());
+        EXPECT_EQ(window.windowTitle(), text("端口设置"));
+        const auto entries = [&window](const char* name) {
+            const ListCombo& list = control<ListCombo>(window, name);
+            QStringList found;
+            for (int i = 0; i < list.ListCount(); ++i) {
+                found << list.List(i);
+            }
+            return found;
+        };
+        EXPECT_EQ(entries("Combo2"), (QStringList{text("9600"), text("19200"), text("38400"), text("57600"), text("115200")}));
+        EXPECT_EQ(entries("Combo3"), (QStringList{text("5"), text("6"), text("7"), text("8")}));
+        EXPECT_EQ(entries("Combo4"), (QStringList{text("奇"), text("偶"), text("无")}));
+        EXPECT_EQ(entries("Combo5"), (QStringList{text("1"), text("2")}));
+        const std::array<std::pair<const char*, const char*>, 5> labels{{{"Label1", "选择通讯口："},
+                                                                         {"Label2", "数据位(D):"},
+                                                                         {"Label3", "奇偶校验(P):"},
+                                                                         {"Label4", "每秒位数(B):"},
+                                                                         {"Label5", "停止位(S):"}}};
+        for (const auto& [name, caption] : labels) {
+            EXPECT_EQ(control<QLabel>(window, name).text(), text(caption)) << name;
+        }
+        EXPECT_EQ(control<QPushButton>(window, "CmdSet").text(), text("确定"));
+        EXPECT_EQ(control<QPushButton>(window, "CmdCancel").text(), text("取消"));
+        EXPECT_EQ(control<QPushButton>(window, "Command1").text(), text("默认"));
+    });
 }
 
 TEST_F(PortSettings, TheParityLettersStandOnePlaceOffTheWords) {
@@ -475,6 +712,22 @@ TEST_F(PortSettings, AStoredValueAboveTheNumberOfPortsIsReplacedInMemoryAndWritt
     EXPECT_EQ(stored("ComPort"), text("9"));
     show([](frmComSet& window) { click(window, "CmdSet"); });
     EXPECT_EQ(stored("ComPort"), text("1"));
+}
+
+TEST_F(PortSettings, APortThatDisappearsShiftsTheMeaningOfAStoredIndex) {
+    setIni("ComPort", "1");
+    hasOther = true;
+    load();
+    show([](frmComSet& window) {
+        EXPECT_EQ(control<ListCombo>(window, "Combo1").ListCount(), 3);
+        EXPECT_EQ(control<ListCombo>(window, "Combo1").Text(), text("COM3"));
+        EXPECT_EQ(control<ListCombo>(window, "Combo1").List(2), text("COM5"));
+    });
+    hasPort = false;
+    show([](frmComSet& window) {
+        EXPECT_EQ(control<ListCombo>(window, "Combo1").ListCount(), 2);
+        EXPECT_EQ(control<ListCombo>(window, "Combo1").Text(), text("COM5"));
+    });
 }
 
 TEST_F(PortSettings, DefaultChoosesUsbAndTheLineDefaults) {

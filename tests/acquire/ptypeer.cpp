@@ -6,7 +6,6 @@
 #include <poll.h>
 #include <pty.h>
 #include <stdexcept>
-#include <termios.h>
 #include <unistd.h>
 
 namespace sixtrace {
@@ -34,6 +33,14 @@ PtyPeer::~PtyPeer() {
     }
     close(m_master);
     close(m_slave);
+}
+
+termios PtyPeer::settings() const {
+    termios found{};
+    if (tcgetattr(m_slave, &found) != 0) {
+        throw std::runtime_error("no line settings");
+    }
+    return found;
 }
 
 void PtyPeer::play(std::function<void(PtyPeer&)> script) {

@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <functional>
+#include <termios.h>
 #include <thread>
 #include <vector>
 
@@ -21,6 +22,9 @@ public:
 
     /// The device that the program opens.
     [[nodiscard]] QString location() const { return m_location; }
+
+    /// How the program has set the line.
+    [[nodiscard]] termios settings() const;
 
     /// Runs a script on the peer's thread.
     void play(std::function<void(PtyPeer&)> script);

@@ -225,7 +225,16 @@ protected:
     PlainReceive() { QDir::setCurrent(folder.path()); }
     ~PlainReceive() override { QDir::setCurrent(m_before); }
 
+    /// Silence, a block for the sixth byte that comes, and the end.
+    void answerTheSixthByteWith(const QByteArray& block) {
+        port.answer = [this, block](unsigned char) {
+            ++m_sentBytes;
+            return m_sentBytes == 6 ? block : m_sentBytes == 7 ? QByteArray("\x04") : QByteArray();
+        };
+    }
+
 private:
+    int m_sentBytes = 0;
     QString m_before = QDir::currentPath();
 };
 
@@ -251,15 +260,21 @@ TEST_F(PlainReceive, RepeatsTheRequestAndFallsBackToAChecksumAtTheFifthRetry) {
     // A block of 128 bytes with a sum of 200, and its one-byte checksum: 127 ones and a 73.
     QByteArray data = QByteArray(127, '\x01') + '\x49';
     QByteArray block = QByteArray("\x01\x01\xFE") + data + '\xC8';
-    int sentBytes = 0;
-    port.answer = [&](unsigned char) {
-        ++sentBytes;
-        return sentBytes == 6 ? block : sentBytes == 7 ? QByteArray("\x04") : QByteArray();
-    };
+    answerTheSixthByteWith(block);
     const auto result = receive.XModemReceive();
     ASSERT_TRUE(result.ok());
     EXPECT_EQ(result.value(), 128);
     EXPECT_EQ(port.sent, "CCCCC" "\x0F" "\x06\x06");
+}
+
+TEST_F(PlainReceive, ComparesTheWholeSumWithItsOneByteSoThatASumBeyond255NeverMatches) {
+    // 128 bytes of 2 sum up to 256, whose low byte is 0.
+    const QByteArray block = QByteArray("\x01\x01\xFE") + QByteArray(128, '\x02') + '\0';
+    answerTheSixthByteWith(block);
+    const auto result = receive.XModemReceive();
+    ASSERT_TRUE(result.ok());
+    EXPECT_EQ(result.value(), 0);
+    EXPECT_EQ(port.sent, "CCCCC" "\x0F" "\x0F" "\x06");
 }
 
 TEST_F(PlainReceive, AbortsAtTheFifthRetryBehindAStartByte) {

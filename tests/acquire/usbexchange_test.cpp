@@ -105,6 +105,16 @@ TEST_F(UsbByHand, TheFileIsOneByteLongerThanTheLengthInTheHeader) {
     }
 }
 
+TEST_F(UsbByHand, AnExistingLongerFileKeepsItsTail) {
+    QFile file(form.text2);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_EQ(file.write("old content"), 11);
+    file.close();
+    link.stream = ScriptedLink::transfer("new");
+    transfer.Command4_Click();
+    EXPECT_EQ(stored(), QByteArray("new\0content", 11)); // the zero byte behind the data is written too
+}
+
 TEST_F(UsbByHand, AThirdHeaderByteOf128OrMoreTakesTheErrorPath) {
     link.stream = ScriptedLink::transfer({});
     link.stream[2] = '\x80';

@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "capture/bytes.h"
+#include "support/hardships.h"
+
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -371,6 +374,19 @@ TEST_F(SimpleWavTest, AFolderADeviceOrNoNameAtAllIsRefused) {
         EXPECT_EQ(model->FileKind, 4);
         EXPECT_EQ(model->ChannelPresent[0], 1);
     }
+}
+
+TEST_F(SimpleWavTest, AnUnreadableFileIsRefusedInSilence) {
+    load("V11", {{}});
+    const QString file = put(capture("W01", {{.mark = "CH2"}}));
+    ASSERT_TRUE(QFile::setPermissions(file, QFile::Permissions()));
+    ASSERT_TRUE(QFile::setPermissions(QFileInfo(file).path(), QFile::Permissions(0x7755)));
+    view->tableLoaded = true;
+    const test::OrdinaryUser user;
+    SimpleWav(file, *model, *view);
+    EXPECT_EQ(model->FileKind, 4);
+    EXPECT_EQ(model->ChannelPresent, (PerChannel<std::uint8_t>{1, 0, 0, 0, 0, 0}));
+    EXPECT_FALSE(view->tableLoaded);
 }
 
 TEST_F(SimpleWavTest, LoadingAShorterCaptureDoesNotClearTheTail) {

@@ -257,6 +257,7 @@ using ReadoutLabelControl = Controls;
 TEST_F(ReadoutLabelControl, TooWideTextShrinksUntilItFitsAndStandsAsToolTip) {
     ReadoutLabel label(nullptr);
     label.resize(78, 18);
+    label.show();
     label.setCaption(QStringLiteral("12.00"));
     EXPECT_EQ(label.paintedPixels(), 13);
     EXPECT_TRUE(label.toolTip().isEmpty());
@@ -271,8 +272,19 @@ TEST_F(ReadoutLabelControl, TooWideTextShrinksUntilItFitsAndStandsAsToolTip) {
 TEST_F(ReadoutLabelControl, NoTextGetsSmallerThan9Pixels) {
     ReadoutLabel label(nullptr);
     label.resize(20, 18);
+    label.show();
     label.setCaption(QString(200, QLatin1Char('8')));
     EXPECT_EQ(label.paintedPixels(), 9);
+}
+
+TEST_F(ReadoutLabelControl, TextGivenBeforeTheLabelIsSeenFitsWhenItIs) {
+    ReadoutLabel label(nullptr);
+    label.resize(78, 18);
+    const QString wide = QStringLiteral("-1234567890.00");
+    label.setCaption(wide);
+    label.show();
+    EXPECT_LE(QFontMetrics(interfaceFont(label.paintedPixels())).horizontalAdvance(wide), 78);
+    EXPECT_EQ(label.toolTip(), wide);
 }
 
 TEST_F(ReadoutLabelControl, LeadingBlankOfAUnitIsKeptButNotPainted) {

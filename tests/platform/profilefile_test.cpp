@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/profilefile.h"
 
+#include "support/hardships.h"
 #include "support/printing.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QTemporaryDir>
 
 #include <sys/wait.h>
@@ -171,6 +173,16 @@ TEST_F(ProfileFile, DosLineEndsAreKept) {
     EXPECT_EQ(content(), "[A]\r\nk=2\r\nj=3\r\n[B]\r\ni=4\r\n");
 }
 
+TEST_F(ProfileFile, ALastLineWithoutAnEndOfADosFileIsReplacedWithoutALoneCarriageReturn) {
+    put("[A]\r\nj=1\r\nk=1");
+    ASSERT_TRUE(set(u"A"_s, u"k"_s, u"2"_s));
+    EXPECT_EQ(content(), "[A]\r\nj=1\r\nk=2");
+    ASSERT_TRUE(set(u"A"_s, u"j"_s, u"3"_s));
+    EXPECT_EQ(content(), "[A]\r\nj=3\r\nk=2");
+    ASSERT_TRUE(set(u"A"_s, u"i"_s, u"4"_s));
+    EXPECT_EQ(content(), "[A]\r\nj=3\r\nk=2\r\ni=4\r\n");
+}
+
 TEST_F(ProfileFile, TheByteOrderMarkIsKept) {
     put("\xEF\xBB\xBF[A]\nk=1\n");
     ASSERT_TRUE(set(u"A"_s, u"k"_s, u"2"_s));
@@ -194,6 +206,12 @@ TEST_F(ProfileFile, WhatIsWrittenIsReadBack) {
         ASSERT_TRUE(set(u"Some section"_s, u"key"_s, value));
         EXPECT_EQ(get(u"Some section"_s, u"key"_s), value);
     }
+}
+
+TEST_F(ProfileFile, QuotesAroundAValueAreWrittenAndLostOnReading) {
+    ASSERT_TRUE(set(u"A"_s, u"k"_s, u"\"quoted\""_s));
+    EXPECT_EQ(content(), "[A]\nk=\"quoted\"\n");
+    EXPECT_EQ(get(u"A"_s, u"k"_s), u"quoted"_s);
 }
 
 TEST_F(ProfileFile, TwoWritersAtOnceLoseNoKey) {
@@ -240,6 +258,36 @@ TEST_F(ProfileFile, ALinkIsFollowedAndStaysALink) {
     EXPECT_EQ(content(), "[A]\nk=2\n");
 }
 
+TEST_F(ProfileFile, TheLockOfALinkLiesBesideTheFileThatItLeadsTo) {
+    put("[A]\nk=1\n");
+    QTemporaryDir elsewhere;
+    const QString link = elsewhere.filePath(u"link.ini"_s);
+    ASSERT_TRUE(QFile::link(path(), link));
+    // Another copy of the program that knows the file itself holds its lock: the write by the link waits, in vain.
+    const pid_t pid = fork();
+    ASSERT_GE(pid, 0);
+    if (pid == 0) {
+        QLockFile lock(path() + u".lock"_s);
+        if (!lock.tryLock(0)) {
+            _exit(2);
+        }
+        const pid_t writer = fork();
+        if (writer == 0) {
+            _exit(writeProfile(u"A"_s, u"k"_s, u"2"_s, link).ok() ? 1 : 0);
+        }
+        int status = -1;
+        waitpid(writer, &status, 0);
+        lock.unlock();
+        _exit(WEXITSTATUS(status));
+    }
+    int status = -1;
+    ASSERT_EQ(waitpid(pid, &status, 0), pid);
+    EXPECT_EQ(WEXITSTATUS(status), 0);
+    EXPECT_EQ(content(), "[A]\nk=1\n");
+    ASSERT_TRUE(writeProfile(u"A"_s, u"k"_s, u"3"_s, link));
+    EXPECT_EQ(content(), "[A]\nk=3\n");
+}
+
 TEST_F(ProfileFile, PermissionsAreKept) {
     put("[A]\nk=1\n");
     const auto permissions = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup;
@@ -268,22 +316,27 @@ TEST_F(ProfileFile, AReadOnlyFolderRefusesWritesAndKeepsTheFile) {
     const auto readable = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
     ASSERT_TRUE(QFile::setPermissions(path(), readable));
     ASSERT_TRUE(QFile::setPermissions(folder, readable | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther));
-    // The superuser may write everywhere, so another process tries as nobody.
-    const pid_t pid = fork();
-    ASSERT_GE(pid, 0);
-    if (pid == 0) {
-        constexpr uid_t kNobody = 65534;
-        if (geteuid() == 0 && setuid(kNobody) != 0) {
-            _exit(2);
-        }
-        const bool refused = !set(u"A"_s, u"k"_s, u"2"_s);
-        _exit(refused && get(u"A"_s, u"k"_s) == u"1"_s ? 0 : 1);
+    {
+        const test::OrdinaryUser user;
+        EXPECT_FALSE(set(u"A"_s, u"k"_s, u"2"_s));
+        EXPECT_EQ(get(u"A"_s, u"k"_s), u"1"_s);
     }
-    int status = -1;
-    ASSERT_EQ(waitpid(pid, &status, 0), pid);
-    EXPECT_EQ(status, 0);
     EXPECT_EQ(content(), "[A]\nk=1\n");
     EXPECT_TRUE(QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+}
+
+TEST_F(ProfileFile, AnUnreadableFileReadsAsNothingAndIsNotReplaced) {
+    put("[A]\nk=1\n");
+    ASSERT_TRUE(QFile::setPermissions(path(), QFile::Permissions()));
+    // Everybody may make files here, so that only the file itself stands in the way.
+    ASSERT_TRUE(QFile::setPermissions(QFileInfo(path()).path(), QFile::Permissions(0x7777)));
+    {
+        const test::OrdinaryUser user;
+        EXPECT_EQ(get(u"A"_s, u"k"_s), u"fallback"_s);
+        EXPECT_FALSE(set(u"A"_s, u"k"_s, u"2"_s));
+    }
+    ASSERT_TRUE(QFile::setPermissions(path(), QFile::ReadOwner | QFile::WriteOwner));
+    EXPECT_EQ(content(), "[A]\nk=1\n");
 }
 
 TEST_F(ProfileFile, AFileAboveOneMebibyteIsReadUpToThere) {

@@ -74,6 +74,28 @@ TEST_F(ChannelListArea, ChannelWithoutDataEmptiesTheReadoutsAndKeepsItsStaleRows
     EXPECT_EQ(control<ListCombo>("Combo2").Text(), QStringLiteral("50.0mV")) << "relabelled for a probe factor of 1";
 }
 
+TEST_F(ChannelListArea, FrequencyAndPeriodOfZeroFallIntoTheLastRow) {
+    loadChannelA();
+    model->Frequency[2] = 0;
+    model->Period[2] = 0;
+    list().setListIndex(2);
+    EXPECT_EQ(labelText("labPPe"), withSystemMark("0.000 Hz"));
+    EXPECT_EQ(labelText("LabPe"), withSystemMark("0.00 S"));
+}
+
+TEST_F(ChannelListArea, ATickSetOrClearedByCodeMovesTheCurrentRowAndReadsItOut) {
+    loadChannelA();
+    list().setSelected(4, true);
+    EXPECT_EQ(list().ListIndex(), 4);
+    EXPECT_EQ(control<FramePanel>("Frame4").caption(), QStringLiteral("C   "));
+    list().setSelected(2, true);
+    EXPECT_EQ(list().ListIndex(), 2);
+    EXPECT_EQ(labelText("labPPe"), withSystemMark("2.500 KHz"));
+    list().setSelected(4, false);
+    EXPECT_EQ(list().ListIndex(), 4);
+    EXPECT_TRUE(labelText("labPPe").isEmpty());
+}
+
 TEST_F(ChannelListArea, VoltRowMinus1LeavesTheListAsItIs) {
     loadChannelA();
     list().setListIndex(2);

@@ -12,6 +12,10 @@
 #include "platform/toolbar.h"
 #include "view/geometry.h"
 
+#include <QScreen>
+
+#include <algorithm>
+
 namespace sixtrace {
 namespace {
 
@@ -97,7 +101,9 @@ TEST_F(FrmComStart, SettingsReachColoursTicksAndLanguage) {
     EXPECT_EQ(model->LineColor[0], 1193046);
     EXPECT_EQ(model->BackColor, 8388608);
     EXPECT_EQ(control<PictureBox>("Picture2").picture().BackColor, 8388608);
-    EXPECT_EQ(control<PictureBox>("picHidden(1)").picture().BackColor, 8388608);
+    for (const char* hidden : {"picHidden(0)", "picHidden(1)", "picHidden(2)"}) {
+        EXPECT_EQ(control<PictureBox>(hidden).picture().BackColor, 8388608) << hidden;
+    }
     EXPECT_EQ(control<PictureBox>("Picture2").picture().Point(0, 0), 255);
     EXPECT_EQ(control<QWidget>("Picture3").palette().color(QPalette::Window), QColor(0, 255, 0));
     EXPECT_EQ(control<QWidget>("CenterPoint").palette().color(QPalette::Window), QColor(0, 0, 128));
@@ -120,6 +126,20 @@ TEST_F(FrmComStart, SettingsFileOfAnyBytesStartsTheProgram) {
     EXPECT_EQ(model->GridColor, 16776960);
 }
 
+TEST_F(FrmComStart, SettingsThatCannotBeWrittenAreNoMatterOfAMessage) {
+    ASSERT_TRUE(QDir().mkpath(iniFile())); // a folder in its place: no write will do
+    load();
+    item("mnuEnglish").trigger();
+    EXPECT_EQ(model->LanguageId, 1) << "for this run";
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+}
+
+TEST_F(FrmComStart, WindowStandsInTheMiddleOfTheScreen) {
+    load();
+    const QRect area = form->screen()->geometry();
+    EXPECT_EQ(form->pos(), QPoint((area.width() - 800) / 2, (area.height() - 579) / 2) + area.topLeft());
+}
+
 TEST_F(FrmComStart, ToolButtonsShowTheTicksOfTheirItems) {
     load();
     const auto& bar = control<ToolBar>("Toolbar1");
@@ -138,6 +158,20 @@ TEST_F(FrmComEnd, ClosingTheWindowEndsTheProcess) {
     form->show();
     form->close();
     EXPECT_EQ(ends, 1);
+}
+
+TEST_F(FrmComEnd, ClosingTheWindowUnloadsTheMessageWindowAndExitDoesNot) {
+    load();
+    const auto messageWindows = [] {
+        const auto windows = QApplication::topLevelWidgets();
+        return std::count_if(windows.begin(), windows.end(),
+                             [](const QWidget* w) { return w->objectName() == QLatin1String("FrmMessageOut"); });
+    };
+    static_cast<void>(form->messageOut());
+    item("mnuExit").trigger();
+    EXPECT_EQ(messageWindows(), 1);
+    form->close();
+    EXPECT_EQ(messageWindows(), 0);
 }
 
 TEST_F(FrmComEnd, ExitEndsTheProcessAtOnce) {

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
+#include <QTest>
 
 namespace sixtrace {
 namespace {
@@ -65,6 +66,68 @@ TEST_F(HelpCommandsTest, Command1OfTheMessageWindowHidesItAndLeavesItLoaded) {
     EXPECT_FALSE(window.isVisible());
     EXPECT_EQ(&form->messageOut(), &window);
     EXPECT_EQ(form->messageOut().Label1().text(), QStringLiteral("kept"));
+}
+
+/// The search path for programs, for the length of a test.
+class SearchPath {
+public:
+    explicit SearchPath(const QString& folder)
+        : m_before(qgetenv("PATH")) {
+        qputenv("PATH", folder.toLocal8Bit());
+    }
+    ~SearchPath() { qputenv("PATH", m_before); }
+    SearchPath(const SearchPath&) = delete;
+    SearchPath& operator=(const SearchPath&) = delete;
+
+private:
+    QByteArray m_before;
+};
+
+class SystemInformation : public HelpCommandsTest {
+protected:
+    void ask() {
+        load();
+        item("mnuAbout").trigger();
+        control<QPushButton>("cmdSysInfo").click();
+    }
+};
+
+#if !defined(Q_OS_WIN)
+TEST_F(SystemInformation, TheDesktopsInformationProgramIsStartedWhereThereIsOne) {
+    write(QStringLiteral("hardinfo"), "#!/bin/sh\n: > \"$(/usr/bin/dirname \"$0\")/started\"\n");
+    QFile::setPermissions(path(QStringLiteral("hardinfo")), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    const SearchPath search(path(QString()));
+    ask();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return QFile::exists(path(QStringLiteral("started"))); }, 10000));
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+}
+
+TEST_F(SystemInformation, WithoutSuchAProgramItSaysThatThereIsNone) {
+    const SearchPath search(path(QStringLiteral("nowhere")));
+    ask();
+    EXPECT_EQ(dialogs.messages, QStringList{QStringLiteral("System Information Is Unavailable At This Time")});
+}
+
+TEST_F(SystemInformation, AProgramThatCannotBeStartedIsNone) {
+    write(QStringLiteral("hardinfo"), "not a program");
+    const SearchPath search(path(QString()));
+    ask();
+    EXPECT_EQ(dialogs.messages.size(), 1);
+}
+#endif
+
+TEST_F(HelpCommandsTest, TheIntervalOfTimedAcquisitionCannotBeChangedFromTheMenu) {
+    load();
+    EXPECT_FALSE(item("mnutimeselect").isVisible());
+    EXPECT_EQ(form->acquisition().AutoGetInterval(), 0) << "so that the design's own interval applies";
+}
+
+TEST_F(HelpCommandsTest, MessageWindowKeepsItsTextThroughHiding) {
+    load();
+    form->messageOut().Label1().setText(QStringLiteral("first"));
+    form->messageOut().Label1().setText(QStringLiteral("second"));
+    EXPECT_EQ(form->messageOut().Label1().text(), QStringLiteral("second"));
+    EXPECT_FALSE(form->messageOut().isVisible()) << "no code shows it";
 }
 
 } // namespace

@@ -11,6 +11,7 @@
 #include "platform/ticklist.h"
 
 #include <QLabel>
+#include <QTest>
 
 namespace sixtrace {
 namespace {
@@ -82,6 +83,36 @@ TEST_F(TimeVolt, ArrowsStepOneRowAndStopAtBothEnds) {
     Q_EMIT voltArrows.DownClick();
     Q_EMIT voltArrows.DownClick();
     EXPECT_EQ(model->VoltIndexView[0], 0);
+}
+
+TEST_F(TimeVolt, AtBothEndsOfTheListsOneArrowDoesNothingUnderTheMouse) {
+    auto& timeArrows = control<ArrowPair>("UpDown2");
+    auto& voltArrows = control<ArrowPair>("UpDown1");
+    const auto right = [&] { QTest::mouseClick(&timeArrows, Qt::LeftButton, {}, {25, 10}); };
+    const auto left = [&] { QTest::mouseClick(&timeArrows, Qt::LeftButton, {}, {7, 10}); };
+    const auto upper = [&] { QTest::mouseClick(&voltArrows, Qt::LeftButton, {}, {8, 8}); };
+    const auto lower = [&] { QTest::mouseClick(&voltArrows, Qt::LeftButton, {}, {8, 25}); };
+    times().setListIndex(27);
+    right();
+    EXPECT_EQ(times().ListIndex(), 27);
+    left();
+    EXPECT_EQ(times().ListIndex(), 26);
+    times().setListIndex(0);
+    left();
+    EXPECT_EQ(times().ListIndex(), 0);
+    right();
+    EXPECT_EQ(times().ListIndex(), 1);
+    volts().setListIndex(9);
+    upper();
+    EXPECT_EQ(volts().ListIndex(), 9);
+    lower();
+    EXPECT_EQ(volts().ListIndex(), 8);
+    volts().setListIndex(0);
+    lower();
+    EXPECT_EQ(volts().ListIndex(), 0);
+    upper();
+    EXPECT_EQ(volts().ListIndex(), 1);
+    EXPECT_EQ(model->VoltIndexView[0], 1);
 }
 
 TEST_F(TimeVolt, WithNoRowSelectedTheArrowsEndQuietly) {

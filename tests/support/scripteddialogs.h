@@ -6,43 +6,60 @@
 #include <QStringList>
 
 #include <deque>
+#include <functional>
 #include <vector>
 
 namespace sixtrace {
 
-/// Answers dialogs from a script and keeps what was asked. A dialog without a scripted answer is cancelled.
+/// Answers dialogs from a script and keeps what was asked. A dialog without a scripted answer is cancelled, a question
+/// without one is answered with No.
 class ScriptedDialogs : public Dialogs {
 public:
     std::deque<std::optional<FileChoice>> files;
     std::deque<std::optional<Colour>> colours;
+    std::deque<Answer> answers;
     std::vector<FileRequest> fileRequests;
-    QStringList messages;
+    QStringList messages; ///< and questions
+    QStringList titles;   ///< of each message
     std::vector<MessageIcon> messageIcons;
+    std::function<void()> whileFileDialogIsOpen; ///< what else happens meanwhile
 
     std::optional<FileChoice> ShowOpen(const FileRequest& request) override {
         fileRequests.push_back(request);
+        if (whileFileDialogIsOpen) {
+            whileFileDialogIsOpen();
+        }
         return take(files);
     }
     std::optional<FileChoice> ShowSave(const FileRequest& request) override { return ShowOpen(request); }
     std::optional<Colour> ShowColor(Colour) override { return take(colours); }
-    void message(const QString& text, MessageIcon icon, const QString&) override {
+    void message(const QString& text, MessageIcon icon, const QString& title) override {
         messages.append(text);
+        titles.append(title);
         messageIcons.push_back(icon);
     }
-    Answer question(const QString& text, MessageIcon, const QString&) override {
-        messages.append(text);
-        return Answer::No;
+    Answer question(const QString& text, MessageIcon icon, const QString& title) override {
+        message(text, icon, title);
+        return take(answers).value_or(Answer::No);
     }
     std::optional<QString> input(const QString&, const QString&, const QString&) override { return std::nullopt; }
 
 private:
     template<typename T>
-    static std::optional<T> take(std::deque<std::optional<T>>& answers) {
-        if (answers.empty()) {
+    static std::optional<T> take(std::deque<std::optional<T>>& scripted) {
+        if (scripted.empty()) {
             return std::nullopt;
         }
-        auto answer = answers.front();
-        answers.pop_front();
+        auto answer = scripted.front();
+        scripted.pop_front();
+        return answer;
+    }
+    static std::optional<Answer> take(std::deque<Answer>& scripted) {
+        if (scripted.empty()) {
+            return std::nullopt;
+        }
+        const Answer answer = scripted.front();
+        scripted.pop_front();
         return answer;
     }
 };

@@ -77,6 +77,36 @@ TEST(Frame, AChannelThatIsPresentButUntickedDrawsNothing) {
     EXPECT_TRUE(pixelsOf(screen.picture2, kRed).empty());
 }
 
+TEST(Frame, LeavesTheStepsOfTheChannelsThatItDrawsAndOfNoOthers) {
+    TestScreen screen;
+    publicM& model = *screen.model;
+    for (const int channel : {1, 4}) {
+        const auto c = static_cast<std::size_t>(channel);
+        screen.addChannel(channel, 600, 600);
+        model.SampleInterval[c] = 2.5F;
+        model.TimeIndexView[c] = 16; // 1 ms
+        model.VoltIndexView[c] = 7;  // 1 V
+        model.SampleStep[c] = model.MsPerPixel[c] = model.VoltPerPixel[c] = -1;
+    }
+    screen.inputs.selected[4] = false;
+    screen.draw();
+    EXPECT_FLOAT_EQ(model.SampleStep[1], 2.5F);
+    EXPECT_FLOAT_EQ(model.MsPerPixel[1], 0.02F);   // 1 ms x 12 / 600
+    EXPECT_FLOAT_EQ(model.VoltPerPixel[1], 0.02F); // 1 V x 8 / 400
+    EXPECT_FLOAT_EQ(model.SampleStep[4], -1.0F);
+    EXPECT_FLOAT_EQ(model.MsPerPixel[4], -1.0F);
+    EXPECT_FLOAT_EQ(model.VoltPerPixel[4], -1.0F);
+}
+
+TEST(Frame, TheZeroLinesOfAllSixChannelsComeFromTheirMarkersWhetherShownOrNot) {
+    TestScreen screen;
+    for (std::size_t c = 0; c < kChannels; ++c) {
+        screen.inputs.markerTop[c] = 6030.0 * static_cast<double>(c) / 8 - 105; // centred at an eighth of the strip each
+    }
+    screen.draw();
+    EXPECT_EQ(screen.model->ChannelYPos, (PerChannel<std::int16_t>{0, 50, 100, 150, 200, 250}));
+}
+
 TEST(Frame, ThePictureGoesToTheHiddenCopyAtItsEnd) {
     TestScreen screen;
     screen.addChannel(0, 600, 600);

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QVariantMap>
+
+#include <functional>
+
+class QDBusConnection;
+
+namespace sixtrace {
+
+/// The name under which the desktop knows the program, and its path on the session bus.
+inline constexpr const char* kDesktopId = "org.sixtrace.Sixtrace";
+inline constexpr const char* kDesktopPath = "/org/sixtrace/Sixtrace";
+
+/// What the desktop asks of the running program over the session bus, by the interface that the Desktop Entry
+/// Specification of freedesktop.org names for it: come to the front, and open a capture. A call that comes before the
+/// main window stands waits for it. Without a bus, or where another copy of the program has the name, there are no calls.
+class DesktopCalls : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
+
+public:
+    struct Window {
+        std::function<void()> raise;
+        std::function<void(const QString& path)> open;
+    };
+
+    /// Whether calls will come.
+    bool answerOn(QDBusConnection bus);
+    /// From now on calls reach this window, beginning with one that has been waiting.
+    void reach(Window window);
+
+public Q_SLOTS:
+    void Activate(const QVariantMap& platformData);
+    /// Opens the first local file among `uris`: the program shows one capture.
+    void Open(const QStringList& uris, const QVariantMap& platformData);
+    /// The program's desktop entry has no actions.
+    void ActivateAction(const QString& name, const QVariantList& parameter, const QVariantMap& platformData);
+
+private:
+    void raise(const QVariantMap& platformData);
+
+    Window m_window;
+    QString m_waiting;
+};
+
+} // namespace sixtrace

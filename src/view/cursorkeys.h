@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "view/tracepick.h"
+
+#include <QObject>
+#include <QWidget>
+
+#include <array>
+
+namespace sixtrace {
+
+class CursorLine;
+class Cursors;
+class PictureBox;
+struct publicM;
+
+/// The keyboard's hold of a cursor line: an unseen strip over the line, there while the line is shown, that can have
+/// the focus and then shows it by accent lines on both sides. The mouse goes through it. Owned by the picture box.
+class CursorHandle : public QWidget {
+public:
+    CursorHandle(PictureBox& box, const CursorLine& line, const QString& name);
+
+    /// Whether the focus shows: it does when it came by the keyboard, or as soon as a key has used it.
+    [[nodiscard]] bool hasFocusLine() const { return m_focusLine; }
+    void setFocusLine(bool shown);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    void follow();
+
+    const CursorLine& m_line;
+    bool m_focusLine = false;
+};
+
+/// Arrow keys for the cursor lines: they move the line that has the focus, or that the mouse holds, by one screen unit
+/// on the mouse's own way, so that readouts, bounds and redraw are the same. A press of the mouse on a line gives it
+/// the focus. Owned by the window.
+class CursorKeys : public QObject {
+public:
+    static constexpr std::size_t kLines = 4; ///< Line1(0), Line1(1), Line2(0), Line2(1)
+    using Lines = std::array<CursorLine*, kLines>;
+
+    CursorKeys(const publicM& model, Cursors& cursors, PictureBox& Picture2, const Lines& lines, QObject* parent);
+
+    /// In the order in which Tab walks over them.
+    [[nodiscard]] const std::array<CursorHandle*, kLines>& handles() const { return m_handles; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    /// False where the key is none of this line's.
+    bool keyPressed(std::size_t line, int key);
+    void step(std::size_t line, int units);
+    void focusGrabbed();
+
+    const publicM& m_model;
+    Cursors& m_cursors;
+    PictureBox& m_Picture2;
+    Lines m_lines;
+    std::array<CursorHandle*, kLines> m_handles{};
+};
+
+} // namespace sixtrace

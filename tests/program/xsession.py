@@ -1,0 +1,258 @@
+# SPDX-License-Identifier: MIT
+"""A display with a window manager, the installed program on it, and a hand that has a real mouse and real keys.
+
+Everything a test starts is its own: display, program folder, instrument. All of it ends with the session.
+"""
+
+import os
+import re
+import shutil
+import signal
+import subprocess
+import time
+
+# The screen of the main window, from the corner of its client area: menu bar, then the picture's own place.
+SCREEN = (32, 63, 601, 401)
+# Middle of a toolbar button, by the menu item it stands for.
+TOOLS = {"open": (22, 44), "preview": (50, 44), "print": (78, 44), "table": (117, 44), "graticule": (145, 44),
+         "line": (173, 44), "point": (201, 44), "port": (240, 44), "fetch": (268, 44), "auto": (296, 44),
+         "stop": (324, 44), "help": (363, 44)}
+PATIENCE = 60.0
+
+
+class Failure(AssertionError):
+    pass
+
+
+def wait_for(what, condition, seconds=PATIENCE):
+    """The first true answer of `condition`."""
+    end = time.monotonic() + seconds
+    while True:
+        answer = condition()
+        if answer:
+            return answer
+        if time.monotonic() > end:
+            raise Failure("waited in vain for " + what)
+        time.sleep(0.05)
+
+
+def ppm(data):
+    """Width, height and the RGB bytes of a binary pixmap."""
+    match = re.match(rb"P6\s+(\d+)\s+(\d+)\s+255\s", data)
+    if match is None:
+        raise Failure("no pixmap of one byte a colour: " + repr(data[:40]))
+    width, height = int(match.group(1)), int(match.group(2))
+    return width, height, data[match.end():]
+
+
+class Session:
+    def __init__(self, programs, folder):
+        self.programs = programs
+        self.folder = os.path.abspath(folder)
+        shutil.rmtree(self.folder, ignore_errors=True)
+        self.home = os.path.join(self.folder, "home", "sixtrace")
+        os.makedirs(self.home)
+        runtime = os.path.join(self.folder, "run")
+        os.makedirs(runtime, mode=0o700)
+        self.running = []
+        self.env = dict(os.environ, XDG_DATA_HOME=os.path.dirname(self.home), HOME=self.folder, XDG_RUNTIME_DIR=runtime,
+                        QT_QPA_PLATFORM="xcb", LANG="C.UTF-8", QT_SCALE_FACTOR="1",
+                        DBUS_SESSION_BUS_ADDRESS="unix:path=" + runtime + "/no-bus")
+        self.env["DISPLAY"] = self._display()
+        self._start(["openbox", "--sm-disable"])
+        wait_for("the window manager", lambda: self._quiet("xdotool", "get_num_desktops") is not None)
+        self.program = None
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, kind, error, trace):
+        if kind is not None:
+            subprocess.run(["import", "-window", "root", os.path.join(self.folder, "failed.png")], env=self.env, check=False)
+        for process in reversed(self.running):
+            process.send_signal(signal.SIGTERM)
+            try:
+                process.wait(10)
+            except subprocess.TimeoutExpired:
+                process.kill()
+                process.wait()
+
+    def _start(self, command, **options):
+        log = open(os.path.join(self.folder, os.path.basename(command[0]) + ".log"), "ab")
+        process = subprocess.Popen(command, env=self.env, stdout=log, stderr=log, **options)
+        self.running.append(process)
+        return process
+
+    def _display(self):
+        reader, writer = os.pipe()
+        self._start(["Xvfb", "-displayfd", str(writer), "-screen", "0", "1024x768x24", "-nolisten", "tcp"],
+                    pass_fds=[writer])
+        os.close(writer)
+        with os.fdopen(reader) as pipe:
+            number = pipe.readline().strip()
+        if not number:
+            raise Failure("no display")
+        return ":" + number
+
+    def _quiet(self, *command):
+        done = subprocess.run(command, env=self.env, capture_output=True, text=True, check=False)
+        return done.stdout if done.returncode == 0 else None
+
+    def do(self, *command):
+        done = subprocess.run(command, env=self.env, capture_output=True, text=True, check=False)
+        if done.returncode != 0:
+            raise Failure(" ".join(command) + ": " + done.stderr)
+        return done.stdout
+
+    # The programs.
+
+    def path(self, name):
+        return os.path.join(self.programs, name)
+
+    def kqx(self, *arguments):
+        return self.do(self.path("kqx"), *arguments)
+
+    def capture(self, name, form="V11", scene="six"):
+        file = os.path.join(self.folder, name)
+        self.do(self.path("sixtrace-instrument"), "--write", file, "--form", form, "--scene", scene)
+        return file
+
+    def instrument(self, *arguments):
+        os.makedirs(os.path.join(self.home, "ports"), exist_ok=True)
+        line = os.path.join(self.home, "ports", "com1")
+        socket = os.path.join(self.home, "instrument.socket")
+        process = self._start([self.path("sixtrace-instrument"), "--serial", line, "--usb", socket, *arguments])
+        wait_for("the instrument", lambda: os.path.exists(line) and os.path.exists(socket))
+        return process
+
+    def settings(self):
+        try:
+            with open(os.path.join(self.home, "vkq.ini"), encoding="utf-8") as file:
+                return dict(line.rstrip("\n").split("=", 1) for line in file if "=" in line)
+        except FileNotFoundError:
+            return {}
+
+    def write_settings(self, text):
+        with open(os.path.join(self.home, "vkq.ini"), "w", encoding="utf-8") as file:
+            file.write(text)
+
+    def start(self, *, english=True):
+        """Starts the program, dismisses the splash by a key and gives the main window."""
+        if english and not self.settings():
+            self.write_settings("[Common]\nLanguage=1\n")
+        self.launch()
+        self.focus(self.splash())
+        self.key("space")
+        return self.main()
+
+    def launch(self):
+        self.program = self._start([self.path("sixtrace")])
+
+    def ended(self):
+        wait_for("the end of the program", lambda: self.program.poll() is not None)
+        return self.program.returncode
+
+    # What is on the display.
+
+    def windows(self):
+        found = []
+        for number in (self._quiet("xdotool", "search", "--onlyvisible", "--class", "sixtrace") or "").split():
+            name = self._quiet("xdotool", "getwindowname", number)
+            shape = self._quiet("xwininfo", "-id", number)
+            if name is None or shape is None:
+                continue
+            values = dict(line.rsplit(":", 1) for line in shape.splitlines() if line.count(":") == 1)
+            places = ("  Absolute upper-left X", "  Absolute upper-left Y", "  Width", "  Height")
+            found.append((number, name.strip(), *(int(values[place]) for place in places)))
+        return found
+
+    def find(self, title, above=0, below=10000):
+        """A visible window whose title begins so, and whose width lies in these bounds."""
+        for window in self.windows():
+            if window[1].startswith(title) and above <= window[4] < below:
+                return window
+        return None
+
+    def window(self, title, above=0, below=10000):
+        return wait_for("the window " + title, lambda: self.find(title, above, below))
+
+    def gone(self, title, below=10000):
+        wait_for("the end of the window " + title, lambda: self.find(title, below=below) is None)
+
+    def splash(self):
+        return wait_for("the splash", lambda: next((w for w in self.windows() if w[4] < 800), None))
+
+    def main(self):
+        return self.window("Sixtrace", above=800, below=801)
+
+    def focus(self, window):
+        self.do("xdotool", "windowfocus", "--sync", window[0])
+
+    def picture(self, window, place):
+        """The RGB bytes of a place in a window, as they stand on the display."""
+        x, y, width, height = place
+        crop = "%dx%d+%d+%d" % (width, height, window[2] + x, window[3] + y)
+        done = subprocess.run(["import", "-window", "root", "-crop", crop, "-depth", "8", "ppm:-"], env=self.env, capture_output=True,
+                              check=True)
+        return ppm(done.stdout)
+
+    def screen(self, window=None):
+        return self.picture(window or self.main(), SCREEN)
+
+    def screen_of(self, capture, *options):
+        """What the screen shall show of a capture, by the companion program."""
+        file = os.path.join(self.folder, "expected.png")
+        self.kqx("screen", capture, file, *options)
+        done = subprocess.run(["convert", file, "-depth", "8", "ppm:-"], capture_output=True, check=True)
+        return ppm(done.stdout)
+
+    def expect_screen(self, what, expected):
+        self.park()
+        wait_for(what, lambda: self.screen() == expected)
+
+    # The hand.
+
+    def key(self, *keys):
+        self.do("xdotool", "key", *keys)
+
+    def type(self, text):
+        self.do("xdotool", "type", "--delay", "5", text)
+
+    def move(self, window, x, y):
+        self.do("xdotool", "mousemove", "--sync", str(window[2] + x), str(window[3] + y))
+
+    def park(self):
+        """Takes the pointer out of every picture."""
+        self.do("xdotool", "mousemove", "1020", "764")
+
+    def click(self, window, x, y, count=1):
+        self.move(window, x, y)
+        self.do("xdotool", "click", "--repeat", str(count), "--delay", "60", "1")
+
+    def drag(self, window, start, end, steps=8):
+        self.move(window, *start)
+        self.do("xdotool", "mousedown", "1")
+        for step in range(1, steps + 1):
+            self.move(window, start[0] + (end[0] - start[0]) * step // steps,
+                      start[1] + (end[1] - start[1]) * step // steps)
+            time.sleep(0.03)
+        self.do("xdotool", "mouseup", "1")
+
+    def tool(self, name):
+        self.click(self.main(), *TOOLS[name])
+
+    def open(self, file):
+        """File, Open, by keys, through the desktop's dialog."""
+        main = self.main()
+        self.focus(main)
+        self.key("ctrl+o")
+        dialog = wait_for("the open dialog",
+                          lambda: next((w for w in self.windows() if w[0] != main[0] and w[4] > 250), None))
+        self.answer_file_dialog(dialog, file)
+
+    def answer_file_dialog(self, dialog, file):
+        self.focus(dialog)
+        self.key("ctrl+a")
+        self.type(file)
+        self.key("Return")
+        wait_for("the end of the dialog", lambda: dialog[0] not in [w[0] for w in self.windows()])

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "capture/capturefile.h"
+#include "capture/scenes.h"
+#include "platform/labels.h"
+#include "platform/listcombo.h"
+#include "platform/markerlabel.h"
+#include "platform/numbers.h"
+#include "platform/picturebox.h"
+#include "platform/positionbar.h"
+#include "platform/ticklist.h"
+#include "shell/frmcomfixture.h"
+
+#include <QMouseEvent>
+
+namespace sixtrace {
+
+/// A shown main window with captures of which every figure is known, and a mouse.
+///
+/// The events go to the widgets themselves, with places inside them or beside them and the buttons that are down: a
+/// pointer that the test system moves would need a screen, and could not stand on a third of a pixel.
+class CaptureWindow : public FrmComTest {
+protected:
+    void open(const std::vector<CaptureBlock>& blocks) {
+        write(QStringLiteral("capture.bin"), captureBytes(*captureForm("V11"), blocks));
+        dialogs.files.emplace_back(FileChoice{path(QStringLiteral("capture.bin")), 1});
+        item("mnuOpen").trigger();
+    }
+    void openScene(const char* name) { open(*sceneBlocks(QString::fromLatin1(name), 1)); }
+
+    /// One screen unit a sample and a count: 0.5 V a division at 10 mV a count, 600 samples of 2.5 microseconds at
+    /// 10 microseconds a division. A zero level of 0 is the screen's row 200, each 25 of it 50 rows.
+    static CaptureBlock flat(char id, int zeroLevel) {
+        return {.id = id,
+                .screenPoints = 600,
+                .sampleCount = 600,
+                .timeIndex = 10,
+                .zeroLevel = zeroLevel,
+                .voltIndex = 7,
+                .sampleInterval = 2.5F,
+                .voltPerCount = 10,
+                .samples = std::vector<std::int16_t>(600, 0)};
+    }
+    /// ch1 on row 200 and A on row 250, ch1 selected.
+    void openFlat() {
+        load();
+        form->show();
+        open({flat('1', 0), flat('A', -25)});
+        list().setListIndex(0);
+    }
+
+    [[nodiscard]] TickList& list() const { return control<TickList>("List1"); }
+    [[nodiscard]] ListCombo& cursorType() const { return control<ListCombo>("Combo3"); }
+    [[nodiscard]] PictureBox& screen() const { return control<PictureBox>("Picture2"); }
+    [[nodiscard]] PictureBox& hidden(int index) const {
+        return control<PictureBox>(qPrintable(elementName(QStringLiteral("picHidden"), index)));
+    }
+    [[nodiscard]] QImage screenImage() const { return screen().picture().view().copy(); }
+    [[nodiscard]] MarkerLabel& marker(int channel) const {
+        return control<MarkerLabel>(qPrintable(elementName(QStringLiteral("image1"), channel)));
+    }
+    [[nodiscard]] MarkerLabel& standIn(int channel) const {
+        return control<MarkerLabel>(qPrintable(elementName(QStringLiteral("ZLabel"), channel)));
+    }
+    [[nodiscard]] CursorLine& line(const char* name) const { return dynamic_cast<CursorLine&>(control<QObject>(name)); }
+    [[nodiscard]] QString caption(const char* name) const { return control<ReadoutLabel>(name).caption(); }
+    /// A number as the desktop writes it, from "1,234.50".
+    static QString number(const char* text) {
+        const NumberMarks marks = NumberMarks::system();
+        QString result;
+        for (const QChar c : QString::fromLatin1(text)) {
+            result += c == u'.' ? QString(marks.decimal) : c == u',' ? QString(marks.group) : QString(c);
+        }
+        return result;
+    }
+
+    static void send(QWidget& widget, QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons down) {
+        QMouseEvent event(type, at, widget.mapToGlobal(at), button, down, Qt::NoModifier);
+        QCoreApplication::sendEvent(&widget, &event);
+    }
+    static void press(QWidget& widget, double x, double y, Qt::MouseButton button = Qt::LeftButton) {
+        send(widget, QEvent::MouseButtonPress, {x, y}, button, button);
+    }
+    static void drag(QWidget& widget, double x, double y, Qt::MouseButton button = Qt::LeftButton) {
+        send(widget, QEvent::MouseMove, {x, y}, Qt::NoButton, button);
+    }
+    static void release(QWidget& widget, double x, double y, Qt::MouseButton button = Qt::LeftButton) {
+        send(widget, QEvent::MouseButtonRelease, {x, y}, button, Qt::NoButton);
+    }
+    static void hover(QWidget& widget, double x, double y) {
+        send(widget, QEvent::MouseMove, {x, y}, Qt::NoButton, Qt::NoButton);
+    }
+    static void dragFromTo(QWidget& widget, QPointF from, QPointF to) {
+        press(widget, from.x(), from.y());
+        drag(widget, to.x(), to.y());
+        release(widget, to.x(), to.y());
+    }
+    /// As a desktop sends it: the second press arrives as the double click.
+    static void doubleClick(QWidget& widget, double x, double y) {
+        press(widget, x, y);
+        release(widget, x, y);
+        send(widget, QEvent::MouseButtonDblClick, {x, y}, Qt::LeftButton, Qt::LeftButton);
+        release(widget, x, y);
+    }
+};
+
+} // namespace sixtrace

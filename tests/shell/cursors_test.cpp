@@ -1,0 +1,277 @@
+// SPDX-License-Identifier: MIT
+#include "shell/capturewindow.h"
+
+namespace sixtrace {
+namespace {
+
+class CursorWindow : public CaptureWindow {
+protected:
+    void SetUp() override {
+        CaptureWindow::SetUp();
+        openFlat();
+    }
+    [[nodiscard]] bool shown(std::initializer_list<const char*> labels) const {
+        bool all = true;
+        bool none = true;
+        for (const char* name : labels) {
+            const bool hidden = control<QWidget>(name).isHidden();
+            all = all && !hidden;
+            none = none && hidden;
+        }
+        EXPECT_TRUE(all || none) << "all of a pair or none";
+        return all;
+    }
+    [[nodiscard]] Qt::CursorShape pointer() const { return screen().cursor().shape(); }
+};
+
+TEST_F(CursorWindow, EachTypeShowsItsLinesAndLabelsOnly) {
+    struct Row {
+        int type;
+        bool voltage;
+        bool time;
+    };
+    for (const Row& row : {Row{1, true, false}, Row{2, false, true}, Row{3, true, true}, Row{0, false, false}}) {
+        cursorType().setListIndex(row.type);
+        EXPECT_EQ(line("Line1(0)").isVisible(), row.voltage) << row.type;
+        EXPECT_EQ(line("Line1(1)").isVisible(), row.voltage) << row.type;
+        EXPECT_EQ(line("Line2(0)").isVisible(), row.time) << row.type;
+        EXPECT_EQ(line("Line2(1)").isVisible(), row.time) << row.type;
+        EXPECT_EQ(shown({"LabY1", "LabY2", "LabDy", "LabYY1", "LabYY2", "LabYY11", "LabYY22", "LabDDYY", "Labddy"}),
+                  row.voltage);
+        EXPECT_EQ(shown({"LabX1", "LabX2", "LabDx", "LabXX1", "LabXX2", "LabXX11", "LabXX22", "LabDDXX", "labDDx"}),
+                  row.time);
+    }
+}
+
+TEST_F(CursorWindow, ChoosingATypeReadsTheLinesOutWhereTheyStand) {
+    cursorType().setListIndex(3);
+    // Lines on rows 100 and 300 around the zero line on row 200, 10 mV a row.
+    EXPECT_EQ(caption("LabY1"), number("1000.00"));
+    EXPECT_EQ(caption("LabYY11"), QStringLiteral("mV"));
+    EXPECT_EQ(caption("LabY2"), number("-1000.00"));
+    EXPECT_EQ(caption("LabDy"), number("2,000.00"));
+    // Lines on columns 180 and 420, 2.5 microseconds a column.
+    EXPECT_EQ(caption("LabX1"), number("450.00"));
+    EXPECT_EQ(caption("LabX2"), number("1050.00"));
+    EXPECT_EQ(caption("LabXX22"), QStringLiteral("uS"));
+    EXPECT_EQ(caption("LabDx"), number("600.00"));
+}
+
+TEST_F(CursorWindow, DuringTimedAcquisitionTheTypeChangesNothing) {
+    model->AutoRun = true;
+    cursorType().setListIndex(3);
+    EXPECT_FALSE(line("Line1(0)").isVisible());
+    EXPECT_TRUE(caption("LabY1").isEmpty());
+}
+
+TEST_F(CursorWindow, BothPairsAtTheSameSpotTakeTheFirstVoltageCursorThenTheSecondThenATimeCursorThenATrace) {
+    cursorType().setListIndex(3);
+    dragFromTo(screen(), {10, 300}, {10, 100});
+    EXPECT_EQ(line("Line1(1)").Y1(), 100);
+    // At 180, 100 both voltage cursors and a time cursor lie under the pointer.
+    dragFromTo(screen(), {180, 100}, {200, 200});
+    EXPECT_EQ(line("Line1(0)").Y1(), 200);
+    EXPECT_EQ(line("Line1(1)").Y1(), 100);
+    EXPECT_EQ(line("Line2(0)").X1(), 180);
+    dragFromTo(screen(), {180, 100}, {200, 50});
+    EXPECT_EQ(line("Line1(1)").Y1(), 50);
+    EXPECT_EQ(line("Line2(0)").X1(), 180) << "a voltage cursor before a time cursor";
+    // The trace lies on row 250.
+    dragFromTo(screen(), {180, 250}, {190, 250});
+    EXPECT_EQ(line("Line2(0)").X1(), 190);
+    EXPECT_EQ(model->ChannelXShift[2], 0) << "a cursor before a trace";
+}
+
+TEST_F(CursorWindow, WithoutCursorsAPressWithinTwoUnitsOfAnInvisibleLineStartsNoTraceDrag) {
+    cursorType().setListIndex(0);
+    dragFromTo(screen(), {181, 200}, {191, 200});
+    EXPECT_EQ(model->ChannelXShift[0], 0);
+    EXPECT_EQ(line("Line2(0)").X1(), 180) << "the hidden line takes the press and stays";
+    dragFromTo(screen(), {182, 200}, {192, 200});
+    EXPECT_EQ(model->ChannelXShift[0], 10) << "a distance of exactly 2 is no hit";
+}
+
+TEST_F(CursorWindow, TwoTracesAtTheSameSpotPickTheLowerChannel) {
+    open({flat('2', 0), flat('B', 0)});
+    dragFromTo(screen(), {50, 200}, {57, 200});
+    EXPECT_EQ(model->ChannelXShift[1], 7);
+    EXPECT_EQ(model->ChannelXShift[3], 0);
+}
+
+TEST_F(CursorWindow, AHiddenTraceCanBePicked) {
+    list().setSelected(0, false);
+    dragFromTo(screen(), {50, 200}, {57, 200});
+    EXPECT_EQ(model->ChannelXShift[0], 7);
+}
+
+TEST_F(CursorWindow, APressAtAnIndexEqualToTheSampleCountPassesTheRangeTest) {
+    // Column 600 stands for sample 600 of 600.
+    press(screen(), 600, 200);
+    drag(screen(), 595, 200);
+    drag(screen(), 590, 200);
+    release(screen(), 590, 200);
+    EXPECT_EQ(model->ChannelXShift[0], -10);
+}
+
+TEST_F(CursorWindow, TheDifferenceOfTwoCursorsAtTheSameHeightIsZero) {
+    cursorType().setListIndex(1);
+    dragFromTo(screen(), {10, 300}, {10, 100});
+    EXPECT_EQ(caption("LabY2"), caption("LabY1"));
+    EXPECT_EQ(caption("LabDy"), number("0.00"));
+}
+
+TEST_F(CursorWindow, ADragOutOfTheScreenStopsAtTheEdgeAndGoesOnWhenItComesBack) {
+    cursorType().setListIndex(1);
+    press(screen(), 10, 100);
+    drag(screen(), 10, 20);
+    for (const QPointF outside : {QPointF(10, -1), QPointF(10, 400), QPointF(-1, 50), QPointF(600, 50)}) {
+        drag(screen(), outside.x(), outside.y());
+        EXPECT_EQ(line("Line1(0)").Y1(), 20);
+    }
+    drag(screen(), 10, 399);
+    EXPECT_EQ(line("Line1(0)").Y1(), 399);
+    release(screen(), 700, -50);
+    drag(screen(), 10, 60);
+    EXPECT_EQ(line("Line1(0)").Y1(), 399) << "the release outside has ended the drag";
+}
+
+TEST_F(CursorWindow, ATraceDragOutOfTheScreenGoesOnFromTheLastPlaceInside) {
+    press(screen(), 50, 200);
+    drag(screen(), 60, 200);
+    drag(screen(), -30, 200);
+    drag(screen(), 45, 200);
+    release(screen(), 45, 500);
+    EXPECT_EQ(model->ChannelXShift[0], -5);
+    drag(screen(), 80, 200);
+    EXPECT_EQ(model->ChannelXShift[0], -5);
+}
+
+TEST_F(CursorWindow, ATraceDragIsTakenAtTheTimeBaseOfTheView) {
+    control<ListCombo>("Combo1").setListIndex(13); // 100 microseconds where the capture has 10
+    // Ten times the time a division: the trace fills the 60 units around the middle.
+    dragFromTo(screen(), {300, 200}, {303, 200});
+    EXPECT_FLOAT_EQ(model->ChannelXShift[0], 30);
+}
+
+TEST_F(CursorWindow, VoltageReadoutsFollowTheDragAtOnceAndTimeReadoutsLagByOneMove) {
+    cursorType().setListIndex(3);
+    press(screen(), 10, 100);
+    drag(screen(), 10, 101);
+    EXPECT_EQ(caption("LabY1"), number("990.00"));
+    EXPECT_EQ(caption("LabDy"), number("1,990.00"));
+    release(screen(), 10, 101);
+    press(screen(), 180, 50);
+    drag(screen(), 200, 50);
+    EXPECT_EQ(line("Line2(0)").X1(), 200);
+    EXPECT_EQ(caption("LabX1"), number("450.00"));
+    drag(screen(), 201, 50);
+    EXPECT_EQ(caption("LabX1"), number("500.00"));
+    EXPECT_EQ(caption("LabDx"), number("550.00"));
+}
+
+TEST_F(CursorWindow, ACursorMovesInItsOwnTypeOnly) {
+    cursorType().setListIndex(1);
+    dragFromTo(screen(), {180, 50}, {200, 60});
+    EXPECT_EQ(line("Line2(0)").X1(), 180);
+    cursorType().setListIndex(2);
+    dragFromTo(screen(), {10, 100}, {10, 130});
+    EXPECT_EQ(line("Line1(0)").Y1(), 100);
+}
+
+TEST_F(CursorWindow, Row16IsInMicrosecondsAfterTheChoiceAndInMillisecondsAfterTheNextMove) {
+    control<ListCombo>("Combo1").setListIndex(16);
+    cursorType().setListIndex(2);
+    EXPECT_EQ(caption("LabXX11"), QStringLiteral("uS"));
+    hover(screen(), 5, 5);
+    EXPECT_EQ(caption("LabXX11"), QStringLiteral("mS"));
+}
+
+TEST_F(CursorWindow, Rows22To24AreInSecondsAfterTheChoiceAndInMillisecondsAfterTheNextMove) {
+    for (const int row : {22, 24}) {
+        control<ListCombo>("Combo1").setListIndex(row);
+        cursorType().setListIndex(3);
+        EXPECT_EQ(caption("LabXX22"), QStringLiteral("S")) << row;
+        hover(screen(), 5, 5);
+        EXPECT_EQ(caption("LabXX22"), QStringLiteral("mS")) << row;
+        cursorType().setListIndex(0);
+    }
+}
+
+TEST_F(CursorWindow, TimeDifferencesWorkFromTheRoundedTexts) {
+    control<ListCombo>("Combo1").setListIndex(10);
+    cursorType().setListIndex(2);
+    dragFromTo(screen(), {180, 50}, {2, 50});
+    dragFromTo(screen(), {420, 50}, {4, 50});
+    // 0.005 and 0.01 milliseconds are both shown as 0.01. At row 16 a column is 100 times the time: shift none, view
+    // the capture's own time base but reckon in milliseconds.
+    model->TimeIndex[0] = 16;
+    model->TimeIndexView[0] = 16;
+    hover(screen(), 50, 50);
+    EXPECT_EQ(caption("LabX1"), number("0.01"));
+    EXPECT_EQ(caption("LabX2"), number("0.01"));
+    EXPECT_EQ(caption("LabDx"), number("0.00"));
+}
+
+TEST_F(CursorWindow, TimesOfAChannelWithoutDataStayAsTheyWere) {
+    cursorType().setListIndex(2);
+    list().setListIndex(1);
+    EXPECT_EQ(caption("LabX1"), number("450.00"));
+    hover(screen(), 5, 5);
+    EXPECT_EQ(caption("LabX1"), number("450.00"));
+}
+
+TEST_F(CursorWindow, PointerShapesTellWhatAPressWouldTake) {
+    hover(screen(), 10, 100);
+    EXPECT_EQ(pointer(), Qt::ArrowCursor) << "a hidden cursor gives no shape";
+    hover(screen(), 50, 205);
+    EXPECT_EQ(pointer(), Qt::SizeHorCursor) << "five units from a trace";
+    hover(screen(), 50, 206);
+    EXPECT_EQ(pointer(), Qt::ArrowCursor);
+    cursorType().setListIndex(3);
+    hover(screen(), 10, 101);
+    EXPECT_EQ(pointer(), Qt::SizeVerCursor);
+    hover(screen(), 10, 102);
+    EXPECT_EQ(pointer(), Qt::ArrowCursor);
+    hover(screen(), 419, 30);
+    EXPECT_EQ(pointer(), Qt::SizeHorCursor);
+    hover(screen(), 418, 30);
+    EXPECT_EQ(pointer(), Qt::ArrowCursor);
+}
+
+TEST_F(CursorWindow, DuringTimedAcquisitionNeitherCursorNorTraceCanBeGrabbed) {
+    cursorType().setListIndex(3);
+    model->AutoRun = true;
+    dragFromTo(screen(), {10, 100}, {10, 150});
+    dragFromTo(screen(), {50, 200}, {60, 200});
+    EXPECT_EQ(line("Line1(0)").Y1(), 100);
+    EXPECT_EQ(model->ChannelXShift[0], 0);
+}
+
+TEST_F(CursorWindow, ADragWithoutACaptureIsQuiet) {
+    form.reset();
+    model = std::make_unique<publicM>();
+    load();
+    form->show();
+    const QImage before = screenImage();
+    dragFromTo(screen(), {50, 200}, {90, 200});
+    EXPECT_EQ(screenImage(), before);
+    cursorType().setListIndex(2);
+    dragFromTo(screen(), {180, 50}, {190, 50});
+    EXPECT_EQ(line("Line2(0)").X1(), 190);
+    EXPECT_TRUE(caption("LabX1").isEmpty());
+}
+
+TEST_F(CursorWindow, ADragOverACountFromAHostileFileEndsQuietly) {
+    model->SampleCount[0] = 2000000000;
+    dragFromTo(screen(), {50, 200}, {90, 200});
+    model->SampleCount[0] = -5;
+    dragFromTo(screen(), {50, 200}, {90, 200});
+    model->SampleCount[0] = 600;
+    model->TimeIndexView[0] = 99;
+    dragFromTo(screen(), {50, 200}, {90, 200});
+    hover(screen(), 60, 200);
+    EXPECT_EQ(model->ChannelXShift[0], 0);
+}
+
+} // namespace
+} // namespace sixtrace

@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: MIT
+#include "shell/capturewindow.h"
+
+#include "platform/framepanel.h"
+#include "view/markerstrip.h"
+
+namespace sixtrace {
+namespace {
+
+/// ch1 on row 200 (marker top 2910) and A on row 250, markers 24 by 14 pixels.
+class MarkerWindow : public CaptureWindow {
+protected:
+    void SetUp() override {
+        CaptureWindow::SetUp();
+        openFlat();
+    }
+    /// Pulls a marker from its middle to a top in twips and drops it there. The pointer keeps its place in the marker.
+    void dropAt(int channel, double top) {
+        MarkerLabel& label = marker(channel);
+        press(label, 12, 7);
+        drag(label, 12, 7 + (top - label.Top()) / 15);
+        release(label, 12, 7);
+    }
+};
+
+TEST_F(MarkerWindow, APressShowsTheBorderAndTheReleaseTakesItAway) {
+    press(marker(0), 12, 7);
+    EXPECT_TRUE(marker(0).hasBorder());
+    release(marker(0), 12, 7);
+    EXPECT_FALSE(marker(0).hasBorder());
+}
+
+TEST_F(MarkerWindow, SelectingAChannelThroughItsMarkerChangesListsAndFramesAndBar) {
+    model->TimeIndexView[2] = 12;
+    model->VoltIndexView[2] = 4;
+    press(marker(2), 12, 7);
+    EXPECT_EQ(list().ListIndex(), 2);
+    EXPECT_EQ(form->selection().CurChannel, 2);
+    EXPECT_EQ(control<ListCombo>("Combo1").ListIndex(), 12);
+    EXPECT_EQ(control<ListCombo>("Combo2").ListIndex(), 4);
+    EXPECT_EQ(control<FramePanel>("Frame2").caption(), QStringLiteral("A   水平档位"));
+    EXPECT_EQ(control<FramePanel>("Frame4").caption(), QStringLiteral("A   "));
+    EXPECT_EQ(marker(2).backColor(), toQColor(model->LineColor[2]));
+    EXPECT_EQ(marker(0).backColor(), QColor(0, 255, 255)) << "the other blends into the strip again";
+    EXPECT_EQ(control<PositionBar>("VScroll1").Value(), 401) << "one division below the middle of row 0";
+}
+
+TEST_F(MarkerWindow, ADragMovesTheTraceAtItsReleaseAndTheBarAndReadoutsFollow) {
+    cursorType().setListIndex(1);
+    const QImage before = screenImage();
+    dropAt(0, 2910 + 6030 / 8.0);
+    EXPECT_DOUBLE_EQ(marker(0).Top(), 2910 + 6030 / 8.0);
+    EXPECT_EQ(model->ChannelYPos[0], 250);
+    EXPECT_EQ(model->PlotY(0, 300), 250);
+    EXPECT_NE(screenImage(), before);
+    // (3663.75 - 3000) / 6030 * 8 = 0.88 divisions below the middle of 400.
+    EXPECT_EQ(control<PositionBar>("VScroll1").Value(), 401);
+    EXPECT_TRUE(form->selection().ScrollLive);
+    EXPECT_EQ(caption("LabY1"), number("1500.00")) << "150 rows of 10 mV above the zero line";
+}
+
+TEST_F(MarkerWindow, ThePointerKeepsItsPlaceInTheMarker) {
+    MarkerLabel& label = marker(0);
+    press(label, 3, 2);
+    drag(label, 20, 12);
+    EXPECT_DOUBLE_EQ(label.Top(), 2910 + 150);
+    // The label has moved with the pointer, which therefore stands at the old place in it.
+    drag(label, 20, 2);
+    EXPECT_DOUBLE_EQ(label.Top(), 2910 + 150);
+}
+
+TEST_F(MarkerWindow, DraggingTheMarkerOfAChannelWithoutDataMovesTheLabelOnly) {
+    list().setSelected(5, true);
+    const QImage before = screenImage();
+    const auto yPos = model->ChannelYPos[5];
+    ASSERT_TRUE(marker(5).isVisible());
+    press(marker(5), 12, 7);
+    drag(marker(5), 12, 27);
+    EXPECT_DOUBLE_EQ(marker(5).Top(), 3000 + 300);
+    EXPECT_EQ(screenImage(), before);
+    EXPECT_EQ(model->ChannelYPos[5], yPos);
+    release(marker(5), 12, 7);
+    EXPECT_TRUE(marker(5).hasBorder()) << "its border stays on";
+    EXPECT_EQ(list().ListIndex(), 5) << "it can be selected all the same";
+    EXPECT_EQ(screenImage(), before);
+}
+
+TEST_F(MarkerWindow, ATraceThatLiesWhollyLeftOfTheScreenShowsNoGhost) {
+    model->ChannelXShift[0] = -2000;
+    list().setSelected(0, true);
+    const QImage before = screenImage();
+    press(marker(0), 12, 7);
+    drag(marker(0), 12, 47);
+    EXPECT_EQ(screenImage(), before);
+    EXPECT_EQ(model->PlotY(0, 300), 240) << "all samples have been walked through";
+    release(marker(0), 12, 7);
+    EXPECT_EQ(model->ChannelYPos[0], 240);
+}
+
+TEST_F(MarkerWindow, AMarkerDroppedAt5870IsReplacedAt5865InTheSameColourAndWithTheSameCaption) {
+    dropAt(0, 5870);
+    EXPECT_NEAR(marker(0).Top(), 5870, 1e-9);
+    EXPECT_TRUE(marker(0).isHidden());
+    EXPECT_TRUE(standIn(0).isVisible());
+    EXPECT_DOUBLE_EQ(standIn(0).Top(), 5865);
+    EXPECT_EQ(standIn(0).backColor(), marker(0).backColor());
+    EXPECT_EQ(standIn(0).caption(), QStringLiteral("1->"));
+}
+
+TEST_F(MarkerWindow, OneDroppedAt5865StaysAndOneAboveTheTopEndIsReplacedThere) {
+    dropAt(0, 5865);
+    EXPECT_TRUE(marker(0).isVisible());
+    EXPECT_TRUE(standIn(0).isHidden());
+    dropAt(0, -75);
+    EXPECT_TRUE(marker(0).isVisible());
+    dropAt(0, -90);
+    EXPECT_TRUE(marker(0).isHidden());
+    EXPECT_DOUBLE_EQ(standIn(0).Top(), -75);
+}
+
+TEST_F(MarkerWindow, ADragStopsThirtyTwipsBeyondTheStandByPositions) {
+    dropAt(0, -106);
+    EXPECT_DOUBLE_EQ(marker(0).Top(), 2910) << "such a move is undone";
+    dropAt(0, 5896);
+    EXPECT_DOUBLE_EQ(marker(0).Top(), 2910);
+    press(marker(0), 12, 7);
+    drag(marker(0), 12, 7 + (5895 - 2910) / 15.0);
+    EXPECT_DOUBLE_EQ(marker(0).Top(), 5895);
+    EXPECT_TRUE(marker(0).isVisible()) << "the swap waits for the release";
+    release(marker(0), 12, 7);
+    EXPECT_TRUE(marker(0).isHidden());
+}
+
+TEST_F(MarkerWindow, OnlyTheBarBringsAReplacedMarkerBack) {
+    dropAt(0, 5890);
+    ASSERT_TRUE(marker(0).isHidden());
+    auto& bar = control<PositionBar>("VScroll1");
+    EXPECT_EQ(bar.Value(), 404) << "(5890 - 3000) / 6030 * 8 = 3.83 divisions below the middle of 400";
+    bar.triggerAction(QAbstractSlider::SliderSingleStepSub);
+    EXPECT_TRUE(marker(0).isVisible());
+    EXPECT_DOUBLE_EQ(marker(0).Top(), 3000 + 3 * 6030 / 8.0);
+}
+
+TEST_F(MarkerWindow, OnlyTheLeftButtonDrags) {
+    press(marker(0), 12, 7, Qt::RightButton);
+    drag(marker(0), 12, 47, Qt::RightButton);
+    EXPECT_DOUBLE_EQ(marker(0).Top(), 2910);
+    release(marker(0), 12, 7, Qt::RightButton);
+    EXPECT_FALSE(marker(0).hasBorder());
+}
+
+TEST_F(MarkerWindow, DuringTimedAcquisitionMarkersRefuseEverything) {
+    model->AutoRun = true;
+    dialogs.colours.emplace_back(255);
+    const QImage before = screenImage();
+    dropAt(2, 2000);
+    doubleClick(marker(2), 12, 7);
+    EXPECT_FALSE(marker(2).hasBorder());
+    EXPECT_DOUBLE_EQ(marker(2).Top(), 6030 * 125 / 200.0 - 105);
+    EXPECT_EQ(list().ListIndex(), 0);
+    EXPECT_EQ(dialogs.colours.size(), 1U) << "no dialog was shown";
+    EXPECT_EQ(screenImage(), before);
+}
+
+TEST_F(MarkerWindow, ADoubleClickChoosesTheTraceColourAndKeepsItInTheSettings) {
+    dialogs.colours.emplace_back(0x0000FF);
+    doubleClick(marker(0), 12, 7);
+    EXPECT_EQ(model->LineColor[0], 0x0000FF);
+    EXPECT_EQ(marker(0).backColor(), QColor(255, 0, 0));
+    EXPECT_EQ(list().chipColour(0), 0x0000FF);
+    EXPECT_EQ(screen().picture().Point(303, 200), 0x0000FF);
+    EXPECT_TRUE(read(QStringLiteral("vkq.ini")).contains("[LineColor]"));
+    EXPECT_TRUE(read(QStringLiteral("vkq.ini")).contains("0= 255")) << "with the blank before a positive number";
+}
+
+TEST_F(MarkerWindow, ACancelledDoubleClickLeavesTheSettingsFileUntouched) {
+    const QByteArray before = read(QStringLiteral("vkq.ini"));
+    const auto colour = model->LineColor[0];
+    doubleClick(marker(0), 12, 7);
+    EXPECT_EQ(read(QStringLiteral("vkq.ini")), before);
+    EXPECT_EQ(model->LineColor[0], colour);
+}
+
+TEST_F(MarkerWindow, TheSpareMarkerIsNeverShown) {
+    dropAt(0, 5890);
+    dropAt(2, 1000);
+    EXPECT_TRUE(control<QWidget>("image2").isHidden());
+}
+
+} // namespace
+} // namespace sixtrace
