@@ -18,6 +18,7 @@ class QAction;
 namespace sixtrace {
 
 class Appearance;
+class BitmapSave;
 class CaptureLoading;
 class ChannelList;
 class Cursors;
@@ -27,6 +28,8 @@ class FrmMessageOut;
 class HelpCommands;
 class LanguageMenus;
 class MarkerStrip;
+class PrintDevices;
+class Printing;
 class ScreenArea;
 class TimeVoltControls;
 
@@ -41,6 +44,8 @@ struct FrmComSurroundings {
     std::function<void(const QString& path)> openFile = {};
     /// The ways to the instrument; what stays empty is the machine's own.
     AcquisitionLinks acquisition{};
+    /// The printers; the machine's own where it is empty.
+    PrintDevices* printers = nullptr;
 };
 
 /// The main window. It makes its controls at their places, makes the areas that own their behaviour and connects menu
@@ -56,6 +61,7 @@ public:
     [[nodiscard]] FrmMessageOut& messageOut();
     [[nodiscard]] Acquisition& acquisition() { return *m_acquisition; }
     [[nodiscard]] DataTable& dataTable() { return *m_table; }
+    [[nodiscard]] Printing& printing() { return *m_printing; }
     /// Opens a capture that the desktop hands over; not while a dialog waits for its answer.
     void openFromDesktop(const QString& path);
 
@@ -92,6 +98,8 @@ private:
     HelpCommands* m_help = nullptr;
     std::unique_ptr<FrmMessageOut> m_messageOut; ///< loaded by its first text
     Acquisition* m_acquisition = nullptr;
+    Printing* m_printing = nullptr;
+    BitmapSave* m_bitmapSave = nullptr;
 };
 
 } // namespace sixtrace
