@@ -110,7 +110,7 @@ void FrmCom::makeAreas() {
     m_languages = new LanguageMenus(
         m_model, {this, c.Toolbar1, &action(QStringLiteral("mnuEnglish")), &action(QStringLiteral("mnuChinese"))},
         [this] { m_channelList->List1_Click(); }, this);
-    m_table = new DataTable(m_model, m_surroundings.dialogs, m_Dialog1, this);
+    m_table = new DataTable(m_model, m_surroundings.dialogs, this);
     m_help = new HelpCommands(
         m_model, {m_surroundings.dialogs, m_surroundings.applicationFolder, m_surroundings.openFile}, *this);
     m_links.connectAreas({.channelList = m_channelList,

@@ -4,7 +4,6 @@
 #include "acquire/acquisition.h"
 #include "capture/channelselection.h"
 #include "capture/publicm.h"
-#include "output/commondialog.h"
 #include "shell/frmcomcontrols.h"
 #include "shell/frmcomlinks.h"
 
@@ -85,7 +84,6 @@ private:
     ChannelSelection m_selection;
     FrmComLinks m_links;
     FrmComControls m_controls{};
-    CommonDialogState m_Dialog1; ///< of the dialog that the output commands share
     ChannelList* m_channelList = nullptr;
     CaptureLoading* m_loading = nullptr;
     ScreenArea* m_screen = nullptr;
