@@ -11,7 +11,8 @@ build_packages="g++ cmake ninja-build ccache pkg-config git
 # What the tests need on top. Workbooks are read back by programs that are not ours.
 test_packages="libgtest-dev libgmock-dev libumockdev-dev umockdev
     dbus-daemon desktop-file-utils appstream mandoc libxml2-utils libglib2.0-bin shared-mime-info dpkg-dev file
-    catdoc gnumeric python3 python3-openpyxl python3-xlrd"
+    catdoc gnumeric python3 python3-openpyxl python3-xlrd
+    cups cups-client cups-filters poppler-utils"
 
 # As root, or through sudo. Where nobody can type a password, sudo has to do without one.
 as_root() {

@@ -29,6 +29,7 @@ std::optional<int> parse(QCommandLineParser& parser, const QString& command, con
 int fetch(const QStringList& arguments);
 int info(const QStringList& arguments);
 int open(const QStringList& arguments);
+int page(const QStringList& arguments);
 int screen(const QStringList& arguments);
 int table(const QStringList& arguments);
 

@@ -2,28 +2,47 @@
 // The command-line companion: the program's libraries for scripts and machines without a display.
 #include "commands.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QTextStream>
 
+#include <algorithm>
 #include <array>
+#include <memory>
+#include <string_view>
 
 namespace sixtrace::kqx {
 
 namespace {
 
+enum class Writes { Text, Pages };
+
 struct Command {
     const char* name;
     const char* summary;
     int (*run)(const QStringList& arguments);
+    Writes writes = Writes::Text;
 };
 
-constexpr std::array<Command, 5> kCommands{{
+constexpr std::array<Command, 6> kCommands{{
     {"fetch", "fetch captures from the instrument", fetch},
     {"info", "tell what a capture file holds, and what is wrong with it", info},
     {"open", "open a capture in the running program, or start it", open},
+    {"page", "write the printed page of a capture as a PDF file", page, Writes::Pages},
     {"screen", "write the screen of a capture as a PNG file", screen},
     {"table", "write the samples of a capture as text, CSV or workbook", table},
 }};
+
+/// Letters on a page come from the fonts of a platform that needs no display.
+std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv) {
+    const bool pages = argc > 1 && std::any_of(kCommands.begin(), kCommands.end(), [&](const Command& command) {
+                           return command.writes == Writes::Pages && std::string_view(argv[1]) == command.name;
+                       });
+    if (!pages) {
+        return std::make_unique<QCoreApplication>(argc, argv);
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    return std::make_unique<QGuiApplication>(argc, argv);
+}
 
 QString overview() {
     QString text = QStringLiteral("Usage: kqx COMMAND ...\n\nCommands:\n");
@@ -74,7 +93,7 @@ std::optional<int> parse(QCommandLineParser& parser, const QString& command, con
 
 int main(int argc, char** argv) {
     using namespace sixtrace::kqx;
-    const QCoreApplication application(argc, argv);
+    const auto application = makeApplication(argc, argv);
     QCoreApplication::setApplicationVersion(QStringLiteral(SIXTRACE_VERSION));
     QStringList arguments = QCoreApplication::arguments().mid(1);
     if (arguments.isEmpty()) {

@@ -3,11 +3,10 @@
 
 namespace sixtrace {
 
-DataTable::DataTable(publicM& model, Dialogs& dialogs, CommonDialogState& Dialog1, QObject* parent)
+DataTable::DataTable(publicM& model, Dialogs& dialogs, QObject* parent)
     : QObject(parent)
     , m_model(model)
-    , m_dialogs(dialogs)
-    , m_Dialog1(Dialog1) {}
+    , m_dialogs(dialogs) {}
 
 DataTable::~DataTable() { unloadTable(); }
 
@@ -20,7 +19,7 @@ void DataTable::mnuTabular_Click() {
 
 void DataTable::loadTable() {
     if (m_window == nullptr) {
-        m_window = std::make_unique<frmData>(m_model, m_dialogs, m_Dialog1);
+        m_window = std::make_unique<frmData>(m_model, m_dialogs);
     }
 }
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "capture/publicm.h"
-#include "output/commondialog.h"
 #include "output/frmdata.h"
 
 #include <QObject>
@@ -16,7 +15,7 @@ class Dialogs;
 /// Owns the data table's window: loads it unseen behind every capture, unloads it before the next, shows it on demand.
 class DataTable : public QObject {
 public:
-    DataTable(publicM& model, Dialogs& dialogs, CommonDialogState& Dialog1, QObject* parent);
+    DataTable(publicM& model, Dialogs& dialogs, QObject* parent);
     ~DataTable() override;
 
     void mnuTabular_Click();
@@ -29,7 +28,6 @@ public:
 private:
     publicM& m_model;
     Dialogs& m_dialogs;
-    CommonDialogState& m_Dialog1;
     std::unique_ptr<frmData> m_window;
 };
 

@@ -56,10 +56,9 @@ constexpr int kWorkbookFilter = 2;
 
 } // namespace
 
-frmData::frmData(publicM& model, Dialogs& dialogs, CommonDialogState& Dialog1)
+frmData::frmData(publicM& model, Dialogs& dialogs)
     : m_model(model)
     , m_dialogs(dialogs)
-    , m_Dialog1(Dialog1)
     , m_cells(NumberMarks::system().decimal)
     , m_fill(m_cells, model) {
     setObjectName(QStringLiteral("frmData"));
@@ -201,7 +200,6 @@ TableExport frmData::exported() const {
 Outcome frmData::save() {
     const QString folder = m_model.AppDir + QStringLiteral("dat");
     ensureFolder(folder);
-    m_Dialog1.CancelError = true;
     const auto choice =
         m_dialogs.ShowSave({.fileName = withSeparator(folder) + dateName(QDateTime::currentDateTime()),
                             .filter = QStringLiteral("Text file (*.txt)|*.TXT|Excel file|*.xls"),

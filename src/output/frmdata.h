@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "output/commondialog.h"
 #include "output/tablecells.h"
 #include "output/tableexport.h"
 #include "output/tablefill.h"
@@ -27,7 +26,7 @@ class TableView;
 /// making on, shown or not, and reads the model as it goes; DataTable makes it anew for every capture.
 class frmData : public QWidget {
 public:
-    frmData(publicM& model, Dialogs& dialogs, CommonDialogState& Dialog1);
+    frmData(publicM& model, Dialogs& dialogs);
 
     void CmdSave_Click();
     void CmdExit_Click();
@@ -59,7 +58,6 @@ private:
 
     publicM& m_model;
     Dialogs& m_dialogs;
-    CommonDialogState& m_Dialog1;
     TableCells m_cells;
     TableFill m_fill;
     QTimer m_Timer1;

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "shell/frmcom.h"
 
+#include "output/bitmapsave.h"
 #include "output/datatable.h"
+#include "output/printing.h"
 #include "platform/listcombo.h"
 #include "platform/look.h"
 #include "platform/toolbar.h"
@@ -108,7 +110,7 @@ void FrmCom::makeAreas() {
     m_languages = new LanguageMenus(
         m_model, {this, c.Toolbar1, &action(QStringLiteral("mnuEnglish")), &action(QStringLiteral("mnuChinese"))},
         [this] { m_channelList->List1_Click(); }, this);
-    m_table = new DataTable(m_model, m_surroundings.dialogs, m_Dialog1, this);
+    m_table = new DataTable(m_model, m_surroundings.dialogs, this);
     m_help = new HelpCommands(
         m_model, {m_surroundings.dialogs, m_surroundings.applicationFolder, m_surroundings.openFile}, *this);
     m_links.connectAreas({.channelList = m_channelList,
@@ -135,6 +137,9 @@ void FrmCom::makeAreas() {
                                                    &action(QStringLiteral("mnuthree")),
                                                    &action(QStringLiteral("mnufive"))}},
                                     m_surroundings.dialogs, m_links, m_surroundings.acquisition, this);
+    m_printing = new Printing(
+        m_model, {m_surroundings.dialogs, m_surroundings.printers, [this] { return m_links.pageInputs(); }}, *this);
+    m_bitmapSave = new BitmapSave({c.Picture3, c.Picture2}, m_surroundings.dialogs, this);
 }
 
 void FrmCom::connectCommands() {
@@ -151,6 +156,11 @@ void FrmCom::connectCommands() {
     connectItem(QStringLiteral("mnuPoint"), m_appearance, &Appearance::mnuPoint_Click);
     connectItem(QStringLiteral("mnuContent"), m_help, &HelpCommands::mnuContent_Click);
     connectItem(QStringLiteral("mnuAbout"), m_help, &HelpCommands::mnuAbout_Click);
+    connectItem(QStringLiteral("mnuPageSet"), m_printing, &Printing::mnuPageSet_Click);
+    connectItem(QStringLiteral("mnuPrintView"), m_printing, &Printing::mnuPrintView_Click);
+    connectItem(QStringLiteral("mnuPrint"), m_printing, &Printing::mnuPrint_Click);
+    connectItem(QStringLiteral("mnuPrintSet"), m_printing, &Printing::mnuPrintSet_Click);
+    connectItem(QStringLiteral("mnuSaveAs"), m_bitmapSave, &BitmapSave::mnuSaveAs_Click);
     connectItem(QStringLiteral("mnuExit"), this, &FrmCom::mnuExit_Click);
     connect(m_controls.Toolbar1, &ToolBar::ButtonClick, this, &FrmCom::Toolbar1_ButtonClick);
     showTicksOnToolbar();
@@ -184,6 +194,7 @@ void FrmCom::centre() {
 void FrmCom::Form_Load() {
     centre();
     setProgramFolder(m_model, m_surroundings.applicationFolder());
+    setDefaultMargins(m_printing->settings());
     const StartSettings settings = readStartSettings(m_model.IniFile);
     prepareModel(m_model, settings);
     m_links.setStripColor(settings.stripColor);

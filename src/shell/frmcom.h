@@ -4,7 +4,6 @@
 #include "acquire/acquisition.h"
 #include "capture/channelselection.h"
 #include "capture/publicm.h"
-#include "output/commondialog.h"
 #include "shell/frmcomcontrols.h"
 #include "shell/frmcomlinks.h"
 
@@ -18,6 +17,7 @@ class QAction;
 namespace sixtrace {
 
 class Appearance;
+class BitmapSave;
 class CaptureLoading;
 class ChannelList;
 class Cursors;
@@ -27,6 +27,8 @@ class FrmMessageOut;
 class HelpCommands;
 class LanguageMenus;
 class MarkerStrip;
+class PrintDevices;
+class Printing;
 class ScreenArea;
 class TimeVoltControls;
 
@@ -41,6 +43,8 @@ struct FrmComSurroundings {
     std::function<void(const QString& path)> openFile = {};
     /// The ways to the instrument; what stays empty is the machine's own.
     AcquisitionLinks acquisition{};
+    /// The printers; the machine's own where it is empty.
+    PrintDevices* printers = nullptr;
 };
 
 /// The main window. It makes its controls at their places, makes the areas that own their behaviour and connects menu
@@ -56,6 +60,7 @@ public:
     [[nodiscard]] FrmMessageOut& messageOut();
     [[nodiscard]] Acquisition& acquisition() { return *m_acquisition; }
     [[nodiscard]] DataTable& dataTable() { return *m_table; }
+    [[nodiscard]] Printing& printing() { return *m_printing; }
     /// Opens a capture that the desktop hands over; not while a dialog waits for its answer.
     void openFromDesktop(const QString& path);
 
@@ -79,7 +84,6 @@ private:
     ChannelSelection m_selection;
     FrmComLinks m_links;
     FrmComControls m_controls{};
-    CommonDialogState m_Dialog1; ///< of the dialog that the output commands share
     ChannelList* m_channelList = nullptr;
     CaptureLoading* m_loading = nullptr;
     ScreenArea* m_screen = nullptr;
@@ -92,6 +96,8 @@ private:
     HelpCommands* m_help = nullptr;
     std::unique_ptr<FrmMessageOut> m_messageOut; ///< loaded by its first text
     Acquisition* m_acquisition = nullptr;
+    Printing* m_printing = nullptr;
+    BitmapSave* m_bitmapSave = nullptr;
 };
 
 } // namespace sixtrace

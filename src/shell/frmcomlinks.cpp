@@ -77,6 +77,14 @@ void FrmComLinks::printTime() {
     m_areas.cursors->printTime();
 }
 
+PageInputs FrmComLinks::pageInputs() const {
+    PageInputs inputs{frameInputs(), {}};
+    for (int channel = 0; channel < kChannels; ++channel) {
+        inputs.rows[static_cast<std::size_t>(channel)] = rowText(channel);
+    }
+    return inputs;
+}
+
 int FrmComLinks::selectedRow() const {
     return m_areas.channelList->ListIndex();
 }

@@ -5,6 +5,7 @@
 #include "capture/captureloading.h"
 #include "capture/captureview.h"
 #include "capture/channellist.h"
+#include "output/printresult.h"
 #include "view/frame.h"
 #include "view/appearance.h"
 #include "view/cursors.h"
@@ -54,6 +55,8 @@ public:
 
     void connectAreas(const Areas& areas) { m_areas = areas; }
     [[nodiscard]] FrameInputs frameInputs() const;
+    /// What a printed page shows beside the model.
+    [[nodiscard]] PageInputs pageInputs() const;
 
     void unloadTable() override;
     void loadTable() override;

@@ -10,7 +10,6 @@ namespace {
 
 constexpr double kDivisionsOfTime = 12;
 constexpr double kDivisionsOfVoltage = 8;
-constexpr double kMiddleX = 300;
 
 std::optional<double> rowOf(const auto& table, int row) {
     return row >= 0 && static_cast<std::size_t>(row) < table.size()
@@ -18,7 +17,8 @@ std::optional<double> rowOf(const auto& table, int row) {
                : std::nullopt;
 }
 
-std::optional<TraceScale> scaleWithoutSteps(const publicM& model, int channel) {
+std::optional<TraceScale> scaleWithoutSteps(const publicM& model, int channel, double width = kScreenWidth) {
+    const double middle = width / 2;
     const auto c = static_cast<std::size_t>(channel);
     const auto tCap = rowOf(model.TimeBaseTable, model.TimeIndex[c]);
     const auto tView = rowOf(model.TimeBaseTable, model.TimeIndexView[c]);
@@ -28,7 +28,7 @@ std::optional<TraceScale> scaleWithoutSteps(const publicM& model, int channel) {
     }
     TraceScale scale;
     scale.zoom = *tCap / *tView;
-    scale.x0 = kMiddleX - (kMiddleX - static_cast<double>(model.ChannelXShift[c])) * *tCap / *tView;
+    scale.x0 = middle - (middle - static_cast<double>(model.ChannelXShift[c])) * *tCap / *tView;
     scale.yPos = model.ChannelYPos[c];
     scale.perCount = static_cast<double>(model.VoltPerCount[c]);
     scale.divisor = *vView * (kDivisionsOfVoltage * 1000);
@@ -72,14 +72,25 @@ std::optional<TraceScale> pickScale(const publicM& model, int channel) {
     return scale;
 }
 
-std::optional<float> msPerPixel(const publicM& model, int channel) {
-    const auto tView = rowOf(model.TimeBaseTable, model.TimeIndexView[static_cast<std::size_t>(channel)]);
-    return tView ? std::optional(static_cast<float>(*tView * kDivisionsOfTime / kScreenWidth)) : std::nullopt;
+std::optional<TraceScale> pageScale(const publicM& model, int channel, const PageArea& page) {
+    const std::int32_t samples = model.SampleCount[static_cast<std::size_t>(channel)];
+    auto scale = samples != 0 ? scaleWithoutSteps(model, channel, page.width) : std::nullopt;
+    if (scale) {
+        scale->dxPlot = scale->zoom / samples * page.width;
+        scale->yPos = page.zeroLine;
+        scale->height = page.height;
+    }
+    return scale;
 }
 
-std::optional<float> voltPerPixel(const publicM& model, int channel) {
+std::optional<float> msPerPixel(const publicM& model, int channel, double width) {
+    const auto tView = rowOf(model.TimeBaseTable, model.TimeIndexView[static_cast<std::size_t>(channel)]);
+    return tView ? std::optional(static_cast<float>(*tView * kDivisionsOfTime / width)) : std::nullopt;
+}
+
+std::optional<float> voltPerPixel(const publicM& model, int channel, double height) {
     const auto vView = rowOf(model.VoltTable, model.VoltIndexView[static_cast<std::size_t>(channel)]);
-    return vView ? std::optional(static_cast<float>(*vView * kDivisionsOfVoltage / kScreenHeight)) : std::nullopt;
+    return vView ? std::optional(static_cast<float>(*vView * kDivisionsOfVoltage / height)) : std::nullopt;
 }
 
 } // namespace sixtrace

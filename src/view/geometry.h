@@ -35,11 +35,12 @@ struct TraceScale {
     double yPos = 0;     ///< ChannelYPos
     double perCount = 0; ///< VoltPerCount
     double divisor = 0;  ///< of the Y formula: volts per division times 8 divisions times 1000 millivolts
+    double height = kScreenHeight; ///< of the picture that the eight divisions fill
 
     /// X of a sample index, which may have a fraction. Not rounded, not clipped.
     [[nodiscard]] double x(double sample) const { return x0 + sample * dxPlot; }
     /// Y of a count. Not rounded, not clipped; a count of 0 lies on the zero line, positive ones above it.
-    [[nodiscard]] double y(double count) const { return yPos - count * perCount * kScreenHeight / divisor; }
+    [[nodiscard]] double y(double count) const { return yPos - count * perCount * height / divisor; }
     /// The sample index under an X, with its fraction. It addresses another sample than the one drawn there when
     /// SampleCount and ScreenPoints differ.
     [[nodiscard]] double sampleAt(double screenX) const { return (screenX - x0) / dxPick; }
@@ -53,8 +54,20 @@ struct TraceScale {
 /// is not to be used.
 [[nodiscard]] std::optional<TraceScale> pickScale(const publicM& model, int channel);
 
-/// Milliseconds and volts per screen unit of a channel as it is shown; nothing where the row does not exist.
-[[nodiscard]] std::optional<float> msPerPixel(const publicM& model, int channel);
-[[nodiscard]] std::optional<float> voltPerPixel(const publicM& model, int channel);
+/// The frame of a printed page, and where a channel's zero line lies in it. All in the page's units.
+struct PageArea {
+    double width = 0;
+    double height = 0;
+    double zeroLine = 0;
+};
+
+/// The scale for plotting on a page. The shift stands in it as it is, in screen units, and the step comes from the
+/// samples held, not from those per screen. Nothing where a table row does not exist or SampleCount is 0.
+[[nodiscard]] std::optional<TraceScale> pageScale(const publicM& model, int channel, const PageArea& page);
+
+/// Milliseconds and volts per unit of a channel as it is shown on a picture of that width or height; nothing where the
+/// row does not exist.
+[[nodiscard]] std::optional<float> msPerPixel(const publicM& model, int channel, double width = kScreenWidth);
+[[nodiscard]] std::optional<float> voltPerPixel(const publicM& model, int channel, double height = kScreenHeight);
 
 } // namespace sixtrace

@@ -69,10 +69,12 @@ public:
     static constexpr unsigned kSize = 4096;
 
     const std::int32_t* of(const TraceScale& scale) {
-        if (!(scale.yPos == m_yPos && scale.perCount == m_perCount && scale.divisor == m_divisor)) {
+        if (!(scale.yPos == m_yPos && scale.perCount == m_perCount && scale.divisor == m_divisor &&
+              scale.height == m_height)) {
             m_yPos = scale.yPos;
             m_perCount = scale.perCount;
             m_divisor = scale.divisor;
+            m_height = scale.height;
             for (unsigned i = 0; i < kSize; ++i) {
                 m_heights[i] = nearest(scale.y(static_cast<int>(i) + kLeast));
             }
@@ -84,6 +86,7 @@ private:
     double m_yPos = 0;
     double m_perCount = 0;
     double m_divisor = 0;
+    double m_height = 0;
     std::array<std::int32_t, kSize> m_heights{};
 };
 

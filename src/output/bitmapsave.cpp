@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#include "output/bitmapsave.h"
+
+#include "platform/dialogs.h"
+#include "platform/picturebox.h"
+#include "platform/wholefile.h"
+
+#include <QBuffer>
+#include <QFileInfo>
+#include <QImage>
+#include <QPainter>
+
+namespace sixtrace {
+
+BitmapSave::BitmapSave(const Widgets& widgets, Dialogs& dialogs, QObject* parent)
+    : QObject(parent)
+    , m_widgets(widgets)
+    , m_dialogs(dialogs) {}
+
+/// Strip and screen side by side, as they stand on the form: markers, cursors and all. They are painted anew, since what
+/// a display shows cannot be read back everywhere.
+QImage BitmapSave::picture() const {
+    const QWidget& strip = *m_widgets.Picture3;
+    const QSize size(strip.width() + m_widgets.Picture2->width(), m_widgets.Picture2->height());
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    strip.parentWidget()->render(&painter, {}, QRect(strip.pos(), size));
+    return image;
+}
+
+void BitmapSave::mnuSaveAs_Click() {
+    FileRequest request;
+    request.filter = QStringLiteral("BMP (*.bmp)|*.bmp");
+    const auto choice = m_dialogs.ShowSave(request);
+    // A cancelled dialog leaves no name, and nothing can be written under none.
+    if (!choice || choice->fileName.isEmpty()) {
+        return;
+    }
+    if (QFileInfo::exists(choice->fileName) &&
+        m_dialogs.question(QStringLiteral("File Exist!  Do you want to continue ?"), MessageIcon::Exclamation,
+                           QStringLiteral("Message")) != Answer::Yes) {
+        return;
+    }
+    QByteArray content;
+    QBuffer buffer(&content);
+    if (buffer.open(QIODevice::WriteOnly) && picture().save(&buffer, "BMP")) {
+        static_cast<void>(writeWhole(choice->fileName, content)); // a file that cannot be written is not written
+    }
+}
+
+} // namespace sixtrace

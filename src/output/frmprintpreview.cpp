@@ -1,0 +1,271 @@
+// SPDX-License-Identifier: MIT
+#include "output/frmprintpreview.h"
+
+#include "capture/applylanguage.h"
+#include "capture/mdllan.h"
+#include "output/pagesetup.h"
+#include "output/pageview.h"
+#include "output/previewgeometry.h"
+#include "output/printerchoice.h"
+#include "platform/dialogs.h"
+#include "platform/twips.h"
+
+#include <QCloseEvent>
+#include <QCursor>
+#include <QMenu>
+#include <QMenuBar>
+
+namespace sixtrace {
+
+namespace {
+
+constexpr int kWidth = 760;
+constexpr int kHeight = 640;
+constexpr int kMenuBarHeight = 26;
+constexpr std::int32_t kPaperHeightA4 = 16840; // twips
+constexpr std::int32_t kPaperWidthA4 = 11907;
+constexpr double kDisplayDotsPerInch = 96;
+constexpr int kLeftButton = 1;
+constexpr int kRightButton = 2;
+/// Neither a selection nor a file can be printed from here.
+constexpr int kPreviewPrintFlags = PrinterDialog::kNoSelection | PrinterDialog::kDisablePrintToFile;
+// Typed numbers take a point as decimal mark and no comma, whatever the system's is.
+constexpr NumberMarks kFieldMarks{};
+
+QAction* addItem(QMenu& menu, const char* name, const QString& caption) {
+    QAction* item = menu.addAction(caption);
+    item->setObjectName(QLatin1String(name));
+    return item;
+}
+
+QMenu* addMenu(QMenuBar& bar, const char* name, const QString& caption) {
+    QMenu* menu = bar.addMenu(caption);
+    menu->setObjectName(QLatin1String(name));
+    menu->menuAction()->setObjectName(QLatin1String(name));
+    return menu;
+}
+
+std::int32_t whole(double value) { return toInt32(value).value_or(0); }
+
+} // namespace
+
+frmPrintPreview::frmPrintPreview(publicM& model, MdlPrinter& settings, PreviewScale& scale, Surroundings surroundings)
+    : m_model(model)
+    , m_settings(settings)
+    , m_scale(scale)
+    , m_surroundings(std::move(surroundings)) {
+    setObjectName(QStringLiteral("frmPrintPreview"));
+    setWindowTitle(QStringLiteral("打印预览"));
+    menuBar()->setNativeMenuBar(false);
+    menuBar()->setFixedHeight(kMenuBarHeight);
+    makeMenus();
+    m_frameA = new PageDesk(this);
+    m_frameA->setObjectName(QStringLiteral("frameA"));
+    setCentralWidget(m_frameA);
+    m_imgView = new PageView(m_frameA);
+    m_imgView->setObjectName(QStringLiteral("imgView(1)"));
+    m_imgView->setAccessibleName(QStringLiteral("Page"));
+    m_frameA->setPage(m_imgView);
+    m_picPrint = new PageBox(kDisplayDotsPerInch * devicePixelRatioF(), this);
+    m_picPrint->setObjectName(QStringLiteral("picPrint"));
+    m_picPrint->page().showPicture = [this](const QImage& page) { m_imgView->setPicture(page); };
+    connect(m_frameA, &PageDesk::mouseDown, this, &frmPrintPreview::frameA_MouseDown);
+    connect(m_frameA, &PageDesk::mouseMove, this, &frmPrintPreview::frameA_MouseMove);
+    connect(m_imgView, &PageView::mouseDown, this, &frmPrintPreview::frameA_MouseDown);
+    connect(m_imgView, &PageView::mouseMove, this, &frmPrintPreview::frameA_MouseMove);
+    resize(kWidth, kHeight);
+    Form_Load();
+}
+
+void frmPrintPreview::makeMenus() {
+    QMenu* mnuFile = addMenu(*menuBar(), "mnuFile", QStringLiteral("文件(&F)"));
+    const auto on = [this](QAction* item, auto handler) { connect(item, &QAction::triggered, this, handler); };
+    on(addItem(*mnuFile, "mnuSetup", QStringLiteral("页面设定 ...")), &frmPrintPreview::mnuSetup_Click);
+    on(addItem(*mnuFile, "mnuPrint", QStringLiteral("打印 ...")), &frmPrintPreview::mnuPrint_Click);
+    on(addItem(*mnuFile, "mnuClose", QStringLiteral("关闭")), &QWidget::close);
+    m_mnuView = addMenu(*menuBar(), "mnuView", QStringLiteral("检视(&V)"));
+    on(addItem(*m_mnuView, "mnuView100", QStringLiteral("100%")), &frmPrintPreview::mnuView100_Click);
+    on(addItem(*m_mnuView, "mnuViewFullPage", QStringLiteral("整页")), &frmPrintPreview::mnuViewFullPage_Click);
+    on(addItem(*m_mnuView, "mnuViewCustomize", QStringLiteral("自订百分比 ...")),
+       &frmPrintPreview::mnuViewCustomize_Click);
+    on(addItem(*m_mnuView, "mnuViewPage", QStringLiteral("切换页码 ...")), &frmPrintPreview::mnuViewPage_Click);
+    QAction* mnuHelp = menuBar()->addAction(QStringLiteral("说明"));
+    mnuHelp->setObjectName(QStringLiteral("mnuHelp"));
+    on(mnuHelp, &frmPrintPreview::mnuHelp_Click);
+}
+
+void frmPrintPreview::Form_Load() {
+    SetLanFile(m_model, m_model.LanguageId);
+    ApplyLanguage(*this, m_model);
+    // A4, unless a printer knows better.
+    m_settings.PaperHeight = kPaperHeightA4;
+    m_settings.PaperWidth = kPaperWidthA4;
+    if (const auto sheet = m_surroundings.printer.sheet(); sheet && sheet.value().Width > 0 && sheet.value().Height > 0) {
+        m_settings.PaperHeight = sheet.value().Height;
+        m_settings.PaperWidth = sheet.value().Width;
+    }
+    m_imgView->setSize(m_settings.PaperWidth, m_settings.PaperHeight);
+    m_scale.BaseZoom = m_scale.baseZoom(); // 0 until the page setup has been through
+    if (!m_scale.RePrintOnZoom) {
+        compose(m_scale.BaseZoom);
+    }
+    mnuView100_Click();
+}
+
+/// What goes wrong leaves the page as far as it came, without a word to the user.
+void frmPrintPreview::compose(std::int32_t percent) {
+    if (m_settings.PreviewOwner == nullptr) {
+        return;
+    }
+    PicturePage& picPrint = m_picPrint->page();
+    const Outcome done = m_settings.PreviewOwner->PrintResult(picPrint, percent);
+    if (!done) {
+        qCDebug(printLog) << "Preview:" << done.error().code() << done.error().description;
+        m_imgView->setPicture(picPrint.Image());
+    }
+}
+
+double frmPrintPreview::windowWidth() const { return width() * kTwips; }
+double frmPrintPreview::windowHeight() const { return (height() - kMenuBarHeight) * kTwips; }
+
+void frmPrintPreview::applyScale() {
+    if (m_scale.RePrintOnZoom) {
+        compose(ViewPercent);
+    }
+    m_imgView->setSize(m_settings.PaperWidth / 100.0 * ViewPercent, m_settings.PaperHeight / 100.0 * ViewPercent);
+    PlacePage();
+    changeCaption();
+}
+
+void frmPrintPreview::PlacePage() {
+    m_imgView->Move(placeOnAxis(m_imgView->Width(), windowWidth()), placeOnAxis(m_imgView->Height(), windowHeight()));
+}
+
+void frmPrintPreview::changeCaption() {
+    const bool chinese = m_model.LanguageId == 0;
+    setWindowTitle((chinese ? QStringLiteral("打印预览") : QStringLiteral("Print preview")) +
+                   (chinese ? QStringLiteral(" ( 显示比例：") : QStringLiteral(" ( Show Scale：")) +
+                   QString::number(ViewPercent) + QStringLiteral("%)"));
+}
+
+void frmPrintPreview::mnuView100_Click() {
+    ViewPercent = 100;
+    applyScale();
+}
+
+void frmPrintPreview::mnuViewFullPage_Click() {
+    ViewPercent = fullPagePercent(windowWidth(), windowHeight(), m_settings.PaperWidth, m_settings.PaperHeight);
+    applyScale();
+}
+
+void frmPrintPreview::mnuViewCustomize_Click() {
+    const bool chinese = m_model.LanguageId == 0;
+    const QString prompt = chinese ? QStringLiteral("请输入欲显示的百分比，") : QStringLiteral("Please input the percent:");
+    const QString refusal =
+        chinese ? QStringLiteral("您输入的数值有误，请重新输入") : QStringLiteral("Input error ,please try again");
+    for (;;) {
+        const auto answer = m_surroundings.dialogs.input(prompt, {}, QString::number(ViewPercent));
+        if (!answer || answer->isEmpty()) {
+            return;
+        }
+        if (const auto percent = viewPercentOfText(*answer, kFieldMarks)) {
+            if (*percent != ViewPercent) {
+                ViewPercent = *percent;
+                applyScale();
+            }
+            return;
+        }
+        m_surroundings.dialogs.message(refusal, MessageIcon::Critical);
+    }
+}
+
+void frmPrintPreview::mnuViewPage_Click() {
+    const auto answer =
+        m_surroundings.dialogs.input(QStringLiteral("请输入欲显示的页码，"), {}, QStringLiteral("1"));
+    if (!answer || answer->isEmpty()) {
+        return;
+    }
+    if (const auto page = pageOfText(*answer, PageCount, kFieldMarks)) {
+        PageNow = *page;
+        return;
+    }
+    m_surroundings.dialogs.message(QStringLiteral("请输入大于 0 并且不大于 ") + QString::number(PageCount) +
+                                       QStringLiteral(" 之整数"),
+                                   MessageIcon::Critical);
+}
+
+void frmPrintPreview::mnuSetup_Click() {
+    const auto noted = [this] {
+        return std::array{m_settings.PrintMarginTop, m_settings.PrintMarginBottom, m_settings.PrintMarginLeft,
+                          m_settings.PrintMarginRight, m_scale.BaseZoom};
+    };
+    const auto before = noted();
+    m_surroundings.showSetup(*this);
+    if (noted() != before && !m_scale.RePrintOnZoom) {
+        compose(m_scale.BaseZoom);
+    }
+    applyScale();
+}
+
+void frmPrintPreview::mnuPrint_Click() {
+    Printer& printer = m_surroundings.printer;
+    const auto failed = [this](const RuntimeError& error) {
+        m_surroundings.dialogs.message(QString::number(error.code()) + QStringLiteral("\r\n") + error.description,
+                                       MessageIcon::Exclamation);
+    };
+    const auto chosen = showPrinterForPreview(printer, kPreviewPrintFlags, winId());
+    if (!chosen) {
+        if (chosen.error().number != ErrorNumber::CancelSelected) {
+            failed(chosen.error());
+        }
+        return;
+    }
+    for (int copy = 0; copy < chosen.value() && m_settings.PreviewOwner != nullptr; ++copy) {
+        const Outcome printed = m_settings.PreviewOwner->PrintResult(printer, m_scale.BaseZoom);
+        if (!printed) {
+            failed(printed.error());
+            return;
+        }
+    }
+}
+
+void frmPrintPreview::mnuHelp_Click() {
+    const QStringList lines{
+        QStringLiteral("1. 虚线是代表列印的边界，真正列印时不会印出来。"),
+        QStringLiteral("2. 这个程式没有卷轴，但是用滑鼠拖曳图片就可以看到所有的列印资料。"),
+        QStringLiteral("3.如果要在每次改变显示比例时都重新绘图，请至功能表的 /档案/版面设定/ 内设定。"),
+        QStringLiteral("4. 在表单上按滑鼠右键亦可显示 \"检视\" 功能表。"),
+    };
+    m_surroundings.dialogs.message(lines.join(QStringLiteral("\r\n")), MessageIcon::Plain);
+}
+
+void frmPrintPreview::frameA_MouseDown(int Button, double X, double Y) {
+    X0 = whole(X);
+    Y0 = whole(Y);
+    if (Button == kRightButton) {
+        m_mnuView->popup(QCursor::pos());
+    }
+}
+
+void frmPrintPreview::frameA_MouseMove(int Button, double X, double Y) {
+    if ((Button & kLeftButton) == 0) {
+        return;
+    }
+    const double left = m_imgView->Left();
+    const double top = m_imgView->Top();
+    const std::int32_t dx = dragOnAxis(X - X0, left, m_imgView->Width(), windowWidth());
+    const std::int32_t dy = dragOnAxis(Y - Y0, top, m_imgView->Height(), windowHeight());
+    m_imgView->Move(whole(left) + dx, whole(top) + dy);
+}
+
+void frmPrintPreview::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    PlacePage();
+}
+
+void frmPrintPreview::closeEvent(QCloseEvent* event) {
+    m_scale = {};
+    event->accept();
+}
+
+} // namespace sixtrace

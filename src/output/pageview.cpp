@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+#include "output/pageview.h"
+
+#include "platform/picturebox.h"
+#include "platform/twips.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace sixtrace {
+
+namespace {
+
+constexpr QRgb kDesk = 0xFF7E8794;
+constexpr int kShadow = 3; ///< pixels
+
+int pixels(double twips) {
+    return static_cast<int>(std::lround(std::clamp(twips / kTwips, -double{QWIDGETSIZE_MAX}, double{QWIDGETSIZE_MAX})));
+}
+
+void tell(const QMouseEvent& event, int button, auto signal) {
+    signal(button, event.position().x() * kTwips, event.position().y() * kTwips);
+}
+
+} // namespace
+
+PageView::PageView(QWidget* parent)
+    : QWidget(parent) {}
+
+void PageView::setSize(double width, double height) {
+    m_width = std::max(width, 0.0);
+    m_height = std::max(height, 0.0);
+    follow();
+}
+
+void PageView::Move(double left, double top) {
+    m_left = left;
+    m_top = top;
+    follow();
+}
+
+void PageView::follow() {
+    const QRect place(pixels(m_left), pixels(m_top), pixels(m_width), pixels(m_height));
+    if (place.size() != size()) {
+        m_reduced = {};
+    }
+    setGeometry(place);
+    if (parentWidget() != nullptr) {
+        parentWidget()->update(); // the shadow moves along
+    }
+}
+
+void PageView::setPicture(const QImage& picture) {
+    m_picture = picture;
+    m_reduced = {};
+    update();
+}
+
+void PageView::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    painter.fillRect(event->rect(), Qt::white);
+    if (m_picture.isNull()) {
+        return;
+    }
+    const QSize target = (QSizeF(size()) * devicePixelRatioF()).toSize();
+    if (target.width() < m_picture.width() && target.height() < m_picture.height()) {
+        // Averaging keeps thin lines and small text that picking pixels would lose.
+        if (m_reduced.isNull()) {
+            m_reduced = m_picture.scaled(target, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+            m_reduced.setDevicePixelRatio(devicePixelRatioF());
+        }
+        painter.drawImage(QPoint(), m_reduced);
+        return;
+    }
+    // Only the part that shows: the whole of a picture enlarged a thousand times is more than a painter reckons with.
+    const QRect part = event->rect();
+    const double sx = static_cast<double>(m_picture.width()) / std::max(width(), 1);
+    const double sy = static_cast<double>(m_picture.height()) / std::max(height(), 1);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, target != m_picture.size());
+    painter.drawImage(QRectF(part), m_picture, {part.x() * sx, part.y() * sy, part.width() * sx, part.height() * sy});
+}
+
+void PageView::mousePressEvent(QMouseEvent* event) {
+    tell(*event, buttonNumber(event->button()), [this](int button, double x, double y) { Q_EMIT mouseDown(button, x, y); });
+}
+
+void PageView::mouseMoveEvent(QMouseEvent* event) {
+    tell(*event, buttonNumber(event->buttons()), [this](int button, double x, double y) { Q_EMIT mouseMove(button, x, y); });
+}
+
+void PageDesk::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    painter.fillRect(event->rect(), QColor::fromRgb(kDesk));
+    if (m_page == nullptr) {
+        return;
+    }
+    for (int ring = kShadow; ring > 0; --ring) {
+        painter.fillRect(m_page->geometry().adjusted(1 - ring, 1 - ring, ring, ring), QColor(0, 0, 0, 40));
+    }
+}
+
+void PageDesk::mousePressEvent(QMouseEvent* event) {
+    tell(*event, buttonNumber(event->button()), [this](int button, double x, double y) { Q_EMIT mouseDown(button, x, y); });
+}
+
+void PageDesk::mouseMoveEvent(QMouseEvent* event) {
+    tell(*event, buttonNumber(event->buttons()), [this](int button, double x, double y) { Q_EMIT mouseMove(button, x, y); });
+}
+
+PageBox::PageBox(double dotsPerInch, QWidget* parent)
+    : QWidget(parent)
+    , m_page(dotsPerInch) {
+    hide();
+}
+
+} // namespace sixtrace

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#include "output/previewgeometry.h"
+
+#include "platform/numbers.h"
+
+#include <cstdlib>
+
+namespace sixtrace {
+
+namespace {
+/// What does not fit stays at 0: no window and no picture is that large.
+std::int32_t whole(double value) { return toInt32(value).value_or(0); }
+} // namespace
+
+std::int32_t fullPagePercent(double windowWidth, double windowHeight, double paperWidth, double paperHeight) {
+    const double width = windowWidth - 2 * kPreviewGap;
+    const double height = windowHeight - 2 * kPreviewGap;
+    if (width <= 0 || height <= 0 || paperWidth <= 0 || paperHeight <= 0) {
+        return 1;
+    }
+    const bool widthDecides = height / width >= paperHeight / paperWidth;
+    const std::int32_t percent = whole((widthDecides ? width / paperWidth : height / paperHeight) * 100);
+    return percent > 0 ? percent : 1;
+}
+
+std::int32_t placeOnAxis(double pictureSize, double windowSize) {
+    const std::int32_t picture = whole(pictureSize);
+    const std::int32_t window = whole(windowSize);
+    return picture < window ? whole((window - picture) / 2.0) : 0;
+}
+
+std::int32_t dragOnAxis(double delta, double picturePlace, double pictureSize, double windowSize) {
+    const std::int32_t moved = whole(delta);
+    const std::int32_t place = whole(picturePlace);
+    const std::int32_t spare = whole(pictureSize - std::abs(static_cast<double>(place)) - windowSize);
+    if (place > 0) {
+        return 0;
+    }
+    if (moved < 0) {
+        return -static_cast<double>(moved) > spare ? -spare : moved;
+    }
+    return moved > -static_cast<double>(place) ? -place : moved;
+}
+
+} // namespace sixtrace

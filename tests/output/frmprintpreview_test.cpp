@@ -1,0 +1,328 @@
+// SPDX-License-Identifier: MIT
+// Paper of 11900 by 16840 twips; the window shows 11400 by 9210 twips of it, 760 by 614 pixels.
+#include "output/printwindow.h"
+
+#include "capture/mdllan.h"
+#include "platform/captions.h"
+
+#include <QMenu>
+#include <QMouseEvent>
+#include <QTimer>
+
+namespace sixtrace {
+namespace {
+
+class Preview : public PrintWindow {
+protected:
+    void SetUp() override {
+        PrintWindow::SetUp();
+        installLanguages();
+        openWithCapture();
+    }
+    /// A drag with the left button, in pixels of the picture.
+    void drag(int dx, int dy) {
+        const QPoint start = QPoint(400, 300) - page().pos();
+        QTest::mousePress(&page(), Qt::LeftButton, {}, start);
+        move(page(), start + QPoint(dx, dy), Qt::LeftButton);
+        QTest::mouseRelease(&page(), Qt::LeftButton, {}, start);
+    }
+    static void move(QWidget& widget, QPoint to, Qt::MouseButtons buttons) {
+        QMouseEvent event(QEvent::MouseMove, QPointF(to), widget.mapToGlobal(QPointF(to)), Qt::NoButton, buttons, {});
+        QCoreApplication::sendEvent(&widget, &event);
+    }
+    void typePercent(const char* answer) {
+        answering.inputs.push_back(QString::fromLatin1(answer));
+        choose("mnuViewCustomize");
+    }
+};
+
+TEST_F(Preview, ShowsThePageAt100PercentAtTheOrigin) {
+    frmPrintPreview& preview = openPreview();
+    EXPECT_FALSE(preview.isModal());
+    EXPECT_EQ(preview.windowTitle(), QStringLiteral("打印预览 ( 显示比例：100%)"));
+    EXPECT_EQ(printing().settings().PaperWidth, 11900);
+    EXPECT_EQ(printing().settings().PaperHeight, 16840);
+    EXPECT_EQ(page().Width(), 11900);
+    EXPECT_EQ(page().Height(), 16840);
+    EXPECT_EQ(page().pos(), QPoint(0, 0));
+    EXPECT_EQ(page().size(), QSize(793, 1123));
+    ASSERT_FALSE(page().Picture().isNull());
+    // The frame is in the screen's colour; 500 twips from its corner there is nothing but ground and traces.
+    EXPECT_EQ(page().Picture().pixel(10, 10), 0xFFFFFFFFU);
+    EXPECT_TRUE(in<PageBox>(preview, "picPrint").isHidden());
+    EXPECT_EQ(printing().settings().PreviewOwner, &printing());
+}
+
+TEST_F(Preview, InEnglishTitleAndMenusFollow) {
+    item("mnuEnglish").trigger();
+    frmPrintPreview& preview = openPreview();
+    EXPECT_EQ(preview.windowTitle(), QStringLiteral("Print preview ( Show Scale：100%)"));
+    EXPECT_EQ(in<QAction>(preview, "mnuViewFullPage").text(), QStringLiteral("Full Page"));
+    EXPECT_EQ(in<QAction>(preview, "mnuHelp").text(), QStringLiteral("&Help"));
+    typePercent("x");
+    EXPECT_EQ(answering.prompts[0], QStringLiteral("Please input the percent:"));
+    EXPECT_EQ(answering.messages.back(), QStringLiteral("Input error ,please try again"));
+}
+
+TEST_F(Preview, CustomPercent0IsRefusedAndAskedForAgain) {
+    openPreview();
+    answering.inputs = {QStringLiteral("0"), QStringLiteral("-50"), QStringLiteral("1,5"), QStringLiteral("50")};
+    choose("mnuViewCustomize");
+    EXPECT_EQ(answering.prompts.size(), 4);
+    EXPECT_EQ(answering.prompts[0], QStringLiteral("请输入欲显示的百分比，"));
+    EXPECT_EQ(answering.presets[0], QStringLiteral("100"));
+    EXPECT_EQ(answering.messages, QStringList(3, QStringLiteral("您输入的数值有误，请重新输入")));
+    EXPECT_EQ(answering.messageIcons, std::vector(3, MessageIcon::Critical));
+    EXPECT_EQ(page().Width(), 5950);
+    EXPECT_EQ(printing().preview()->windowTitle(), QStringLiteral("打印预览 ( 显示比例：50%)"));
+}
+
+TEST_F(Preview, CustomPercent150WithTheSameViewPercentRedrawsNothing) {
+    printing().previewScale().RePrintOnZoom = true;
+    frmPrintPreview& preview = openPreview();
+    typePercent("150");
+    EXPECT_EQ(preview.ViewPercent, 150);
+    drag(-100, -100);
+    const QPoint dragged = page().pos();
+    EXPECT_NE(dragged, QPoint(0, 0));
+    const qint64 composed = page().Picture().cacheKey();
+    typePercent("150");
+    EXPECT_EQ(page().Picture().cacheKey(), composed);
+    EXPECT_EQ(page().pos(), dragged);
+    typePercent("151");
+    EXPECT_NE(page().Picture().cacheKey(), composed);
+}
+
+TEST_F(Preview, EmptyAndCancelledPercentsChangeNothing) {
+    frmPrintPreview& preview = openPreview();
+    typePercent("");
+    answering.inputs.push_back(std::nullopt);
+    choose("mnuViewCustomize");
+    EXPECT_EQ(preview.ViewPercent, 100);
+    EXPECT_TRUE(answering.messages.isEmpty());
+}
+
+TEST_F(Preview, Page2OfOnePageGetsTheRangeMessageWith1AsTheUpperLimit) {
+    frmPrintPreview& preview = openPreview();
+    answering.inputs.push_back(QStringLiteral("2"));
+    choose("mnuViewPage");
+    EXPECT_EQ(answering.prompts, QStringList{QStringLiteral("请输入欲显示的页码，")});
+    EXPECT_EQ(answering.presets, QStringList{QStringLiteral("1")});
+    EXPECT_EQ(answering.messages, QStringList{QStringLiteral("请输入大于 0 并且不大于 1 之整数")});
+    EXPECT_EQ(answering.messageIcons, std::vector{MessageIcon::Critical});
+    answering.inputs.push_back(QStringLiteral("1"));
+    choose("mnuViewPage");
+    EXPECT_EQ(answering.messages.size(), 1);
+    EXPECT_EQ(preview.PageNow, 1);
+}
+
+TEST_F(Preview, PictureSmallerThanTheWindowOnAnAxisStandsCentredAndCannotBeDraggedOnThatAxis) {
+    openPreview();
+    typePercent("70"); // 8330 by 11788: narrower than 11400, taller than 9210
+    EXPECT_EQ(page().Left(), 1535);
+    EXPECT_EQ(page().Top(), 0);
+    drag(-40, -40);
+    EXPECT_EQ(page().Left(), 1535);
+    EXPECT_EQ(page().Top(), -600);
+    typePercent("40"); // 4760 by 6736
+    EXPECT_EQ(page().Left(), 3320);
+    EXPECT_EQ(page().Top(), 1237);
+    drag(40, -40);
+    EXPECT_EQ(page().Left(), 3320);
+    EXPECT_EQ(page().Top(), 1237);
+}
+
+TEST_F(Preview, DraggingNeverBringsTheNearEdgeInsideNorLetsTheFarEdgeLeave) {
+    openPreview();
+    drag(10, 10);
+    EXPECT_EQ(page().Left(), 0);
+    drag(-20, -100);
+    EXPECT_EQ(page().Left(), -300);
+    EXPECT_EQ(page().Top(), -1500);
+    drag(-300, -300);
+    EXPECT_EQ(page().Left(), 11400 - 11900);
+    EXPECT_EQ(page().Top(), -6000);
+    drag(-10, -300);
+    EXPECT_EQ(page().Top(), 9210 - 16840);
+    drag(5, 0);
+    EXPECT_EQ(page().Left(), -425);
+    drag(300, 600);
+    EXPECT_EQ(page().pos(), QPoint(0, 0));
+}
+
+TEST_F(Preview, MovesWithoutTheLeftButtonLeaveThePage) {
+    openPreview();
+    move(page(), QPoint(10, 10), Qt::NoButton);
+    move(page(), QPoint(-90, -90), Qt::RightButton);
+    EXPECT_EQ(page().pos(), QPoint(0, 0));
+}
+
+TEST_F(Preview, RightButtonOpensTheViewMenu) {
+    frmPrintPreview& preview = openPreview();
+    QMenu& view = in<QMenu>(preview, "mnuView");
+    QTest::mousePress(&page(), Qt::RightButton, {}, QPoint(20, 20));
+    EXPECT_TRUE(view.isVisible());
+    view.close();
+    typePercent("40");
+    QTest::mousePress(&in<PageDesk>(preview, "frameA"), Qt::RightButton, {}, QPoint(5, 5));
+    EXPECT_TRUE(view.isVisible());
+    view.close();
+}
+
+TEST_F(Preview, FullPageFitsTheWindow) {
+    frmPrintPreview& preview = openPreview();
+    choose("mnuViewFullPage");
+    EXPECT_EQ(preview.ViewPercent, 54); // (9210 - 200) / 16840
+    EXPECT_EQ(preview.windowTitle(), QStringLiteral("打印预览 ( 显示比例：54%)"));
+    EXPECT_EQ(page().Left(), (11400 - 6426) / 2);
+    choose("mnuView100");
+    EXPECT_EQ(preview.ViewPercent, 100);
+}
+
+TEST_F(Preview, WithoutRedrawingThePageIsComposedOnceAndStretched) {
+    printing().previewScale().BaseZoom = 50;
+    openPreview();
+    const QImage composed = page().Picture();
+    EXPECT_EQ(composed.width(), 397); // 5950 twips
+    typePercent("200");
+    EXPECT_EQ(page().Picture().cacheKey(), composed.cacheKey());
+    EXPECT_EQ(page().Width(), 23800);
+}
+
+TEST_F(Preview, WithRedrawingEveryScaleComposesThePageAnew) {
+    printing().previewScale().RePrintOnZoom = true;
+    openPreview();
+    EXPECT_EQ(page().Picture().width(), 794);
+    typePercent("200");
+    EXPECT_EQ(page().Picture().width(), 1587);
+    choose("mnuViewFullPage"); // 54 % is composed at a scale of 0.5
+    EXPECT_EQ(page().Picture().width(), 397);
+    EXPECT_EQ(page().Width(), 6426);
+}
+
+TEST_F(Preview, MarginsChangedInTheSetupComposeThePageOnceMore) {
+    openPreview();
+    const qint64 before = page().Picture().cacheKey();
+    const auto inSetup = [this](auto act) {
+        QTimer::singleShot(0, form.get(), [this, act] {
+            frmPrintSetup* setup = printing().setup();
+            ASSERT_NE(setup, nullptr);
+            EXPECT_TRUE(setup->isModal());
+            act(*setup);
+        });
+        choose("mnuSetup");
+    };
+    inSetup([](frmPrintSetup& setup) { press(setup, "cmdNo"); });
+    EXPECT_EQ(page().Picture().cacheKey(), before);
+    inSetup([](frmPrintSetup& setup) {
+        field(setup, "txtMargin(1)").setText(QStringLiteral("3"));
+        press(setup, "cmdYes");
+    });
+    EXPECT_NE(page().Picture().cacheKey(), before);
+    EXPECT_EQ(printing().setup(), nullptr);
+}
+
+TEST_F(Preview, Copies3GivesThreeSeparatePrintJobs) {
+    openPreview();
+    devices.answer = [](PrinterDialog& box) {
+        box.PrinterName = QStringLiteral("Lab");
+        box.Copies = 3;
+        return true;
+    };
+    choose("mnuPrint");
+    ASSERT_EQ(devices.documents.size(), 3U);
+    for (const auto& document : devices.documents) {
+        EXPECT_EQ(document.properties.Copies, 1) << "or each of them would come three times";
+        EXPECT_EQ(document.properties.DeviceName, QStringLiteral("Lab"));
+        EXPECT_TRUE(document.pdf.startsWith("%PDF"));
+    }
+    EXPECT_EQ(devices.shown.front().Flags, 0x80004);
+}
+
+TEST_F(Preview, CancelledPrintEndsWithoutAWord) {
+    openPreview();
+    choose("mnuPrint");
+    EXPECT_TRUE(devices.documents.empty());
+    EXPECT_TRUE(answering.messages.isEmpty());
+}
+
+TEST_F(Preview, HelpIsOneMessageOfFourLines) {
+    openPreview();
+    choose("mnuHelp");
+    ASSERT_EQ(answering.messages.size(), 1);
+    const QStringList lines = answering.messages[0].split(QStringLiteral("\r\n"));
+    ASSERT_EQ(lines.size(), 4);
+    EXPECT_EQ(lines[2],
+              QStringLiteral("3.如果要在每次改变显示比例时都重新绘图，请至功能表的 /档案/版面设定/ 内设定。"));
+}
+
+TEST_F(Preview, WithoutAPrinterTheFiguresOfA4Stand) {
+    devices.installed.clear();
+    devices.standard.clear();
+    openPreview();
+    EXPECT_EQ(printing().settings().PaperWidth, 11907);
+    EXPECT_EQ(printing().settings().PaperHeight, 16840);
+    EXPECT_EQ(page().Width(), 11907);
+    choose("mnuPrint");
+    EXPECT_EQ(answering.messages, QStringList{QStringLiteral("482\r\nPrinter error")});
+}
+
+TEST_F(Preview, ClosingLosesScaleAndRuleButNoMargins) {
+    printing().previewScale() = {80, true};
+    printing().settings().PrintMarginTop = 1000;
+    openPreview();
+    choose("mnuClose");
+    unloadClosed();
+    EXPECT_EQ(printing().preview(), nullptr);
+    EXPECT_EQ(printing().previewScale().BaseZoom, 0);
+    EXPECT_FALSE(printing().previewScale().RePrintOnZoom);
+    EXPECT_EQ(printing().settings().PrintMarginTop, 1000);
+}
+
+TEST_F(Preview, ResizingTheWindowPlacesThePageAnew) {
+    frmPrintPreview& preview = openPreview();
+    drag(-20, -100);
+    preview.resize(1000, 1226); // 15000 by 18000 twips inside
+    EXPECT_EQ(page().Left(), 1550);
+    EXPECT_EQ(page().Top(), 580);
+    preview.resize(760, 640);
+    EXPECT_EQ(page().pos(), QPoint(0, 0));
+}
+
+TEST_F(Preview, EveryCaptionOfBothWindowsStandsInBothLanguageFiles) {
+    for (const char* language : {"mnuChinese", "mnuEnglish"}) {
+        item(language).trigger();
+        const std::array<QWidget*, 2> windows{&openPreview(), &openSetup()};
+        for (QWidget* window : windows) {
+            int captions = 0;
+            for (const QObject* control : window->findChildren<QObject*>()) {
+                if (control->objectName().isEmpty() || captionKind(*control) == CaptionKind::None) {
+                    continue;
+                }
+                ++captions;
+                const QString key = control->objectName().remove(u'(').remove(u')');
+                EXPECT_EQ(GetLanString(*model, window->objectName(), key, QStringLiteral("(none)")),
+                          captionOf(*control))
+                    << language << " " << key.toStdString();
+            }
+            EXPECT_GE(captions, 9);
+            window->close();
+        }
+        unloadClosed();
+    }
+}
+
+TEST_F(Preview, AnyPercentIsSurvived) {
+    printing().previewScale().RePrintOnZoom = true;
+    frmPrintPreview& preview = openPreview();
+    for (const char* percent : {"0.2", "1", "3000", "1000000", "2147483647"}) {
+        typePercent(percent);
+        preview.grab();
+        drag(-100, 100);
+    }
+    choose("mnuView100");
+    EXPECT_EQ(page().size(), QSize(793, 1123));
+}
+
+} // namespace
+} // namespace sixtrace

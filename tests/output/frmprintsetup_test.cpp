@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: MIT
+#include "output/printwindow.h"
+
+#include <QLabel>
+
+namespace sixtrace {
+namespace {
+
+class PageSetup : public PrintWindow {
+protected:
+    void SetUp() override {
+        PrintWindow::SetUp();
+        installLanguages();
+        open();
+    }
+    /// Types a margin and accepts. True where the window has gone.
+    bool accepts(const char* name, const char* typed) {
+        frmPrintSetup& setup = openSetup();
+        field(setup, name).setText(QString::fromLatin1(typed));
+        press(setup, "cmdYes");
+        const bool gone = !setup.isVisible();
+        setup.close();
+        unloadClosed();
+        return gone;
+    }
+};
+
+TEST_F(PageSetup, ShowsTheMarginsOfAStartedProgramModelessly) {
+    EXPECT_EQ(printing().settings().PrintMarginTop, 567);
+    frmPrintSetup& setup = openSetup();
+    EXPECT_TRUE(setup.isVisible());
+    EXPECT_FALSE(setup.isModal());
+    for (const char* name : {"txtMargin(1)", "txtMargin(2)", "txtMargin(3)", "txtMargin(4)"}) {
+        EXPECT_EQ(field(setup, name).text(), QStringLiteral("1.0"));
+    }
+    EXPECT_EQ(field(setup, "txtZoom").text(), QStringLiteral("100"));
+    EXPECT_TRUE(in<QRadioButton>(setup, "optRePrint(1)").isChecked());
+    item("mnuPageSet").trigger();
+    EXPECT_EQ(printing().setup(), &setup) << "there is one page setup";
+}
+
+TEST_F(PageSetup, MarginOfExactly10IsAccepted) {
+    EXPECT_TRUE(accepts("txtMargin(4)", "10"));
+    EXPECT_EQ(printing().settings().PrintMarginRight, 5670);
+    EXPECT_EQ(printing().settings().PrintMarginLeft, 567);
+    EXPECT_TRUE(answering.messages.isEmpty());
+}
+
+TEST_F(PageSetup, Margin0IsRefused) {
+    EXPECT_FALSE(accepts("txtMargin(1)", "0"));
+    EXPECT_EQ(answering.messages, QStringList{QStringLiteral("边界值请输入大于 0 并且不大于 10 的数值。")});
+    EXPECT_EQ(answering.messageIcons, std::vector{MessageIcon::Exclamation});
+    EXPECT_EQ(printing().settings().PrintMarginTop, 567);
+}
+
+TEST_F(PageSetup, Margin10Point1IsRefused) { EXPECT_FALSE(accepts("txtMargin(2)", "10.1")); }
+
+TEST_F(PageSetup, Margin1Comma5IsRefused) { EXPECT_FALSE(accepts("txtMargin(3)", "1,5")); }
+
+TEST_F(PageSetup, FirstBadMarginGetsTheFocusWithItsTextSelectedAndNothingIsStored) {
+    frmPrintSetup& setup = openSetup();
+    field(setup, "txtMargin(1)").setText(QStringLiteral("3"));
+    field(setup, "txtMargin(3)").setText(QStringLiteral("11"));
+    field(setup, "txtMargin(4)").setText(QStringLiteral("x"));
+    press(setup, "cmdYes");
+    EXPECT_TRUE(setup.isVisible());
+    EXPECT_EQ(setup.focusWidget(), &field(setup, "txtMargin(3)"));
+    EXPECT_EQ(field(setup, "txtMargin(3)").selectedText(), QStringLiteral("11"));
+    EXPECT_EQ(answering.messages.size(), 1);
+    EXPECT_EQ(printing().settings().PrintMarginTop, 567);
+}
+
+TEST_F(PageSetup, TxtZoom100Point5IsRefusedForItsPoint) {
+    EXPECT_FALSE(accepts("txtZoom", "100.5"));
+    EXPECT_EQ(answering.messages, QStringList{QStringLiteral("您输入的图片比例有误，请输入一个正整数。")});
+}
+
+TEST_F(PageSetup, TxtZoomMinus5IsRefusedForItsMinus) {
+    frmPrintSetup& setup = openSetup();
+    field(setup, "txtZoom").setText(QStringLiteral("-5"));
+    press(setup, "cmdYes");
+    EXPECT_TRUE(setup.isVisible());
+    EXPECT_EQ(setup.focusWidget(), &field(setup, "txtZoom"));
+    EXPECT_EQ(field(setup, "txtZoom").selectedText(), QStringLiteral("-5"));
+}
+
+TEST_F(PageSetup, InEnglishTheMessagesComeFromTheLanguageFile) {
+    item("mnuEnglish").trigger();
+    EXPECT_FALSE(accepts("txtMargin(1)", "0"));
+    EXPECT_FALSE(accepts("txtZoom", "0"));
+    ASSERT_EQ(answering.messages.size(), 2);
+    EXPECT_TRUE(answering.messages[0].startsWith(QStringLiteral("Please enter margins")));
+    EXPECT_TRUE(answering.messages[1].startsWith(QStringLiteral("The scale of the picture")));
+}
+
+TEST_F(PageSetup, AcceptingStoresMarginsInTwipsScaleAndRule) {
+    frmPrintSetup& setup = openSetup();
+    field(setup, "txtMargin(1)").setText(QStringLiteral("1.5"));
+    field(setup, "txtMargin(2)").setText(QStringLiteral("2"));
+    in<QRadioButton>(setup, "optRePrint(0)").click();
+    field(setup, "txtZoom").setText(QStringLiteral("75"));
+    press(setup, "cmdYes");
+    EXPECT_EQ(printing().settings().PrintMarginTop, 850); // 850.5 to the even one
+    EXPECT_EQ(printing().settings().PrintMarginBottom, 1134);
+    EXPECT_EQ(printing().previewScale().BaseZoom, 75);
+    EXPECT_TRUE(printing().previewScale().RePrintOnZoom);
+    unloadClosed();
+    EXPECT_EQ(printing().setup(), nullptr);
+    frmPrintSetup& again = openSetup();
+    EXPECT_EQ(field(again, "txtMargin(1)").text(), QStringLiteral("1.5"));
+    EXPECT_TRUE(in<QRadioButton>(again, "optRePrint(0)").isChecked());
+    EXPECT_EQ(field(again, "txtZoom").text(), QStringLiteral("75"));
+}
+
+TEST_F(PageSetup, ChoosingTheFirstRuleBringsTheStoredScaleBack) {
+    printing().previewScale().BaseZoom = 60;
+    frmPrintSetup& setup = openSetup();
+    field(setup, "txtZoom").setText(QStringLiteral("33"));
+    in<QRadioButton>(setup, "optRePrint(0)").click();
+    EXPECT_EQ(field(setup, "txtZoom").text(), QStringLiteral("60"));
+    field(setup, "txtZoom").setText(QStringLiteral("44"));
+    in<QRadioButton>(setup, "optRePrint(1)").click();
+    EXPECT_EQ(field(setup, "txtZoom").text(), QStringLiteral("44"));
+}
+
+TEST_F(PageSetup, DefaultFillsTheFieldsAndStoresNothing) {
+    printing().settings().PrintMarginTop = 1134;
+    printing().previewScale().BaseZoom = 60;
+    frmPrintSetup& setup = openSetup();
+    press(setup, "cmdDefault");
+    EXPECT_EQ(field(setup, "txtMargin(1)").text(), QStringLiteral("1.0"));
+    EXPECT_EQ(field(setup, "txtZoom").text(), QStringLiteral("100"));
+    EXPECT_TRUE(in<QRadioButton>(setup, "optRePrint(0)").isChecked());
+    press(setup, "cmdNo");
+    EXPECT_FALSE(setup.isVisible());
+    EXPECT_EQ(printing().settings().PrintMarginTop, 1134);
+    EXPECT_EQ(printing().previewScale().BaseZoom, 60);
+    EXPECT_FALSE(printing().previewScale().RePrintOnZoom);
+}
+
+TEST_F(PageSetup, EnterInAMarginAcceptsAndABadOneIsToldOnce) {
+    frmPrintSetup& setup = openSetup();
+    field(setup, "txtMargin(2)").setText(QStringLiteral("0"));
+    QTest::keyClick(&field(setup, "txtMargin(2)"), Qt::Key_Return);
+    EXPECT_EQ(answering.messages.size(), 1);
+    field(setup, "txtMargin(2)").setText(QStringLiteral("4"));
+    QTest::keyClick(&field(setup, "txtMargin(2)"), Qt::Key_Return);
+    EXPECT_FALSE(setup.isVisible());
+    EXPECT_EQ(printing().settings().PrintMarginBottom, 2268);
+}
+
+TEST_F(PageSetup, EveryCaptionHasATextOfBothLanguagesThatFits) {
+    for (const char* language : {"mnuChinese", "mnuEnglish"}) {
+        item(language).trigger();
+        frmPrintSetup& setup = openSetup();
+        EXPECT_EQ(setup.windowTitle(),
+                  model->LanguageId == 0 ? QStringLiteral("页面设置") : QStringLiteral("Page Setup"));
+        for (const QLabel* label : setup.findChildren<QLabel*>()) {
+            EXPECT_LE(label->sizeHint().width(), label->width()) << label->text().toStdString();
+        }
+        for (const QAbstractButton* button : setup.findChildren<QAbstractButton*>()) {
+            EXPECT_LE(button->sizeHint().width(), button->width()) << button->text().toStdString();
+            EXPECT_EQ(button->text().at(0).unicode() < 0x2000, model->LanguageId == 1) << button->text().toStdString();
+        }
+        setup.close();
+        unloadClosed();
+    }
+}
+
+} // namespace
+} // namespace sixtrace

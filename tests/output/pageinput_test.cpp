@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+// What is typed into page setup and preview, and where the page goes.
+#include "output/pagesetup.h"
+#include "output/previewgeometry.h"
+#include "support/strings.h"
+
+#include <gtest/gtest.h>
+
+namespace sixtrace {
+namespace {
+
+constexpr NumberMarks kMarks{};
+
+TEST(PageInput, MarginsAreAbove0AndAtMost10Centimetres) {
+    EXPECT_EQ(marginOfText(text("10"), kMarks), 5670);
+    EXPECT_EQ(marginOfText(text("0.1"), kMarks), 57); // 56.7
+    EXPECT_EQ(marginOfText(text("2.5"), kMarks), 1418); // 1417.5 to the even one
+    for (const char* bad : {"0", "10.1", "1,5", "", "-1", "x", "1 cm", "1e1x", "nan", "inf"}) {
+        EXPECT_FALSE(marginOfText(text(bad), kMarks)) << bad;
+    }
+}
+
+TEST(PageInput, ThePercentIsAPositiveWholeNumberWithoutMarks) {
+    EXPECT_EQ(zoomOfText(text("100"), kMarks), 100);
+    for (const char* bad : {"100.5", "-5", "1,000", "0", "", "x", "5%", "99999999999"}) {
+        EXPECT_FALSE(zoomOfText(text(bad), kMarks)) << bad;
+    }
+}
+
+TEST(PageInput, TheViewsPercentIsNeither0NorNegativeAndMayHaveAFraction) {
+    EXPECT_EQ(viewPercentOfText(text("150"), kMarks), 150);
+    EXPECT_EQ(viewPercentOfText(text("99.6"), kMarks), 100);
+    for (const char* bad : {"0", "-10", "1,5", "abc", "9999999999"}) {
+        EXPECT_FALSE(viewPercentOfText(text(bad), kMarks)) << bad;
+    }
+}
+
+TEST(PageInput, AWholePageIsDecidedByTheTighterSide) {
+    // 11400 - 200 by 9210 - 200 twips: the height decides, 9010 / 16840.
+    EXPECT_EQ(fullPagePercent(11400, 9210, 11907, 16840), 54);
+    // 6200 - 200 by 30000 - 200: the width decides, 6000 / 11907.
+    EXPECT_EQ(fullPagePercent(6200, 30000, 11907, 16840), 50);
+    EXPECT_EQ(fullPagePercent(100, 100, 11907, 16840), 1) << "no window is too small";
+}
+
+TEST(PageInput, APictureSmallerThanTheWindowStandsCentredElseAtTheOrigin) {
+    EXPECT_EQ(placeOnAxis(1000, 1500), 250);
+    EXPECT_EQ(placeOnAxis(1000, 1001), 0); // 0.5 to the even one
+    EXPECT_EQ(placeOnAxis(1500, 1500), 0);
+    EXPECT_EQ(placeOnAxis(2000, 1500), 0);
+}
+
+TEST(PageInput, ADragKeepsTheNearEdgeOutsideAndTheFarEdgeInside) {
+    // A picture of 2000 in a window of 1500 hides 500.
+    EXPECT_EQ(dragOnAxis(-300, 0, 2000, 1500), -300);
+    EXPECT_EQ(dragOnAxis(-700, 0, 2000, 1500), -500);
+    EXPECT_EQ(dragOnAxis(-700, -400, 2000, 1500), -100);
+    EXPECT_EQ(dragOnAxis(200, -400, 2000, 1500), 200);
+    EXPECT_EQ(dragOnAxis(700, -400, 2000, 1500), 400);
+    EXPECT_EQ(dragOnAxis(10, 0, 2000, 1500), 0);
+    EXPECT_EQ(dragOnAxis(10, 250, 1000, 1500), 0) << "a centred picture stays";
+    EXPECT_EQ(dragOnAxis(-10, 250, 1000, 1500), 0);
+}
+
+} // namespace
+} // namespace sixtrace

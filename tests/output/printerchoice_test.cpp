@@ -1,0 +1,175 @@
+// SPDX-License-Identifier: MIT
+#include "output/printerchoice.h"
+#include "output/scriptedprinters.h"
+#include "support/printing.h"
+
+#include <gtest/gtest.h>
+
+namespace sixtrace {
+namespace {
+
+/// Collects what goes to the log.
+class LogLines {
+public:
+    LogLines() {
+        lines().clear();
+        m_before = qInstallMessageHandler(
+            [](QtMsgType, const QMessageLogContext&, const QString& text) { lines().append(text); });
+    }
+    ~LogLines() {
+        qInstallMessageHandler(m_before);
+        QLoggingCategory::setFilterRules(QString());
+    }
+    LogLines(const LogLines&) = delete;
+    LogLines& operator=(const LogLines&) = delete;
+    static QStringList& lines() {
+        static QStringList collected;
+        return collected;
+    }
+
+private:
+    QtMessageHandler m_before;
+};
+
+class PrinterChoice : public ::testing::Test {
+protected:
+    bool choose(int flags = kPrintFlags) {
+        const auto chosen = choosePrinter(printer, dialog, flags, 0);
+        return chosen && chosen.value();
+    }
+    ScriptedPrinters devices;
+    Printer printer{devices};
+    PrinterDialog dialog;
+};
+
+TEST_F(PrinterChoice, TheDialogIsFilledFromThePrinter) {
+    EXPECT_FALSE(choose(kPrintSetFlags));
+    ASSERT_EQ(devices.shown.size(), 1U);
+    const PrinterDialog& shown = devices.shown.front();
+    EXPECT_EQ(shown.PrinterName, QStringLiteral("Office"));
+    EXPECT_EQ(shown.DriverName, QStringLiteral("driver of Office"));
+    EXPECT_EQ(shown.Port, QStringLiteral("port of Office"));
+    EXPECT_EQ(shown.PaperSize, 9);
+    EXPECT_EQ(shown.PrintQuality, 600);
+    EXPECT_EQ(shown.Orientation, 1);
+    EXPECT_EQ(shown.Flags, 0x14C);
+    EXPECT_EQ(kPrintFlags, 0x10C);
+}
+
+TEST_F(PrinterChoice, CancelLeavesThePrinterAsItWasButTrackDefaultFalse) {
+    const PrinterProperties before = printer.properties().value();
+    devices.answer = [](PrinterDialog& box) {
+        box.PrinterName = QStringLiteral("Lab");
+        box.Copies = 9;
+        return false;
+    };
+    EXPECT_TRUE(printer.TrackDefault);
+    EXPECT_FALSE(choose());
+    EXPECT_EQ(printer.properties().value(), before);
+    EXPECT_FALSE(printer.TrackDefault);
+    devices.standard = QStringLiteral("Lab");
+    EXPECT_EQ(printer.properties().value().DeviceName, QStringLiteral("Office")) << "the default no longer moves it";
+}
+
+TEST_F(PrinterChoice, WithTrackDefaultThePrinterFollowsTheSystem) {
+    EXPECT_EQ(printer.properties().value().DeviceName, QStringLiteral("Office"));
+    devices.standard = QStringLiteral("Lab");
+    EXPECT_EQ(printer.properties().value().DeviceName, QStringLiteral("Lab"));
+}
+
+TEST_F(PrinterChoice, ANameInOtherCaseIsNoChange) {
+    auto known = printer.properties().value();
+    known.DriverName = QStringLiteral("kept");
+    printer.set(known);
+    devices.answer = [](PrinterDialog& box) {
+        box.PrinterName = QStringLiteral("OFFICE");
+        return true;
+    };
+    EXPECT_TRUE(choose());
+    EXPECT_EQ(printer.properties().value().DriverName, QStringLiteral("kept")) << "choosing it anew would reset it";
+    EXPECT_EQ(printer.properties().value().DeviceName, QStringLiteral("Office"));
+}
+
+TEST_F(PrinterChoice, AnotherNameChoosesTheFirstPrinterOfThatNameWhateverItsCase) {
+    devices.installed = {QStringLiteral("Office"), QStringLiteral("lab"), QStringLiteral("LAB")};
+    devices.answer = [](PrinterDialog& box) {
+        box.PrinterName = QStringLiteral("Lab");
+        box.Copies = 2;
+        box.Orientation = 2;
+        box.ColorMode = 1;
+        box.Duplex = 3;
+        box.PaperBin = 4;
+        box.PaperSize = 11;
+        box.PrintQuality = 300;
+        return true;
+    };
+    EXPECT_TRUE(choose());
+    const PrinterProperties set = printer.properties().value();
+    EXPECT_EQ(set.DeviceName, QStringLiteral("lab"));
+    EXPECT_EQ(set.Copies, 2);
+    EXPECT_EQ(set.Orientation, 2);
+    EXPECT_EQ(set.ColorMode, 1);
+    EXPECT_EQ(set.Duplex, 3);
+    EXPECT_EQ(set.PaperBin, 4);
+    EXPECT_EQ(set.PaperSize, 11);
+    EXPECT_EQ(set.PrintQuality, 300);
+}
+
+TEST_F(PrinterChoice, ANameThatTheMachineDoesNotKnowChangesNoDevice) {
+    devices.answer = [](PrinterDialog& box) {
+        box.PrinterName = QStringLiteral("Nowhere");
+        return true;
+    };
+    EXPECT_TRUE(choose());
+    EXPECT_EQ(printer.properties().value().DeviceName, QStringLiteral("Office"));
+}
+
+TEST_F(PrinterChoice, WithoutAnyPrinterNoDialogShows) {
+    devices.installed.clear();
+    devices.standard.clear();
+    const auto chosen = choosePrinter(printer, dialog, kPrintFlags, 0);
+    ASSERT_FALSE(chosen);
+    EXPECT_EQ(chosen.error().code(), 482);
+    EXPECT_TRUE(devices.shown.empty());
+}
+
+TEST_F(PrinterChoice, TheTraceIsSilentUnlessAskedFor) {
+    const LogLines log;
+    devices.answer = [](PrinterDialog&) { return true; };
+    EXPECT_TRUE(choose());
+    tracePrinter(printer, dialog);
+    EXPECT_TRUE(LogLines::lines().isEmpty());
+}
+
+TEST_F(PrinterChoice, TheTraceTellsEverySettingInItsOrder) {
+    const LogLines log;
+    QLoggingCategory::setFilterRules(QStringLiteral("sixtrace.print.debug=true"));
+    devices.answer = [](PrinterDialog& box) {
+        box.Copies = 3;
+        box.Orientation = 2;
+        box.ColorMode = 1;
+        box.Duplex = 2;
+        return true;
+    };
+    EXPECT_TRUE(choose());
+    tracePrinter(printer, dialog);
+    const QStringList expected{QStringLiteral("Copies = 3"),
+                               QStringLiteral("Orientation = Landscape. "),
+                               QStringLiteral("ColorMode = Black and White. "),
+                               QStringLiteral("Horizontal/Long Edge. "),
+                               QStringLiteral("PaperBin = 7"),
+                               QStringLiteral("PaperSize = 9"),
+                               QStringLiteral("Height=11900"),
+                               QStringLiteral("Width=16840"),
+                               QStringLiteral("PrintQuality = 600"),
+                               QStringLiteral("Print to File Not Selected"),
+                               QStringLiteral("hDC = 0")};
+    EXPECT_EQ(LogLines::lines(), expected);
+    LogLines::lines().clear();
+    devices.answer = {};
+    EXPECT_FALSE(choose());
+    EXPECT_EQ(LogLines::lines(), QStringList{QStringLiteral("Cancel Selected")});
+}
+
+} // namespace
+} // namespace sixtrace

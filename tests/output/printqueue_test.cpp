@@ -1,0 +1,205 @@
+// SPDX-License-Identifier: MIT
+// A page on its way to paper: through a real print queue, and as PDF, read back by programs that are not ours.
+#include "output/printwindow.h"
+#include "output/privatequeue.h"
+
+#include "platform/pdfprinter.h"
+#include "platform/qtprinters.h"
+#include "platform/wholefile.h"
+
+#include <QImage>
+#include <QTemporaryDir>
+
+namespace sixtrace {
+namespace {
+
+constexpr QRgb kGround = 0xFF400040; // of the screen
+constexpr double kSamePage = 3; // of 255; a page without its frame is some 60 away
+
+/// The machine's printers, whose dialog is answered as soon as it would show.
+class AcceptingPrinters : public QtPrinters {
+public:
+    int shown = 0;
+    bool ShowPrinter(PrinterDialog& dialog, quintptr) override {
+        ++shown;
+        dialog.ColorMode = 2;
+        dialog.PaperSize = 9;
+        return true;
+    }
+};
+
+class PaperTest : public PrintWindow {
+protected:
+    /// A PDF document rendered at 96 dots per inch, the preview's resolution.
+    [[nodiscard]] QImage rendered(const QByteArray& pdf) const {
+        write(QStringLiteral("rendered.pdf"), pdf);
+        static_cast<void>(outputOf(QStringLiteral("pdftoppm"),
+                                   {QStringLiteral("-r"), QStringLiteral("96"), QStringLiteral("-png"),
+                                    QStringLiteral("-singlefile"), path(QStringLiteral("rendered.pdf")),
+                                    path(QStringLiteral("rendered"))}));
+        return QImage(path(QStringLiteral("rendered.png"))).convertToFormat(QImage::Format_RGB32);
+    }
+    [[nodiscard]] QString textOf(const QByteArray& pdf) const {
+        write(QStringLiteral("text.pdf"), pdf);
+        return QString::fromUtf8(outputOf(QStringLiteral("pdftotext"), {QStringLiteral("-layout"),
+                                                                        path(QStringLiteral("text.pdf")),
+                                                                        QStringLiteral("-")}));
+    }
+    /// Every row of the list stands in the text of the page, and every label once more.
+    void expectLegend(const QString& pageText) const {
+        for (int channel = 0; channel < kChannels; ++channel) {
+            const QStringList words = printing().inputs().rows[static_cast<std::size_t>(channel)].split(u' ', Qt::SkipEmptyParts);
+            for (const QString& word : words) {
+                EXPECT_TRUE(pageText.contains(word)) << word.toStdString();
+            }
+            EXPECT_GE(pageText.count(words.front()), 2) << "legend and label";
+        }
+    }
+    /// How far two pictures of a page are apart: the mean difference of their colours, 0 to 255, at a third of their
+    /// size, where it no longer counts on which pixel a thin line or the edge of a letter falls.
+    [[nodiscard]] static double difference(const QImage& first, const QImage& second) {
+        const QSize size = first.size() / 3;
+        const QImage a = first.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        const QImage b = second.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        double sum = 0;
+        for (int y = 0; y < size.height(); ++y) {
+            for (int x = 0; x < size.width(); ++x) {
+                const QRgb p = a.pixel(x, y);
+                const QRgb q = b.pixel(x, y);
+                sum += std::abs(qRed(p) - qRed(q)) + std::abs(qGreen(p) - qGreen(q)) + std::abs(qBlue(p) - qBlue(q));
+            }
+        }
+        return sum / 3 / (static_cast<double>(size.width()) * size.height());
+    }
+    /// Which share of a trace's pixels in the preview lies on paper, too, give or take two pixels and a blurred edge.
+    [[nodiscard]] double shareOfTrace(int channel, const QImage& onPaper, const QImage& shown) const {
+        const QColor colour = toQColor(model->LineColor[static_cast<std::size_t>(channel)]);
+        const auto apart = [&colour](QRgb pixel) {
+            return std::abs(qRed(pixel) - colour.red()) + std::abs(qGreen(pixel) - colour.green()) +
+                   std::abs(qBlue(pixel) - colour.blue());
+        };
+        // A line that falls between two pixels colours both of them by half.
+        const double limit = apart(kGround) * 0.6;
+        const auto near = [&](int x, int y) {
+            for (int dy = -2; dy <= 2; ++dy) {
+                for (int dx = -2; dx <= 2; ++dx) {
+                    if (onPaper.valid(x + dx, y + dy) && apart(onPaper.pixel(x + dx, y + dy)) < limit) {
+                        return true;
+                    }
+                }
+            }
+            return false;
+        };
+        int all = 0;
+        int found = 0;
+        const QRect frame = groundOf(shown);
+        for (int y = frame.top(); y <= frame.bottom(); ++y) {
+            for (int x = frame.left(); x <= frame.right(); ++x) {
+                if (apart(shown.pixel(x, y)) == 0) {
+                    ++all;
+                    found += near(x, y) ? 1 : 0;
+                }
+            }
+        }
+        return all < 100 ? 0 : static_cast<double>(found) / all;
+    }
+    void expectSamePage(const QImage& onPaper, const QImage& shown, const QImage& flattened) const {
+        EXPECT_NEAR(onPaper.width(), shown.width(), 1);
+        EXPECT_NEAR(onPaper.height(), shown.height(), 1);
+        expectSamePlace(groundOf(onPaper), groundOf(shown));
+        EXPECT_LT(difference(onPaper, shown), kSamePage);
+        for (int channel = 0; channel < kChannels; ++channel) {
+            EXPECT_GT(shareOfTrace(channel, onPaper, shown), 0.97) << channel;
+        }
+        EXPECT_LT(shareOfTrace(0, onPaper, flattened), 0.5) << "another trace would be seen";
+    }
+    void flattenFirstTrace() const {
+        for (int row = 0; row < kSampleRows; ++row) {
+            model->SampleData(0, row) = 0;
+        }
+    }
+    /// The frame's outline in a picture: the rectangle of pixels in the colour of the screen's ground.
+    [[nodiscard]] static QRect groundOf(const QImage& picture) {
+        QRect ground;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                const QRgb pixel = picture.pixel(x, y);
+                // 0x400040, or what the renderer's arithmetic makes of it.
+                if (std::abs(qRed(pixel) - 0x40) < 4 && qGreen(pixel) < 4 && std::abs(qBlue(pixel) - 0x40) < 4) {
+                    ground |= QRect(x, y, 1, 1);
+                }
+            }
+        }
+        return ground;
+    }
+    static void expectSamePlace(const QRect& a, const QRect& b) {
+        EXPECT_NEAR(a.left(), b.left(), 1);
+        EXPECT_NEAR(a.top(), b.top(), 1);
+        EXPECT_NEAR(a.right(), b.right(), 1);
+        EXPECT_NEAR(a.bottom(), b.bottom(), 1);
+    }
+};
+
+TEST_F(PaperTest, APageAsPdfHasItsTextAndLooksAsThePreview) {
+    openWithCapture();
+    PdfPrinter paper(QPageSize(QPageSize::A4), false);
+    Printer pdf(paper);
+    PageComposer composer(*model, printing().settings(), pdf);
+    ASSERT_TRUE(composer.PrintResult(pdf, 100, printing().inputs()));
+    expectLegend(textOf(paper.document()));
+
+    const auto sheet = pdf.sheet();
+    ASSERT_TRUE(sheet);
+    printing().settings().PaperWidth = sheet.value().Width;
+    printing().settings().PaperHeight = sheet.value().Height;
+    PicturePage preview(96);
+    ASSERT_TRUE(composer.PrintResult(preview, 100, printing().inputs()));
+    const QImage onPaper = rendered(paper.document());
+    const QImage shown = preview.Image();
+    ASSERT_FALSE(onPaper.isNull());
+    flattenFirstTrace();
+    PicturePage flattened(96);
+    ASSERT_TRUE(composer.PrintResult(flattened, 100, printing().inputs()));
+    expectSamePage(onPaper, shown, flattened.Image());
+    // The dashed box is the preview's alone: the left line of it stands at 567 twips, 37 pixels.
+    int dashes = 0;
+    int printed = 0;
+    for (int y = shown.height() / 2 + 100; y < shown.height() - 60; ++y) {
+        dashes += (shown.pixel(37, y) & 0xFFFFFF) == 0xC0C0C0 ? 1 : 0;
+        printed += (onPaper.pixel(37, y) & 0xFFFFFF) != 0xFFFFFF ? 1 : 0;
+    }
+    EXPECT_GT(dashes, 50);
+    EXPECT_EQ(printed, 0);
+}
+
+TEST_F(PaperTest, APageGoesThroughARealPrintQueue) {
+    PrivateQueue queue;
+    ASSERT_TRUE(queue.start()) << queue.error.toStdString();
+    AcceptingPrinters machine;
+    ASSERT_TRUE(machine.names().contains(QStringLiteral("Test"))) << machine.names().join(u' ').toStdString();
+    form = std::make_unique<FrmCom>(
+        *model, FrmComSurroundings{answering, [this] { return path(QStringLiteral(".")); }, [this] { ++ends; },
+                                   [](const QString&) {}, {}, &machine});
+    form->show();
+    loadSix();
+    frmPrintPreview& preview = openPreview();
+    const QImage shown = in<PageView>(preview, "imgView(1)").Picture();
+    item("mnuPrint").trigger();
+    EXPECT_EQ(machine.shown, 1);
+    ASSERT_TRUE(answering.messages.isEmpty()) << answering.messages.join(u' ').toStdString();
+
+    const QByteArray job = queue.waitForJob();
+    ASSERT_FALSE(job.isEmpty());
+    expectLegend(textOf(job));
+    const QImage onPaper = rendered(job);
+    ASSERT_FALSE(onPaper.isNull());
+    EXPECT_NEAR(onPaper.width(), 794, 1); // A4
+    EXPECT_NEAR(onPaper.height(), 1123, 1);
+    flattenFirstTrace();
+    PicturePage flattened(96);
+    ASSERT_TRUE(printing().PrintResult(flattened, 100));
+    expectSamePage(onPaper, shown, flattened.Image());
+}
+
+} // namespace
+} // namespace sixtrace

@@ -1,0 +1,255 @@
+// SPDX-License-Identifier: MIT
+// Sheet of every test: 11900 by 16840 twips with an unprintable border of 300, so 11300 by 16240 can be reached; margins
+// of 567 leave 10166 by 15106.
+#include "output/pageframe.h"
+#include "output/printresult.h"
+#include "output/recordingpages.h"
+#include "output/scriptedprinters.h"
+#include "support/printing.h"
+#include "view/defaults.h"
+
+#include <gtest/gtest.h>
+
+namespace sixtrace {
+namespace {
+
+constexpr Colour kWhite = 0xFFFFFF;
+constexpr Colour kBlue = 0xFF0000;
+constexpr Colour kRed = 0x0000FF;
+
+class PageTest : public ::testing::Test {
+protected:
+    PageTest() {
+        model->fillTables();
+        applyDefaultColours(*model);
+        model->FileKind = 4;
+        setDefaultMargins(settings);
+        settings.PaperWidth = 11900;
+        settings.PaperHeight = 16840;
+        inputs.frame.markerTop.fill(2910); // (210 / 2 + 2910) / 6030 is half of the strip
+        for (int channel = 0; channel < kChannels; ++channel) {
+            inputs.rows[static_cast<std::size_t>(channel)] = channelLabel(channel) + QStringLiteral(" 5 mS 1 V");
+        }
+    }
+    void addChannel(int channel, int samples = 100) {
+        const auto c = static_cast<std::size_t>(channel);
+        model->ChannelPresent[c] = 1;
+        model->ScreenPoints[c] = 200;
+        model->SampleCount[c] = samples;
+        model->TimeIndex[c] = 10;
+        model->TimeIndexView[c] = 10;
+        model->VoltIndexView[c] = 6; // 0.5 V a division
+        model->VoltPerCount[c] = 10.0F;
+        model->SampleInterval[c] = 1.0F;
+        inputs.frame.selected[c] = true;
+    }
+    void print() { ASSERT_TRUE(composer.PrintResult(printer, 100, inputs)); }
+    void preview(int percent = 100) { ASSERT_TRUE(composer.PrintResult(sheet, percent, inputs)); }
+    void layOnItsSide() {
+        auto properties = printer.properties().value();
+        properties.Orientation = 2;
+        printer.set(properties);
+    }
+
+    std::unique_ptr<publicM> model = std::make_unique<publicM>();
+    MdlPrinter settings;
+    PageInputs inputs;
+    ScriptedPrinters devices;
+    RecordingPrinter printer{devices};
+    RecordingSheet sheet{96.0};
+    PageComposer composer{*model, settings, printer};
+};
+
+TEST_F(PageTest, ChannelWithWhiteLineColorHasABlackLegendRowButAWhiteLabelAndTrace) {
+    addChannel(0);
+    model->LineColor[0] = kWhite;
+    print();
+    const auto texts = printer.of(DrawnItem::Kind::Text);
+    ASSERT_EQ(texts.size(), 2U);
+    EXPECT_EQ(texts[0].text, QStringLiteral("ch1 5 mS 1 V"));
+    EXPECT_EQ(texts[0].colour, 0U);
+    EXPECT_EQ(texts[1].text, QStringLiteral("ch1"));
+    EXPECT_EQ(texts[1].colour, kWhite);
+    // The trace lies on the middle line; 30 twips right of a tick, only it can be white there.
+    const QImage& frame = printer.frame().picture;
+    const int middle = frame.height() * 6399 / 6409 / 2;
+    int white = 0;
+    for (int y = middle - 8; y <= middle + 8; ++y) {
+        white += frame.pixel(frame.width() / 7, y) == 0xFFFFFFFF ? 1 : 0;
+    }
+    EXPECT_GT(white, 0);
+}
+
+TEST_F(PageTest, LegendWithNoShownChannelLetsTheFrameStart110TwipsBelowTheTopMargin) {
+    print();
+    ASSERT_EQ(printer.drawn.size(), 1U);
+    // left 567 + 567, top 567 + 110; width 10166 - 567 = 9599, height 9599 * 2 / 3 = 6399.33; 10 more of each pasted.
+    EXPECT_EQ(printer.frame().place, QRectF(1134, 677, 9609, 6409));
+}
+
+TEST_F(PageTest, OnAWidePageTheFrameNarrowsTo1Point5TimesItsHeight) {
+    layOnItsSide();
+    settings.PrintMarginBottom = 1701;
+    print();
+    // height 11300 - 567 - 1701 - 110 = 8922, 3 * 8922 = 26766 <= 2 * (16240 - 1134 - 567) = 29078: width 13383.
+    EXPECT_EQ(printer.frame().place, QRectF(1134, 677, 13393, 8932));
+}
+
+TEST_F(PageTest, OnATallPageTheFrameTakesTheFullWidthAndTwoThirdsOfItAsHeight) {
+    addChannel(0);
+    addChannel(3);
+    print();
+    const DrawnItem& frame = printer.frame();
+    EXPECT_EQ(frame.place.left(), 1134);
+    EXPECT_EQ(frame.place.width(), 9609);
+    EXPECT_EQ(frame.place.height(), 6409);
+    EXPECT_GT(frame.place.top(), 677 + 2 * 240); // below two rows of 12 points
+}
+
+TEST_F(PageTest, PreviewAt100PercentEqualsThePrintInTwipsWithTheDashedBoxAndTheUnprintableBorderAdded) {
+    addChannel(0);
+    addChannel(2);
+    print();
+    preview();
+    ASSERT_EQ(sheet.drawn.size(), printer.drawn.size() + 4);
+    const std::array box{QRectF(867, 867, 10166, 0), QRectF(867, 15973, 10166, 0), QRectF(867, 867, 0, 15106),
+                         QRectF(11033, 867, 0, 15106)};
+    for (std::size_t i = 0; i < box.size(); ++i) {
+        EXPECT_EQ(sheet.drawn[i].place, box[i]) << i;
+        EXPECT_EQ(sheet.drawn[i].style, DrawStyle::Dot);
+        EXPECT_EQ(sheet.drawn[i].colour, 0xC0C0C0U);
+    }
+    for (std::size_t i = 0; i < printer.drawn.size(); ++i) {
+        const DrawnItem& printed = printer.drawn[i];
+        const DrawnItem& shown = sheet.drawn[i + 4];
+        EXPECT_EQ(shown.kind, printed.kind) << i;
+        EXPECT_EQ(shown.text, printed.text) << i;
+        EXPECT_EQ(shown.colour, printed.colour) << i;
+        EXPECT_NEAR(shown.place.left(), printed.place.left() + 300, 0.01) << i;
+        EXPECT_NEAR(shown.place.top(), printed.place.top() + 300, 0.01) << i;
+        EXPECT_NEAR(shown.place.width(), printed.place.width(), 0.01) << i;
+        EXPECT_NEAR(shown.place.height(), printed.place.height(), 0.01) << i;
+    }
+    EXPECT_EQ(sheet.Width(), 11900);
+    EXPECT_EQ(sheet.Height(), 16840);
+}
+
+TEST_F(PageTest, Zoom104PercentDrawsAtScale1And105At1Point1) {
+    preview(104);
+    EXPECT_NEAR(sheet.Width(), 11900, 0.01);
+    EXPECT_NEAR(sheet.FontSize, 12, 1e-6);
+    preview(105);
+    EXPECT_NEAR(sheet.Width(), 13090, 0.01);
+    EXPECT_NEAR(sheet.Height(), 18524, 0.01);
+    EXPECT_NEAR(sheet.FontSize, 13.2, 1e-6);
+    EXPECT_EQ(previewScale(75), 0.8F);
+    EXPECT_EQ(previewScale(4), 0.0F);
+}
+
+TEST_F(PageTest, SelectedButAbsentChannelGetsNoLabelNoTraceAndStillSetsForeColor) {
+    model->LineColor[5] = kBlue;
+    inputs.frame.selected[5] = true;
+    PicturePage hidden(96);
+    PageComposer::Box box{1134, 677, 9599, 6399};
+    ASSERT_TRUE(composer.PrinterDrawT(hidden, box, printer, inputs.frame));
+    EXPECT_EQ(hidden.ForeColor, kBlue);
+    EXPECT_EQ(printer.drawn.size(), 1U);
+    const QImage frame = hidden.Image();
+    for (int y = 0; y < frame.height(); ++y) {
+        for (int x = 0; x < frame.width(); ++x) {
+            ASSERT_NE(frame.pixel(x, y), 0xFF0000FFU);
+        }
+    }
+    print();
+    EXPECT_TRUE(printer.of(DrawnItem::Kind::Text).empty());
+}
+
+TEST_F(PageTest, LabelsTickTheZeroLinesWhereTheMarkersStand) {
+    addChannel(1);
+    model->LineColor[1] = kRed;
+    inputs.frame.markerTop[1] = 1402.5; // (105 + 1402.5) / 6030 is a quarter
+    print();
+    EXPECT_DOUBLE_EQ(composer.ChannelPageY[1], 1599.75);
+    const double zeroLine = printer.frame().place.top() + 1599.75;
+    const auto lines = printer.of(DrawnItem::Kind::Line);
+    ASSERT_EQ(lines.size(), 1U);
+    EXPECT_EQ(lines[0].place.top(), zeroLine);
+    EXPECT_EQ(lines[0].place.height(), 0);
+    EXPECT_EQ(lines[0].place.right(), 1134); // up to the edge of the frame
+    EXPECT_EQ(lines[0].colour, kRed);
+    const auto texts = printer.of(DrawnItem::Kind::Text);
+    ASSERT_EQ(texts.size(), 2U);
+    EXPECT_EQ(texts[0].place.left(), 1134);
+    EXPECT_EQ(texts[1].place.left(), 567);
+    EXPECT_GT(lines[0].place.left(), 567 + 300) << "the tick begins behind the three characters";
+}
+
+TEST_F(PageTest, TracesDivideByTheSamplesHeldAndTakeTheShiftUnscaled) {
+    addChannel(0);
+    model->ChannelXShift[0] = 60;
+    model->SampleData(0, 10) = 50;
+    print();
+    // X = W/2 - (W/2 - 60) + i * 9599 / 100, Y = 6399 / 2 - 50 * 10 * 6399 / (0.5 * 8000)
+    EXPECT_EQ(model->PlotX(0, 0), 60);
+    EXPECT_EQ(model->PlotX(0, 10), 1020);
+    EXPECT_EQ(model->PlotX(0, 99), 9563);
+    EXPECT_EQ(model->PlotY(0, 10), 2400);
+    EXPECT_EQ(model->PlotY(0, 11), 3200); // 3199.5 to the even one
+    EXPECT_FLOAT_EQ(model->VoltPerPixel[0], static_cast<float>(0.5 * 8 / 6399));
+    EXPECT_FLOAT_EQ(model->MsPerPixel[0], static_cast<float>(model->TimeBaseTable[10] * 12 / 9599));
+}
+
+TEST_F(PageTest, FineTicksOfTheMiddleReach100TwipsToTheLeftAnd110ToTheRight) {
+    PicturePage picture(360); // four twips a pixel, lines of four pixels
+    picture.BackColor = 0;
+    ASSERT_TRUE(picture.setSize(12010, 8010));
+    picture.ForeColor = kWhite;
+    drawPageGraticule(picture, 12000, 8000, true, 12);
+    const int row = 1800 / 4; // the ninth of forty, on no division
+    const auto lit = [&](int x) { return picture.Image().pixel(x, row) == 0xFFFFFFFF; };
+    EXPECT_FALSE(lit(5900 / 4 - 1));
+    EXPECT_TRUE(lit(5900 / 4));
+    EXPECT_TRUE(lit(6110 / 4 + 3));
+    EXPECT_FALSE(lit(6110 / 4 + 4));
+    EXPECT_TRUE(lit(110 / 4));
+    EXPECT_FALSE(lit(110 / 4 + 4));
+}
+
+TEST_F(PageTest, ThePageIsInTheScreensColours) {
+    model->BackColor = 0x204060;
+    print();
+    const QImage& frame = printer.frame().picture;
+    EXPECT_EQ(frame.pixel(frame.width() / 7, frame.height() / 7), 0xFF604020U);
+}
+
+TEST_F(PageTest, WithoutAnyPrinterTheCompositionEndsWithError482) {
+    devices.installed.clear();
+    devices.standard.clear();
+    const Outcome done = composer.PrintResult(sheet, 100, inputs);
+    ASSERT_FALSE(done);
+    EXPECT_EQ(done.error().code(), 482);
+    EXPECT_TRUE(sheet.drawn.empty());
+}
+
+TEST_F(PageTest, ADocumentThatFailsInItsMiddleIsThrownAway) {
+    Printer real(devices);
+    PageComposer realComposer(*model, settings, real);
+    addChannel(0);
+    addChannel(1, 0); // a division by the samples held
+    const Outcome done = realComposer.PrintResult(real, 100, inputs);
+    ASSERT_FALSE(done);
+    EXPECT_EQ(done.error().number, ErrorNumber::DivisionByZero);
+    EXPECT_EQ(devices.dropped, 1);
+    EXPECT_TRUE(devices.documents.empty());
+}
+
+TEST_F(PageTest, MarginsThatLeaveNoRoomEndTheComposition) {
+    settings.PrintMarginLeft = 5670;
+    settings.PrintMarginRight = 5670;
+    const Outcome done = composer.PrintResult(printer, 100, inputs);
+    ASSERT_FALSE(done);
+    EXPECT_EQ(done.error().number, ErrorNumber::InvalidCall);
+}
+
+} // namespace
+} // namespace sixtrace

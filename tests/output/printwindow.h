@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "output/frmprintpreview.h"
+#include "output/frmprintsetup.h"
+#include "output/pageview.h"
+#include "output/printing.h"
+#include "output/scriptedprinters.h"
+#include "shell/frmcomfixture.h"
+
+#include "capture/scenes.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+
+namespace sixtrace {
+
+/// Dialogs that also answer questions and input boxes by script.
+class AnsweringDialogs : public ScriptedDialogs {
+public:
+    std::deque<Answer> answers;
+    std::deque<std::optional<QString>> inputs;
+    QStringList prompts;
+    QStringList presets;
+    QStringList questionTitles;
+
+    Answer question(const QString& text, MessageIcon icon, const QString& title) override {
+        message(text, icon, title);
+        questionTitles.append(title);
+        const Answer answer = answers.empty() ? Answer::No : answers.front();
+        if (!answers.empty()) {
+            answers.pop_front();
+        }
+        return answer;
+    }
+    std::optional<QString> input(const QString& prompt, const QString&, const QString& preset) override {
+        prompts.append(prompt);
+        presets.append(preset);
+        if (inputs.empty()) {
+            return std::nullopt;
+        }
+        const auto answer = inputs.front();
+        inputs.pop_front();
+        return answer;
+    }
+};
+
+/// The main window with two scripted printers, a capture of six channels and its preview and page setup.
+class PrintWindow : public FrmComTest {
+protected:
+    void open() {
+        form = std::make_unique<FrmCom>(
+            *model, FrmComSurroundings{answering, [this] { return path(QStringLiteral(".")); }, [this] { ++ends; },
+                                       [](const QString&) {}, {}, &devices});
+        form->show();
+    }
+    void openWithCapture() {
+        open();
+        loadSix();
+    }
+    void loadSix() {
+        const auto blocks = sceneBlocks(QStringLiteral("six"), 1);
+        ASSERT_TRUE(blocks.has_value());
+        const CaptureForm* form11 = captureForm("V11");
+        ASSERT_NE(form11, nullptr);
+        write(QStringLiteral("six.bin"), captureBytes(*form11, *blocks));
+        answering.files.push_back(FileChoice{path(QStringLiteral("six.bin")), 1});
+        item("mnuOpen").trigger();
+        ASSERT_EQ(model->ChannelPresent[5], 1);
+    }
+    [[nodiscard]] Printing& printing() const { return form->printing(); }
+
+    frmPrintPreview& openPreview() {
+        item("mnuPrintView").trigger();
+        return *printing().preview();
+    }
+    frmPrintSetup& openSetup() {
+        item("mnuPageSet").trigger();
+        return *printing().setup();
+    }
+    template<typename Control>
+    [[nodiscard]] static Control& in(QObject& window, const char* name) {
+        auto* found = window.findChild<Control*>(QString::fromLatin1(name));
+        if (found == nullptr) {
+            throw std::runtime_error(std::string("no control ") + name);
+        }
+        return *found;
+    }
+    [[nodiscard]] static QLineEdit& field(frmPrintSetup& setup, const char* name) { return in<QLineEdit>(setup, name); }
+    static void press(frmPrintSetup& setup, const char* button) { in<QPushButton>(setup, button).click(); }
+    void choose(const char* name) { in<QAction>(*printing().preview(), name).trigger(); }
+    [[nodiscard]] PageView& page() const { return in<PageView>(*printing().preview(), "imgView(1)"); }
+    static void unloadClosed() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
+
+    ScriptedPrinters devices;
+    AnsweringDialogs answering;
+};
+
+} // namespace sixtrace

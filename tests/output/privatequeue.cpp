@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: MIT
+#include "output/privatequeue.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QStandardPaths>
+#include <QThread>
+
+#include <netinet/in.h>
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <csignal>
+
+namespace sixtrace {
+
+namespace {
+
+constexpr int kPatience = 30'000; // milliseconds
+
+/// A port of the loopback that nobody listens on just now.
+quint16 freePort() {
+    const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address;
+    const bool bound = socket >= 0 && ::bind(socket, reinterpret_cast<sockaddr*>(&address), size) == 0 &&
+                       ::getsockname(socket, reinterpret_cast<sockaddr*>(&address), &size) == 0;
+    if (socket >= 0) {
+        ::close(socket);
+    }
+    return bound ? ntohs(address.sin_port) : quint16{0};
+}
+
+/// The server lies where ordinary users' paths do not lead.
+QString systemProgram(const QString& name) {
+    return QStandardPaths::findExecutable(name, {QStringLiteral("/usr/sbin"), QStringLiteral("/usr/bin")});
+}
+
+bool writeFile(const QString& path, const QString& content) {
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(content.toUtf8()) > 0;
+}
+
+} // namespace
+
+QByteArray outputOf(const QString& program, const QStringList& arguments) {
+    QProcess process;
+    process.start(program, arguments);
+    return process.waitForFinished(kPatience) && process.exitCode() == 0 ? process.readAllStandardOutput()
+                                                                         : QByteArray();
+}
+
+PrivateQueue::~PrivateQueue() {
+    if (m_server.state() != QProcess::NotRunning) {
+        m_server.terminate();
+        if (!m_server.waitForFinished(kPatience)) {
+            m_server.kill();
+            m_server.waitForFinished(kPatience);
+        }
+    }
+}
+
+bool PrivateQueue::run(const QString& program, const QStringList& arguments) {
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(systemProgram(program), arguments);
+    const bool done = process.waitForFinished(kPatience) && process.exitCode() == 0;
+    if (!done) {
+        error = program + QStringLiteral(": ") + QString::fromUtf8(process.readAll());
+    }
+    return done;
+}
+
+bool PrivateQueue::writeSettings() {
+    // Where the server runs as root its filters run as somebody else, who has to get at these folders.
+    using Permission = QFileDevice::Permission;
+    const QFileDevice::Permissions readable = Permission::ReadOwner | Permission::WriteOwner | Permission::ExeOwner |
+                                              Permission::ReadGroup | Permission::ExeGroup | Permission::ReadOther |
+                                              Permission::ExeOther;
+    if (!m_folder.isValid() || !QFile::setPermissions(m_folder.path(), readable)) {
+        return false;
+    }
+    for (const QString& name : {QStringLiteral("root"), QStringLiteral("spool"), QStringLiteral("cache"),
+                                QStringLiteral("state"), QStringLiteral("tmp")}) {
+        if (!QDir(m_folder.path()).mkdir(name)) {
+            return false;
+        }
+    }
+    if (!QFile::setPermissions(m_folder.filePath(QStringLiteral("tmp")),
+                               readable | Permission::WriteGroup | Permission::WriteOther)) {
+        return false;
+    }
+    const QString files = QStringLiteral("ServerRoot %1/root\nRequestRoot %1/spool\nCacheDir %1/cache\n"
+                                         "StateDir %1/state\nTempDir %1/tmp\nAccessLog %1/access_log\n"
+                                         "ErrorLog %1/error_log\nPageLog %1/page_log\nFileDevice Yes\n")
+                              .arg(m_folder.path());
+    const QString server = QStringLiteral("Listen 127.0.0.1:%1\nBrowsing Off\nWebInterface No\n"
+                                          "DefaultAuthType None\nLogLevel warn\n"
+                                          "<Location />\nOrder allow,deny\nAllow 127.0.0.1\n</Location>\n"
+                                          "<Location /admin>\nOrder allow,deny\nAllow 127.0.0.1\n</Location>\n"
+                                          "<Policy default>\n<Limit All>\nOrder deny,allow\n</Limit>\n</Policy>\n")
+                               .arg(m_port);
+    return writeFile(m_folder.filePath(QStringLiteral("cups-files.conf")), files) &&
+           writeFile(m_folder.filePath(QStringLiteral("cupsd.conf")), server);
+}
+
+bool PrivateQueue::start() {
+    m_port = freePort();
+    if (m_port == 0 || !writeSettings()) {
+        error = QStringLiteral("no port or no folder");
+        return false;
+    }
+    // Read by the printing library of this program and by the commands below.
+    qputenv("CUPS_SERVER", QByteArray("127.0.0.1:") + QByteArray::number(m_port));
+    m_server.setStandardOutputFile(QProcess::nullDevice());
+    m_server.setStandardErrorFile(QProcess::nullDevice());
+    // A test that falls over takes its server with it.
+    m_server.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
+    m_server.start(systemProgram(QStringLiteral("cupsd")),
+                   {QStringLiteral("-f"), QStringLiteral("-c"), m_folder.filePath(QStringLiteral("cupsd.conf")),
+                    QStringLiteral("-s"), m_folder.filePath(QStringLiteral("cups-files.conf"))});
+    if (!m_server.waitForStarted(kPatience)) {
+        error = QStringLiteral("cupsd: ") + m_server.errorString();
+        return false;
+    }
+    QElapsedTimer clock;
+    clock.start();
+    while (!outputOf(QStringLiteral("lpstat"), {QStringLiteral("-r")}).contains("is running")) {
+        if (clock.hasExpired(kPatience) || m_server.state() == QProcess::NotRunning) {
+            error = QStringLiteral("the print server does not answer");
+            return false;
+        }
+        QThread::msleep(100);
+    }
+    return run(QStringLiteral("lpadmin"),
+               {QStringLiteral("-p"), QStringLiteral("Test"), QStringLiteral("-E"), QStringLiteral("-v"),
+                QStringLiteral("file:") + jobFile(), QStringLiteral("-m"),
+                QStringLiteral("lsb/usr/cupsfilters/Generic-PDF_Printer-PDF.ppd"), QStringLiteral("-o"),
+                QStringLiteral("PageSize=A4")}) &&
+           run(QStringLiteral("lpadmin"), {QStringLiteral("-d"), QStringLiteral("Test")});
+}
+
+QByteArray PrivateQueue::waitForJob() {
+    QElapsedTimer clock;
+    clock.start();
+    while (!clock.hasExpired(kPatience)) {
+        QFile file(jobFile());
+        if (file.open(QIODevice::ReadOnly)) {
+            // The queue wraps the document in its printer's job language.
+            const QByteArray content = file.readAll();
+            const QByteArray end("%%EOF");
+            const qsizetype first = content.indexOf("%PDF");
+            const qsizetype last = content.lastIndexOf(end);
+            if (first >= 0 && last > first && content.trimmed().endsWith("%-12345X")) {
+                return content.mid(first, last - first + end.size()) + '\n';
+            }
+        }
+        QThread::msleep(100);
+    }
+    return {};
+}
+
+} // namespace sixtrace

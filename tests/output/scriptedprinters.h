@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/printer.h"
+
+#include <QBuffer>
+#include <QPdfWriter>
+
+#include <functional>
+#include <vector>
+
+namespace sixtrace {
+
+/// Printers that exist in a test only: they keep every document as PDF with the settings it was begun with, and answer
+/// the printer dialog by script. Paper of 11900 by 16840 twips, of which a border of 300 cannot be reached.
+class ScriptedPrinters : public PrintDevices {
+public:
+    struct Document {
+        PrinterProperties properties;
+        QByteArray pdf;
+    };
+
+    QStringList installed{QStringLiteral("Office"), QStringLiteral("Lab")};
+    QString standard = QStringLiteral("Office");
+    std::vector<Document> documents;                    ///< finished ones
+    int dropped = 0;
+    std::vector<PrinterDialog> shown;                   ///< dialogs as they were filled
+    std::function<bool(PrinterDialog&)> answer;         ///< none cancels
+    bool broken = false;                                ///< no document can be begun
+
+    QStringList names() const override { return installed; }
+    QString defaultName() const override { return standard; }
+    PrinterProperties initial(const QString& name) const override {
+        PrinterProperties properties;
+        properties.DeviceName = name;
+        properties.DriverName = QStringLiteral("driver of ") + name;
+        properties.Port = QStringLiteral("port of ") + name;
+        return properties;
+    }
+    Result<Sheet> sheet(const PrinterProperties& properties) const override {
+        const bool upright = properties.Orientation == 1;
+        Sheet sheet;
+        sheet.Width = upright ? 11900 : 16840;
+        sheet.Height = upright ? 16840 : 11900;
+        sheet.ScaleWidth = sheet.Width - 600;
+        sheet.ScaleHeight = sheet.Height - 600;
+        sheet.left = 300;
+        sheet.top = 300;
+        return sheet;
+    }
+    Result<std::unique_ptr<PrintJob>> begin(const PrinterProperties& properties) override {
+        if (broken) {
+            return RuntimeError::of(ErrorNumber::Printer);
+        }
+        return std::unique_ptr<PrintJob>(std::make_unique<Job>(*this, properties));
+    }
+    bool ShowPrinter(PrinterDialog& dialog, quintptr) override {
+        shown.push_back(dialog);
+        return answer && answer(dialog);
+    }
+
+private:
+    class Job : public PrintJob {
+    public:
+        Job(ScriptedPrinters& owner, const PrinterProperties& properties)
+            : m_owner(owner)
+            , m_properties(properties) {
+            m_buffer.open(QIODevice::WriteOnly);
+            m_writer = std::make_unique<QPdfWriter>(&m_buffer);
+            m_writer->setPageSize(QPageSize(QPageSize::A4));
+            m_writer->setResolution(150);
+        }
+        QPagedPaintDevice& device() override { return *m_writer; }
+        Outcome finish() override {
+            m_writer.reset();
+            m_owner.documents.push_back({m_properties, m_buffer.data()});
+            return success();
+        }
+        void drop() override { ++m_owner.dropped; }
+
+    private:
+        ScriptedPrinters& m_owner;
+        PrinterProperties m_properties;
+        QBuffer m_buffer;
+        std::unique_ptr<QPdfWriter> m_writer;
+    };
+};
+
+} // namespace sixtrace
