@@ -235,21 +235,21 @@ TEST_F(FrmComPlaces, ChoosingAnItemLeavesItsTickToTheHandler) {
 TEST_F(FrmComPlaces, WithoutLanguageFilesTheLabelsBearTheCaptionsOfTheDesign) {
     load();
     const std::array<std::pair<const char*, const char16_t*>, 16> captions{{{"Label1", u"刻度          位置        "},
-                                                                           {"Label2", u"刻度          位置        "},
-                                                                           {"Label3", u"类型"},
-                                                                           {"LabP", u""},
-                                                                           {"LabPP", u"频率："},
-                                                                           {"LabMax", u"峰峰值："},
-                                                                           {"LabYY1", u"y1:"},
-                                                                           {"LabYY2", u"y2:"},
-                                                                           {"Labddy", u"dy:"},
-                                                                           {"LabXX1", u"x1:"},
-                                                                           {"LabXX2", u"x2:"},
-                                                                           {"labDDx", u"dx:"},
-                                                                           {"LabDDYY", u""},
-                                                                           {"LabDDXX", u""},
-                                                                           {"Label4", u""},
-                                                                           {"Label5", u""}}};
+                                                                            {"Label2", u"刻度          位置        "},
+                                                                            {"Label3", u"类型"},
+                                                                            {"LabP", u""},
+                                                                            {"LabPP", u"频率："},
+                                                                            {"LabMax", u"峰峰值："},
+                                                                            {"LabYY1", u"y1:"},
+                                                                            {"LabYY2", u"y2:"},
+                                                                            {"Labddy", u"dy:"},
+                                                                            {"LabXX1", u"x1:"},
+                                                                            {"LabXX2", u"x2:"},
+                                                                            {"labDDx", u"dx:"},
+                                                                            {"LabDDYY", u""},
+                                                                            {"LabDDXX", u""},
+                                                                            {"Label4", u""},
+                                                                            {"Label5", u""}}};
     for (const auto& [name, caption] : captions) {
         EXPECT_EQ(captionOf(control<QObject>(name)), QString::fromUtf16(caption)) << name;
     }

@@ -200,9 +200,7 @@ TEST_F(MarkerWindow, TheSpareMarkerIsNeverShown) {
 
 TEST_F(MarkerWindow, APressBringsTheMarkerToTheFront) {
     marker(0).setTop(marker(2).Top());
-    const auto inFront = [this] {
-        return control<QWidget>("Picture3").childAt(marker(0).pos() + QPoint(12, 7));
-    };
+    const auto inFront = [this] { return control<QWidget>("Picture3").childAt(marker(0).pos() + QPoint(12, 7)); };
     for (const int channel : {0, 2, 0}) {
         press(marker(channel), 12, 7);
         EXPECT_EQ(inFront(), &marker(channel)) << channel;
