@@ -10,6 +10,7 @@ build_packages="g++ cmake ninja-build ccache pkg-config git
 
 # What the tests need on top. Workbooks are read back by programs that are not ours.
 test_packages="libgtest-dev libgmock-dev libumockdev-dev umockdev
+    xvfb openbox xdotool imagemagick x11-utils
     dbus-daemon desktop-file-utils appstream mandoc libxml2-utils libglib2.0-bin shared-mime-info dpkg-dev file
     catdoc gnumeric python3 python3-openpyxl python3-xlrd
     cups cups-client cups-filters poppler-utils"

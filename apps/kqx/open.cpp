@@ -24,7 +24,13 @@ constexpr unsigned long kLookMs = 50;
 const QString kService = QStringLiteral("org.sixtrace.Sixtrace");
 
 bool startProgram() {
-    return QProcess::startDetached(QCoreApplication::applicationDirPath() + QStringLiteral("/sixtrace"), {});
+    QProcess program;
+    program.setProgram(QCoreApplication::applicationDirPath() + QStringLiteral("/sixtrace"));
+    // Whoever reads our output must not wait for the end of the program.
+    program.setStandardInputFile(QProcess::nullDevice());
+    program.setStandardOutputFile(QProcess::nullDevice());
+    program.setStandardErrorFile(QProcess::nullDevice());
+    return program.startDetached();
 }
 
 /// Whether the program has its name on the bus: at once, by the bus starting it, or by our starting it.

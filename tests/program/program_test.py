@@ -8,6 +8,7 @@ import os
 import sys
 import time
 
+import printqueue
 from xsession import Failure, Session, wait_for
 
 
@@ -159,7 +160,7 @@ def cursors_are_dragged_and_stay(s):
     s.open(s.capture("sine.bin", scene="sine"))
     before = s.picture(main, (640, 80, 150, 170))
     # The type list: voltage cursors stand behind "Off".
-    s.click(main, 727, 268)
+    s.click(main, 740, 253)
     s.key("Down", "Return")
     s.park()
     with_cursors = wait_for("the readouts", lambda: (lambda p: p if p != before else None)(s.picture(main, (640, 80, 150, 170))))
@@ -189,11 +190,87 @@ def closing_the_window_ends_the_program(s):
     expect("the program ends well", s.ended() == 0)
 
 
+def table_is_shown_and_saved_as_text(s):
+    main = s.start()
+    capture = s.capture("lengths.bin", scene="lengths")
+    s.open(capture)
+    s.focus(main)
+    s.key("ctrl+t")
+    table = s.window("Data Table")
+    before = s.windows()
+    s.click(table, 598, 516)
+    dialog = wait_for("the save dialog", lambda: next((w for w in s.windows() if w[0] not in [b[0] for b in before]), None))
+    saved = os.path.join(s.folder, "table.txt")
+    s.answer_file_dialog(dialog, saved)
+    wait_for("the saved table", lambda: os.path.exists(saved))
+    expected = os.path.join(s.folder, "expected.txt")
+    s.kqx("table", "--language", "1", capture, expected)
+    expect("the table as the companion program writes it", open(saved, "rb").read() == open(expected, "rb").read())
+    told = wait_for("the message that it was saved", lambda: next((w for w in s.windows() if w[0] not in [b[0] for b in before]), None))
+    s.focus(told)
+    s.key("Return")
+    wait_for("the end of the message", lambda: told[0] not in [w[0] for w in s.windows()])
+
+
+def preview_shows_the_page_and_closes(s):
+    printqueue.start(s) # a page is measured by a printer
+    main = s.start()
+    s.open(s.capture("six.bin"))
+    s.focus(main)
+    s.key("ctrl+shift+p")
+    preview = s.window("Print preview")
+    s.park()
+    inside = (0, 26, preview[4], preview[5] - 26)
+    wait_for("a page with a red and a green trace",
+             lambda: all(rows_of(s.picture(preview, inside), colour) for colour in (RED, (0, 128, 64))))
+    s.focus(preview)
+    s.key("alt+F4")
+    s.gone("Print preview")
+    expect("the main window stays", s.find("Sixtrace", above=800) is not None)
+
+
+def page_goes_to_the_print_queue(s):
+    job = printqueue.start(s)
+    main = s.start()
+    s.open(s.capture("six.bin"))
+    s.focus(main)
+    s.key("ctrl+p")
+    dialog = wait_for("the print dialog", lambda: next((w for w in s.windows() if w[0] != main[0]), None))
+    s.focus(dialog)
+    s.key("Return")
+    wait_for("the printed page", lambda: os.path.exists(job) and os.path.getsize(job) > 1000)
+    text = wait_for("the text of the page", lambda: s.quiet("pdftotext", "-layout", job, "-"))
+    for label in ("ch1", "ch2", "500uS", "20.0 V"):
+        expect(label + " stands on the page", label in text)
+
+
+def session_bus_opens_a_capture_in_the_running_program(s):
+    s.start_bus()
+    s.start()
+    capture = s.capture("six.bin")
+    s.kqx("open", capture)
+    s.expect_screen("the capture that was handed over", s.screen_of(capture))
+
+
+def companion_starts_the_program_for_a_capture(s):
+    s.start_bus()
+    s.write_settings("[Common]\nLanguage=1\n")
+    capture = s.capture("six.bin")
+    s.kqx("open", capture)
+    s.main()
+    s.expect_screen("the capture that was handed over", s.screen_of(capture))
+    s.focus(s.main())
+    s.key("ctrl+q")
+    wait_for("the end of the program", lambda: not s.windows())
+
+
 TESTS = [splash_gives_way_by_itself, splash_gives_way_to_a_key, capture_opens_by_keys_and_is_drawn_to_the_pixel,
          damaged_capture_leaves_the_screen, points_and_graticule_follow_the_toolbar_and_last,
          capture_is_fetched_over_usb_and_shown, capture_is_fetched_over_serial_and_shown,
          quitting_in_mid_transfer_ends_the_program, trace_and_marker_follow_the_mouse, cursors_are_dragged_and_stay,
-         language_switches_and_lasts, closing_the_window_ends_the_program]
+         language_switches_and_lasts, closing_the_window_ends_the_program, table_is_shown_and_saved_as_text,
+         preview_shows_the_page_and_closes, page_goes_to_the_print_queue,
+         session_bus_opens_a_capture_in_the_running_program, companion_starts_the_program_for_a_capture]
 
 
 def main():

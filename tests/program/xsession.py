@@ -4,6 +4,7 @@
 Everything a test starts is its own: display, program folder, instrument. All of it ends with the session.
 """
 
+import ctypes
 import os
 import re
 import shutil
@@ -18,6 +19,12 @@ TOOLS = {"open": (22, 44), "preview": (50, 44), "print": (78, 44), "table": (117
          "line": (173, 44), "point": (201, 44), "port": (240, 44), "fetch": (268, 44), "auto": (296, 44),
          "stop": (324, 44), "help": (363, 44)}
 PATIENCE = 60.0
+
+
+def die_with_parent():
+    """A test that is killed takes along what it has started."""
+    set_parent_death_signal = 1
+    ctypes.CDLL(None).prctl(set_parent_death_signal, signal.SIGTERM)
 
 
 class Failure(AssertionError):
@@ -59,8 +66,9 @@ class Session:
                         QT_QPA_PLATFORM="xcb", LANG="C.UTF-8", QT_SCALE_FACTOR="1",
                         DBUS_SESSION_BUS_ADDRESS="unix:path=" + runtime + "/no-bus")
         self.env["DISPLAY"] = self._display()
-        self._start(["openbox", "--sm-disable"])
-        wait_for("the window manager", lambda: self._quiet("xdotool", "get_num_desktops") is not None)
+        wait_for("the display", lambda: self.quiet("xdotool", "getmouselocation") is not None)
+        self.start_process(["openbox", "--sm-disable"])
+        wait_for("the window manager", lambda: self.quiet("xdotool", "get_num_desktops") is not None)
         self.program = None
 
     def __enter__(self):
@@ -77,15 +85,15 @@ class Session:
                 process.kill()
                 process.wait()
 
-    def _start(self, command, **options):
+    def start_process(self, command, **options):
         log = open(os.path.join(self.folder, os.path.basename(command[0]) + ".log"), "ab")
-        process = subprocess.Popen(command, env=self.env, stdout=log, stderr=log, **options)
+        process = subprocess.Popen(command, env=self.env, stdout=log, stderr=log, preexec_fn=die_with_parent, **options)
         self.running.append(process)
         return process
 
     def _display(self):
         reader, writer = os.pipe()
-        self._start(["Xvfb", "-displayfd", str(writer), "-screen", "0", "1024x768x24", "-nolisten", "tcp"],
+        self.start_process(["Xvfb", "-displayfd", str(writer), "-screen", "0", "1024x768x24", "-nolisten", "tcp"],
                     pass_fds=[writer])
         os.close(writer)
         with os.fdopen(reader) as pipe:
@@ -94,7 +102,7 @@ class Session:
             raise Failure("no display")
         return ":" + number
 
-    def _quiet(self, *command):
+    def quiet(self, *command):
         done = subprocess.run(command, env=self.env, capture_output=True, text=True, check=False)
         return done.stdout if done.returncode == 0 else None
 
@@ -103,6 +111,13 @@ class Session:
         if done.returncode != 0:
             raise Failure(" ".join(command) + ": " + done.stderr)
         return done.stdout
+
+    def start_bus(self):
+        """A session bus for what is started from now on."""
+        address = "unix:path=" + os.path.join(self.folder, "run", "bus")
+        self.start_process(["dbus-daemon", "--session", "--nofork", "--address=" + address])
+        wait_for("the session bus", lambda: os.path.exists(os.path.join(self.folder, "run", "bus")))
+        self.env["DBUS_SESSION_BUS_ADDRESS"] = address
 
     # The programs.
 
@@ -121,7 +136,7 @@ class Session:
         os.makedirs(os.path.join(self.home, "ports"), exist_ok=True)
         line = os.path.join(self.home, "ports", "com1")
         socket = os.path.join(self.home, "instrument.socket")
-        process = self._start([self.path("sixtrace-instrument"), "--serial", line, "--usb", socket, *arguments])
+        process = self.start_process([self.path("sixtrace-instrument"), "--serial", line, "--usb", socket, *arguments])
         wait_for("the instrument", lambda: os.path.exists(line) and os.path.exists(socket))
         return process
 
@@ -146,7 +161,7 @@ class Session:
         return self.main()
 
     def launch(self):
-        self.program = self._start([self.path("sixtrace")])
+        self.program = self.start_process([self.path("sixtrace")])
 
     def ended(self):
         wait_for("the end of the program", lambda: self.program.poll() is not None)
@@ -156,9 +171,9 @@ class Session:
 
     def windows(self):
         found = []
-        for number in (self._quiet("xdotool", "search", "--onlyvisible", "--class", "sixtrace") or "").split():
-            name = self._quiet("xdotool", "getwindowname", number)
-            shape = self._quiet("xwininfo", "-id", number)
+        for number in (self.quiet("xdotool", "search", "--onlyvisible", "--class", "sixtrace") or "").split():
+            name = self.quiet("xdotool", "getwindowname", number)
+            shape = self.quiet("xwininfo", "-id", number)
             if name is None or shape is None:
                 continue
             values = dict(line.rsplit(":", 1) for line in shape.splitlines() if line.count(":") == 1)
