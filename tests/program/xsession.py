@@ -92,15 +92,18 @@ class Session:
         return process
 
     def _display(self):
+        # A number of this process alone: a server that picks the first free one may lose its socket to another that is
+        # just going.
+        number = ":" + str(1000 + os.getpid() % 50000)
         reader, writer = os.pipe()
-        self.start_process(["Xvfb", "-displayfd", str(writer), "-screen", "0", "1024x768x24", "-nolisten", "tcp"],
-                    pass_fds=[writer])
+        self.start_process(["Xvfb", number, "-displayfd", str(writer), "-screen", "0", "1024x768x24", "-nolisten", "tcp",
+                            "-noreset"], # a reset behind its last client refuses the next one for a moment
+                           pass_fds=[writer])
         os.close(writer)
         with os.fdopen(reader) as pipe:
-            number = pipe.readline().strip()
-        if not number:
-            raise Failure("no display")
-        return ":" + number
+            if not pipe.readline():
+                raise Failure("no display")
+        return number
 
     def quiet(self, *command):
         done = subprocess.run(command, env=self.env, capture_output=True, text=True, check=False)
