@@ -204,7 +204,11 @@ class Session:
         return self.window("Sixtrace", above=800, below=801)
 
     def focus(self, window):
-        self.do("xdotool", "windowfocus", "--sync", window[0])
+        """Makes a window the one that keys go to, as the window manager and the program see it."""
+        self.quiet("xdotool", "windowactivate", window[0])
+        self.quiet("xdotool", "windowfocus", window[0])
+        wait_for("the focus", lambda: (self.quiet("xdotool", "getwindowfocus") or "").strip() == window[0])
+        time.sleep(0.15)
 
     def picture(self, window, place):
         """The RGB bytes of a place in a window, as they stand on the display."""
