@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qtprinters.h"
 
+#include "platform/wholefile.h"
+
+#include <QFile>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <QTemporaryDir>
 #include <QWidget>
 
 #include <cmath>
+#include <optional>
 
 namespace sixtrace {
 
@@ -71,20 +76,38 @@ std::unique_ptr<QPrinter> printerFor(const PrinterProperties& properties) {
     return printer;
 }
 
+/// A document for a printer, or for a file, which gets it whole or not at all.
 class QtJob final : public PrintJob {
 public:
     explicit QtJob(std::unique_ptr<QPrinter> printer)
-        : m_printer(std::move(printer)) {}
+        : m_printer(std::move(printer))
+        , m_target(m_printer->outputFileName()) {
+        if (!m_target.isEmpty()) {
+            m_folder.emplace();
+            m_printer->setOutputFileName(m_folder->filePath(QStringLiteral("page.pdf")));
+        }
+    }
 
     QPagedPaintDevice& device() override { return *m_printer; }
     Outcome finish() override {
-        return m_printer->printerState() == QPrinter::Error ? Outcome(RuntimeError::of(ErrorNumber::Printer))
-                                                            : success();
+        if (m_printer->printerState() == QPrinter::Error) {
+            return RuntimeError::of(ErrorNumber::Printer);
+        }
+        if (m_target.isEmpty()) {
+            return success();
+        }
+        QFile document(m_printer->outputFileName());
+        if (!document.open(QIODevice::ReadOnly)) {
+            return RuntimeError::of(ErrorNumber::Printer);
+        }
+        return writeWhole(m_target, document.readAll());
     }
     void drop() override { m_printer->abort(); }
 
 private:
+    std::optional<QTemporaryDir> m_folder;
     std::unique_ptr<QPrinter> m_printer;
+    QString m_target; ///< empty where it goes to the printer
 };
 
 } // namespace
