@@ -20,16 +20,26 @@ constexpr double kSamePage = 3; // of 255; a page without its frame is some 60 a
 class AcceptingPrinters : public QtPrinters {
 public:
     int shown = 0;
+    QString file; ///< where the user wants the page instead
     bool ShowPrinter(PrinterDialog& dialog, quintptr) override {
         ++shown;
         dialog.ColorMode = 2;
         dialog.PaperSize = 9;
+        dialog.OutputFile = file;
         return true;
     }
 };
 
 class PaperTest : public PrintWindow {
 protected:
+    /// The main window with a capture, over printers of the machine.
+    void openOver(PrintDevices& machine) {
+        form = std::make_unique<FrmCom>(
+            *model, FrmComSurroundings{answering, [this] { return path(QStringLiteral(".")); }, [this] { ++ends; },
+                                       [](const QString&) {}, {}, &machine});
+        form->show();
+        loadSix();
+    }
     /// A PDF document rendered at 96 dots per inch, the preview's resolution.
     [[nodiscard]] QImage rendered(const QByteArray& pdf) const {
         write(QStringLiteral("rendered.pdf"), pdf);
@@ -177,11 +187,7 @@ TEST_F(PaperTest, APageGoesThroughARealPrintQueue) {
     ASSERT_TRUE(queue.start()) << queue.error.toStdString();
     AcceptingPrinters machine;
     ASSERT_TRUE(machine.names().contains(QStringLiteral("Test"))) << machine.names().join(u' ').toStdString();
-    form = std::make_unique<FrmCom>(
-        *model, FrmComSurroundings{answering, [this] { return path(QStringLiteral(".")); }, [this] { ++ends; },
-                                   [](const QString&) {}, {}, &machine});
-    form->show();
-    loadSix();
+    openOver(machine);
     frmPrintPreview& preview = openPreview();
     const QImage shown = in<PageView>(preview, "imgView(1)").Picture();
     item("mnuPrint").trigger();
@@ -199,6 +205,30 @@ TEST_F(PaperTest, APageGoesThroughARealPrintQueue) {
     PicturePage flattened(96);
     ASSERT_TRUE(printing().PrintResult(flattened, 100));
     expectSamePage(onPaper, shown, flattened.Image());
+}
+
+TEST_F(PaperTest, APageForAFileComesWholeAndAFailureLeavesTheOldFile) {
+    PrivateQueue queue;
+    ASSERT_TRUE(queue.start()) << queue.error.toStdString();
+    AcceptingPrinters machine;
+    machine.file = path(QStringLiteral("page.pdf"));
+    write(QStringLiteral("page.pdf"), "old");
+    openOver(machine);
+    const std::int32_t held = model->SampleCount[5];
+    model->SampleCount[5] = 0; // ends the page behind its legend
+    item("mnuPrint").trigger();
+    EXPECT_EQ(answering.messages, QStringList{QStringLiteral("11\r\nDivision by zero")});
+    EXPECT_EQ(read(QStringLiteral("page.pdf")), "old");
+
+    model->SampleCount[5] = held;
+    item("mnuPrint").trigger();
+    const QByteArray document = read(QStringLiteral("page.pdf"));
+    EXPECT_TRUE(document.startsWith("%PDF"));
+    expectLegend(textOf(document));
+
+    machine.file = path(QStringLiteral("no/such/page.pdf"));
+    item("mnuPrint").trigger();
+    EXPECT_EQ(answering.messages.back(), QStringLiteral("76\r\nPath not found"));
 }
 
 } // namespace
