@@ -32,6 +32,18 @@ public:
 
 class PaperTest : public PrintWindow {
 protected:
+    static void TearDownTestSuite() { sharedQueue().reset(); }
+    /// The one print server of this process: whoever has talked to one goes on asking it. Null where it cannot start.
+    static PrivateQueue* startedQueue() {
+        if (sharedQueue() == nullptr) {
+            sharedQueue() = std::make_unique<PrivateQueue>();
+            if (!sharedQueue()->start()) {
+                ADD_FAILURE() << sharedQueue()->error.toStdString();
+                return nullptr;
+            }
+        }
+        return sharedQueue().get();
+    }
     /// The main window with a capture, over printers of the machine.
     void openOver(PrintDevices& machine) {
         form = std::make_unique<FrmCom>(
@@ -148,6 +160,12 @@ protected:
         EXPECT_NEAR(a.right(), b.right(), 1);
         EXPECT_NEAR(a.bottom(), b.bottom(), 1);
     }
+
+private:
+    static std::unique_ptr<PrivateQueue>& sharedQueue() {
+        static std::unique_ptr<PrivateQueue> queue;
+        return queue;
+    }
 };
 
 TEST_F(PaperTest, APageAsPdfHasItsTextAndLooksAsThePreview) {
@@ -183,8 +201,8 @@ TEST_F(PaperTest, APageAsPdfHasItsTextAndLooksAsThePreview) {
 }
 
 TEST_F(PaperTest, APageGoesThroughARealPrintQueue) {
-    PrivateQueue queue;
-    ASSERT_TRUE(queue.start()) << queue.error.toStdString();
+    PrivateQueue* const queue = startedQueue();
+    ASSERT_NE(queue, nullptr);
     AcceptingPrinters machine;
     ASSERT_TRUE(machine.names().contains(QStringLiteral("Test"))) << machine.names().join(u' ').toStdString();
     openOver(machine);
@@ -194,7 +212,7 @@ TEST_F(PaperTest, APageGoesThroughARealPrintQueue) {
     EXPECT_EQ(machine.shown, 1);
     ASSERT_TRUE(answering.messages.isEmpty()) << answering.messages.join(u' ').toStdString();
 
-    const QByteArray job = queue.waitForJob();
+    const QByteArray job = queue->waitForJob();
     ASSERT_FALSE(job.isEmpty());
     expectLegend(textOf(job));
     const QImage onPaper = rendered(job);
@@ -208,8 +226,8 @@ TEST_F(PaperTest, APageGoesThroughARealPrintQueue) {
 }
 
 TEST_F(PaperTest, APageForAFileComesWholeAndAFailureLeavesTheOldFile) {
-    PrivateQueue queue;
-    ASSERT_TRUE(queue.start()) << queue.error.toStdString();
+    PrivateQueue* const queue = startedQueue();
+    ASSERT_NE(queue, nullptr);
     AcceptingPrinters machine;
     machine.file = path(QStringLiteral("page.pdf"));
     write(QStringLiteral("page.pdf"), "old");
