@@ -127,7 +127,7 @@ PrinterProperties QtPrinters::initial(const QString& name) const {
     properties.DriverName = info.makeAndModel();
     properties.Port = info.location();
     const int paper = printer.pageLayout().pageSize().windowsId();
-    properties.PaperSize = paper > 0 ? paper : properties.PaperSize;
+    properties.PaperSize = paper;
     properties.PrintQuality = printer.resolution();
     properties.Orientation = printer.pageLayout().orientation() == QPageLayout::Landscape ? 2 : 1;
     properties.ColorMode = printer.colorMode() == QPrinter::Color ? 2 : 1;
@@ -170,9 +170,10 @@ bool QtPrinters::ShowPrinter(PrinterDialog& dialog, quintptr windowHandle) {
     properties.PaperSize = dialog.PaperSize;
     properties.PrintQuality = dialog.PrintQuality;
     properties.Orientation = dialog.Orientation;
-    const auto printer = printerFor(properties);
+    auto printer = printerFor(properties);
     if (printer == nullptr) {
-        return false;
+        // The printer has gone since it was chosen: the dialog is the way to another.
+        printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
     }
     QPrintDialog box(printer.get(), QWidget::find(windowHandle));
     box.setOption(QAbstractPrintDialog::PrintSelection, (dialog.Flags & PrinterDialog::kNoSelection) == 0);
@@ -191,7 +192,7 @@ bool QtPrinters::ShowPrinter(PrinterDialog& dialog, quintptr windowHandle) {
     dialog.Duplex = numberOf(printer->duplex());
     dialog.PaperBin = static_cast<int>(printer->paperSource()) + 1;
     const int paper = printer->pageLayout().pageSize().windowsId();
-    dialog.PaperSize = paper > 0 ? paper : dialog.PaperSize;
+    dialog.PaperSize = paper;
     dialog.PrintQuality = printer->resolution();
     return true;
 }

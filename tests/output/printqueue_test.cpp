@@ -7,8 +7,11 @@
 #include "platform/qtprinters.h"
 #include "platform/wholefile.h"
 
+#include <QApplication>
 #include <QImage>
+#include <QPrintDialog>
 #include <QTemporaryDir>
+#include <QTimer>
 
 namespace sixtrace {
 namespace {
@@ -247,6 +250,46 @@ TEST_F(PaperTest, APageForAFileComesWholeAndAFailureLeavesTheOldFile) {
     machine.file = path(QStringLiteral("no/such/page.pdf"));
     item("mnuPrint").trigger();
     EXPECT_EQ(answering.messages.back(), QStringLiteral("76\r\nPath not found"));
+}
+
+TEST_F(PaperTest, AQueueTellsItsPaperAndAPrinterThatHasGoneIsError482) {
+    ASSERT_NE(startedQueue(), nullptr);
+    const QtPrinters machine;
+    const PrinterProperties present = machine.initial(QStringLiteral("Test"));
+    EXPECT_EQ(present.PaperSize, 9);
+    EXPECT_EQ(present.Orientation, 1);
+    const auto sheet = machine.sheet(present);
+    ASSERT_TRUE(sheet);
+    EXPECT_NEAR(sheet.value().Width, 11906, 20); // 210 mm, to the point
+    EXPECT_NEAR(sheet.value().Height, 16838, 20);
+    EXPECT_LE(sheet.value().ScaleWidth, sheet.value().Width);
+
+    PrinterProperties gone;
+    gone.DeviceName = QStringLiteral("Gone");
+    const auto missing = machine.sheet(gone);
+    ASSERT_FALSE(missing);
+    EXPECT_EQ(missing.error().code(), 482);
+}
+
+TEST_F(PaperTest, APrinterThatHasGoneStillGetsADialogToChooseAnother) {
+    ASSERT_NE(startedQueue(), nullptr);
+    QtPrinters machine;
+    PrinterDialog dialog;
+    dialog.PrinterName = QStringLiteral("Gone");
+    dialog.PrintQuality = 600;
+    dialog.Orientation = 1;
+    int shown = 0;
+    QTimer answer;
+    QObject::connect(&answer, &QTimer::timeout, &answer, [&shown] {
+        if (auto* const box = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget())) {
+            ++shown;
+            box->reject();
+        }
+    });
+    answer.start(10);
+    EXPECT_FALSE(machine.ShowPrinter(dialog, 0));
+    EXPECT_EQ(shown, 1);
+    EXPECT_EQ(dialog.PrinterName, QStringLiteral("Gone")) << "Cancel leaves what was filled in";
 }
 
 } // namespace
