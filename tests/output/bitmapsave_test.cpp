@@ -54,7 +54,9 @@ TEST_F(BitmapSaving, KeepsTheScreensHeightAfterAPageHasBeenComposed) {
     EXPECT_EQ(QImage::fromData(read(QStringLiteral("screen.bmp")), "BMP").size(), QSize(625, 401));
 }
 
-TEST_F(BitmapSaving, IsHiddenInTheMenu) { EXPECT_FALSE(item("mnuSaveAs").isVisible()); }
+TEST_F(BitmapSaving, IsHiddenInTheMenu) {
+    EXPECT_FALSE(item("mnuSaveAs").isVisible());
+}
 
 TEST_F(BitmapSaving, OverwriteRefusedNothingIsWritten) {
     write(QStringLiteral("old.bmp"), "old");

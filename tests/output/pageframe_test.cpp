@@ -118,8 +118,9 @@ TEST_F(PageFrame, WithoutTheGraticuleTheCentreCrossIsDottedAndDivisionTicksAre22
     EXPECT_FALSE(lit(column, 1055 + kPen));
     EXPECT_FALSE(lit(column, 1944));
     EXPECT_TRUE(lit(column, 1945));
-    // The first division across: ticks of 110 at the edges and of 220 to both sides of the middle, no grid between them.
-    EXPECT_EQ(startsInRow(250), (std::vector{0, (6000 - 220) / 4, (12000 - 110) / 4 }));
+    // The first division across: ticks of 110 at the edges and of 220 to both sides of the middle, no grid between
+    // them.
+    EXPECT_EQ(startsInRow(250), (std::vector{0, (6000 - 220) / 4, (12000 - 110) / 4}));
     EXPECT_TRUE(lit((6000 + 220) / 4 + kPen - 1, 250));
     EXPECT_FALSE(lit((6000 + 220) / 4 + kPen, 250));
     EXPECT_FALSE(lit(110 / 4 + kPen, 250));

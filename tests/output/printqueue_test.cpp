@@ -49,9 +49,12 @@ protected:
     }
     /// The main window with a capture, over printers of the machine.
     void openOver(PrintDevices& machine) {
-        form = std::make_unique<FrmCom>(
-            *model, FrmComSurroundings{answering, [this] { return path(QStringLiteral(".")); }, [this] { ++ends; },
-                                       [](const QString&) {}, {}, &machine});
+        form = std::make_unique<FrmCom>(*model, FrmComSurroundings{answering,
+                                                                   [this] { return path(QStringLiteral(".")); },
+                                                                   [this] { ++ends; },
+                                                                   [](const QString&) {},
+                                                                   {},
+                                                                   &machine});
         form->show();
         loadSix();
     }

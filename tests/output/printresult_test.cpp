@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Sheet of every test: 11900 by 16840 twips with an unprintable border of 300, so 11300 by 16240 can be reached; margins
 // of 567 leave 10166 by 15106.
-#include "output/pageframe.h"
 #include "output/pagefixture.h"
+#include "output/pageframe.h"
 
 #include <gtest/gtest.h>
 
