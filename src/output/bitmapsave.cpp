@@ -37,7 +37,8 @@ void BitmapSave::mnuSaveAs_Click() {
     if (!choice || choice->fileName.isEmpty()) {
         return;
     }
-    if (QFileInfo::exists(choice->fileName) &&
+    const QFileInfo target(choice->fileName);
+    if (target.exists() && !target.isDir() &&
         m_dialogs.question(QStringLiteral("File Exist!  Do you want to continue ?"), MessageIcon::Exclamation,
                            QStringLiteral("Message")) != Answer::Yes) {
         return;

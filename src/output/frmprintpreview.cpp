@@ -15,6 +15,8 @@
 #include <QMenu>
 #include <QMenuBar>
 
+#include <cmath>
+
 namespace sixtrace {
 
 namespace {
@@ -255,7 +257,7 @@ void frmPrintPreview::frameA_MouseMove(int Button, double X, double Y) {
     const double top = m_imgView->Top();
     const std::int32_t dx = dragOnAxis(X - X0, left, m_imgView->Width(), windowWidth());
     const std::int32_t dy = dragOnAxis(Y - Y0, top, m_imgView->Height(), windowHeight());
-    m_imgView->Move(whole(left) + dx, whole(top) + dy);
+    m_imgView->Move(std::nearbyint(left) + dx, std::nearbyint(top) + dy);
 }
 
 void frmPrintPreview::resizeEvent(QResizeEvent* event) {

@@ -1,15 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "output/previewgeometry.h"
 
-#include "platform/numbers.h"
-
-#include <cstdlib>
+#include <algorithm>
+#include <cmath>
 
 namespace sixtrace {
 
 namespace {
-/// What does not fit stays at 0: no window and no picture is that large.
-std::int32_t whole(double value) { return toInt32(value).value_or(0); }
+/// The nearest whole number, halves to even; beyond the range, which a page at some million percent leaves, its end.
+std::int32_t whole(double value) {
+    constexpr double kMost = 2147483647;
+    return static_cast<std::int32_t>(std::nearbyint(std::clamp(value, -kMost, kMost)));
+}
 } // namespace
 
 std::int32_t fullPagePercent(double windowWidth, double windowHeight, double paperWidth, double paperHeight) {
@@ -26,7 +28,7 @@ std::int32_t fullPagePercent(double windowWidth, double windowHeight, double pap
 std::int32_t placeOnAxis(double pictureSize, double windowSize) {
     const std::int32_t picture = whole(pictureSize);
     const std::int32_t window = whole(windowSize);
-    return picture < window ? whole((window - picture) / 2.0) : 0;
+    return picture < window ? whole((static_cast<double>(window) - picture) / 2) : 0;
 }
 
 std::int32_t dragOnAxis(double delta, double picturePlace, double pictureSize, double windowSize) {

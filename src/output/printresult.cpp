@@ -213,9 +213,9 @@ Outcome PageComposer::PrinterDrawT(PicturePage& hidden, Box& box, PageTarget& ta
         }
         PageSink sink(hidden, m_model, channel, inputs.line);
         const PageArea page{static_cast<double>(box.width), static_cast<double>(box.height), ChannelPageY[c]};
-        if (!ChannelPlot(m_model, channel, inputs.line, m_points, sink, page).plot()) {
-            return RuntimeError::of(m_model.SampleCount[c] == 0 ? ErrorNumber::DivisionByZero
-                                                                : ErrorNumber::SubscriptOutOfRange);
+        ChannelPlot plot(m_model, channel, inputs.line, m_points, sink, page);
+        if (!plot.plot()) {
+            return RuntimeError::of(plot.error());
         }
     }
     target.PaintPicture(hidden.Image(), place.left, place.top, box.width + kFrameBorder, box.height + kFrameBorder);

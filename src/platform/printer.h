@@ -130,7 +130,10 @@ public:
     /// Throws the open document away.
     void KillDoc();
 
-    [[nodiscard]] double resolution() const override { return m_properties.PrintQuality; }
+    /// A driver may name its quality by a negative number instead of dots per inch.
+    [[nodiscard]] double resolution() const override {
+        return m_properties.PrintQuality > 0 ? m_properties.PrintQuality : PrinterProperties{}.PrintQuality;
+    }
 
 protected:
     void drawLine(double x1, double y1, double x2, double y2) override;

@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qtprinters.h"
 
+#include "platform/wholefile.h"
+
+#include <QFile>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <QTemporaryDir>
 #include <QWidget>
 
 #include <cmath>
+#include <optional>
 
 namespace sixtrace {
 
@@ -71,20 +76,38 @@ std::unique_ptr<QPrinter> printerFor(const PrinterProperties& properties) {
     return printer;
 }
 
+/// A document for a printer, or for a file, which gets it whole or not at all.
 class QtJob final : public PrintJob {
 public:
     explicit QtJob(std::unique_ptr<QPrinter> printer)
-        : m_printer(std::move(printer)) {}
+        : m_printer(std::move(printer))
+        , m_target(m_printer->outputFileName()) {
+        if (!m_target.isEmpty()) {
+            m_folder.emplace();
+            m_printer->setOutputFileName(m_folder->filePath(QStringLiteral("page.pdf")));
+        }
+    }
 
     QPagedPaintDevice& device() override { return *m_printer; }
     Outcome finish() override {
-        return m_printer->printerState() == QPrinter::Error ? Outcome(RuntimeError::of(ErrorNumber::Printer))
-                                                            : success();
+        if (m_printer->printerState() == QPrinter::Error) {
+            return RuntimeError::of(ErrorNumber::Printer);
+        }
+        if (m_target.isEmpty()) {
+            return success();
+        }
+        QFile document(m_printer->outputFileName());
+        if (!document.open(QIODevice::ReadOnly)) {
+            return RuntimeError::of(ErrorNumber::Printer);
+        }
+        return writeWhole(m_target, document.readAll());
     }
     void drop() override { m_printer->abort(); }
 
 private:
+    std::optional<QTemporaryDir> m_folder;
     std::unique_ptr<QPrinter> m_printer;
+    QString m_target; ///< empty where it goes to the printer
 };
 
 } // namespace
@@ -104,7 +127,7 @@ PrinterProperties QtPrinters::initial(const QString& name) const {
     properties.DriverName = info.makeAndModel();
     properties.Port = info.location();
     const int paper = printer.pageLayout().pageSize().windowsId();
-    properties.PaperSize = paper > 0 ? paper : properties.PaperSize;
+    properties.PaperSize = paper;
     properties.PrintQuality = printer.resolution();
     properties.Orientation = printer.pageLayout().orientation() == QPageLayout::Landscape ? 2 : 1;
     properties.ColorMode = printer.colorMode() == QPrinter::Color ? 2 : 1;
@@ -147,9 +170,10 @@ bool QtPrinters::ShowPrinter(PrinterDialog& dialog, quintptr windowHandle) {
     properties.PaperSize = dialog.PaperSize;
     properties.PrintQuality = dialog.PrintQuality;
     properties.Orientation = dialog.Orientation;
-    const auto printer = printerFor(properties);
+    auto printer = printerFor(properties);
     if (printer == nullptr) {
-        return false;
+        // The printer has gone since it was chosen: the dialog is the way to another.
+        printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
     }
     QPrintDialog box(printer.get(), QWidget::find(windowHandle));
     box.setOption(QAbstractPrintDialog::PrintSelection, (dialog.Flags & PrinterDialog::kNoSelection) == 0);
@@ -168,7 +192,7 @@ bool QtPrinters::ShowPrinter(PrinterDialog& dialog, quintptr windowHandle) {
     dialog.Duplex = numberOf(printer->duplex());
     dialog.PaperBin = static_cast<int>(printer->paperSource()) + 1;
     const int paper = printer->pageLayout().pageSize().windowsId();
-    dialog.PaperSize = paper > 0 ? paper : dialog.PaperSize;
+    dialog.PaperSize = paper;
     dialog.PrintQuality = printer->resolution();
     return true;
 }

@@ -47,6 +47,11 @@ bool ChannelPlot::takeScale() {
     }
     const auto scale = m_page ? pageScale(m_model, m_channel, *m_page) : plotScale(m_model, m_channel);
     m_scale = scale.value_or(TraceScale{});
+    // The rows of the view exist by now, so it is that of the capture, or there is nothing to divide by.
+    const int row = m_model.TimeIndex[static_cast<std::size_t>(m_channel)];
+    if (row >= 0 && static_cast<std::size_t>(row) < m_model.TimeBaseTable.size()) {
+        m_error = ErrorNumber::DivisionByZero;
+    }
     return scale.has_value();
 }
 
@@ -57,6 +62,7 @@ bool ChannelPlot::plot() {
     const auto x = toInt32(m_scale.x0);
     const auto y = toInt32(m_scale.y(m_model.SampleData(m_channel, 0)));
     if (!x || !y) {
+        m_error = ErrorNumber::Overflow;
         return false;
     }
     m_sink.dot(*x, *y);
@@ -86,6 +92,7 @@ bool ChannelPlot::plotBothSweeps(double slots, double scan) {
     // left there: one dot.
     const double counter = std::max(scan, 0.0);
     if (!isSampleRow(counter)) {
+        m_error = ErrorNumber::SubscriptOutOfRange;
         return false;
     }
     const int stale = static_cast<int>(counter);
@@ -105,7 +112,7 @@ bool ChannelPlot::plotOneSweep(double slots, double scan) {
 /// Computes and stores the point of sample `at`, and sets the pen down there.
 bool ChannelPlot::liftTo(double at) {
     const PointRun point = m_points.compute(m_model, m_channel, m_scale, at, at);
-    if (!point.complete) {
+    if (!isComplete(point)) {
         return false;
     }
     m_sink.dot(point.columns[0].x, point.columns[0].firstY);
@@ -116,6 +123,11 @@ bool ChannelPlot::liftTo(double at) {
 bool ChannelPlot::visit(double first, double last) {
     const PointRun run = m_points.compute(m_model, m_channel, m_scale, first, last);
     m_sink.samples(run);
+    return isComplete(run);
+}
+
+bool ChannelPlot::isComplete(const PointRun& run) {
+    m_error = run.overflow ? ErrorNumber::Overflow : ErrorNumber::SubscriptOutOfRange;
     return run.complete;
 }
 

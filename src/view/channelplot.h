@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/runtimeerror.h"
 #include "view/geometry.h"
 #include "view/tracepoints.h"
 
@@ -49,6 +50,8 @@ public:
 
     /// Leaves PlotX and PlotY of the samples visited, SampleStep, MsPerPixel and VoltPerPixel in the model.
     [[nodiscard]] bool plot();
+    /// What ended a plot that gave false.
+    [[nodiscard]] ErrorNumber error() const { return m_error; }
 
 private:
     [[nodiscard]] bool takeScale();
@@ -57,6 +60,8 @@ private:
     [[nodiscard]] bool plotOneSweep(double slots, double scan);
     [[nodiscard]] bool liftTo(double at);
     [[nodiscard]] bool visit(double first, double last);
+    /// Notes what cut a run, if anything did.
+    [[nodiscard]] bool isComplete(const PointRun& run);
 
     publicM& m_model;
     int m_channel;
@@ -65,6 +70,7 @@ private:
     TraceSink& m_sink;
     std::optional<PageArea> m_page;
     TraceScale m_scale;
+    ErrorNumber m_error = ErrorNumber::SubscriptOutOfRange;
 };
 
 } // namespace sixtrace

@@ -186,7 +186,7 @@ bool TracePoints::computeTogether(publicM& model, std::span<const WholeTrace> tr
         return false;
     }
     for (std::size_t i = 0; i < traces.size(); ++i) {
-        runs[i] = {0, traces[i].count, true, m_columnsOf[static_cast<std::size_t>(traces[i].channel)]};
+        runs[i] = {0, traces[i].count, true, m_columnsOf[static_cast<std::size_t>(traces[i].channel)], false};
     }
     return true;
 }
@@ -237,12 +237,14 @@ void TracePoints::computeOneByOne(publicM& model, int channel, const TraceScale&
         const auto x = toInt32(scale.x(counter));
         if (!x) {
             run.complete = false;
+            run.overflow = true;
             return;
         }
         model.PlotX(channel, run.firstRow + i) = *x;
         const auto y = toInt32(scale.y(model.SampleData(channel, run.firstRow + i)));
         if (!y) {
             run.complete = false;
+            run.overflow = true;
             return;
         }
         model.PlotY(channel, run.firstRow + i) = *y;

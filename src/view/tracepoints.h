@@ -19,6 +19,7 @@ struct PointRun {
     bool complete = true; ///< false when a run-time error cut the run: a row that does not exist, or an overflow
     /// The same points by columns, in order; valid until the next computation.
     std::span<const TraceColumn> columns;
+    bool overflow = false; ///< whether a run that is not complete met an overflow
 };
 
 /// Whether a rounded sample index names a row of the sample arrays.

@@ -46,6 +46,18 @@ TEST_F(BitmapSaving, SavesTheStripAndTheScreenRightOfItAsABitmap) {
     EXPECT_TRUE(answering.messages.isEmpty());
 }
 
+TEST_F(BitmapSaving, KeepsTheScreensHeightAfterAPageHasBeenComposed) {
+    openPreview().close();
+    unloadClosed();
+    item("mnuGraticule").trigger();
+    save(QStringLiteral("screen.bmp"));
+    EXPECT_EQ(QImage::fromData(read(QStringLiteral("screen.bmp")), "BMP").size(), QSize(625, 401));
+}
+
+TEST_F(BitmapSaving, IsHiddenInTheMenu) {
+    EXPECT_FALSE(item("mnuSaveAs").isVisible());
+}
+
 TEST_F(BitmapSaving, OverwriteRefusedNothingIsWritten) {
     write(QStringLiteral("old.bmp"), "old");
     answering.answers.push_back(Answer::No);
@@ -96,8 +108,8 @@ TEST_F(BitmapSaving, ExistingFolderSurvivesAFailedSave) {
     // A folder of that name cannot be replaced by a file, whoever runs this.
     ASSERT_TRUE(QDir(path(QStringLiteral("."))).mkpath(QStringLiteral("taken.bmp")));
     write(QStringLiteral("taken.bmp/inside"), "kept");
-    answering.answers.push_back(Answer::Yes);
     save(QStringLiteral("taken.bmp"));
+    EXPECT_TRUE(answering.messages.isEmpty()) << "it is no file that could be replaced";
     EXPECT_EQ(read(QStringLiteral("taken.bmp/inside")), "kept");
 }
 

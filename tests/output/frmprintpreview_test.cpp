@@ -252,8 +252,41 @@ TEST_F(Preview, HelpIsOneMessageOfFourLines) {
     ASSERT_EQ(answering.messages.size(), 1);
     const QStringList lines = answering.messages[0].split(QStringLiteral("\r\n"));
     ASSERT_EQ(lines.size(), 4);
+    EXPECT_EQ(lines[0], QStringLiteral("1. 虚线是代表列印的边界，真正列印时不会印出来。"));
+    EXPECT_EQ(lines[1], QStringLiteral("2. 这个程式没有卷轴，但是用滑鼠拖曳图片就可以看到所有的列印资料。"));
     EXPECT_EQ(lines[2],
               QStringLiteral("3.如果要在每次改变显示比例时都重新绘图，请至功能表的 /档案/版面设定/ 内设定。"));
+    EXPECT_EQ(lines[3], QStringLiteral("4. 在表单上按滑鼠右键亦可显示 \"检视\" 功能表。"));
+    item("mnuEnglish").trigger();
+    choose("mnuHelp");
+    EXPECT_EQ(answering.messages.back(), answering.messages.front()) << "in every language";
+}
+
+TEST_F(Preview, HasTheMenusOfItsDesignInChinese) {
+    frmPrintPreview& preview = openPreview();
+    const std::array expected{std::pair("mnuSetup", QStringLiteral("页面设定 ...")),
+                              std::pair("mnuPrint", QStringLiteral("打印 ...")),
+                              std::pair("mnuClose", QStringLiteral("关闭")),
+                              std::pair("mnuView100", QStringLiteral("100%")),
+                              std::pair("mnuViewFullPage", QStringLiteral("整页")),
+                              std::pair("mnuViewCustomize", QStringLiteral("自订百分比 ...")),
+                              std::pair("mnuViewPage", QStringLiteral("切换页码 ...")),
+                              std::pair("mnuHelp", QStringLiteral("说明"))};
+    for (const auto& [name, caption] : expected) {
+        EXPECT_EQ(in<QAction>(preview, name).text(), caption) << name;
+    }
+}
+
+TEST_F(Preview, APageThatCannotBeComposedIsShownAsFarAsItCame) {
+    model->SampleCount[5] = 0; // its trace divides by the samples held
+    frmPrintPreview& preview = openPreview();
+    ASSERT_FALSE(page().Picture().isNull());
+    EXPECT_TRUE(answering.messages.isEmpty());
+    EXPECT_EQ(preview.ViewPercent, 100);
+    devices.answer = [](PrinterDialog&) { return true; };
+    choose("mnuPrint");
+    EXPECT_EQ(answering.messages, QStringList{QStringLiteral("11\r\nDivision by zero")});
+    EXPECT_TRUE(devices.documents.empty());
 }
 
 TEST_F(Preview, WithoutAPrinterTheFiguresOfA4Stand) {
@@ -318,6 +351,10 @@ TEST_F(Preview, AnyPercentIsSurvived) {
     for (const char* percent : {"0.2", "1", "3000", "1000000", "2147483647"}) {
         typePercent(percent);
         preview.grab();
+        if (preview.ViewPercent > 100) {
+            EXPECT_EQ(page().Left(), 0) << percent;
+            EXPECT_EQ(page().Top(), 0) << percent;
+        }
         drag(-100, 100);
     }
     choose("mnuView100");

@@ -39,6 +39,37 @@ TEST_F(PageSetup, ShowsTheMarginsOfAStartedProgramModelessly) {
     EXPECT_EQ(printing().setup(), &setup) << "there is one page setup";
 }
 
+TEST_F(PageSetup, HasTheCaptionsOfItsDesignInChinese) {
+    frmPrintSetup& setup = openSetup();
+    const std::array labels{QStringLiteral("上边界："), QStringLiteral("下边界："), QStringLiteral("左边界："),
+                            QStringLiteral("右边界：")};
+    for (int i = 0; i < 4; ++i) {
+        auto* const label = setup.findChild<QLabel*>(QStringLiteral("Labela(%1)").arg(i));
+        ASSERT_NE(label, nullptr);
+        EXPECT_EQ(label->text(), labels[static_cast<std::size_t>(i)]);
+    }
+    const std::array buttons{std::pair("optRePrint(0)", QStringLiteral("每次改变显示比例时都重新绘图")),
+                             std::pair("optRePrint(1)", QStringLiteral("不重新绘图，但是重新设定原始图片的比例")),
+                             std::pair("cmdDefault", QStringLiteral("预设值")),
+                             std::pair("cmdYes", QStringLiteral("确定")), std::pair("cmdNo", QStringLiteral("取消"))};
+    for (const auto& [name, caption] : buttons) {
+        EXPECT_EQ(in<QAbstractButton>(setup, name).text(), caption) << name;
+    }
+}
+
+TEST_F(PageSetup, MarginsStandForTopBottomLeftAndRightInThisOrder) {
+    frmPrintSetup& setup = openSetup();
+    field(setup, "txtMargin(1)").setText(QStringLiteral("1"));
+    field(setup, "txtMargin(2)").setText(QStringLiteral("2"));
+    field(setup, "txtMargin(3)").setText(QStringLiteral("3"));
+    field(setup, "txtMargin(4)").setText(QStringLiteral("4"));
+    press(setup, "cmdYes");
+    EXPECT_EQ(printing().settings().PrintMarginTop, 567);
+    EXPECT_EQ(printing().settings().PrintMarginBottom, 1134);
+    EXPECT_EQ(printing().settings().PrintMarginLeft, 1701);
+    EXPECT_EQ(printing().settings().PrintMarginRight, 2268);
+}
+
 TEST_F(PageSetup, MarginOfExactly10IsAccepted) {
     EXPECT_TRUE(accepts("txtMargin(4)", "10"));
     EXPECT_EQ(printing().settings().PrintMarginRight, 5670);

@@ -62,5 +62,33 @@ TEST(PageInput, ADragKeepsTheNearEdgeOutsideAndTheFarEdgeInside) {
     EXPECT_EQ(dragOnAxis(-10, 250, 1000, 1500), 0);
 }
 
+TEST(PageInput, APictureBeyond32BitsStandsAtTheOriginAndCanBeDragged) {
+    // A4 at 2147483647 percent.
+    EXPECT_EQ(placeOnAxis(119.07 * 2147483647, 11400), 0);
+    EXPECT_EQ(dragOnAxis(-300, 0, 119.07 * 2147483647, 11400), -300);
+    EXPECT_EQ(dragOnAxis(300, -500, 119.07 * 2147483647, 11400), 300);
+}
+
+TEST(PageInput, APictureOneTwipSmallerThanTheWindowStandsAtTheOriginAndMovesByThatTwip) {
+    EXPECT_EQ(placeOnAxis(1499, 1500), 0);
+    EXPECT_EQ(dragOnAxis(-10, 0, 1499, 1500), 1); // it hides -1 at the far edge
+    EXPECT_EQ(dragOnAxis(10, 0, 1499, 1500), 0);
+}
+
+TEST(PageInput, APageIsNamedByAWholeNumberInItsRange) {
+    EXPECT_EQ(pageOfText(text("1"), 1, kMarks), 1);
+    EXPECT_EQ(pageOfText(text("3"), 3, kMarks), 3);
+    for (const char* bad : {"0", "2", "-1", "1.0", "1,0", "", "x", "99999"}) {
+        EXPECT_FALSE(pageOfText(text(bad), 1, kMarks)) << bad;
+    }
+}
+
+TEST(PageInput, AMarginIsShownInCentimetresWithOneDecimal) {
+    EXPECT_EQ(textOfMargin(567, kMarks), text("1.0"));
+    EXPECT_EQ(textOfMargin(57, kMarks), text("0.1"));
+    EXPECT_EQ(textOfMargin(850, kMarks), text("1.5")); // 1.4991
+    EXPECT_EQ(textOfMargin(5670, kMarks), text("10.0"));
+}
+
 } // namespace
 } // namespace sixtrace

@@ -171,5 +171,29 @@ TEST_F(PrinterChoice, TheTraceTellsEverySettingInItsOrder) {
     EXPECT_EQ(LogLines::lines(), QStringList{QStringLiteral("Cancel Selected")});
 }
 
+TEST_F(PrinterChoice, TheTraceReducesSettingsToWords) {
+    const LogLines log;
+    QLoggingCategory::setFilterRules(QStringLiteral("sixtrace.print.debug=true"));
+    const auto traced = [this](int orientation, int colorMode, int duplex, int flags) {
+        auto set = printer.properties().value();
+        set.Orientation = orientation;
+        set.ColorMode = colorMode;
+        set.Duplex = duplex;
+        printer.set(set);
+        dialog.Flags = flags;
+        LogLines::lines().clear();
+        tracePrinter(printer, dialog);
+        const QStringList lines = LogLines::lines();
+        return QStringList{lines.value(1), lines.value(2), lines.value(3), lines.value(9)};
+    };
+    EXPECT_EQ(traced(1, 2, 1, kPrintSetFlags),
+              (QStringList{QStringLiteral("Orientation = Portrait. "), QStringLiteral("ColorMode = Color. "),
+                           QStringLiteral("None. "), QStringLiteral("Print to File Not Selected")}));
+    EXPECT_EQ(traced(2, 1, 3, kPrintSetFlags | PrinterDialog::kPrintToFile),
+              (QStringList{QStringLiteral("Orientation = Landscape. "), QStringLiteral("ColorMode = Black and White. "),
+                           QStringLiteral("Vertical/Short Edge. "), QStringLiteral("Print to File Selected")}));
+    EXPECT_EQ(traced(2, 1, 0, 0)[2], QStringLiteral("Unknown. "));
+}
+
 } // namespace
 } // namespace sixtrace

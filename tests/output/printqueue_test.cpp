@@ -7,8 +7,11 @@
 #include "platform/qtprinters.h"
 #include "platform/wholefile.h"
 
+#include <QApplication>
 #include <QImage>
+#include <QPrintDialog>
 #include <QTemporaryDir>
+#include <QTimer>
 
 namespace sixtrace {
 namespace {
@@ -20,16 +23,41 @@ constexpr double kSamePage = 3; // of 255; a page without its frame is some 60 a
 class AcceptingPrinters : public QtPrinters {
 public:
     int shown = 0;
+    QString file; ///< where the user wants the page instead
     bool ShowPrinter(PrinterDialog& dialog, quintptr) override {
         ++shown;
         dialog.ColorMode = 2;
         dialog.PaperSize = 9;
+        dialog.OutputFile = file;
         return true;
     }
 };
 
 class PaperTest : public PrintWindow {
 protected:
+    static void TearDownTestSuite() { sharedQueue().reset(); }
+    /// The one print server of this process: whoever has talked to one goes on asking it. Null where it cannot start.
+    static PrivateQueue* startedQueue() {
+        if (sharedQueue() == nullptr) {
+            sharedQueue() = std::make_unique<PrivateQueue>();
+            if (!sharedQueue()->start()) {
+                ADD_FAILURE() << sharedQueue()->error.toStdString();
+                return nullptr;
+            }
+        }
+        return sharedQueue().get();
+    }
+    /// The main window with a capture, over printers of the machine.
+    void openOver(PrintDevices& machine) {
+        form = std::make_unique<FrmCom>(*model, FrmComSurroundings{answering,
+                                                                   [this] { return path(QStringLiteral(".")); },
+                                                                   [this] { ++ends; },
+                                                                   [](const QString&) {},
+                                                                   {},
+                                                                   &machine});
+        form->show();
+        loadSix();
+    }
     /// A PDF document rendered at 96 dots per inch, the preview's resolution.
     [[nodiscard]] QImage rendered(const QByteArray& pdf) const {
         write(QStringLiteral("rendered.pdf"), pdf);
@@ -138,6 +166,12 @@ protected:
         EXPECT_NEAR(a.right(), b.right(), 1);
         EXPECT_NEAR(a.bottom(), b.bottom(), 1);
     }
+
+private:
+    static std::unique_ptr<PrivateQueue>& sharedQueue() {
+        static std::unique_ptr<PrivateQueue> queue;
+        return queue;
+    }
 };
 
 TEST_F(PaperTest, APageAsPdfHasItsTextAndLooksAsThePreview) {
@@ -173,22 +207,18 @@ TEST_F(PaperTest, APageAsPdfHasItsTextAndLooksAsThePreview) {
 }
 
 TEST_F(PaperTest, APageGoesThroughARealPrintQueue) {
-    PrivateQueue queue;
-    ASSERT_TRUE(queue.start()) << queue.error.toStdString();
+    PrivateQueue* const queue = startedQueue();
+    ASSERT_NE(queue, nullptr);
     AcceptingPrinters machine;
     ASSERT_TRUE(machine.names().contains(QStringLiteral("Test"))) << machine.names().join(u' ').toStdString();
-    form = std::make_unique<FrmCom>(
-        *model, FrmComSurroundings{answering, [this] { return path(QStringLiteral(".")); }, [this] { ++ends; },
-                                   [](const QString&) {}, {}, &machine});
-    form->show();
-    loadSix();
+    openOver(machine);
     frmPrintPreview& preview = openPreview();
     const QImage shown = in<PageView>(preview, "imgView(1)").Picture();
     item("mnuPrint").trigger();
     EXPECT_EQ(machine.shown, 1);
     ASSERT_TRUE(answering.messages.isEmpty()) << answering.messages.join(u' ').toStdString();
 
-    const QByteArray job = queue.waitForJob();
+    const QByteArray job = queue->waitForJob();
     ASSERT_FALSE(job.isEmpty());
     expectLegend(textOf(job));
     const QImage onPaper = rendered(job);
@@ -199,6 +229,70 @@ TEST_F(PaperTest, APageGoesThroughARealPrintQueue) {
     PicturePage flattened(96);
     ASSERT_TRUE(printing().PrintResult(flattened, 100));
     expectSamePage(onPaper, shown, flattened.Image());
+}
+
+TEST_F(PaperTest, APageForAFileComesWholeAndAFailureLeavesTheOldFile) {
+    PrivateQueue* const queue = startedQueue();
+    ASSERT_NE(queue, nullptr);
+    AcceptingPrinters machine;
+    machine.file = path(QStringLiteral("page.pdf"));
+    write(QStringLiteral("page.pdf"), "old");
+    openOver(machine);
+    const std::int32_t held = model->SampleCount[5];
+    model->SampleCount[5] = 0; // ends the page behind its legend
+    item("mnuPrint").trigger();
+    EXPECT_EQ(answering.messages, QStringList{QStringLiteral("11\r\nDivision by zero")});
+    EXPECT_EQ(read(QStringLiteral("page.pdf")), "old");
+
+    model->SampleCount[5] = held;
+    item("mnuPrint").trigger();
+    const QByteArray document = read(QStringLiteral("page.pdf"));
+    EXPECT_TRUE(document.startsWith("%PDF"));
+    expectLegend(textOf(document));
+
+    machine.file = path(QStringLiteral("no/such/page.pdf"));
+    item("mnuPrint").trigger();
+    EXPECT_EQ(answering.messages.back(), QStringLiteral("76\r\nPath not found"));
+}
+
+TEST_F(PaperTest, AQueueTellsItsPaperAndAPrinterThatHasGoneIsError482) {
+    ASSERT_NE(startedQueue(), nullptr);
+    const QtPrinters machine;
+    const PrinterProperties present = machine.initial(QStringLiteral("Test"));
+    EXPECT_EQ(present.PaperSize, 9);
+    EXPECT_EQ(present.Orientation, 1);
+    const auto sheet = machine.sheet(present);
+    ASSERT_TRUE(sheet);
+    EXPECT_NEAR(sheet.value().Width, 11906, 20); // 210 mm, to the point
+    EXPECT_NEAR(sheet.value().Height, 16838, 20);
+    EXPECT_LE(sheet.value().ScaleWidth, sheet.value().Width);
+
+    PrinterProperties gone;
+    gone.DeviceName = QStringLiteral("Gone");
+    const auto missing = machine.sheet(gone);
+    ASSERT_FALSE(missing);
+    EXPECT_EQ(missing.error().code(), 482);
+}
+
+TEST_F(PaperTest, APrinterThatHasGoneStillGetsADialogToChooseAnother) {
+    ASSERT_NE(startedQueue(), nullptr);
+    QtPrinters machine;
+    PrinterDialog dialog;
+    dialog.PrinterName = QStringLiteral("Gone");
+    dialog.PrintQuality = 600;
+    dialog.Orientation = 1;
+    int shown = 0;
+    QTimer answer;
+    QObject::connect(&answer, &QTimer::timeout, &answer, [&shown] {
+        if (auto* const box = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget())) {
+            ++shown;
+            box->reject();
+        }
+    });
+    answer.start(10);
+    EXPECT_FALSE(machine.ShowPrinter(dialog, 0));
+    EXPECT_EQ(shown, 1);
+    EXPECT_EQ(dialog.PrinterName, QStringLiteral("Gone")) << "Cancel leaves what was filled in";
 }
 
 } // namespace

@@ -1,12 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Sheet of every test: 11900 by 16840 twips with an unprintable border of 300, so 11300 by 16240 can be reached; margins
 // of 567 leave 10166 by 15106.
+#include "output/pagefixture.h"
 #include "output/pageframe.h"
-#include "output/printresult.h"
-#include "output/recordingpages.h"
-#include "output/scriptedprinters.h"
-#include "support/printing.h"
-#include "view/defaults.h"
 
 #include <gtest/gtest.h>
 
@@ -16,49 +12,6 @@ namespace {
 constexpr Colour kWhite = 0xFFFFFF;
 constexpr Colour kBlue = 0xFF0000;
 constexpr Colour kRed = 0x0000FF;
-
-class PageTest : public ::testing::Test {
-protected:
-    PageTest() {
-        model->fillTables();
-        applyDefaultColours(*model);
-        model->FileKind = 4;
-        setDefaultMargins(settings);
-        settings.PaperWidth = 11900;
-        settings.PaperHeight = 16840;
-        inputs.frame.markerTop.fill(2910); // (210 / 2 + 2910) / 6030 is half of the strip
-        for (int channel = 0; channel < kChannels; ++channel) {
-            inputs.rows[static_cast<std::size_t>(channel)] = channelLabel(channel) + QStringLiteral(" 5 mS 1 V");
-        }
-    }
-    void addChannel(int channel, int samples = 100) {
-        const auto c = static_cast<std::size_t>(channel);
-        model->ChannelPresent[c] = 1;
-        model->ScreenPoints[c] = 200;
-        model->SampleCount[c] = samples;
-        model->TimeIndex[c] = 10;
-        model->TimeIndexView[c] = 10;
-        model->VoltIndexView[c] = 6; // 0.5 V a division
-        model->VoltPerCount[c] = 10.0F;
-        model->SampleInterval[c] = 1.0F;
-        inputs.frame.selected[c] = true;
-    }
-    void print() { ASSERT_TRUE(composer.PrintResult(printer, 100, inputs)); }
-    void preview(int percent = 100) { ASSERT_TRUE(composer.PrintResult(sheet, percent, inputs)); }
-    void layOnItsSide() {
-        auto properties = printer.properties().value();
-        properties.Orientation = 2;
-        printer.set(properties);
-    }
-
-    std::unique_ptr<publicM> model = std::make_unique<publicM>();
-    MdlPrinter settings;
-    PageInputs inputs;
-    ScriptedPrinters devices;
-    RecordingPrinter printer{devices};
-    RecordingSheet sheet{96.0};
-    PageComposer composer{*model, settings, printer};
-};
 
 TEST_F(PageTest, ChannelWithWhiteLineColorHasABlackLegendRowButAWhiteLabelAndTrace) {
     addChannel(0);
@@ -182,6 +135,78 @@ TEST_F(PageTest, LabelsTickTheZeroLinesWhereTheMarkersStand) {
     EXPECT_EQ(texts[0].place.left(), 1134);
     EXPECT_EQ(texts[1].place.left(), 567);
     EXPECT_GT(lines[0].place.left(), 567 + 300) << "the tick begins behind the three characters";
+}
+
+TEST_F(PageTest, LegendRowsAndLabelsAreInTheColoursOfTheirChannels) {
+    addChannel(1);
+    addChannel(4);
+    model->LineColor[1] = kRed;
+    model->LineColor[4] = kBlue;
+    print();
+    const auto texts = printer.of(DrawnItem::Kind::Text);
+    ASSERT_EQ(texts.size(), 4U);
+    EXPECT_EQ(texts[0].text, QStringLiteral("ch2 5 mS 1 V"));
+    EXPECT_EQ(texts[1].text, QStringLiteral("C   5 mS 1 V"));
+    EXPECT_EQ(texts[2].text, QStringLiteral("ch2"));
+    EXPECT_EQ(texts[3].text, QStringLiteral("C  "));
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        EXPECT_EQ(texts[i].colour, i % 2 == 0 ? kRed : kBlue) << i;
+    }
+    // Rows follow each other; a label stands 110 twips above its zero line, as the first row stands at the margin.
+    EXPECT_GT(texts[1].place.top(), texts[0].place.top());
+    const double ascent = texts[0].place.top() - 567;
+    const double zeroLine = printer.frame().place.top() + composer.ChannelPageY[1];
+    EXPECT_NEAR(texts[2].place.top(), zeroLine - 110 + ascent, 0.01);
+}
+
+TEST_F(PageTest, AtEightTenthsMarginsAndPaperShrinkButIndentAndGapDoNot) {
+    preview(75);
+    EXPECT_NEAR(sheet.Width(), 9520, 0.01);
+    EXPECT_NEAR(sheet.Height(), 13472, 0.01);
+    EXPECT_NEAR(sheet.FontSize, 9.6, 1e-6);
+    // 0.8 of 867 is 693.6, of 10166 8132.8, of 15106 12084.8.
+    EXPECT_EQ(sheet.drawn[0].place, QRectF(694, 694, 8133, 0));
+    EXPECT_EQ(sheet.drawn[1].place, QRectF(694, 694 + 12085, 8133, 0));
+    // 8133 - 567 = 7566, two thirds of it 5044.
+    EXPECT_EQ(sheet.frame().place, QRectF(694 + 567, 694 + 110, 7576, 5054));
+}
+
+TEST_F(PageTest, HalvesGoToTheEvenTwip) {
+    devices.unprintable = 601;
+    preview();
+    // 300.5 becomes 300: the box begins at 867 and measures 11299 - 1134 by 16239 - 1134.
+    EXPECT_EQ(sheet.drawn[0].place, QRectF(867, 867, 10165, 0));
+    EXPECT_EQ(sheet.drawn[2].place, QRectF(867, 867, 0, 15105));
+    devices.unprintable = 603;
+    sheet.drawn.clear();
+    preview();
+    EXPECT_EQ(sheet.drawn[0].place.left(), 869) << "301.5 becomes 302";
+    // A frame 8921 high is 13381.5 wide: 13382.
+    devices.unprintable = 600;
+    layOnItsSide();
+    settings.PrintMarginBottom = 1702;
+    print();
+    EXPECT_EQ(printer.frame().place, QRectF(1134, 677, 13392, 8931));
+}
+
+TEST_F(PageTest, AScaleOfNothingEndsTheCompositionBeforeItBegins) {
+    for (const int percent : {0, 4, -100}) {
+        const Outcome done = composer.PrintResult(sheet, percent, inputs);
+        ASSERT_FALSE(done);
+        EXPECT_EQ(done.error().code(), 5);
+        EXPECT_TRUE(sheet.drawn.empty());
+    }
+}
+
+TEST_F(PageTest, PaperWithoutSizeOrBeyondEveryMemoryIsSurvived) {
+    settings.PaperWidth = 0;
+    EXPECT_FALSE(composer.PrintResult(sheet, 100, inputs));
+    settings.PaperWidth = 2147483647;
+    settings.PaperHeight = 2147483647;
+    EXPECT_TRUE(composer.PrintResult(sheet, 100, inputs));
+    const QImage& picture = sheet.Image();
+    EXPECT_LE(static_cast<double>(picture.width()) * picture.height(), 65e6);
+    EXPECT_FALSE(composer.PrintResult(sheet, 2147483647, inputs)) << "margins of that size overflow";
 }
 
 TEST_F(PageTest, TracesDivideByTheSamplesHeldAndTakeTheShiftUnscaled) {

@@ -26,6 +26,7 @@ public:
     int dropped = 0;
     std::vector<PrinterDialog> shown;                   ///< dialogs as they were filled
     std::function<bool(PrinterDialog&)> answer;         ///< none cancels
+    int unprintable = 600;                              ///< twips of width and height, both edges together
     bool broken = false;                                ///< no document can be begun
 
     QStringList names() const override { return installed; }
@@ -42,8 +43,8 @@ public:
         Sheet sheet;
         sheet.Width = upright ? 11900 : 16840;
         sheet.Height = upright ? 16840 : 11900;
-        sheet.ScaleWidth = sheet.Width - 600;
-        sheet.ScaleHeight = sheet.Height - 600;
+        sheet.ScaleWidth = sheet.Width - unprintable;
+        sheet.ScaleHeight = sheet.Height - unprintable;
         sheet.left = 300;
         sheet.top = 300;
         return sheet;

@@ -1,0 +1,246 @@
+// SPDX-License-Identifier: MIT
+// The frame of a page, on a picture of four twips to the pixel, whose lines are four pixels wide.
+#include "output/pagefixture.h"
+#include "output/pageframe.h"
+
+#include <vector>
+
+namespace sixtrace {
+namespace {
+
+constexpr Colour kWhite = 0xFFFFFF;
+constexpr QRgb kLit = 0xFFFFFFFF;
+constexpr int kPen = 4; // pixels
+
+class PageFrame : public PageTest {
+protected:
+    PageFrame() {
+        model->BackColor = 0;
+        model->GridColor = kWhite;
+    }
+    /// A frame of 12000 by 8000 twips.
+    Outcome draw() {
+        PageComposer::Box box{1134, 677, 12000, 8000};
+        const Outcome done = composer.PrinterDrawT(hidden, box, printer, inputs.frame);
+        EXPECT_EQ(box.left, 0);
+        EXPECT_EQ(box.top, 0);
+        return done;
+    }
+    /// First columns of what is lit in a row.
+    [[nodiscard]] std::vector<int> startsInRow(int row) const {
+        std::vector<int> starts;
+        for (int x = 0; x < hidden.Image().width(); ++x) {
+            if (lit(x, row) && (x == 0 || !lit(x - 1, row))) {
+                starts.push_back(x);
+            }
+        }
+        return starts;
+    }
+    [[nodiscard]] bool lit(int x, int y) const { return hidden.Image().pixel(x, y) == kLit; }
+    static std::vector<int> multiples(int step, int count) {
+        std::vector<int> numbers;
+        for (int i = 0; i < count; ++i) {
+            numbers.push_back(i * step);
+        }
+        return numbers;
+    }
+    /// A slow scan of 100 slots on the middle line, whose positions no frame has set yet.
+    void addScan(int samples, int writePosition) {
+        addChannel(0, samples);
+        model->ScreenPoints[0] = 100;
+        model->TimeIndex[0] = 22;
+        model->TimeIndexView[0] = 22;
+        model->ScanPoint[0] = writePosition;
+        composer.ChannelPageY[0] = 4000;
+        for (int row = 0; row < kSampleRows; ++row) {
+            model->PlotX(0, row) = -1;
+            model->PlotY(0, row) = -1;
+        }
+    }
+    /// The rows that a frame has computed.
+    [[nodiscard]] std::vector<int> visited() const {
+        std::vector<int> rows;
+        for (int row = 0; row < 200; ++row) {
+            if (model->PlotX(0, row) != -1) {
+                rows.push_back(row);
+            }
+        }
+        return rows;
+    }
+    static std::vector<int> rows(std::initializer_list<std::pair<int, int>> ranges) {
+        std::vector<int> all;
+        for (const auto& [first, last] : ranges) {
+            for (int row = first; row <= last; ++row) {
+                all.push_back(row);
+            }
+        }
+        return all;
+    }
+
+    PicturePage hidden{360};
+};
+
+TEST_F(PageFrame, HasDottedDivisionLinesSevenAcrossAndOneFewerThanDivisionsDown) {
+    inputs.frame.graticule = true;
+    for (const std::int16_t kind : std::initializer_list<std::int16_t>{1, 2, 3, 4}) {
+        const int divisions = kind == 2 || kind == 3 ? 10 : 12;
+        model->FileKind = kind;
+        ASSERT_TRUE(draw());
+        // Row 120 is no row of a tick and the first of a dash: borders and division lines cross it.
+        EXPECT_EQ(startsInRow(120), multiples(3000 / divisions, divisions + 1)) << kind;
+        // Row 10 lies in the fine ticks of the upper edge, five to a division.
+        EXPECT_EQ(startsInRow(10), multiples(3000 / divisions / 5, 5 * divisions + 1)) << kind;
+    }
+    // 240 pixels lie on no division down; seven dashed lines and two borders cross column 240.
+    std::vector<int> starts;
+    for (int y = 0; y < hidden.Image().height(); ++y) {
+        if (lit(240, y) && (y == 0 || !lit(240, y - 1))) {
+            starts.push_back(y);
+        }
+    }
+    EXPECT_EQ(starts, multiples(250, 9));
+}
+
+TEST_F(PageFrame, WithoutTheGraticuleTheCentreCrossIsDottedAndDivisionTicksAre220TwipsLong) {
+    inputs.frame.graticule = false;
+    ASSERT_TRUE(draw());
+    // The upright centre line between two fine ticks: dashes of three widths with gaps of three, counted from the top.
+    for (int y = 104; y < 150; ++y) {
+        EXPECT_EQ(lit(1500, y), y % 24 < 12) << y;
+    }
+    // A division tick at the upper edge and in the middle, twips 0 to 220 and 3780 to 4220.
+    const int column = 250;
+    EXPECT_TRUE(lit(column, 55 + kPen - 1));
+    EXPECT_FALSE(lit(column, 55 + kPen));
+    EXPECT_FALSE(lit(column, 944));
+    EXPECT_TRUE(lit(column, 945));
+    EXPECT_TRUE(lit(column, 1055 + kPen - 1));
+    EXPECT_FALSE(lit(column, 1055 + kPen));
+    EXPECT_FALSE(lit(column, 1944));
+    EXPECT_TRUE(lit(column, 1945));
+    // The first division across: ticks of 110 at the edges and of 220 to both sides of the middle, no grid between
+    // them.
+    EXPECT_EQ(startsInRow(250), (std::vector{0, (6000 - 220) / 4, (12000 - 110) / 4}));
+    EXPECT_TRUE(lit((6000 + 220) / 4 + kPen - 1, 250));
+    EXPECT_FALSE(lit((6000 + 220) / 4 + kPen, 250));
+    EXPECT_FALSE(lit(110 / 4 + kPen, 250));
+}
+
+TEST_F(PageFrame, IsTenTwipsLargerThanItsBoxSoThatTheRightAndLowerBorderShow) {
+    ASSERT_TRUE(draw());
+    EXPECT_EQ(hidden.Width(), 12010);
+    EXPECT_EQ(hidden.Height(), 8010);
+    EXPECT_TRUE(lit(3000, 777));
+    EXPECT_TRUE(lit(777, 2000));
+    EXPECT_EQ(printer.frame().place, QRectF(1134, 677, 12010, 8010));
+}
+
+TEST_F(PageFrame, AScanInItsFirstSweepIsDividedByTheSamplesHeld) {
+    addScan(60, 10);
+    ASSERT_TRUE(draw());
+    EXPECT_EQ(visited(), rows({{0, 59}}));
+    EXPECT_EQ(model->PlotX(0, 59), 11800); // 59 * 12000 / 60
+}
+
+TEST_F(PageFrame, AScanLeavesAGapOfEightPercentAheadOfItsWritePosition) {
+    addScan(100, 40);
+    inputs.frame.line = true;
+    ASSERT_TRUE(draw());
+    EXPECT_EQ(visited(), rows({{0, 39}, {48, 100}}));
+    EXPECT_EQ(model->PlotX(0, 48), 5760);
+    EXPECT_EQ(model->PlotY(0, 48), 4000);
+    inputs.frame.line = false;
+    addScan(100, 40);
+    ASSERT_TRUE(draw());
+    EXPECT_EQ(visited(), rows({{0, 40}, {48, 100}})) << "as dots, the write position itself is drawn";
+}
+
+TEST_F(PageFrame, AWritePositionOfExactly92PercentStillDrawsBothSweeps) {
+    addScan(100, 92);
+    inputs.frame.line = true;
+    ASSERT_TRUE(draw());
+    EXPECT_EQ(visited(), rows({{0, 91}, {100, 100}}));
+}
+
+TEST_F(PageFrame, Beyond92PercentTheGapHasEatenTheStartOfTheSweep) {
+    for (const bool line : {true, false}) {
+        addScan(100, 95);
+        inputs.frame.line = line;
+        ASSERT_TRUE(draw());
+        EXPECT_EQ(visited(), rows({{3, 95}})) << line; // 8 - (100 - 95)
+    }
+}
+
+TEST_F(PageFrame, TheLiftOverTheGapLeavesADotWhereAnEarlierFrameHadTheWritePosition) {
+    addScan(100, 40);
+    inputs.frame.line = true;
+    model->LineColor[0] = 0x0000FF;
+    model->PlotX(0, 40) = 5000;
+    model->PlotY(0, 40) = 1500;
+    ASSERT_TRUE(draw());
+    EXPECT_EQ(hidden.Image().pixel(1250, 375), 0xFFFF0000U);
+    EXPECT_NE(hidden.Image().pixel(1250 + kPen, 375), 0xFFFF0000U);
+}
+
+TEST_F(PageFrame, PointsStandAloneAndLinesJoinThem) {
+    addChannel(0, 2); // samples at 0 and 6000 twips
+    composer.ChannelPageY[0] = 4500;
+    model->LineColor[0] = 0x0000FF;
+    const int row = 4500 / 4;
+    for (const bool line : {true, false}) {
+        inputs.frame.line = line;
+        ASSERT_TRUE(draw());
+        EXPECT_EQ(hidden.Image().pixel(1500 + 1, row), 0xFFFF0000U);
+        EXPECT_EQ(hidden.Image().pixel(700, row) == 0xFFFF0000U, line);
+    }
+}
+
+TEST_F(PageFrame, ATraceIsCutByTheEdgeOfTheFrame) {
+    addChannel(0, 100);
+    model->SampleData(0, 50) = 32767;
+    model->SampleData(0, 51) = -32768;
+    print();
+    EXPECT_LT(model->PlotY(0, 50), 0);
+    EXPECT_GT(model->PlotY(0, 51), 6409);
+    EXPECT_EQ(printer.frame().place.height(), 6409);
+}
+
+TEST_F(PageFrame, WhatEndsATraceIsToldByItsNumberAndNoFrameIsPasted) {
+    const auto errorAfter = [this](auto change) {
+        addChannel(0);
+        change();
+        sheet.drawn.clear();
+        const Outcome done = composer.PrintResult(sheet, 100, inputs);
+        EXPECT_TRUE(sheet.of(DrawnItem::Kind::Picture).empty());
+        EXPECT_EQ(sheet.of(DrawnItem::Kind::Text).size(), 2U) << "what is drawn stays";
+        return done ? 0 : done.error().code();
+    };
+    EXPECT_EQ(errorAfter([this] { model->SampleCount[0] = 0; }), 11);
+    EXPECT_EQ(errorAfter([this] { model->VoltIndexView[0] = 99; }), 9);
+    EXPECT_EQ(errorAfter([this] { model->TimeIndex[0] = -1; }), 9);
+    EXPECT_EQ(errorAfter([this] { model->SampleCount[0] = kSampleRows + 1; }), 9);
+    // 5 s shown at the fastest row: some hundred million times wider than the page.
+    EXPECT_EQ(errorAfter([this] {
+                  model->TimeIndex[0] = 27;
+                  model->TimeIndexView[0] = 0;
+              }),
+              6);
+    // With this shift sample 0 still has a place, though far outside; those behind it have none.
+    EXPECT_EQ(errorAfter([this] {
+                  model->TimeIndex[0] = 27;
+                  model->TimeIndexView[0] = 0;
+                  model->ChannelXShift[0] = 4800;
+              }),
+              6);
+}
+
+TEST_F(PageFrame, APrinterThatNamesItsQualityByANegativeNumberGetsASharpFrame) {
+    auto properties = printer.properties().value();
+    properties.PrintQuality = -4;
+    printer.set(properties);
+    print();
+    EXPECT_EQ(printer.frame().picture.width(), 4004); // 9609 twips at 600 dots per inch
+}
+
+} // namespace
+} // namespace sixtrace
