@@ -25,7 +25,9 @@ function(sixtrace_install)
     install(TARGETS ttdll LIBRARY DESTINATION "${SIXTRACE_INSTALL_LIBRARY}")
     install(FILES "${CMAKE_SOURCE_DIR}/src/ttdll/ttdll.ini" DESTINATION "${SIXTRACE_INSTALL_SHARED}")
     install(DIRECTORY "${CMAKE_SOURCE_DIR}/lang/" DESTINATION "${SIXTRACE_INSTALL_SHARED}" FILES_MATCHING PATTERN "*.Lan")
-    install(DIRECTORY "${CMAKE_SOURCE_DIR}/help/" DESTINATION "${SIXTRACE_INSTALL_SHARED}" FILES_MATCHING PATTERN "vrt_*" PATTERN "*.png")
+    install(DIRECTORY "${CMAKE_SOURCE_DIR}/help/" DESTINATION "${SIXTRACE_INSTALL_SHARED}" FILES_MATCHING PATTERN "vrt_*")
+    install(DIRECTORY "${CMAKE_SOURCE_DIR}/docs/images/" DESTINATION "${SIXTRACE_INSTALL_SHARED}/vrt_pictures"
+        FILES_MATCHING REGEX "/(main|table|preview|receive|ports)-(zh|en)\\.png$")
 
     install(FILES "${packaging}/${id}.desktop" DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
     install(FILES "${packaging}/${id}.metainfo.xml" DESTINATION "${CMAKE_INSTALL_DATADIR}/metainfo")

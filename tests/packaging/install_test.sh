@@ -35,6 +35,13 @@ for file in bin/sixtrace bin/kqx bin/sixtrace-instrument "share/icons/hicolor/sc
     share/sixtrace/ttdll.ini; do
     expect "$file is missing" test -s "$work/usr/$file"
 done
+# Every picture of the help is there.
+for page in vrt_c vrt_e; do
+    for picture in $(sed -n 's/.*<img src="\([^"]*\)".*/\1/p' "$share/sixtrace/$page.html"); do
+        expect "$picture of $page is missing" test -s "$share/sixtrace/$picture"
+    done
+    expect "help $page" xmllint --html --noout "$share/sixtrace/$page.html"
+done
 library=$(find "$work/usr" -name libttdll.so)
 expect "the transfer library is missing" test -s "$library"
 
