@@ -104,7 +104,7 @@ bool SerialServer::readRequests() {
         m_lastRequest = ServerClock::now();
         for (ssize_t i = 0; i < count; ++i) {
             if (!m_sender) {
-                const unsigned char byte = static_cast<unsigned char>(bytes[static_cast<std::size_t>(i)]);
+                const auto byte = static_cast<unsigned char>(bytes[static_cast<std::size_t>(i)]);
                 if (byte != 'C') {
                     continue; // the tail of an abort, or noise: no request
                 }

@@ -42,7 +42,7 @@ QByteArray blockBody(const CaptureForm& form, const CaptureBlock& block) {
     }
     const auto held = static_cast<std::int64_t>(block.samples.size());
     const std::int64_t slots = std::max<std::int64_t>(block.screenPoints, held) + (held == 0 ? 1 : 0);
-    body.append(static_cast<qsizetype>(2 * (slots - held)), '\0');
+    body.append(qsizetype{2 * (slots - held)}, '\0');
     return body;
 }
 

@@ -218,7 +218,7 @@ Outcome frmData::save() {
                            QStringLiteral("Message")) != Answer::Yes) {
         return success();
     }
-    const Outcome written = asWorkbook ? SaveExcelTable(exported(), path) : SaveTextTable(exported(), path);
+    Outcome written = asWorkbook ? SaveExcelTable(exported(), path) : SaveTextTable(exported(), path);
     if (written) {
         m_dialogs.message(QStringLiteral("文件保存成功"), MessageIcon::Plain);
     }

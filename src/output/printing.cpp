@@ -25,7 +25,7 @@ Printing::Printing(publicM& model, Surroundings surroundings, QWidget& form)
     , m_surroundings(std::move(surroundings))
     , m_form(form)
     , m_ownDevices(m_surroundings.printers == nullptr ? std::make_unique<QtPrinters>() : nullptr)
-    , m_printer(m_ownDevices != nullptr ? *m_ownDevices : *m_surroundings.printers)
+    , m_printer(m_surroundings.printers == nullptr ? *m_ownDevices : *m_surroundings.printers)
     , m_composer(m_model, m_settings, m_printer) {
     setDefaultMargins(m_settings);
 }

@@ -71,7 +71,7 @@ Result<PageComposer::Box> PageComposer::printableBox() const {
     Box box;
     box.left = m_settings.PrintMarginLeft;
     box.top = m_settings.PrintMarginTop;
-    const Outcome fits =
+    Outcome fits =
         first({assign(box.height, static_cast<double>(sheet.value().ScaleHeight) - m_settings.PrintMarginTop -
                                       m_settings.PrintMarginBottom),
                assign(box.width, static_cast<double>(sheet.value().ScaleWidth) - m_settings.PrintMarginLeft -
@@ -113,7 +113,7 @@ Outcome PageComposer::compose(PageTarget& target, std::int32_t zoomPercent, cons
         return RuntimeError::of(ErrorNumber::ObjectRequired);
     }
     const float scale = isPrinter ? 1.0F : previewScale(zoomPercent);
-    const double s = static_cast<double>(scale);
+    const auto s = static_cast<double>(scale);
     const auto printable = printableBox();
     if (!printable) {
         return printable.error();
@@ -121,7 +121,7 @@ Outcome PageComposer::compose(PageTarget& target, std::int32_t zoomPercent, cons
     Box box = printable.value();
 
     if (!isPrinter) {
-        const Outcome begun = beginSheet(*picture, s, box);
+        Outcome begun = beginSheet(*picture, s, box);
         if (!begun) {
             return begun;
         }
@@ -170,7 +170,7 @@ Outcome PageComposer::printLegend(PageTarget& target, const PageInputs& inputs, 
 Outcome PageComposer::fitFrame(Box& box) {
     const double w = box.width;
     const double h = box.height;
-    const Outcome fits = h * 3 <= w * 2 ? assign(box.width, h * 3 / 2) : assign(box.height, w * 2 / 3);
+    Outcome fits = h * 3 <= w * 2 ? assign(box.width, h * 3 / 2) : assign(box.height, w * 2 / 3);
     if (!fits) {
         return fits;
     }

@@ -34,10 +34,9 @@ void appendZone(QByteArray& line, std::string_view text) {
 
 /// The rows below the head: every cell takes one zone, so that a line has a fixed length.
 void appendRows(QByteArray& text, const TableCells& cells, const std::vector<int>& columns) {
-    const std::size_t line = columns.size() * kZone + 2;
-    const auto rows = static_cast<std::size_t>(std::max(cells.Rows() - 1, 0));
-    const auto start = static_cast<std::size_t>(text.size());
-    text.resize(static_cast<qsizetype>(start + rows * line));
+    const auto line = static_cast<qsizetype>(columns.size() * kZone + 2);
+    const qsizetype start = text.size();
+    text.resize(start + std::max(cells.Rows() - 1, 0) * line);
     char* at = text.data() + start;
     for (int row = 1; row < cells.Rows(); ++row) {
         const CellText* const filled = cells.row(row);
@@ -90,7 +89,7 @@ Outcome layOut(const TableExport& table, Workbook& workbook) {
 template<typename Workbook>
 Outcome saveAs(const TableExport& table, const QString& path) {
     Workbook workbook;
-    const Outcome laidOut = layOut(table, workbook);
+    Outcome laidOut = layOut(table, workbook);
     if (!laidOut) {
         return laidOut;
     }

@@ -12,9 +12,9 @@
 
 namespace sixtrace {
 
-MarkerLabel::MarkerLabel(const QString& caption, double width, double height, QWidget* parent)
+MarkerLabel::MarkerLabel(QString caption, double width, double height, QWidget* parent)
     : QWidget(parent)
-    , m_caption(caption)
+    , m_caption(std::move(caption))
     , m_back(Qt::white)
     , m_height(height) {
     resize(pixelsOfTwips(width), pixelsOfTwips(height));

@@ -15,7 +15,7 @@ class MarkerLabel : public QWidget {
     Q_PROPERTY(QString caption READ caption WRITE setCaption)
 public:
     /// Width and height in twips.
-    MarkerLabel(const QString& caption, double width, double height, QWidget* parent);
+    MarkerLabel(QString caption, double width, double height, QWidget* parent);
 
     [[nodiscard]] QString caption() const { return m_caption; }
     void setCaption(const QString& caption);

@@ -160,7 +160,7 @@ void Picture::stroke(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int
 
     // What is left of (2 k rise + length) behind the division, so that each further step is an addition.
     const std::int64_t twiceLength = 2 * rule.length;
-    std::int64_t remainder =
+    auto remainder =
         static_cast<std::int64_t>(LineRule::Wide{2} * steps.first * rule.rise + rule.length -
                                   LineRule::Wide{startOffset} * twiceLength);
     const auto walk = [&](auto draw) {

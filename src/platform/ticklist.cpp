@@ -192,6 +192,7 @@ void TickList::keyPressEvent(QKeyEvent* event) {
         setListIndex(count() - 1);
         return;
     default:
+        // Not the view's own keys, which would search for a letter. NOLINTNEXTLINE(bugprone-parent-virtual-call)
         QWidget::keyPressEvent(event);
     }
 }

@@ -34,6 +34,7 @@ public:
     /// From now on calls reach this window, beginning with one that has been waiting.
     void reach(Window window);
 
+    // NOLINTNEXTLINE(readability-redundant-access-specifiers): the bus sees slots only
 public Q_SLOTS:
     void Activate(const QVariantMap& platformData);
     /// Opens the first local file among `uris`: the program shows one capture.

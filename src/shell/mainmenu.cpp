@@ -78,7 +78,7 @@ void keepTick(QAction& action) {
 QAction* makeAction(QMenuBar& bar, QMenu* menu, const Entry& entry) {
     const QString name = QString::fromUtf16(entry.name);
     const QString caption = QString::fromUtf16(entry.caption);
-    if (entry.kind == Kind::Submenu) {
+    if (entry.kind == Kind::Submenu || menu == nullptr) {
         QMenu* submenu = menu != nullptr ? menu->addMenu(caption) : bar.addMenu(caption);
         submenu->setObjectName(name);
         return submenu->menuAction();

@@ -12,6 +12,7 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
+#include <utility>
 
 namespace ttdll {
 
@@ -27,9 +28,9 @@ int left(Clock::time_point deadline) {
 
 class SocketTransport final : public Transport {
 public:
-    SocketTransport(int socket, const Settings& settings, Log& log)
+    SocketTransport(int socket, Settings settings, Log& log)
         : m_socket(socket)
-        , m_settings(settings)
+        , m_settings(std::move(settings))
         , m_log(log) {}
     ~SocketTransport() override { close(m_socket); }
 

@@ -3,7 +3,7 @@
 // bits. Any library with these functions may stand in for ours.
 #pragma once
 
-#include <stdint.h>
+#include <stdint.h> // NOLINT(modernize-deprecated-headers): callers may be C
 
 #if defined(_WIN32)
 #define TTDLL_API __declspec(dllexport)

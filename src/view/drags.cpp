@@ -138,7 +138,7 @@ bool moveTraceDrag(publicM& model, int channel, float delta, const Picture& picH
     if (viewRow < 0 || viewRow >= kTimeBaseRows || fileRow < 0 || fileRow >= kTimeBaseRows) {
         return false;
     }
-    const double step = static_cast<double>(delta);
+    const auto step = static_cast<double>(delta);
     model.ChannelXShift[c] =
         static_cast<float>(static_cast<double>(model.ChannelXShift[c]) +
                            step * model.TimeBaseTable[static_cast<std::size_t>(viewRow)] /

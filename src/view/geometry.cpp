@@ -11,12 +11,6 @@ namespace {
 constexpr double kDivisionsOfTime = 12;
 constexpr double kDivisionsOfVoltage = 8;
 
-std::optional<double> rowOf(const auto& table, int row) {
-    return row >= 0 && static_cast<std::size_t>(row) < table.size()
-               ? std::optional(table[static_cast<std::size_t>(row)])
-               : std::nullopt;
-}
-
 std::optional<TraceScale> scaleWithoutSteps(const publicM& model, int channel, double width = kScreenWidth) {
     const double middle = width / 2;
     const auto c = static_cast<std::size_t>(channel);

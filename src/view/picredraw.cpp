@@ -14,12 +14,6 @@ constexpr int kHeight = 400;
 constexpr int kPoints = 1024;
 constexpr Colour kWindowColour = 0x00FFFFFF; // the desktop's window colour, which the older screen drew its grid in
 
-std::optional<double> rowOf(const auto& table, int row) {
-    return row >= 0 && static_cast<std::size_t>(row) < table.size()
-               ? std::optional(table[static_cast<std::size_t>(row)])
-               : std::nullopt;
-}
-
 std::optional<double> exactY(const publicM& model, int channel, double value) {
     const auto c = static_cast<std::size_t>(channel);
     const auto vFile = rowOf(model.VoltTable, model.VoltIndexFile[c]);
@@ -27,7 +21,7 @@ std::optional<double> exactY(const publicM& model, int channel, double value) {
     if (!vFile || !vView) {
         return std::nullopt;
     }
-    return (value * *vFile / *vView + 128) / 256 * kHeight + model.ChannelYPos[c] - kHeight / 2;
+    return (value * *vFile / *vView + 128) / 256 * kHeight + model.ChannelYPos[c] - kHeight / 2.0;
 }
 
 void drawGrid(Picture& picture) {
