@@ -40,6 +40,7 @@ void serve(const std::vector<std::unique_ptr<LinkServer>>& links, int idleSecond
     auto lastHeard = ServerClock::now();
     while (g_ended == 0) {
         std::vector<pollfd> waiting;
+        waiting.reserve(links.size());
         for (const auto& link : links) {
             waiting.push_back(link->waitFor());
         }

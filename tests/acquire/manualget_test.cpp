@@ -1,0 +1,348 @@
+// SPDX-License-Identifier: MIT
+#include "acquire/acquirefixture.h"
+
+#include "shell/frmmessageout.h"
+
+#include <QRegularExpression>
+
+using namespace sixtrace;
+
+namespace {
+
+/// Names of files below the program folder's `folder`.
+QStringList namesIn(const QString& folder) { return QDir(folder).entryList(QDir::Files); }
+
+class ManualGet : public AcquireTest {};
+
+TEST_F(ManualGet, OverUsbShowsTheDialogFetchesAndLoadsTheCapture) {
+    load();
+    link.stream = ScriptedLink::transfer(capture("six"));
+    FrmUSB& window = acquisition().usbWindow();
+    QString shownName;
+    whenShown(window, [&] {
+        EXPECT_TRUE(window.isModal());
+        shownName = control<QLineEdit>(window, "Text1").text();
+        EXPECT_EQ(control<QLineEdit>(window, "Text2").text(), path("data/") + shownName);
+        click(window, "Command4");
+    });
+    item("mnuAcquire").trigger();
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_TRUE(QRegularExpression(text("^D\\d{10}\\.bin$")).match(shownName).hasMatch());
+    EXPECT_EQ(read(path("data/") + shownName), capture("six") + '\0');
+    EXPECT_EQ(path4(), path("data/") + shownName);
+    EXPECT_EQ(model->FileKind, 4);
+    EXPECT_EQ(model->ChannelPresent[0], 1);
+    EXPECT_EQ(model->ReceiveResult, 0);
+    EXPECT_EQ(control<QLineEdit>(window, "Text6").text().toInt(), capture("six").size());
+}
+
+TEST_F(ManualGet, OverSerialShowsTheOtherDialogFetchesAndLoadsTheCapture) {
+    setIni("ComPort", "1");
+    load();
+    serve({capture("square")});
+    recFrm& window = acquisition().receiver();
+    whenShown(window, [&] { click(window, "Command2"); });
+    item("mnuAcquire").trigger();
+    peer.finish();
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_FALSE(window.isLoaded());
+    EXPECT_FALSE(window.MSComm1().PortOpen());
+    const QStringList files = namesIn(path("dat"));
+    ASSERT_EQ(files.size(), 1);
+    EXPECT_EQ(read(path("dat/") + files.front()), capture("square"));
+    EXPECT_EQ(path4(), path("dat/") + files.front());
+    EXPECT_EQ(model->FileKind, 4);
+    EXPECT_EQ(control<QLineEdit>(window, "Text1").text(), text("WAVE.bin"));
+    EXPECT_EQ(window.ReadTimeoutMs(), 10000);
+}
+
+TEST_F(ManualGet, ABitmapIsToldAndTheCaptureOnTheScreenStays) {
+    load();
+    link.stream = ScriptedLink::transfer("BM", 1);
+    FrmUSB& window = acquisition().usbWindow();
+    whenShown(window, [&] { click(window, "Command4"); });
+    item("mnuAcquire").trigger();
+    EXPECT_EQ(dialogs.messages,
+              QStringList{text("Receive file is Bmp file ,please use other software open it !")});
+    EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Information);
+    EXPECT_EQ(model->FileKind, 0);
+    EXPECT_EQ(path4(), QString());
+}
+
+TEST_F(ManualGet, AFailureOverUsbKeepsTheDialogForAnotherTry) {
+    load();
+    const QByteArray content = capture("sine");
+    link.stream = ScriptedLink::transfer(content);
+    link.failingRead = 3;
+    FrmUSB& window = acquisition().usbWindow();
+    whenShown(window, [&] {
+        click(window, "Command4");
+        EXPECT_TRUE(window.isVisible());
+        EXPECT_EQ(dialogs.messages.size(), 1);
+        link.failingRead = -1;
+        link.stream = ScriptedLink::transfer(content);
+        click(window, "Command4");
+    });
+    item("mnuAcquire").trigger();
+    EXPECT_EQ(model->FileKind, 4);
+    EXPECT_EQ(model->ChannelPresent[0], 1);
+}
+
+TEST_F(ManualGet, ACancelInMidTransferOverUsbEndsQuietlyAndKeepsTheCapture) {
+    load();
+    link.stream = ScriptedLink::transfer(QByteArray(64 * 100, 'x'));
+    FrmUSB& window = acquisition().usbWindow();
+    link.onRead = [&](int read) {
+        if (read == 20) {
+            QTimer::singleShot(0, &window, [&window] { click(window, "CancelButton"); });
+        }
+    };
+    whenShown(window, [&] { click(window, "Command4"); });
+    item("mnuAcquire").trigger();
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+    EXPECT_EQ(model->FileKind, 0);
+    EXPECT_TRUE(link.calls.contains(text("InitializeTt 1")));
+}
+
+TEST_F(ManualGet, ACancelInMidTransferOverSerialHidesAtOnceLowersTheTimeOutAndEndsWithTheTail) {
+    setIni("ComPort", "1");
+    load();
+    recFrm& window = acquisition().receiver();
+    peer.play([&window](PtyPeer& p) {
+        p.take(1);
+        p.send(BlockSender::block(0, QByteArray("w.bin\0" "9000\0", 11), 128, '\0'));
+        p.take(2);
+        p.pause(150); // until the read of the first data block is under way
+        QMetaObject::invokeMethod(&window, [&window] { click(window, "CancelButton"); }, Qt::BlockingQueuedConnection);
+        p.send("x"); // ends the read that was under way when the button was pressed
+        p.take(1);
+        p.take(10);
+    });
+    bool hiddenBeforeTheEnd = false;
+    whenShown(window, [&] {
+        click(window, "Command2");
+        hiddenBeforeTheEnd = !window.isVisible();
+    });
+    item("mnuAcquire").trigger();
+    peer.finish();
+    EXPECT_TRUE(hiddenBeforeTheEnd);
+    EXPECT_EQ(window.ReadTimeoutMs(), 10);
+    EXPECT_EQ(model->ReceiveResult, -1);
+    EXPECT_EQ(model->FileKind, 0);
+    EXPECT_EQ(peer.transcript().back(), PtyPeer::came("\x0F" "\x0F\x0F\x0F\x0F\x0F" "\x08\x08\x08\x08\x08"));
+}
+
+TEST_F(ManualGet, APortThatDoesNotOpenIsToldAndTheDialogStays) {
+    setIni("ComPort", "2");
+    load();
+    recFrm& window = acquisition().receiver();
+    bool stayed = false;
+    whenShown(window, [&] {
+        click(window, "Command2");
+        stayed = window.isVisible();
+        click(window, "CancelButton");
+    });
+    item("mnuAcquire").trigger();
+    EXPECT_TRUE(stayed);
+    EXPECT_EQ(dialogs.messages, QStringList{text("Device unavailable")});
+}
+
+TEST_F(ManualGet, TheWindowsFollowTheLanguageWhenTheyAreLoaded) {
+    for (const auto& [language, browse, start] :
+         {std::tuple("0", "浏览...", "开始"), std::tuple("1", "Browse...", "Start")}) {
+        setIni("Language", language);
+        setIni("ComPort", "1");
+        load();
+        recFrm& window = acquisition().receiver();
+        whenShown(window, [&, browseText = browse, startText = start] {
+            EXPECT_EQ(control<QPushButton>(window, "Command1").text(), text(browseText));
+            EXPECT_EQ(control<QPushButton>(window, "Command2").text(), text(startText));
+            window.close();
+        });
+        item("mnuAcquire").trigger();
+    }
+}
+
+TEST_F(ManualGet, WithoutLanguageFilesTheWindowsKeepTheCaptionsOfTheirDesign) {
+    removeLanguages();
+    load();
+    const auto captions = [](QWidget& window, const QStringList& names) {
+        QStringList found;
+        for (const QString& name : names) {
+            if (const auto* label = window.findChild<QLabel*>(name)) {
+                found << label->text();
+            } else {
+                found << control<QPushButton>(window, qPrintable(name)).text();
+            }
+        }
+        return found;
+    };
+    recFrm& serial = acquisition().receiver();
+    serial.load();
+    EXPECT_EQ(serial.windowTitle(), text("正在接收数据"));
+    EXPECT_EQ(captions(serial, {text("Label1"), text("Label2"), text("Command1"), text("Label3"), text("Label5"),
+                                text("Label4"), text("Command2"), text("CancelButton")}),
+              (QStringList{text("正在接收文件："), text("存储为："), text("浏览..."), text("数据包："), text("重试次数"),
+                           text("传输进度："), text("开始"), text("Cancel")}));
+    FrmUSB& usb = acquisition().usbWindow();
+    whenShown(usb, [&] {
+        EXPECT_EQ(usb.windowTitle(), text("USB Transmission "));
+        EXPECT_EQ(captions(usb, {text("Label1"), text("Label2"), text("Command1"), text("Label4"), text("Command4"),
+                                 text("CancelButton")}),
+                  (QStringList{text("正在接收文件："), text("存储为："), text("浏览..."), text("传输进度："), text("开 始"),
+                               text("Cancel")}));
+        click(usb, "CancelButton");
+    });
+    item("mnuAcquire").trigger();
+}
+
+TEST_F(ManualGet, BrowsingTakesAnExistingFileOnlyWhenTheUserAgrees) {
+    load();
+    FrmUSB& window = acquisition().usbWindow();
+    const QString chosen = path("vkq.ini");
+    whenShown(window, [&] {
+        const QString before = control<QLineEdit>(window, "Text2").text();
+        dialogs.files = {FileChoice{chosen, 1}, std::nullopt, FileChoice{path("new.bin"), 1}};
+        click(window, "Command1"); // the file exists, and the scripted answer is No
+        EXPECT_EQ(control<QLineEdit>(window, "Text2").text(), before);
+        EXPECT_EQ(dialogs.messages, QStringList{text("File Exist!  Do you want to continue ?")});
+        EXPECT_EQ(dialogs.fileRequests.front().filter, text("bin (*.bin)|*.bin"));
+        click(window, "Command1"); // cancelled
+        EXPECT_EQ(control<QLineEdit>(window, "Text2").text(), before);
+        click(window, "Command1");
+        EXPECT_EQ(control<QLineEdit>(window, "Text2").text(), path("new.bin"));
+        EXPECT_EQ(control<QLineEdit>(window, "Text1").text(), text("new.bin"));
+        click(window, "CancelButton");
+    });
+    item("mnuAcquire").trigger();
+    EXPECT_EQ(window.LastSaveDir(), QFileInfo(chosen).path());
+}
+
+TEST_F(ManualGet, TheUsbDialogStartsInTheFolderChosenLast) {
+    load();
+    ASSERT_TRUE(QDir().mkpath(path("mine")));
+    FrmUSB& window = acquisition().usbWindow();
+    whenShown(window, [&] {
+        dialogs.files = {FileChoice{path("mine/a.bin"), 1}};
+        click(window, "Command1");
+        EXPECT_EQ(dialogs.fileRequests.back().initialFolder, path("data"));
+        click(window, "CancelButton");
+    });
+    item("mnuAcquire").trigger();
+    whenShown(window, [&] {
+        const QString name = control<QLineEdit>(window, "Text1").text();
+        EXPECT_EQ(control<QLineEdit>(window, "Text2").text(), path("mine/") + name);
+        click(window, "Command1");
+        EXPECT_EQ(dialogs.fileRequests.back().initialFolder, path("mine"));
+        click(window, "CancelButton");
+    });
+    item("mnuAcquire").trigger();
+}
+
+TEST_F(ManualGet, BrowsingForASerialFileSetsThePathOnlyWithTheUsersConsent) {
+    setIni("ComPort", "1");
+    load();
+    recFrm& window = acquisition().receiver();
+    const QString existing = path("vkq.ini");
+    whenShown(window, [&] {
+        const QLineEdit& field = control<QLineEdit>(window, "Text2");
+        const QString before = field.text();
+        dialogs.files = {std::nullopt, FileChoice{existing, 1}, FileChoice{existing, 1}, FileChoice{path("new.bin"), 1}};
+        dialogs.answers = {Answer::No, Answer::Yes};
+        click(window, "Command1"); // cancelled
+        EXPECT_EQ(field.text(), before);
+        EXPECT_EQ(dialogs.fileRequests.front().fileName, before);
+        EXPECT_EQ(dialogs.fileRequests.front().filter, text("bin (*.bin)|*.bin"));
+        click(window, "Command1"); // answered with No
+        EXPECT_EQ(field.text(), before);
+        EXPECT_EQ(model->ReceivedFile, existing);
+        EXPECT_EQ(dialogs.messages, QStringList{text("File Exist!  Do you want to continue ?")});
+        EXPECT_EQ(dialogs.titles, QStringList{text("Message")});
+        EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Exclamation);
+        click(window, "Command1"); // answered with Yes
+        EXPECT_EQ(field.text(), existing);
+        click(window, "Command1"); // nothing to ask
+        EXPECT_EQ(field.text(), path("new.bin"));
+        EXPECT_EQ(dialogs.messages.size(), 2);
+        click(window, "CancelButton");
+    });
+    item("mnuAcquire").trigger();
+}
+
+TEST_F(ManualGet, TheEndOfASerialTransferIsWrittenToTheMessageWindowWhichStaysOutOfSight) {
+    setIni("ComPort", "1");
+    load();
+    const auto told = [this] { return form->messageOut().Label1().text(); };
+    recFrm& window = acquisition().receiver();
+    serve({capture("square")});
+    whenShown(window, [&] { click(window, "Command2"); });
+    item("mnuAcquire").trigger();
+    peer.finish();
+    EXPECT_EQ(told(), text("接收成功!"));
+
+    peer.play([](PtyPeer& p) { // an end at once: no data, no success
+        p.take(1);
+        p.send("\x04");
+        p.take(2);
+        p.send("\x01");
+        p.take(1);
+    });
+    whenShown(window, [&] { click(window, "Command2"); });
+    item("mnuAcquire").trigger();
+    peer.finish();
+    EXPECT_EQ(told(), text("接收失败!"));
+
+    peer.play([&window](PtyPeer& p) {
+        p.take(1);
+        QMetaObject::invokeMethod(&window, [&window] { click(window, "CancelButton"); }, Qt::BlockingQueuedConnection);
+        p.send("x");
+        p.take(11);
+    });
+    whenShown(window, [&] { click(window, "Command2"); });
+    item("mnuAcquire").trigger();
+    peer.finish();
+    EXPECT_EQ(told(), text("用户中断"));
+    EXPECT_FALSE(form->messageOut().isVisible());
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+}
+
+TEST_F(ManualGet, AResultThatTimedFetchesLeftIsTakenUpByTheSerialWindowAndNotByTheUsbOne) {
+    setIni("ComPort", "1");
+    load();
+    const QString fetched = path("fetched.bin");
+    QFile file(fetched);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(capture("sine"));
+    file.close();
+    model->ReceivedFile = fetched;
+    model->ReceiveResult = 1024;
+    recFrm& window = acquisition().receiver();
+    whenShown(window, [&] { click(window, "CancelButton"); });
+    item("mnuAcquire").trigger();
+    EXPECT_EQ(path4(), fetched);
+    EXPECT_EQ(model->FileKind, 4);
+    EXPECT_EQ(model->ReceiveResult, 0);
+
+    setIni("ComPort", "0");
+    model->FileKind = 0;
+    model->ReceiveResult = 1024;
+    FrmUSB& usb = acquisition().usbWindow();
+    whenShown(usb, [&] { click(usb, "CancelButton"); });
+    item("mnuAcquire").trigger();
+    EXPECT_EQ(model->FileKind, 0);
+}
+
+TEST_F(ManualGet, AGetThatBroughtNothingLoadsNothing) {
+    setIni("ComPort", "1");
+    load();
+    model->ReceiveResult = 0;
+    model->ReceivedFile = path("older.bin");
+    recFrm& window = acquisition().receiver();
+    whenShown(window, [&] { click(window, "CancelButton"); });
+    item("mnuAcquire").trigger();
+    EXPECT_EQ(path4(), QString());
+    EXPECT_FALSE(QFile::exists(path("older.bin")));
+}
+
+} // namespace

@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: MIT
+#include "acquire/acquirefixture.h"
+
+#include "platform/listcombo.h"
+
+using namespace sixtrace;
+
+namespace {
+
+class PortSettings : public AcquireTest {
+protected:
+    /// Opens the settings and works on them.
+    void show(std::function<void(frmComSet&)> work) {
+        QTimer::singleShot(30, form.get(), [work] {
+            auto* window = dynamic_cast<frmComSet*>(QApplication::activeModalWidget());
+            ASSERT_NE(window, nullptr);
+            work(*window);
+            window->hide();
+        });
+        item("mnuComSet").trigger();
+    }
+    [[nodiscard]] QString stored(const char* key) const {
+        return readProfile(text("Common"), text(key), text("(none)"), path("vkq.ini"));
+    }
+};
+
+TEST_F(PortSettings, ListUsbAndThePortsFoundAndAlwaysOpenOnTheLineDefaults) {
+    setIni("MSCommSettings", "9600,O,7,2");
+    setIni("ComPort", "1");
+    load();
+    show([](frmComSet& window) {
+        const ListCombo& ports = control<ListCombo>(window, "Combo1");
+        EXPECT_EQ(ports.ListCount(), 2);
+        EXPECT_EQ(ports.List(0), text("USB"));
+        EXPECT_EQ(ports.List(1), text("COM3"));
+        EXPECT_EQ(ports.ListIndex(), 1);
+        EXPECT_TRUE(control<QWidget>(window, "Frame1").isEnabled());
+        EXPECT_EQ(control<ListCombo>(window, "Combo2").Text(), text("115200"));
+        EXPECT_EQ(control<ListCombo>(window, "Combo3").Text(), text("8"));
+        EXPECT_EQ(control<ListCombo>(window, "Combo4").Text(), text("无"));
+        EXPECT_EQ(control<ListCombo>(window, "Combo5").Text(), text("1"));
+    });
+    EXPECT_EQ(model->ComSetText, text("9600,O,7,2"));
+}
+
+TEST_F(PortSettings, HasItsListsAndTheCaptionsOfItsDesignWhereNoLanguageFileSaysOtherwise) {
+    removeLanguages();
+    load();
+    show([](frmComSet& window) {
+        EXPECT_TRUE(window.isModal());
+        EXPECT_EQ(window.windowTitle(), text("端口设置"));
+        const auto entries = [&window](const char* name) {
+            const ListCombo& list = control<ListCombo>(window, name);
+            QStringList found;
+            for (int i = 0; i < list.ListCount(); ++i) {
+                found << list.List(i);
+            }
+            return found;
+        };
+        EXPECT_EQ(entries("Combo2"), (QStringList{text("9600"), text("19200"), text("38400"), text("57600"), text("115200")}));
+        EXPECT_EQ(entries("Combo3"), (QStringList{text("5"), text("6"), text("7"), text("8")}));
+        EXPECT_EQ(entries("Combo4"), (QStringList{text("奇"), text("偶"), text("无")}));
+        EXPECT_EQ(entries("Combo5"), (QStringList{text("1"), text("2")}));
+        const std::array<std::pair<const char*, const char*>, 5> labels{{{"Label1", "选择通讯口："},
+                                                                         {"Label2", "数据位(D):"},
+                                                                         {"Label3", "奇偶校验(P):"},
+                                                                         {"Label4", "每秒位数(B):"},
+                                                                         {"Label5", "停止位(S):"}}};
+        for (const auto& [name, caption] : labels) {
+            EXPECT_EQ(control<QLabel>(window, name).text(), text(caption)) << name;
+        }
+        EXPECT_EQ(control<QPushButton>(window, "CmdSet").text(), text("确定"));
+        EXPECT_EQ(control<QPushButton>(window, "CmdCancel").text(), text("取消"));
+        EXPECT_EQ(control<QPushButton>(window, "Command1").text(), text("默认"));
+    });
+}
+
+TEST_F(PortSettings, TheParityLettersStandOnePlaceOffTheWords) {
+    load();
+    const std::array<const char*, 3> letters{"115200,N,8,1", "115200,O,8,1", "115200,E,8,1"};
+    for (int parity = 0; parity < 3; ++parity) {
+        show([parity](frmComSet& window) {
+            control<ListCombo>(window, "Combo4").setListIndex(parity);
+            click(window, "CmdSet");
+        });
+        EXPECT_EQ(stored("MSCommSettings"), text(letters[static_cast<std::size_t>(parity)]));
+    }
+}
+
+TEST_F(PortSettings, WithUsbNoPortIsOpenedAndTheTextIsStillBuiltAndStored) {
+    load();
+    show([](frmComSet& window) {
+        EXPECT_FALSE(control<QWidget>(window, "Frame1").isEnabled());
+        click(window, "CmdSet");
+        EXPECT_FALSE(window.isVisible());
+    });
+    EXPECT_EQ(stored("MSCommSettings"), text("115200,E,8,1"));
+    EXPECT_EQ(stored("ComPort"), text("0"));
+}
+
+TEST_F(PortSettings, APortThatOpensIsStoredByItsIndex) {
+    load();
+    show([](frmComSet& window) {
+        control<ListCombo>(window, "Combo1").setListIndex(1);
+        EXPECT_TRUE(control<QWidget>(window, "Frame1").isEnabled());
+        click(window, "CmdSet");
+    });
+    EXPECT_EQ(stored("ComPort"), text("1"));
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+    EXPECT_FALSE(acquisition().receiver().MSComm1().PortOpen());
+}
+
+TEST_F(PortSettings, APortThatDoesNotOpenIsToldTheDialogStaysAndNothingIsWritten) {
+    load();
+    show([this](frmComSet& window) {
+        control<ListCombo>(window, "Combo1").setListIndex(1);
+        hasPort = false;
+        click(window, "CmdSet");
+        EXPECT_TRUE(window.isVisible());
+    });
+    EXPECT_EQ(dialogs.messages, QStringList{text("Device unavailable")});
+    EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Exclamation);
+    EXPECT_EQ(stored("MSCommSettings"), text("(none)"));
+    EXPECT_EQ(stored("ComPort"), text("(none)"));
+}
+
+TEST_F(PortSettings, WithoutAnySerialPortTheListHoldsUsbAloneAndAStoredPortFallsToAnIndexThatDoesNotExist) {
+    hasPort = false;
+    setIni("ComPort", "4");
+    load();
+    show([this](frmComSet& window) {
+        EXPECT_EQ(control<ListCombo>(window, "Combo1").ListCount(), 1);
+        EXPECT_EQ(control<ListCombo>(window, "Combo1").ListIndex(), -1);
+        EXPECT_EQ(model->ComPort, 1);
+    });
+    EXPECT_EQ(stored("ComPort"), text("4"));
+}
+
+TEST_F(PortSettings, AStoredValueAboveTheNumberOfPortsIsReplacedInMemoryAndWrittenOnlyOnConfirming) {
+    setIni("ComPort", "9");
+    load();
+    show([this](frmComSet& window) {
+        EXPECT_EQ(model->ComPort, 1);
+        click(window, "CmdCancel");
+    });
+    EXPECT_EQ(stored("ComPort"), text("9"));
+    show([](frmComSet& window) { click(window, "CmdSet"); });
+    EXPECT_EQ(stored("ComPort"), text("1"));
+}
+
+TEST_F(PortSettings, APortThatDisappearsShiftsTheMeaningOfAStoredIndex) {
+    setIni("ComPort", "1");
+    hasOther = true;
+    load();
+    show([](frmComSet& window) {
+        EXPECT_EQ(control<ListCombo>(window, "Combo1").ListCount(), 3);
+        EXPECT_EQ(control<ListCombo>(window, "Combo1").Text(), text("COM3"));
+        EXPECT_EQ(control<ListCombo>(window, "Combo1").List(2), text("COM5"));
+    });
+    hasPort = false;
+    show([](frmComSet& window) {
+        EXPECT_EQ(control<ListCombo>(window, "Combo1").ListCount(), 2);
+        EXPECT_EQ(control<ListCombo>(window, "Combo1").Text(), text("COM5"));
+    });
+}
+
+TEST_F(PortSettings, DefaultChoosesUsbAndTheLineDefaults) {
+    setIni("ComPort", "1");
+    load();
+    show([](frmComSet& window) {
+        control<ListCombo>(window, "Combo2").setListIndex(0);
+        click(window, "Command1");
+        EXPECT_EQ(control<ListCombo>(window, "Combo1").ListIndex(), 0);
+        EXPECT_EQ(control<ListCombo>(window, "Combo2").ListIndex(), 4);
+        EXPECT_FALSE(control<QWidget>(window, "Frame1").isEnabled());
+    });
+}
+
+} // namespace
