@@ -72,7 +72,7 @@ protected:
         ASSERT_TRUE(QDir(folder.path()).mkdir(text("got")));
         const QString target = path(text("got/one.bin"));
         const QStringList arguments =
-            QStringList{text("fetch"), text("-o"), target, text("--timeout"), text("0.3")} + link;
+            QStringList{text("fetch"), text("-o"), target, text("--timeout"), text("2")} + link;
         // Each fetch brings the next capture, whoever saw the one before.
         QSet<QByteArray> captures;
         for (std::uint32_t seed = 1; seed <= 3 * kKills; ++seed) {
