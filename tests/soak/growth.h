@@ -42,25 +42,31 @@ private:
 };
 
 /// Does `round` (given its number) so many times behind a warm-up, in which caches fill, and expects that nothing has
-/// grown: not by two bytes a round where the rounds are many.
+/// grown: not by two bytes a round where the rounds are many. Events go out now and then, since Qt keeps the room that
+/// waiting ones once took.
 template<typename Round>
 void expectNoGrowth(const char* what, int rounds, Round round) {
     constexpr qint64 kSlack = 16 * 1024;
-    const int warmUp = rounds / 10;
-    for (int i = 0; i < warmUp; ++i) {
+    const auto goRound = [&round](int i) {
         round(i);
+        if (i % 100 == 99) {
+            QCoreApplication::processEvents();
+        }
+    };
+    for (int i = 0; i < rounds / 10; ++i) {
+        goRound(i);
     }
     const Holdings before = Holdings::now();
     for (int i = 0; i < rounds; ++i) {
-        round(i);
+        goRound(i);
     }
     const Holdings after = Holdings::now();
     std::cout << "[  SOAK    ] " << what << ": " << rounds << " rounds, " << after.bytes - before.bytes << " bytes of "
               << before.bytes << ", " << after.handles - before.handles << " handles of " << before.handles << ", "
               << after.widgets - before.widgets << " widgets of " << before.widgets << '\n';
     EXPECT_LE(after.bytes, before.bytes + kSlack) << what;
-    EXPECT_EQ(after.handles, before.handles) << what;
-    EXPECT_EQ(after.widgets, before.widgets) << what;
+    EXPECT_LE(after.handles, before.handles) << what;
+    EXPECT_LE(after.widgets, before.widgets) << what;
 }
 
 } // namespace sixtrace::test
