@@ -23,7 +23,9 @@ constexpr int kLockPatienceMs = 3000;
 constexpr int kLockOrphanedMs = 500;
 const QByteArray kByteOrderMark = QByteArrayLiteral("\xEF\xBB\xBF");
 
-bool sameName(const QString& a, const QString& b) { return a.compare(b, Qt::CaseInsensitive) == 0; }
+bool sameName(const QString& a, const QString& b) {
+    return a.compare(b, Qt::CaseInsensitive) == 0;
+}
 
 /// The name in a line "[name]", or nothing.
 std::optional<QString> sectionOf(const QString& line) {
@@ -181,7 +183,7 @@ Outcome writeProfile(const QString& section, const QString& key, const QString& 
     lock.setStaleLockTime(kLockOrphanedMs);
     if (!lock.tryLock(kLockPatienceMs)) {
         return RuntimeError::of(lock.error() == QLockFile::PermissionError ? ErrorNumber::PermissionDenied
-                                                                          : ErrorNumber::PathAccess);
+                                                                           : ErrorNumber::PathAccess);
     }
     QByteArray content;
     if (QFileInfo::exists(file)) {
@@ -194,7 +196,8 @@ Outcome writeProfile(const QString& section, const QString& key, const QString& 
     const QByteArray mark = content.startsWith(kByteOrderMark) ? kByteOrderMark : QByteArray();
     const QByteArray lineEnd = content.contains("\r\n") ? QByteArrayLiteral("\r") : QByteArray();
     QString line = value;
-    std::replace_if(line.begin(), line.end(), [](QChar c) { return c == u'\n' || c == u'\r' || c.isNull(); }, u' ');
+    std::replace_if(
+        line.begin(), line.end(), [](QChar c) { return c == u'\n' || c == u'\r' || c.isNull(); }, u' ');
 
     QList<QByteArray> lines = linesOf(content);
     setKey(lines, section, key, key.toUtf8() + '=' + line.toUtf8(), lineEnd);

@@ -13,6 +13,13 @@
 
 #include <stdexcept>
 
+#if defined(__SANITIZE_ADDRESS__)
+/// Ten thousand rounds are to take seconds: freed memory is reused soon, and its origin is kept short.
+extern "C" const char* __asan_default_options() {
+    return "malloc_context_size=3:quarantine_size_mb=4:thread_local_quarantine_size_kb=64";
+}
+#endif
+
 namespace sixtrace {
 namespace {
 
@@ -39,12 +46,13 @@ protected:
         write(text("six.bin"), smallCapture(6));
         write(text("none.bin"), "no capture");
         form = std::make_unique<FrmCom>(
-            *model, FrmComSurroundings{.dialogs = dialogs,
-                                       .applicationFolder = [this] { return path(text(".")); },
-                                       .endProcess = [] {},
-                                       .acquisition = {.usb = &link,
-                                                       .locatePort = [](int) { return QString(); },
-                                                       .autoGetFile = [this] { return Result<QString>(path(text("AutoGet.bin"))); }}});
+            *model, FrmComSurroundings{
+                        .dialogs = dialogs,
+                        .applicationFolder = [this] { return path(text(".")); },
+                        .endProcess = [] {},
+                        .acquisition = {.usb = &link,
+                                        .locatePort = [](int) { return QString(); },
+                                        .autoGetFile = [this] { return Result<QString>(path(text("AutoGet.bin"))); }}});
         form->show();
     }
     /// The notes of the doubles are no growth of the program.

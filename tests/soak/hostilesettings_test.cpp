@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The settings file in the hands of others: whatever stands in its place, the program starts, with defaults where nothing
-// can be read, and says nothing.
+// The settings file in the hands of others: whatever stands in its place, the program starts, with defaults where
+// nothing can be read, and says nothing.
 #include "platform/profilefile.h"
 #include "shell/frmcomfixture.h"
 #include "support/hardships.h"

@@ -23,7 +23,8 @@ namespace sixtrace::test {
 /// How often each kind of work is killed.
 inline constexpr int kKills = 100;
 
-/// Moments for a kill: spread evenly over more than twice the time that the work takes, the same at every run of the test.
+/// Moments for a kill: spread evenly over more than twice the time that the work takes, the same at every run of the
+/// test.
 class Moments {
 public:
     explicit Moments(std::chrono::microseconds work)
@@ -81,8 +82,7 @@ inline QByteArray contentOf(const QString& path) {
 
 /// Everything in a folder, whatever it is, but the names that belong there.
 inline QStringList leftovers(const QString& folder, const QStringList& known) {
-    QStringList names =
-        QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    QStringList names = QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     for (const QString& name : known) {
         names.removeAll(name);
     }

@@ -53,8 +53,8 @@ protected:
             process.waitForFinished();
             return {};
         }
-        return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-                process.readAllStandardOutput(), process.readAllStandardError()};
+        return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1, process.readAllStandardOutput(),
+                process.readAllStandardError()};
     }
     [[nodiscard]] QStringList everything() const { return leftovers(folder.path(), {}); }
     void serve() {
@@ -71,12 +71,10 @@ protected:
 
     QTemporaryDir folder;
     QProcess instrument;
-    const QList<QStringList> writers{{text("table"), text("capture.bin"), text("t.txt")},
-                                     {text("table"), text("capture.bin"), text("t.csv")},
-                                     {text("table"), text("capture.bin"), text("t.xls")},
-                                     {text("table"), text("capture.bin"), text("t.xlsx")},
-                                     {text("screen"), text("capture.bin"), text("t.png")},
-                                     {text("page"), text("capture.bin"), text("t.pdf")}};
+    const QList<QStringList> writers{
+        {text("table"), text("capture.bin"), text("t.txt")},  {text("table"), text("capture.bin"), text("t.csv")},
+        {text("table"), text("capture.bin"), text("t.xls")},  {text("table"), text("capture.bin"), text("t.xlsx")},
+        {text("screen"), text("capture.bin"), text("t.png")}, {text("page"), text("capture.bin"), text("t.pdf")}};
 };
 
 TEST_F(CompanionHardships, AFullDiskIsToldByEveryWriter) {
@@ -97,8 +95,8 @@ TEST_F(CompanionHardships, AFullDiskIsToldByEveryWriter) {
 }
 
 TEST_F(CompanionHardships, AFolderThatCannotBeWrittenIsToldByEveryWriter) {
-    const auto readable = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther | QFile::ExeOwner | QFile::ExeGroup |
-                          QFile::ExeOther;
+    const auto readable =
+        QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther;
     ASSERT_TRUE(QDir(folder.path()).mkdir(text("locked")));
     for (const QString& each : {path(text("kqx")), path(text("locked")), folder.path()}) {
         ASSERT_TRUE(QFile::setPermissions(each, readable));
@@ -140,8 +138,9 @@ TEST_F(CompanionHardships, AFetchOntoAFullDiskFailsAndTheOldFileStands) {
 
 TEST_F(CompanionHardships, WhatCannotBePrintedIsNoSuccess) {
     for (const QStringList& command :
-         {QStringList{text("info"), text("capture.bin")}, QStringList{text("info"), text("--json"), text("capture.bin")},
-          QStringList{text("--version")}, QStringList{text("help")}, QStringList{text("table"), text("--help")}}) {
+         {QStringList{text("info"), text("capture.bin")},
+          QStringList{text("info"), text("--json"), text("capture.bin")}, QStringList{text("--version")},
+          QStringList{text("help")}, QStringList{text("table"), text("--help")}}) {
         const Ran ran = kqx(command, text("/dev/full"));
         EXPECT_EQ(ran.exitCode, 1) << command.first().toStdString();
         EXPECT_TRUE(ran.err.contains("output cannot be written")) << ran.err.toStdString();

@@ -105,7 +105,9 @@ TEST_F(ProgramKills, LeaveAFileFetchedOverTheSerialLineOldOrNew) {
     killFetching("fetch --serial", {text("--serial"), path(text("line"))}, {});
 }
 
-TEST_F(ProgramKills, LeaveAFileFetchedOverUsbOldOrNew) { killFetching("fetch --usb", {text("--usb")}, QByteArray(1, '\0')); }
+TEST_F(ProgramKills, LeaveAFileFetchedOverUsbOldOrNew) {
+    killFetching("fetch --usb", {text("--usb")}, QByteArray(1, '\0'));
+}
 
 TEST_F(ProgramKills, LeaveWhatTheCompanionWritesOldOrNew) {
     bring({text("kqx"), text("English.Lan")});
@@ -139,6 +141,7 @@ TEST_F(ProgramKills, LeaveWhatTheCompanionWritesOldOrNew) {
 
 // The program writes its language at every start.
 TEST_F(ProgramKills, LeaveTheSettingsWholeAndTheProgramStarts) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
     bring({text("sixtrace"), text("English.Lan"), text("ChineseS.Lan")});
     const QByteArray mine("; mine\n[LineColor]\n0=255\n");
     constexpr int kStarts = 20;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The receivers of the program itself, which write into the file under its final name: a killed transfer leaves what had
-// come, and behind it the tail of a longer file, never anything else.
+// The receivers of the program itself, which write into the file under its final name: a killed transfer leaves what
+// had come, and behind it the tail of a longer file, never anything else.
 #include "acquire/receivefixture.h"
 #include "acquire/scriptedlink.h"
 #include "acquire/usbexchange.h"

@@ -66,8 +66,8 @@ protected:
     }
 
     QTemporaryDir folder;
-    QTemporaryDir workshop;            ///< for what a save makes elsewhere
-    QStringList known{text("kept")};   ///< what belongs into the folder
+    QTemporaryDir workshop;          ///< for what a save makes elsewhere
+    QStringList known{text("kept")}; ///< what belongs into the folder
 };
 
 // What these tests are worth: the same kills catch a writer that cuts the old file and writes into it.
@@ -91,9 +91,8 @@ TEST_F(SaveKills, CatchACarelessWriter) {
 TEST_F(SaveKills, LeaveATextTableOldOrNew) {
     const Sheet even(1);
     const Sheet odd(2);
-    killSaving("text table", [&](int pass) {
-        static_cast<void>(SaveTextTable((pass % 2 == 0 ? even : odd).what, path()).ok());
-    });
+    killSaving("text table",
+               [&](int pass) { static_cast<void>(SaveTextTable((pass % 2 == 0 ? even : odd).what, path()).ok()); });
 }
 
 TEST_F(SaveKills, LeaveAnXlsWorkbookOldOrNew) {
@@ -103,9 +102,8 @@ TEST_F(SaveKills, LeaveAnXlsWorkbookOldOrNew) {
     known.append(text("kept.xls"));
     ASSERT_TRUE(QFile::link(path(), sheet)); // the name says the kind
     ASSERT_TRUE(writeWhole(path(), "old"));
-    killSaving("workbook .xls", [&](int pass) {
-        static_cast<void>(SaveExcelTable((pass % 2 == 0 ? even : odd).what, sheet).ok());
-    });
+    killSaving("workbook .xls",
+               [&](int pass) { static_cast<void>(SaveExcelTable((pass % 2 == 0 ? even : odd).what, sheet).ok()); });
 }
 
 /// A zip archive whose directory stands where its end says, and which ends there. (It bears the time, so that no two

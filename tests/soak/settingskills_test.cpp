@@ -33,7 +33,9 @@ protected:
 };
 
 /// Long enough that a write takes many bytes, and different in every byte from one pass to the next.
-QByteArray valueOf(int pass) { return QByteArray(20'000, static_cast<char>('a' + pass % 26)); }
+QByteArray valueOf(int pass) {
+    return QByteArray(20'000, static_cast<char>('a' + pass % 26));
+}
 
 TEST_F(SettingsKills, KeepEveryOtherKeyAndOneOfTheTwoValues) {
     put(path(), kBefore + valueOf(0) + kBehind);
