@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <memory>
 #include <string_view>
 
@@ -91,11 +92,11 @@ std::optional<int> parse(QCommandLineParser& parser, const QString& command, con
 
 } // namespace sixtrace::kqx
 
-int main(int argc, char** argv) {
-    using namespace sixtrace::kqx;
-    const auto application = makeApplication(argc, argv);
-    QCoreApplication::setApplicationVersion(QStringLiteral(SIXTRACE_VERSION));
-    QStringList arguments = QCoreApplication::arguments().mid(1);
+namespace sixtrace::kqx {
+
+namespace {
+
+int run(QStringList arguments) {
     if (arguments.isEmpty()) {
         return fail(WrongUse, QStringLiteral("no command given\n") + overview());
     }
@@ -114,4 +115,23 @@ int main(int argc, char** argv) {
         }
     }
     return fail(WrongUse, QStringLiteral("unknown command \"%1\"\n").arg(name) + overview());
+}
+
+/// The code to end with, once it is known whether all that was printed has gone out.
+int afterPrinting(int code) {
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+        return fail(Failed, QStringLiteral("the output cannot be written"));
+    }
+    return code;
+}
+
+} // namespace
+
+} // namespace sixtrace::kqx
+
+int main(int argc, char** argv) {
+    using namespace sixtrace::kqx;
+    const auto application = makeApplication(argc, argv);
+    QCoreApplication::setApplicationVersion(QStringLiteral(SIXTRACE_VERSION));
+    return afterPrinting(run(QCoreApplication::arguments().mid(1)));
 }

@@ -18,9 +18,14 @@ namespace {
 constexpr qint64 kReadLimit = 1024 * 1024;
 constexpr qint64 kWriteLimit = 16 * 1024 * 1024;
 constexpr int kLockPatienceMs = 3000;
+/// A lock that names no living process is left by one that was killed. A holder who lives is not robbed, however long
+/// he takes: the system's own lock on the file goes with him, and without it nobody takes the file away.
+constexpr int kLockOrphanedMs = 500;
 const QByteArray kByteOrderMark = QByteArrayLiteral("\xEF\xBB\xBF");
 
-bool sameName(const QString& a, const QString& b) { return a.compare(b, Qt::CaseInsensitive) == 0; }
+bool sameName(const QString& a, const QString& b) {
+    return a.compare(b, Qt::CaseInsensitive) == 0;
+}
 
 /// The name in a line "[name]", or nothing.
 std::optional<QString> sectionOf(const QString& line) {
@@ -72,7 +77,9 @@ std::optional<QByteArray> contentOf(const QString& path, qint64 limit) {
     if (!file.open(QIODevice::ReadOnly)) {
         return std::nullopt;
     }
-    return file.read(limit);
+    const QByteArray content = file.read(limit);
+    // What a failing disk gives is not the whole; writing it back would lose the rest.
+    return file.error() == QFileDevice::NoError ? std::optional(content) : std::nullopt;
 }
 
 /// A line of `key` with `value`, in place of the old one or behind the last line of its section.
@@ -173,9 +180,10 @@ QString GetIniString(const QString& section, const QString& key, const QString& 
 Outcome writeProfile(const QString& section, const QString& key, const QString& value, const QString& path) {
     const QString file = behindLinks(path);
     QLockFile lock(file + QStringLiteral(".lock"));
+    lock.setStaleLockTime(kLockOrphanedMs);
     if (!lock.tryLock(kLockPatienceMs)) {
         return RuntimeError::of(lock.error() == QLockFile::PermissionError ? ErrorNumber::PermissionDenied
-                                                                          : ErrorNumber::PathAccess);
+                                                                           : ErrorNumber::PathAccess);
     }
     QByteArray content;
     if (QFileInfo::exists(file)) {
@@ -188,7 +196,8 @@ Outcome writeProfile(const QString& section, const QString& key, const QString& 
     const QByteArray mark = content.startsWith(kByteOrderMark) ? kByteOrderMark : QByteArray();
     const QByteArray lineEnd = content.contains("\r\n") ? QByteArrayLiteral("\r") : QByteArray();
     QString line = value;
-    std::replace_if(line.begin(), line.end(), [](QChar c) { return c == u'\n' || c == u'\r' || c.isNull(); }, u' ');
+    std::replace_if(
+        line.begin(), line.end(), [](QChar c) { return c == u'\n' || c == u'\r' || c.isNull(); }, u' ');
 
     QList<QByteArray> lines = linesOf(content);
     setKey(lines, section, key, key.toUtf8() + '=' + line.toUtf8(), lineEnd);

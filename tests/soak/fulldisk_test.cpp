@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+// The receivers on a disk that is full: they say so, and keep what was written.
+#include "acquire/receivefixture.h"
+#include "acquire/scriptedlink.h"
+#include "acquire/usbexchange.h"
+#include "support/hardships.h"
+#include "support/scripteddialogs.h"
+#include "support/strings.h"
+
+namespace sixtrace {
+namespace {
+
+using test::SmallDisk;
+
+class FullDisk : public ReceiveFixture {};
+
+TEST_F(FullDisk, EndsASerialTransferWithItsErrorAndTheFileAsFarAsItFits) {
+    const QByteArray content = pattern(5000);
+    for (const rlim_t room : {rlim_t{0}, rlim_t{100}, rlim_t{1024}, rlim_t{1500}, rlim_t{4999}}) {
+        QFile::remove(path(text("got.bin")));
+        BlockSender sender("WAVE.bin", content, {});
+        connect(sender);
+        port.waiting.clear();
+        const Result<std::int32_t> result = [&] {
+            const SmallDisk disk(room);
+            return receive.YModemReceive();
+        }();
+        ASSERT_FALSE(result.ok()) << room;
+        EXPECT_EQ(result.error().code(), 61) << room;
+        EXPECT_EQ(stored(), content.first(static_cast<qsizetype>(room))) << room;
+    }
+    expectCleanTransferWorks();
+}
+
+TEST_F(FullDisk, EndsAUsbTransferWithItsErrorAndTheLinkClosed) {
+    const QByteArray content = pattern(5000);
+    ScriptedLink link;
+    ScriptedDialogs dialogs;
+    model->LanguageId = 1;
+    model->ReceiveResult = 0;
+    link.stream = ScriptedLink::transfer(content);
+    {
+        const SmallDisk disk(2000);
+        EXPECT_EQ(getfromUSB(link, dialogs, *model, path(text("got.bin"))), AutoUsbEnding::Failed);
+    }
+    ASSERT_EQ(dialogs.messages.size(), 1);
+    EXPECT_EQ(dialogs.messages.first(), text("错误代码:61    Disk full"));
+    EXPECT_EQ(link.calls.last(), text("closeTt 1"));
+    EXPECT_EQ(model->ReceiveResult, 0);
+    EXPECT_EQ(stored(), content.first(2000));
+    link.stream = ScriptedLink::transfer(content);
+    EXPECT_EQ(getfromUSB(link, dialogs, *model, path(text("got.bin"))), AutoUsbEnding::Done);
+    EXPECT_EQ(stored(), content + '\0');
+}
+
+} // namespace
+} // namespace sixtrace

@@ -1,0 +1,197 @@
+// SPDX-License-Identifier: MIT
+// The settings file in the hands of others: whatever stands in its place, the program starts, with defaults where
+// nothing can be read, and says nothing.
+#include "platform/profilefile.h"
+#include "shell/frmcomfixture.h"
+#include "support/hardships.h"
+#include "support/strings.h"
+#include "view/defaults.h"
+
+#include <QLockFile>
+
+#include <array>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace sixtrace {
+namespace {
+
+constexpr Colour kMyColour = 0x00123456;
+
+class HostileSettings : public FrmComTest {
+protected:
+    void SetUp() override {
+        FrmComTest::SetUp();
+        installLanguages();
+        write(text("vkq.ini"), "[Common]\nLanguage=1\nDrawLine=False\nDrawPoint=True\n[LineColor]\n0=1193046\n");
+        before = read(text("vkq.ini"));
+    }
+    void remove() const { ASSERT_TRUE(QFile::remove(iniFile())); }
+    void expectDefaults() {
+        load();
+        form->show();
+        EXPECT_EQ(model->LineColor[0], defaults::kLineColor[0]);
+        EXPECT_EQ(model->LanguageId, 0);
+        EXPECT_TRUE(item("mnuLine").isChecked());
+        expectSilentWork();
+    }
+    void expectMine() {
+        load();
+        form->show();
+        EXPECT_EQ(model->LineColor[0], kMyColour);
+        EXPECT_EQ(model->LanguageId, 1);
+        EXPECT_FALSE(item("mnuLine").isChecked());
+        expectSilentWork();
+    }
+    /// Commands that write settings do what they do on the screen, with or without the file.
+    void expectSilentWork() {
+        item("mnuEnglish").trigger();
+        EXPECT_EQ(model->LanguageId, 1);
+        item("mnuPoint").trigger();
+        EXPECT_FALSE(item("mnuLine").isChecked());
+        item("mnuLine").trigger();
+        EXPECT_TRUE(item("mnuLine").isChecked());
+        EXPECT_TRUE(dialogs.messages.isEmpty()) << dialogs.messages.join(u'|').toStdString();
+    }
+    [[nodiscard]] QStringList besideIt() const {
+        return QDir(path(text("."))).entryList({text("vkq.ini?*")}, QDir::AllEntries | QDir::Hidden | QDir::System);
+    }
+
+    QByteArray before;
+};
+
+TEST_F(HostileSettings, WithTheFileAsItIsTheProgramTakesIt) {
+    expectMine();
+    EXPECT_TRUE(read(text("vkq.ini")).contains("DrawLine=True")) << "and keeps what is chosen";
+    EXPECT_TRUE(read(text("vkq.ini")).contains("0=1193046"));
+}
+
+TEST_F(HostileSettings, AFolderInItsPlaceMeansDefaults) {
+    remove();
+    ASSERT_TRUE(QDir().mkdir(iniFile()));
+    expectDefaults();
+    EXPECT_TRUE(QFileInfo(iniFile()).isDir());
+    EXPECT_TRUE(besideIt().isEmpty());
+}
+
+TEST_F(HostileSettings, APipeInItsPlaceMeansDefaultsAndNobodyWaits) {
+    remove();
+    ASSERT_EQ(::mkfifo(iniFile().toLocal8Bit().constData(), 0666), 0);
+    expectDefaults();
+    EXPECT_FALSE(QFileInfo(iniFile()).isFile());
+}
+
+TEST_F(HostileSettings, ALinkIsFollowedAndStays) {
+    ASSERT_TRUE(QFile::rename(iniFile(), path(text("mine.ini"))));
+    ASSERT_TRUE(QFile::link(path(text("mine.ini")), iniFile()));
+    expectMine();
+    EXPECT_TRUE(QFileInfo(iniFile()).isSymLink());
+    EXPECT_TRUE(read(text("mine.ini")).contains("DrawLine=True"));
+}
+
+TEST_F(HostileSettings, ALinkThatLeadsNowhereMeansDefaultsAndFillsWithTheFirstWrite) {
+    remove();
+    ASSERT_TRUE(QFile::link(path(text("mine.ini")), iniFile()));
+    expectDefaults();
+    EXPECT_TRUE(QFileInfo(iniFile()).isSymLink());
+    EXPECT_TRUE(read(text("mine.ini")).contains("DrawLine=True"));
+}
+
+TEST_F(HostileSettings, LinksInACircleMeanDefaults) {
+    remove();
+    ASSERT_TRUE(QFile::link(path(text("round.ini")), iniFile()));
+    ASSERT_TRUE(QFile::link(iniFile(), path(text("round.ini"))));
+    expectDefaults();
+}
+
+TEST_F(HostileSettings, ADeviceInItsPlaceMeansDefaults) {
+    remove();
+    ASSERT_TRUE(QFile::link(text("/dev/zero"), iniFile()));
+    expectDefaults();
+    EXPECT_TRUE(QFileInfo(iniFile()).isSymLink());
+}
+
+TEST_F(HostileSettings, DeletedUnderTheProgramItComesBackWithTheNextWrite) {
+    load();
+    remove();
+    item("mnuLine").trigger();
+    EXPECT_TRUE(read(text("vkq.ini")).contains("DrawLine=True"));
+    EXPECT_EQ(readProfile(text("LineColor"), text("0"), text("none"), iniFile()), text("none"));
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+}
+
+TEST_F(HostileSettings, ReplacedUnderTheProgramTheNewFileIsTheOneThatChanges) {
+    load();
+    write(text("other"), "[Common]\nComPort=4\n[Mine]\nk=v\n");
+    ASSERT_EQ(::rename(path(text("other")).toLocal8Bit().constData(), iniFile().toLocal8Bit().constData()), 0);
+    item("mnuLine").trigger();
+    const QByteArray now = read(text("vkq.ini"));
+    EXPECT_TRUE(now.startsWith("[Common]\nComPort=4\n")) << now.toStdString();
+    EXPECT_TRUE(now.endsWith("[Mine]\nk=v\n"));
+    EXPECT_TRUE(now.contains("DrawLine=True\n"));
+}
+
+TEST_F(HostileSettings, AReadOnlyFileInAReadOnlyFolderIsReadAndLeftAlone) {
+    const auto readable = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
+    const auto folderToo = readable | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther;
+    ASSERT_TRUE(QFile::setPermissions(iniFile(), readable));
+    ASSERT_TRUE(QFile::setPermissions(path(text(".")), folderToo));
+    {
+        const test::OrdinaryUser user;
+        expectMine();
+    }
+    EXPECT_EQ(read(text("vkq.ini")), before);
+    EXPECT_TRUE(besideIt().isEmpty());
+    EXPECT_TRUE(QFile::setPermissions(path(text(".")), folderToo | QFile::WriteOwner));
+}
+
+TEST_F(HostileSettings, AFullDiskLeavesTheFileAsItWas) {
+    {
+        const test::SmallDisk disk(20);
+        expectMine();
+    }
+    EXPECT_EQ(read(text("vkq.ini")), before);
+    EXPECT_TRUE(besideIt().isEmpty()) << besideIt().join(u' ').toStdString();
+}
+
+// Another copy of the program in the middle of its write, which takes longer than anybody waits.
+TEST_F(HostileSettings, LockedByAnotherProcessItIsReadAndKept) {
+    std::array<int, 2> locked{};
+    std::array<int, 2> over{};
+    ASSERT_EQ(::pipe(locked.data()), 0);
+    ASSERT_EQ(::pipe(over.data()), 0);
+    const pid_t other = ::fork();
+    ASSERT_GE(other, 0);
+    if (other == 0) {
+        ::close(over[1]);
+        QLockFile lock(iniFile() + text(".lock"));
+        char byte = lock.tryLock(0) ? 'y' : 'n';
+        static_cast<void>(::write(locked[1], &byte, 1) == 1);
+        static_cast<void>(::read(over[0], &byte, 1) == 0); // until the test closes its end
+        lock.unlock();
+        ::_exit(0);
+    }
+    ::close(over[0]);
+    char byte = 0;
+    ASSERT_EQ(::read(locked[0], &byte, 1), 1);
+    ASSERT_EQ(byte, 'y');
+    load();
+    EXPECT_EQ(model->LineColor[0], kMyColour);
+    item("mnuChinese").trigger();
+    EXPECT_EQ(model->LanguageId, 0);
+    EXPECT_EQ(read(text("vkq.ini")), before) << "nobody writes past the lock";
+    EXPECT_EQ(besideIt(), QStringList(text("vkq.ini.lock")));
+    ::close(over[1]);
+    int status = -1;
+    ASSERT_EQ(::waitpid(other, &status, 0), other);
+    item("mnuLine").trigger();
+    EXPECT_TRUE(read(text("vkq.ini")).contains("DrawLine=True"));
+    EXPECT_TRUE(besideIt().isEmpty());
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+    ::close(locked[0]);
+    ::close(locked[1]);
+}
+
+} // namespace
+} // namespace sixtrace

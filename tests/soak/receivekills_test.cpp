@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: MIT
+// The receivers of the program itself, which write into the file under its final name: a killed transfer leaves what
+// had come, and behind it the tail of a longer file, never anything else.
+#include "acquire/receivefixture.h"
+#include "acquire/scriptedlink.h"
+#include "acquire/usbexchange.h"
+#include "soak/killing.h"
+#include "support/scripteddialogs.h"
+#include "support/strings.h"
+
+namespace sixtrace {
+namespace {
+
+using namespace test;
+
+/// How many bytes of `fresh` stand at the start of `found`, with those of `old` behind them; -1 for anything else.
+qsizetype takenOver(const QByteArray& found, const QByteArray& fresh, const QByteArray& old) {
+    qsizetype taken = 0;
+    while (taken < found.size() && taken < fresh.size() && found[taken] == fresh[taken]) {
+        ++taken;
+    }
+    return found.sliced(taken) == old.sliced(std::min(taken, old.size())) ? taken : -1;
+}
+
+class ReceiveKills : public ReceiveFixture {
+protected:
+    static constexpr int kSize = 40'000;
+    const QByteArray fresh = pattern(kSize, 5);
+    // Differs from the new one at every byte, so that each byte tells where it comes from.
+    const QByteArray old = [this] {
+        QByteArray other = fresh + QByteArray(100, '!');
+        std::transform(other.begin(), other.end(), other.begin(), [](char c) { return static_cast<char>(~c); });
+        return other;
+    }();
+
+    template<typename Receive>
+    void killReceiving(const char* kind, Receive receiveOne, const QByteArray& freshFile) {
+        Moments moments(duration([&receiveOne] { receiveOne(0); }));
+        ASSERT_EQ(stored(), freshFile);
+        int whole = 0;
+        int cut = 0;
+        for (int i = 0; i < kKills; ++i) {
+            const bool existed = i % 2 == 0;
+            QFile::remove(path(text("got.bin")));
+            if (existed) {
+                store(text("got.bin"), old);
+            }
+            killWhile(
+                [&receiveOne, i](int pass) {
+                    if (pass > i) {
+                        ::pause(); // one transfer, then none that would mend it
+                    }
+                    receiveOne(pass);
+                },
+                i, moments.next());
+            const QByteArray before = existed ? old : QByteArray();
+            const QByteArray found = existed || QFile::exists(path(text("got.bin"))) ? stored() : QByteArray();
+            const qsizetype taken = takenOver(found, freshFile, before);
+            ASSERT_GE(taken, 0) << kind << ' ' << i << ": " << found.size() << " bytes";
+            whole += taken == freshFile.size() ? 1 : 0;
+            cut += taken > 0 && taken < freshFile.size() ? 1 : 0;
+        }
+        tell(kind, kKills, whole, leftovers(folder.path(), {text("got.bin")}).size());
+        std::cout << "[  SOAK    ] " << kind << ": " << cut << " as far as written\n";
+        EXPECT_TRUE(leftovers(folder.path(), {text("got.bin")}).isEmpty());
+        QFile::remove(path(text("got.bin")));
+        receiveOne(0);
+        EXPECT_EQ(stored(), freshFile) << "the next transfer is whole";
+    }
+};
+
+TEST_F(ReceiveKills, LeaveASerialFileAsFarAsWritten) {
+    killReceiving(
+        "serial receive",
+        [this](int) {
+            BlockSender sender("WAVE.bin", fresh, {});
+            connect(sender);
+            static_cast<void>(receive.YModemReceive().ok());
+        },
+        fresh);
+}
+
+TEST_F(ReceiveKills, LeaveAUsbFileAsItWasOrWritten) {
+    ScriptedLink link;
+    ScriptedDialogs dialogs;
+    killReceiving(
+        "USB receive",
+        [&](int) {
+            link.stream = ScriptedLink::transfer(fresh);
+            link.calls.clear();
+            static_cast<void>(getfromUSB(link, dialogs, *model, path(text("got.bin"))));
+        },
+        fresh + '\0');
+}
+
+} // namespace
+} // namespace sixtrace

@@ -1,0 +1,200 @@
+// SPDX-License-Identifier: MIT
+// Every kind of save under a program that is killed in the middle of it.
+#include "capture/capturefile.h"
+#include "capture/plaincaptureview.h"
+#include "output/printresult.h"
+#include "output/tablefixture.h"
+#include "platform/pdfprinter.h"
+#include "platform/wholefile.h"
+#include "shell/frmcomfixture.h"
+#include "soak/killing.h"
+#include "view/defaults.h"
+
+#include "capture/scenes.h"
+
+#include <QtEndian>
+
+namespace sixtrace {
+namespace {
+
+using namespace test;
+
+/// A sheet of one channel with `samples` rows.
+struct Sheet {
+    explicit Sheet(int step) {
+        hold(*table.model, 0, 20, ramp(200, step));
+        table.fill();
+        what.ticked.fill(true);
+    }
+    Table table;
+    TableExport what{table.cells, text("mV")};
+};
+
+class SaveKills : public ::testing::Test {
+protected:
+    [[nodiscard]] QString path() const { return folder.filePath(text("kept")); }
+
+    /// Kills `save`, which writes to path() one of two contents in turn; whatever stands there afterwards must satisfy
+    /// `isWhole` and nothing else may have gone.
+    template<typename Save, typename IsWhole>
+    void killSaving(const char* kind, Save save, IsWhole isWhole) {
+        Moments moments(duration([&save] { save(0); }));
+        ASSERT_TRUE(isWhole(contentOf(path())));
+        int newFiles = 0;
+        for (int i = 0; i < kKills; ++i) {
+            ASSERT_TRUE(writeWhole(path(), "old"));
+            killWhile(save, i, moments.next());
+            const QByteArray found = contentOf(path());
+            newFiles += found == "old" ? 0 : 1;
+            ASSERT_TRUE(found == "old" || isWhole(found)) << kind << ' ' << i << ": " << found.size() << " bytes";
+        }
+        save(0);
+        EXPECT_TRUE(isWhole(contentOf(path()))) << "the next save succeeds";
+        const QStringList left = leftovers(folder.path(), known) + leftovers(workshop.path(), {});
+        tell(kind, kKills, newFiles, left.size());
+        EXPECT_LE(left.size(), kKills) << "more than one file a kill";
+    }
+    /// The same where the two contents never change.
+    template<typename Save>
+    void killSaving(const char* kind, Save save) {
+        save(0);
+        const QByteArray even = contentOf(path());
+        save(1);
+        const QByteArray odd = contentOf(path());
+        ASSERT_NE(even, odd);
+        killSaving(kind, save, [&](const QByteArray& found) { return found == even || found == odd; });
+    }
+
+    QTemporaryDir folder;
+    QTemporaryDir workshop;          ///< for what a save makes elsewhere
+    QStringList known{text("kept")}; ///< what belongs into the folder
+};
+
+// What these tests are worth: the same kills catch a writer that cuts the old file and writes into it.
+TEST_F(SaveKills, CatchACarelessWriter) {
+    const auto careless = [this](int pass) {
+        QFile file(path());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+        for (int i = 0; i < 200; ++i) {
+            file.write(QByteArray(1000, static_cast<char>('a' + pass % 2)));
+        }
+    };
+    Moments moments(duration([&careless] { careless(0); }));
+    int half = 0;
+    for (int i = 0; i < kKills; ++i) {
+        killWhile(careless, i, moments.next());
+        half += contentOf(path()).size() == 200'000 ? 0 : 1;
+    }
+    EXPECT_GT(half, 0);
+}
+
+TEST_F(SaveKills, LeaveATextTableOldOrNew) {
+    const Sheet even(1);
+    const Sheet odd(2);
+    killSaving("text table",
+               [&](int pass) { static_cast<void>(SaveTextTable((pass % 2 == 0 ? even : odd).what, path()).ok()); });
+}
+
+TEST_F(SaveKills, LeaveAnXlsWorkbookOldOrNew) {
+    const Sheet even(1);
+    const Sheet odd(2);
+    const QString sheet = path() + text(".xls");
+    known.append(text("kept.xls"));
+    ASSERT_TRUE(QFile::link(path(), sheet)); // the name says the kind
+    ASSERT_TRUE(writeWhole(path(), "old"));
+    killSaving("workbook .xls",
+               [&](int pass) { static_cast<void>(SaveExcelTable((pass % 2 == 0 ? even : odd).what, sheet).ok()); });
+}
+
+/// A zip archive whose directory stands where its end says, and which ends there. (It bears the time, so that no two
+/// are the same.)
+bool isWholeArchive(const QByteArray& file) {
+    constexpr qsizetype kEnd = 22;
+    if (file.size() < kEnd || !file.startsWith("PK\3\4") || !file.sliced(file.size() - kEnd).startsWith("PK\5\6")) {
+        return false;
+    }
+    const char* end = file.constData() + file.size() - kEnd;
+    const auto entries = qFromLittleEndian<quint16>(end + 10);
+    const auto size = qFromLittleEndian<quint32>(end + 12);
+    const auto offset = qFromLittleEndian<quint32>(end + 16);
+    return entries > 0 && qint64{offset} + size == file.size() - kEnd && file.sliced(offset).startsWith("PK\1\2");
+}
+
+TEST_F(SaveKills, LeaveAnXlsxWorkbookOldOrNew) {
+    const Sheet even(1);
+    const Sheet odd(2);
+    const QString sheet = path() + text(".xlsx");
+    known.append(text("kept.xlsx"));
+    const QByteArray temporary = qgetenv("TMPDIR");
+    qputenv("TMPDIR", workshop.path().toLocal8Bit());
+    ASSERT_TRUE(QFile::link(path(), sheet));
+    ASSERT_TRUE(writeWhole(path(), "old"));
+    killSaving(
+        "workbook .xlsx",
+        [&](int pass) { static_cast<void>(SaveExcelTable((pass % 2 == 0 ? even : odd).what, sheet).ok()); },
+        isWholeArchive);
+    if (temporary.isNull()) {
+        qunsetenv("TMPDIR");
+    } else {
+        qputenv("TMPDIR", temporary);
+    }
+}
+
+/// The page of a scene. It bears the time.
+QByteArray pageOf(const char* scene, const QString& capture) {
+    EXPECT_TRUE(writeWhole(capture, captureBytes(*captureForm("V11"), *sceneBlocks(text(scene), 1))));
+    const auto model = std::make_unique<publicM>();
+    model->fillTables();
+    applyDefaultColours(*model);
+    PlainCaptureView view(*model);
+    SimpleWav(capture, *model, view);
+    EXPECT_TRUE(QFile::remove(capture));
+    PdfPrinter paper(QPageSize(QPageSize::A4), false);
+    PageInputs inputs;
+    inputs.frame.selected = view.ticks;
+    inputs.frame.markerTop = view.markerTops;
+    inputs.rows = view.rows;
+    const MdlPrinter settings;
+    Printer printer(paper);
+    PageComposer composer(*model, settings, printer);
+    EXPECT_TRUE(composer.PrintResult(printer, 100, inputs));
+    return paper.document();
+}
+
+// Composing a page takes a hundred times as long as writing it, and touches no file.
+TEST_F(SaveKills, LeaveAPageOldOrNew) {
+    const QByteArray even = pageOf("sine", folder.filePath(text("capture.bin")));
+    const QByteArray odd = pageOf("six", folder.filePath(text("capture.bin")));
+    ASSERT_TRUE(even.startsWith("%PDF-") && odd.startsWith("%PDF-"));
+    killSaving("page", [&](int pass) { static_cast<void>(writeWhole(path(), pass % 2 == 0 ? even : odd).ok()); });
+}
+
+/// The picture that the main window saves.
+class BitmapKills : public FrmComTest {};
+
+TEST_F(BitmapKills, LeaveABitmapOldOrNew) {
+    load();
+    const auto save = [this](int) {
+        dialogs.files.push_back(FileChoice{path(text("screen.bmp")), 1});
+        dialogs.answers.push_back(Answer::Yes);
+        item("mnuSaveAs").trigger();
+    };
+    const QStringList known = leftovers(path(text(".")), {});
+    Moments moments(duration([&save] { save(0); }));
+    const QByteArray whole = read(text("screen.bmp"));
+    ASSERT_GT(whole.size(), 625 * 401 * 3);
+    int newFiles = 0;
+    for (int i = 0; i < kKills; ++i) {
+        write(text("screen.bmp"), "old");
+        killWhile(save, i, moments.next());
+        const QByteArray found = read(text("screen.bmp"));
+        newFiles += found == "old" ? 0 : 1;
+        ASSERT_TRUE(found == "old" || found == whole) << i << ": " << found.size() << " bytes";
+    }
+    const QStringList left = leftovers(path(text(".")), known + QStringList{text("screen.bmp")});
+    tell("bitmap", kKills, newFiles, left.size());
+    EXPECT_LE(left.size(), kKills) << "more than one file a kill";
+}
+
+} // namespace
+} // namespace sixtrace

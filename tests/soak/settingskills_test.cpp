@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+// The settings file under a program that is killed while it writes.
+#include "platform/profilefile.h"
+#include "soak/killing.h"
+#include "support/strings.h"
+
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+#include <sys/file.h>
+
+namespace sixtrace {
+namespace {
+
+using namespace test;
+
+const QByteArray kBefore("; kept by hand\r\n[Common]\r\nLanguage=");
+const QByteArray kBehind("\r\nComPort=3\r\n\r\n[LineColor]\r\n0=255\r\n; the end\r\n");
+
+class SettingsKills : public ::testing::Test {
+protected:
+    [[nodiscard]] QString path() const { return folder.filePath(text("vkq.ini")); }
+    void put(const QString& name, const QByteArray& content) const {
+        QFile file(name);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_EQ(file.write(content), content.size());
+    }
+    [[nodiscard]] Outcome set(const QString& value) const {
+        return writeProfile(text("Common"), text("Language"), value, path());
+    }
+
+    QTemporaryDir folder;
+};
+
+/// Long enough that a write takes many bytes, and different in every byte from one pass to the next.
+QByteArray valueOf(int pass) {
+    return QByteArray(20'000, static_cast<char>('a' + pass % 26));
+}
+
+TEST_F(SettingsKills, KeepEveryOtherKeyAndOneOfTheTwoValues) {
+    put(path(), kBefore + valueOf(0) + kBehind);
+    Moments moments(duration([this] { ASSERT_TRUE(set(QString::fromLatin1(valueOf(0) + "x"))); }));
+    int newFiles = 0;
+    qsizetype worst = 0;
+    for (int i = 0; i < kKills; ++i) {
+        ASSERT_TRUE(set(text("start"))) << "a kill blocks the next writer: " << i;
+        EXPECT_EQ(contentOf(path()), kBefore + "start" + kBehind);
+        killWhile([this](int pass) { static_cast<void>(set(QString::fromLatin1(valueOf(pass))).ok()); }, i,
+                  moments.next());
+        const QByteArray found = contentOf(path());
+        ASSERT_TRUE(found.startsWith(kBefore) && found.endsWith(kBehind)) << i;
+        const QByteArray value = found.sliced(kBefore.size(), found.size() - kBefore.size() - kBehind.size());
+        const bool isNew = value != "start";
+        if (isNew) {
+            EXPECT_EQ(value, QByteArray(20'000, value.front())) << i;
+        }
+        newFiles += isNew ? 1 : 0;
+        worst = std::max(worst, leftovers(folder.path(), {text("vkq.ini")}).size());
+    }
+    ASSERT_TRUE(set(text("start")));
+    const QStringList left = leftovers(folder.path(), {text("vkq.ini")});
+    tell("settings write", kKills, newFiles, left.size());
+    EXPECT_LE(left.size(), kKills) << "more than one file a kill";
+    EXPECT_FALSE(left.contains(text("vkq.ini.lock"))) << "the next write takes the lock away";
+}
+
+// The lock is made and then filled: a kill between the two leaves one that names nobody.
+TEST_F(SettingsKills, ALockThatNamesNobodyDoesNotBlockTheNextWriter) {
+    put(path(), kBefore + "0" + kBehind);
+    put(path() + text(".lock"), QByteArray());
+    EXPECT_TRUE(set(text("1")));
+    EXPECT_EQ(contentOf(path()), kBefore + "1" + kBehind);
+    EXPECT_TRUE(leftovers(folder.path(), {text("vkq.ini")}).isEmpty());
+}
+
+TEST_F(SettingsKills, ALockWhoseHolderLivesIsNotTakenAway) {
+    put(path(), kBefore + "0" + kBehind);
+    const QString lock = path() + text(".lock");
+    // As a holder who stopped in mid-write has it: open and locked, its name not yet written.
+    QFile held(lock);
+    ASSERT_TRUE(held.open(QIODevice::WriteOnly));
+    ASSERT_EQ(::flock(held.handle(), LOCK_EX | LOCK_NB), 0);
+    EXPECT_FALSE(set(text("1")));
+    EXPECT_EQ(contentOf(path()), kBefore + "0" + kBehind);
+    EXPECT_TRUE(QFile::exists(lock));
+    held.close();
+    EXPECT_TRUE(set(text("1")));
+}
+
+} // namespace
+} // namespace sixtrace
