@@ -28,7 +28,8 @@ std::int16_t sampleOf(Content content, int channel, int i, std::uint32_t& state)
     case 0:
         return static_cast<std::int16_t>(std::lround(150 * std::sin(i * kTurn * (3 + channel) / kSampleRows)));
     case 1:
-        return static_cast<std::int16_t>(((i / 900) % 2 != 0 ? 100 : -100) + static_cast<int>(nextRandom(state) % 21) - 10);
+        return static_cast<std::int16_t>(((i / 900) % 2 != 0 ? 100 : -100) + static_cast<int>(nextRandom(state) % 21) -
+                                         10);
     default:
         return static_cast<std::int16_t>(i % 2000 / 10 - 100);
     }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// From the start of a process to its first painted frame, and the memory it holds then: the program's main window (with a
-// capture loaded, for the memory) beside a bare QMainWindow on the same platform plugin. The splash's designed time is
-// left out. Called without arguments it starts itself in turns as both, at least nine times each.
+// From the start of a process to its first painted frame, and the memory it holds then: the program's main window (with
+// a capture loaded, for the memory) beside a bare QMainWindow on the same platform plugin. The splash's designed time
+// is left out. Called without arguments it starts itself in turns as both, at least nine times each.
 #include "capture/capturefile.h"
 #include "capture/scenes.h"
 #include "onefile.h"
@@ -149,8 +149,8 @@ int compare(const QString& program) {
         ownMemory.push_back(static_cast<double>(whole.memory));
         growth.push_back(static_cast<double>(whole.growth));
     }
-    std::printf("first paint: bare window %.1f ms, program %.1f ms, ratio %.3f (at most 2)\n", median(bare), median(own),
-                median(own) / median(bare));
+    std::printf("first paint: bare window %.1f ms, program %.1f ms, ratio %.3f (at most 2)\n", median(bare),
+                median(own), median(own) / median(bare));
     std::printf("memory: bare window %.1f MiB, program with a full capture %.1f MiB, above it %.1f MiB (at most 16)\n",
                 median(bareMemory) / 1024, median(ownMemory) / 1024, (median(ownMemory) - median(bareMemory)) / 1024);
     std::printf("growth over 1000 frames: %.0f KiB\n", median(growth));

@@ -239,13 +239,13 @@ int main(int argc, char** argv) {
     benchmark::RegisterBenchmark("bare_libxlsxwriter", bareWorkbook);
     benchmark::RegisterBenchmark("open_table", openTable);
     benchmark::RegisterBenchmark("open_items", openItems);
-    return sixtrace::bench::runAndCompare(argc, argv,
-                                          {{"61,386 numbers / snprintf", "numbers", "numbers_snprintf", 0.25},
-                                           {"the same, seven digits each", "all_digits", "all_digits_snprintf", 0.25},
-                                           {"text file / fprintf", "text_file", "text_file_fprintf", 0.25},
-                                           {"text file / one write of its bytes", "text_file", "text_file_one_write", 4.0},
-                                           {".xlsx / libxlsxwriter alone", "xlsx", "bare_libxlsxwriter", 1.2},
-                                           {".xls / libxlsxwriter alone", "xls", "bare_libxlsxwriter", 1.0},
-                                           {"table opened and filled / table widget of items", "open_table", "open_items",
-                                            0.25}});
+    return sixtrace::bench::runAndCompare(
+        argc, argv,
+        {{"61,386 numbers / snprintf", "numbers", "numbers_snprintf", 0.25},
+         {"the same, seven digits each", "all_digits", "all_digits_snprintf", 0.25},
+         {"text file / fprintf", "text_file", "text_file_fprintf", 0.25},
+         {"text file / one write of its bytes", "text_file", "text_file_one_write", 4.0},
+         {".xlsx / libxlsxwriter alone", "xlsx", "bare_libxlsxwriter", 1.2},
+         {".xls / libxlsxwriter alone", "xls", "bare_libxlsxwriter", 1.0},
+         {"table opened and filled / table widget of items", "open_table", "open_items", 0.25}});
 }

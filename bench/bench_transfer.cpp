@@ -2,9 +2,9 @@
 // A capture of 120 KiB over a pseudo terminal that is not paced, program against program: the companion and the
 // simulated instrument beside the pair of lrzsz (skipped where that is not installed). And the same capture over the
 // local socket, beside a plain loop that reads it 64 bytes at a time.
-#include "ratios.h"
 #include "capture/scenes.h"
 #include "platform/ttlink.h"
+#include "ratios.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -180,7 +180,8 @@ void ownSocket(benchmark::State& state) {
     std::vector<char> data(static_cast<std::size_t>(capture().size()));
     for (auto _ : state) {
         std::array<char, 12> header{};
-        bool good = link.InitializeTt(0) != 0 && link.WriteThread("START", 5) == 5 && link.ReadThread(header.data(), 12) == 12;
+        bool good =
+            link.InitializeTt(0) != 0 && link.WriteThread("START", 5) == 5 && link.ReadThread(header.data(), 12) == 12;
         for (std::size_t at = 0; good && at < data.size(); at += 64) {
             const auto count = static_cast<std::int32_t>(std::min<std::size_t>(64, data.size() - at));
             good = link.ReadThread(data.data() + at, count) == count;

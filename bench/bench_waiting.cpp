@@ -28,7 +28,9 @@ constexpr double kGoalSeconds = 0.1;
 double processorSeconds() {
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
-    const auto seconds = [](const timeval& t) { return static_cast<double>(t.tv_sec) + static_cast<double>(t.tv_usec) * 1e-6; };
+    const auto seconds = [](const timeval& t) {
+        return static_cast<double>(t.tv_sec) + static_cast<double>(t.tv_usec) * 1e-6;
+    };
     return seconds(usage.ru_utime) + seconds(usage.ru_stime);
 }
 
@@ -53,8 +55,8 @@ int main(int argc, char** argv) {
     }
     const QString line = QString::fromLocal8Bit(ttyname(slave));
     QtDialogs dialogs;
-    recFrm window(*model, dialogs, [line](int number) { return number == 1 ? line : QString(); },
-                  [](const QString&) {});
+    recFrm window(
+        *model, dialogs, [line](int number) { return number == 1 ? line : QString(); }, [](const QString&) {});
     window.load();
     window.show();
     QTimer::singleShot(500, &window, [&] {

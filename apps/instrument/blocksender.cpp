@@ -13,9 +13,13 @@ constexpr int kWrongLengthBy = 1000;
 constexpr int kLostByte = 9;
 const QByteArray kNoise = QByteArrayLiteral("\xA5\x5A\x7E");
 
-QByteArray oneByte(int byte) { return {1, static_cast<char>(byte)}; }
+QByteArray oneByte(int byte) {
+    return {1, static_cast<char>(byte)};
+}
 
-void flip(QByteArray& bytes, qsizetype index) { bytes[index] = static_cast<char>(bytes[index] ^ 0x55); }
+void flip(QByteArray& bytes, qsizetype index) {
+    bytes[index] = static_cast<char>(bytes[index] ^ 0x55);
+}
 
 } // namespace
 

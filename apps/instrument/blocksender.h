@@ -13,7 +13,18 @@ namespace sixtrace {
 /// receiver drives it, since everything is sent on its request. One object sends one file.
 class BlockSender {
 public:
-    enum class State { Waiting, HeaderSent, HeaderTaken, DataSent, EndSent, EndTaken, LastSent, Done, Aborted, Unplugged };
+    enum class State {
+        Waiting,
+        HeaderSent,
+        HeaderTaken,
+        DataSent,
+        EndSent,
+        EndTaken,
+        LastSent,
+        Done,
+        Aborted,
+        Unplugged
+    };
 
     /// A file of `name` and `content` in blocks of 1024 bytes, a short rest in one of 128; or all in blocks of 128.
     BlockSender(QByteArray name, QByteArray content, FetchPlan plan, bool shortBlocksOnly = false);

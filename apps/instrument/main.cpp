@@ -94,8 +94,9 @@ int serveLinks(const ServeRequest& request) {
         int badLine = 0;
         const auto read = readScript(request.script, badLine);
         if (!read) {
-            return fail(Failed, badLine == 0 ? QStringLiteral("%1 cannot be read").arg(request.script)
-                                             : QStringLiteral("%1: line %2 is not understood").arg(request.script).arg(badLine));
+            return fail(Failed, badLine == 0
+                                    ? QStringLiteral("%1 cannot be read").arg(request.script)
+                                    : QStringLiteral("%1: line %2 is not understood").arg(request.script).arg(badLine));
         }
         plans = *read;
     }
@@ -131,7 +132,8 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationVersion(QStringLiteral(SIXTRACE_VERSION));
 
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("A simulated instrument: writes captures of every form, or serves them."));
+    parser.setApplicationDescription(
+        QStringLiteral("A simulated instrument: writes captures of every form, or serves them."));
     parser.addHelpOption();
     parser.addVersionOption();
     const QCommandLineOption write(QStringLiteral("write"), QStringLiteral("Write a capture to <file>."),
@@ -151,18 +153,19 @@ int main(int argc, char** argv) {
     const QCommandLineOption fault(
         QStringLiteral("fault"),
         QStringLiteral("Go wrong in every fetch: NAME, NAME@BLOCK or NAME@BLOCKxTIMES, block 1 and once by default. "
-                       "May be given more than once. Names: %1.").arg(faultNames()),
+                       "May be given more than once. Names: %1.")
+            .arg(faultNames()),
         QStringLiteral("fault"));
     const QCommandLineOption script(
         QStringLiteral("script"),
         QStringLiteral("One line a fetch: faults, \"scene=NAME\", or \"clean\"; behind its end --fault holds."),
         QStringLiteral("file"));
-    const QCommandLineOption rate(QStringLiteral("rate"),
-                                  QStringLiteral("Bytes a second on the serial line, 11520 by default; 0 does not pace."),
-                                  QStringLiteral("number"), QStringLiteral("11520"));
-    const QCommandLineOption idle(QStringLiteral("idle"),
-                                  QStringLiteral("End after so many seconds without a client, 600 by default; 0 never."),
-                                  QStringLiteral("seconds"), QStringLiteral("600"));
+    const QCommandLineOption rate(
+        QStringLiteral("rate"), QStringLiteral("Bytes a second on the serial line, 11520 by default; 0 does not pace."),
+        QStringLiteral("number"), QStringLiteral("11520"));
+    const QCommandLineOption idle(
+        QStringLiteral("idle"), QStringLiteral("End after so many seconds without a client, 600 by default; 0 never."),
+        QStringLiteral("seconds"), QStringLiteral("600"));
     parser.addOptions({write, form, scene, seed, list, serial, usb, fault, script, rate, idle});
     if (!parser.parse(QCoreApplication::arguments())) {
         return fail(WrongUse, parser.errorText());

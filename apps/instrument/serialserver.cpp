@@ -29,7 +29,9 @@ SerialServer::SerialServer(CaptureFeed& feed, QString link, int bytesPerSecond)
     , m_link(std::move(link))
     , m_bytesPerSecond(bytesPerSecond) {}
 
-SerialServer::~SerialServer() { close(); }
+SerialServer::~SerialServer() {
+    close();
+}
 
 bool SerialServer::open() {
     std::array<char, 128> name{};

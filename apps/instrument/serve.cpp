@@ -13,7 +13,9 @@ using namespace std::chrono_literals;
 
 volatile std::sig_atomic_t g_ended = 0;
 
-void noteSignal(int) { g_ended = 1; }
+void noteSignal(int) {
+    g_ended = 1;
+}
 
 /// Milliseconds to the next thing to do, rounded up; at most a quarter of a second, so that a signal between two waits
 /// is not missed for long.
@@ -29,7 +31,7 @@ int pauseFor(const std::vector<std::unique_ptr<LinkServer>>& links) {
 } // namespace
 
 void catchEndSignals() {
-    struct sigaction action{};
+    struct sigaction action {};
     action.sa_handler = noteSignal;
     for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
         sigaction(number, &action, nullptr);

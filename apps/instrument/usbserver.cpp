@@ -28,8 +28,7 @@ const QByteArray kNoise = QByteArrayLiteral("\xA5\x5A\x7E");
 bool bindTo(int socket, const QString& path) {
     const QFileInfo target(path);
     const int folder = ::open(QFile::encodeName(target.absolutePath()).constData(), O_PATH | O_DIRECTORY | O_CLOEXEC);
-    const QByteArray name =
-        "/proc/self/fd/" + QByteArray::number(folder) + '/' + QFile::encodeName(target.fileName());
+    const QByteArray name = "/proc/self/fd/" + QByteArray::number(folder) + '/' + QFile::encodeName(target.fileName());
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     bool bound = false;
@@ -46,7 +45,7 @@ bool bindTo(int socket, const QString& path) {
 }
 
 bool isSocket(const QString& path) {
-    struct stat state{};
+    struct stat state {};
     return lstat(QFile::encodeName(path).constData(), &state) == 0 && S_ISSOCK(state.st_mode);
 }
 
@@ -68,7 +67,8 @@ QByteArray usbStream(const Fetch& fetch, bool& closes) {
     closes = false;
     QByteArray stream;
     for (int block = 0; block <= (length + kBlock - 1) / kBlock; ++block) {
-        QByteArray bytes = block == 0 ? usbHeaderBytes(told, fetch.bitmap) : fetch.content.mid((block - 1) * kBlock, kBlock);
+        QByteArray bytes =
+            block == 0 ? usbHeaderBytes(told, fetch.bitmap) : fetch.content.mid((block - 1) * kBlock, kBlock);
         if (plan.at(FaultKind::Silence, block) != nullptr) {
             return stream;
         }
@@ -164,8 +164,8 @@ bool UsbServer::readCommand() {
 
 void UsbServer::sendDue() {
     while (m_sent < m_out.size()) {
-        const ssize_t count = send(m_client, m_out.constData() + m_sent, static_cast<std::size_t>(m_out.size() - m_sent),
-                                   MSG_NOSIGNAL);
+        const ssize_t count =
+            send(m_client, m_out.constData() + m_sent, static_cast<std::size_t>(m_out.size() - m_sent), MSG_NOSIGNAL);
         if (count < 0 && errno != EAGAIN && errno != EINTR) {
             dropClient();
         }

@@ -74,8 +74,8 @@ QJsonObject captureJson(const publicM& model, const std::vector<CaptureFault>& f
     }
     QJsonArray faultList;
     for (const CaptureFault& fault : faults) {
-        faultList.append(
-            QJsonObject{{QStringLiteral("offset"), static_cast<qint64>(fault.offset)}, {QStringLiteral("text"), fault.text}});
+        faultList.append(QJsonObject{{QStringLiteral("offset"), static_cast<qint64>(fault.offset)},
+                                     {QStringLiteral("text"), fault.text}});
     }
     return {
         {QStringLiteral("form"), formName(model)},
@@ -93,17 +93,21 @@ QString captureText(const publicM& model) {
             continue;
         }
         const auto* volts = voltListTexts(model.ProbeExp[c]);
-        const double peak = probeFactor(model.ProbeExp[c]) * model.PeakToPeak[c] * static_cast<double>(model.VoltPerCount[c]);
+        const double peak =
+            probeFactor(model.ProbeExp[c]) * model.PeakToPeak[c] * static_cast<double>(model.VoltPerCount[c]);
         const NumberMarks marks;
         text += QStringLiteral("\n%1\n").arg(channelName(channel));
         const auto line = [&text](const char* name, const QString& value) {
             text += QStringLiteral("  ") + QString::fromLatin1(name).leftJustified(16) + value + u'\n';
         };
         line("samples", QStringLiteral("%1, %2 a screen").arg(model.SampleCount[c]).arg(model.ScreenPoints[c]));
-        line("time base", QStringLiteral("%1 (row %2)").arg(rowText(model.TimeBaseText, model.TimeIndex[c])).arg(model.TimeIndex[c]));
-        line("volts", QStringLiteral("%1 (row %2)")
-                          .arg(volts != nullptr ? rowText(*volts, model.VoltIndexView[c]) : QStringLiteral("no such probe"))
-                          .arg(model.VoltIndexView[c]));
+        line(
+            "time base",
+            QStringLiteral("%1 (row %2)").arg(rowText(model.TimeBaseText, model.TimeIndex[c])).arg(model.TimeIndex[c]));
+        line("volts",
+             QStringLiteral("%1 (row %2)")
+                 .arg(volts != nullptr ? rowText(*volts, model.VoltIndexView[c]) : QStringLiteral("no such probe"))
+                 .arg(model.VoltIndexView[c]));
         line("probe", QStringLiteral("1:%1").arg(generalText(probeFactor(model.ProbeExp[c]), marks)));
         line("zero level", QString::number(100 - std::int64_t{model.ZeroLevel[c]}));
         line("scan point", QString::number(model.ScanPoint[c]));

@@ -75,7 +75,8 @@ bool fetchOne(FetchLink& link, const Target& target) {
         return false;
     }
     const QString file = QDir(workshop.path()).absoluteFilePath(received.value());
-    const QString name = target.file.isEmpty() ? freeName(target.folder, file.endsWith(QLatin1String("bmp"))) : target.file;
+    const QString name =
+        target.file.isEmpty() ? freeName(target.folder, file.endsWith(QLatin1String("bmp"))) : target.file;
     if (!place(file, name)) {
         fail(Failed, QStringLiteral("%1 cannot be written").arg(name));
         return false;
@@ -119,7 +120,8 @@ int fetch(const QStringList& arguments) {
     const QCommandLineOption serial(QStringLiteral("serial"),
                                     QStringLiteral("Fetch over a serial line: a number 1 to 16 or a terminal device."),
                                     QStringLiteral("port"));
-    const QCommandLineOption usb(QStringLiteral("usb"), QStringLiteral("Fetch over USB, by the transfer library beside the program."));
+    const QCommandLineOption usb(QStringLiteral("usb"),
+                                 QStringLiteral("Fetch over USB, by the transfer library beside the program."));
     const QCommandLineOption output({QStringLiteral("o"), QStringLiteral("output")},
                                     QStringLiteral("Store to this file, or into this folder; by default into the "
                                                    "current folder under a name with date and time."),
@@ -144,7 +146,8 @@ int fetch(const QStringList& arguments) {
     const double patience = parser.value(timeout).toDouble(&timeoutOk);
     if (!everyOk || !countOk || !timeoutOk || !(seconds >= 0 && seconds <= 1e6) || captures < 1 ||
         !(patience >= 0.01 && patience <= kLongestTimeoutS)) {
-        return fail(WrongUse, QStringLiteral("--every takes seconds, --count a number from 1 up, --timeout 0.01 to 30 seconds"));
+        return fail(WrongUse,
+                    QStringLiteral("--every takes seconds, --count a number from 1 up, --timeout 0.01 to 30 seconds"));
     }
     if (parser.isSet(serial) == parser.isSet(usb)) {
         return fail(WrongUse, QStringLiteral("give either --serial PORT or --usb"));

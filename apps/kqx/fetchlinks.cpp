@@ -18,9 +18,13 @@ namespace {
 
 volatile std::sig_atomic_t g_interrupted = 0;
 
-void noteInterrupt(int) { g_interrupted = 1; }
+void noteInterrupt(int) {
+    g_interrupted = 1;
+}
 
-RuntimeError sentence(const QString& text) { return {ErrorNumber::DeviceIo, text}; }
+RuntimeError sentence(const QString& text) {
+    return {ErrorNumber::DeviceIo, text};
+}
 
 /// A line on the terminal that is written over and over; nothing where errors go elsewhere.
 class ProgressLine {
@@ -172,16 +176,20 @@ std::unique_ptr<FetchLink> serialLink(const QString& location, int timeoutMs) {
     return std::make_unique<SerialLink>(location, timeoutMs);
 }
 
-std::unique_ptr<FetchLink> usbLink(const QString& libraryFolder) { return std::make_unique<UsbLink>(libraryFolder); }
+std::unique_ptr<FetchLink> usbLink(const QString& libraryFolder) {
+    return std::make_unique<UsbLink>(libraryFolder);
+}
 
 void catchInterrupt() {
-    struct sigaction action{};
+    struct sigaction action {};
     action.sa_handler = noteInterrupt;
     action.sa_flags = static_cast<int>(SA_RESETHAND);
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGTERM, &action, nullptr);
 }
 
-bool interrupted() { return g_interrupted != 0; }
+bool interrupted() {
+    return g_interrupted != 0;
+}
 
 } // namespace sixtrace::kqx

@@ -61,8 +61,8 @@ int open(const QStringList& arguments) {
     parser.setApplicationDescription(
         QStringLiteral("Opens a capture in the running program, or starts it. Without FILE it comes to the front."));
     const bool hasFile = arguments.size() == 1 && !arguments.first().startsWith(u'-');
-    if (const std::optional<int> ended =
-            parse(parser, QStringLiteral("open"), arguments, hasFile ? QStringList{QStringLiteral("FILE")} : QStringList())) {
+    if (const std::optional<int> ended = parse(parser, QStringLiteral("open"), arguments,
+                                               hasFile ? QStringList{QStringLiteral("FILE")} : QStringList())) {
         return *ended;
     }
     if (hasFile && !QFileInfo(arguments.first()).isFile()) {
@@ -79,9 +79,9 @@ int open(const QStringList& arguments) {
     if (!onTheBus(bus)) {
         return fail(Failed, QStringLiteral("sixtrace could not be started"));
     }
-    QDBusMessage call = QDBusMessage::createMethodCall(
-        kService, QStringLiteral("/org/sixtrace/Sixtrace"), QStringLiteral("org.freedesktop.Application"),
-        hasFile ? QStringLiteral("Open") : QStringLiteral("Activate"));
+    QDBusMessage call = QDBusMessage::createMethodCall(kService, QStringLiteral("/org/sixtrace/Sixtrace"),
+                                                       QStringLiteral("org.freedesktop.Application"),
+                                                       hasFile ? QStringLiteral("Open") : QStringLiteral("Activate"));
     if (hasFile) {
         const QUrl file = QUrl::fromLocalFile(QFileInfo(arguments.first()).absoluteFilePath());
         call << QStringList{QString::fromLatin1(file.toEncoded())};

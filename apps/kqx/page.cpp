@@ -83,7 +83,8 @@ int page(const QStringList& arguments) {
     }
     MdlPrinter settings;
     if (!readMargins(parser.value(margins), settings)) {
-        return fail(WrongUse, QStringLiteral("--margins takes four numbers above 0 and not above 10, parted by commas"));
+        return fail(WrongUse,
+                    QStringLiteral("--margins takes four numbers above 0 and not above 10, parted by commas"));
     }
     const QString file = parser.positionalArguments().at(0);
     const QString target = parser.positionalArguments().at(1);
@@ -103,7 +104,8 @@ int page(const QStringList& arguments) {
     PdfPrinter printer(*paper, parser.isSet(landscape));
     const auto document = composePage(*model, view, settings, printer);
     if (!document) {
-        return fail(Failed, QStringLiteral("%1: the page could not be composed: %2").arg(file, document.error().description));
+        return fail(Failed,
+                    QStringLiteral("%1: the page could not be composed: %2").arg(file, document.error().description));
     }
     const Outcome written = writeWhole(target, document.value());
     if (!written) {

@@ -39,7 +39,9 @@ std::optional<Columns> columnsOf(const QString& list) {
 
 using Save = Outcome (*)(const TableExport& table, const QString& path);
 
-Outcome saveCsv(const TableExport& table, const QString& path) { return writeWhole(path, csvTable(table)); }
+Outcome saveCsv(const TableExport& table, const QString& path) {
+    return writeWhole(path, csvTable(table));
+}
 
 /// How a file of this name is written; null for an unknown extension.
 Save saverOf(const QString& path) {

@@ -10,11 +10,11 @@
 #include <QApplication>
 #include <QDBusConnection>
 #include <QDesktopServices>
-#include <QUrl>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTimer>
 #include <QTranslator>
+#include <QUrl>
 
 #include <cstdlib>
 #include <memory>
@@ -43,12 +43,12 @@ int main(int argc, char** argv) {
     const auto loadMain = [&] {
         if (!frmCom) {
             frmCom = std::make_unique<sixtrace::FrmCom>(
-                *model, sixtrace::FrmComSurroundings{.dialogs = dialogs,
-                                                     .applicationFolder = &sixtrace::programFolder,
-                                                     .endProcess = [] { std::_Exit(EXIT_SUCCESS); },
-                                                     .openFile = [](const QString& path) {
-                                                         QDesktopServices::openUrl(QUrl::fromLocalFile(path));
-                                                     }});
+                *model,
+                sixtrace::FrmComSurroundings{
+                    .dialogs = dialogs,
+                    .applicationFolder = &sixtrace::programFolder,
+                    .endProcess = [] { std::_Exit(EXIT_SUCCESS); },
+                    .openFile = [](const QString& path) { QDesktopServices::openUrl(QUrl::fromLocalFile(path)); }});
         }
     };
     sixtrace::DesktopCalls calls;

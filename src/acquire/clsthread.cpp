@@ -31,7 +31,9 @@ std::unique_ptr<std::thread> cls_Thread::makeThread(std::function<void()> body) 
     }
 }
 
-cls_Thread::~cls_Thread() { end(); }
+cls_Thread::~cls_Thread() {
+    end();
+}
 
 void cls_Thread::end() {
     if (m_thread != nullptr) {

@@ -100,7 +100,9 @@ void frmComSet::showLineDefaults() {
     m_Combo5->setListIndex(0);
 }
 
-void frmComSet::Combo1_Click() { m_Frame1->setEnabled(m_Combo1->ListIndex() >= 1); }
+void frmComSet::Combo1_Click() {
+    m_Frame1->setEnabled(m_Combo1->ListIndex() >= 1);
+}
 
 void frmComSet::Command1_Click() {
     m_Combo1->setListIndex(0);
@@ -150,6 +152,8 @@ void frmComSet::CmdSet_Click() {
     hide();
 }
 
-void frmComSet::CmdCancel_Click() { hide(); }
+void frmComSet::CmdCancel_Click() {
+    hide();
+}
 
 } // namespace sixtrace

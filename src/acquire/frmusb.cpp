@@ -83,10 +83,14 @@ void FrmUSB::Command4_Click() {
     m_transfer.Command4_Click();
 }
 
-void FrmUSB::CancelButton_Click() { m_transfer.CancelButton_Click(); }
+void FrmUSB::CancelButton_Click() {
+    m_transfer.CancelButton_Click();
+}
 
 /// The window's close box and the Escape key.
-void FrmUSB::reject() { CancelButton_Click(); }
+void FrmUSB::reject() {
+    CancelButton_Click();
+}
 
 void FrmUSB::Command1_Click() {
     const auto choice = m_dialogs.ShowSave({.fileName = m_Text2->text(),
@@ -111,16 +115,36 @@ void FrmUSB::Command1_Click() {
     m_Text1->setText(choice->fileName.mid(folder.value().size() + 1));
 }
 
-QString FrmUSB::Text1() { return m_Text1->text(); }
-QString FrmUSB::Text2() { return m_Text2->text(); }
-void FrmUSB::setText1(const QString& name) { m_Text1->setText(name); }
-void FrmUSB::setText2(const QString& path) { m_Text2->setText(path); }
-void FrmUSB::setText5(std::int32_t received) { m_Text5->setText(QString::number(received)); }
-void FrmUSB::setText6(std::int32_t length) { m_Text6->setText(QString::number(length)); }
-void FrmUSB::setBarMaximum(std::int32_t blocks) { setBarRange(*m_ProgressBar1, blocks); }
-void FrmUSB::setBar(std::int32_t block) { m_ProgressBar1->setValue(block); }
-void FrmUSB::setCommand4Enabled(bool enabled) { m_Command4->setEnabled(enabled); }
-void FrmUSB::yield() { QCoreApplication::processEvents(); }
+QString FrmUSB::Text1() {
+    return m_Text1->text();
+}
+QString FrmUSB::Text2() {
+    return m_Text2->text();
+}
+void FrmUSB::setText1(const QString& name) {
+    m_Text1->setText(name);
+}
+void FrmUSB::setText2(const QString& path) {
+    m_Text2->setText(path);
+}
+void FrmUSB::setText5(std::int32_t received) {
+    m_Text5->setText(QString::number(received));
+}
+void FrmUSB::setText6(std::int32_t length) {
+    m_Text6->setText(QString::number(length));
+}
+void FrmUSB::setBarMaximum(std::int32_t blocks) {
+    setBarRange(*m_ProgressBar1, blocks);
+}
+void FrmUSB::setBar(std::int32_t block) {
+    m_ProgressBar1->setValue(block);
+}
+void FrmUSB::setCommand4Enabled(bool enabled) {
+    m_Command4->setEnabled(enabled);
+}
+void FrmUSB::yield() {
+    QCoreApplication::processEvents();
+}
 
 void FrmUSB::waitForTimer1() {
     QEventLoop untilTick;
@@ -128,6 +152,8 @@ void FrmUSB::waitForTimer1() {
     untilTick.exec();
 }
 
-void FrmUSB::unload() { hide(); }
+void FrmUSB::unload() {
+    hide();
+}
 
 } // namespace sixtrace

@@ -58,7 +58,8 @@ recFrm::recFrm(publicM& model, Dialogs& dialogs, MSComm::Locator locatePort,
     auto* Command1 = addButton("Command1", QStringLiteral("浏览..."), rows::kButtonColumn, rows::top(1) - 1);
     static_cast<void>(caption("Label3", u"数据包：", 2));
     m_Text3 = addShownField("Text3", rows::shortField(rows::kFieldLeft, 2), Qt::AlignRight);
-    static_cast<void>(addLabel("Label5", QStringLiteral("重试次数"), {228, rows::top(2), 140, kRowHeight}, Qt::AlignRight));
+    static_cast<void>(
+        addLabel("Label5", QStringLiteral("重试次数"), {228, rows::top(2), 140, kRowHeight}, Qt::AlignRight));
     m_Text4 = addShownField("Text4", rows::shortField(rows::kButtonColumn, 2), Qt::AlignRight);
     static_cast<void>(caption("Label4", u"传输进度：", 3));
     m_ProgressBar1 = addProgressBar(*this, 3);
@@ -167,7 +168,9 @@ void recFrm::CancelButton_Click() {
 }
 
 /// The window's close box and the Escape key.
-void recFrm::reject() { CancelButton_Click(); }
+void recFrm::reject() {
+    CancelButton_Click();
+}
 
 void recFrm::Command1_Click() {
     const auto choice = m_dialogs.ShowSave({.fileName = m_Text2->text(),
@@ -186,17 +189,33 @@ void recFrm::Command1_Click() {
     m_Text2->setText(choice->fileName);
 }
 
-QString recFrm::Text2() { return m_Text2->text(); }
-void recFrm::setText1(const QString& name) { m_Text1->setText(name); }
-void recFrm::setText2(const QString& path) { m_Text2->setText(path); }
-void recFrm::setText3(int blockNo) { m_Text3->setText(QString::number(blockNo)); }
-void recFrm::setText4(int retries) { m_Text4->setText(QString::number(retries)); }
+QString recFrm::Text2() {
+    return m_Text2->text();
+}
+void recFrm::setText1(const QString& name) {
+    m_Text1->setText(name);
+}
+void recFrm::setText2(const QString& path) {
+    m_Text2->setText(path);
+}
+void recFrm::setText3(int blockNo) {
+    m_Text3->setText(QString::number(blockNo));
+}
+void recFrm::setText4(int retries) {
+    m_Text4->setText(QString::number(retries));
+}
 void recFrm::setAmounts(const QString& received, const QString& size) {
     m_Text5->setText(received);
     m_Text6->setText(size);
 }
-void recFrm::setBarMaximum(std::int32_t maximum) { setBarRange(*m_ProgressBar1, maximum); }
-void recFrm::setBar(std::int32_t value) { m_ProgressBar1->setValue(value); }
-void recFrm::yield() { QCoreApplication::processEvents(); }
+void recFrm::setBarMaximum(std::int32_t maximum) {
+    setBarRange(*m_ProgressBar1, maximum);
+}
+void recFrm::setBar(std::int32_t value) {
+    m_ProgressBar1->setValue(value);
+}
+void recFrm::yield() {
+    QCoreApplication::processEvents();
+}
 
 } // namespace sixtrace

@@ -23,8 +23,7 @@ class Dialogs;
 class recFrm : public DialogSheet, private ReceiveForm {
 public:
     /// `tellEnd` takes the sentence that says how a transfer by hand ended.
-    recFrm(publicM& model, Dialogs& dialogs, MSComm::Locator locatePort,
-           std::function<void(const QString&)> tellEnd);
+    recFrm(publicM& model, Dialogs& dialogs, MSComm::Locator locatePort, std::function<void(const QString&)> tellEnd);
 
     /// Runs Form_Load unless the form is loaded.
     void load();

@@ -37,15 +37,15 @@ public:
     ReceiveForm& operator=(const ReceiveForm&) = delete;
     virtual ~ReceiveForm() = default;
 
-    [[nodiscard]] virtual QString Text2() = 0;           ///< path to store to
-    virtual void setText1(const QString& name) = 0;      ///< name that came over the line
+    [[nodiscard]] virtual QString Text2() = 0;      ///< path to store to
+    virtual void setText1(const QString& name) = 0; ///< name that came over the line
     virtual void setText2(const QString& path) = 0;
     virtual void setText3(int blockNo) = 0;
     virtual void setText4(int retries) = 0;
     virtual void setAmounts(const QString& received, const QString& size) = 0; ///< Text5 and Text6
     virtual void setBarMaximum(std::int32_t maximum) = 0;                      ///< the minimum is 0
     virtual void setBar(std::int32_t value) = 0;
-    virtual void yield() = 0;                            ///< lets waiting events run
+    virtual void yield() = 0; ///< lets waiting events run
 };
 
 /// The receiving side of the block protocol, over a byte port: one file per transfer, a header block first. It keeps
@@ -107,7 +107,7 @@ private:
     std::int32_t FileSize = 0;
     int Retries = 0;
     int SendByte = line::kRequestCrc;
-    bool m_lost = false;    ///< the line went away during a wait without limit
+    bool m_lost = false; ///< the line went away during a wait without limit
     bool m_running = false;
 };
 

@@ -16,12 +16,22 @@ inline constexpr int kFieldRight = 464;
 inline constexpr int kShortField = 88;
 inline constexpr int kPitch = 36;
 
-[[nodiscard]] constexpr int top(int row) { return 16 + kPitch * row; }
-[[nodiscard]] constexpr QRect caption(int row) { return {16, top(row), 100, 26}; }
-[[nodiscard]] constexpr QRect field(int row) { return {kFieldLeft, top(row), kFieldRight - kFieldLeft, 26}; }
+[[nodiscard]] constexpr int top(int row) {
+    return 16 + kPitch * row;
+}
+[[nodiscard]] constexpr QRect caption(int row) {
+    return {16, top(row), 100, 26};
+}
+[[nodiscard]] constexpr QRect field(int row) {
+    return {kFieldLeft, top(row), kFieldRight - kFieldLeft, 26};
+}
 /// A field with a button right of it.
-[[nodiscard]] constexpr QRect fieldBesideButton(int row) { return {kFieldLeft, top(row), 248, 26}; }
-[[nodiscard]] constexpr QRect shortField(int left, int row) { return {left, top(row), kShortField, 26}; }
+[[nodiscard]] constexpr QRect fieldBesideButton(int row) {
+    return {kFieldLeft, top(row), 248, 26};
+}
+[[nodiscard]] constexpr QRect shortField(int left, int row) {
+    return {left, top(row), kShortField, 26};
+}
 inline constexpr int kButtonColumn = 376;
 } // namespace rows
 

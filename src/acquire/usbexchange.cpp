@@ -14,10 +14,14 @@ constexpr std::int32_t kStartSize = 5;
 constexpr std::size_t kContentByte = 8;
 constexpr int kSuffix = 3;
 
-int byteAt(const UsbHeader& header, std::size_t index) { return static_cast<unsigned char>(header[index]); }
+int byteAt(const UsbHeader& header, std::size_t index) {
+    return static_cast<unsigned char>(header[index]);
+}
 
 /// The bytes that go to the file: the data and one zero byte behind them.
-QByteArray dataBuffer(std::int32_t length) { return QByteArray(qsizetype{length} + 1, '\0'); }
+QByteArray dataBuffer(std::int32_t length) {
+    return QByteArray(qsizetype{length} + 1, '\0');
+}
 
 } // namespace
 
@@ -30,7 +34,9 @@ Result<std::int32_t> usbLength(const UsbHeader& header) {
     return static_cast<std::int32_t>(product / 1000 + byteAt(header, 0));
 }
 
-bool usbIsBitmap(const UsbHeader& header) { return header[kContentByte] == 1; }
+bool usbIsBitmap(const UsbHeader& header) {
+    return header[kContentByte] == 1;
+}
 
 std::optional<UsbHeader> usbStart(TtLink& link) {
     if (link.WriteThread(kStart, kStartSize) != kStartSize) {
@@ -49,9 +55,8 @@ QString usbOpenFailedText(int languageId) {
 }
 
 QString usbDataFailedText(int languageId) {
-    return languageId == 0
-               ? QStringLiteral("数据接收错误，请检查USB连线是否正常，重新开始接收！")
-               : QStringLiteral("The data received is error.Check the USB cable then restart to receive.");
+    return languageId == 0 ? QStringLiteral("数据接收错误，请检查USB连线是否正常，重新开始接收！")
+                           : QStringLiteral("The data received is error.Check the USB cable then restart to receive.");
 }
 
 QString usbErrorText(const RuntimeError& error) {

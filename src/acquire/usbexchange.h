@@ -51,7 +51,7 @@ public:
     virtual void setBarMaximum(std::int32_t blocks) = 0;
     virtual void setBar(std::int32_t block) = 0;
     virtual void setCommand4Enabled(bool enabled) = 0;
-    virtual void yield() = 0;        ///< lets waiting events run
+    virtual void yield() = 0;         ///< lets waiting events run
     virtual void waitForTimer1() = 0; ///< lets events run until the next tick of Timer1, at most 300 ms
     virtual void unload() = 0;
 };

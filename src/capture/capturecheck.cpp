@@ -82,7 +82,8 @@ private:
         const auto value = m_source.number<T>(static_cast<double>(m_at) + 1);
         if (!value && !m_cut) {
             m_cut = true;
-            fault(std::min(m_at, m_size), QStringLiteral("%1: the file ends in the field %2").arg(m_label, QLatin1String(name)));
+            fault(std::min(m_at, m_size),
+                  QStringLiteral("%1: the file ends in the field %2").arg(m_label, QLatin1String(name)));
         }
         m_at += static_cast<std::int64_t>(sizeof(T));
         return value;
@@ -108,7 +109,8 @@ private:
         const int channel = channelOfId(start[2]);
         if (channel < 0) {
             m_label = QStringLiteral("channel \"%1\"").arg(printable(std::string_view(start).substr(2)));
-            fault(m_at + 2, QStringLiteral("%1: unknown channel id; its values land in the channel before it").arg(m_label));
+            fault(m_at + 2,
+                  QStringLiteral("%1: unknown channel id; its values land in the channel before it").arg(m_label));
         } else {
             m_label = channelName(channel);
             bool& seen = m_seen.at(static_cast<std::size_t>(channel));

@@ -27,7 +27,9 @@ constexpr std::array<CaptureForm, 6> kForms{{
 
 constexpr std::string_view kMagic = "KQX";
 
-bool isRow(std::int64_t index, int rows) { return index >= 0 && index < rows; }
+bool isRow(std::int64_t index, int rows) {
+    return index >= 0 && index < rows;
+}
 
 template<typename To>
 std::optional<To> narrowed(std::int64_t value) {
@@ -272,7 +274,9 @@ void readBlockOfOlderLayout(publicM& model, Loader& loader) {
 
 } // namespace
 
-const std::array<CaptureForm, 6>& captureForms() { return kForms; }
+const std::array<CaptureForm, 6>& captureForms() {
+    return kForms;
+}
 
 const CaptureForm* captureForm(std::string_view tag) {
     const auto form =

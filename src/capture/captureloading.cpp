@@ -66,10 +66,8 @@ void CaptureLoading::SimpleWav(const QString& path) {
 }
 
 void CaptureLoading::OpenBinFile() {
-    const auto choice = m_dialogs.ShowOpen({.fileName = {},
-                                            .filter = QStringLiteral("KQX bin (*.bin)|*.bin"),
-                                            .filterIndex = 1,
-                                            .initialFolder = {}});
+    const auto choice = m_dialogs.ShowOpen(
+        {.fileName = {}, .filter = QStringLiteral("KQX bin (*.bin)|*.bin"), .filterIndex = 1, .initialFolder = {}});
     if (!choice) {
         return;
     }

@@ -35,8 +35,8 @@ public:
                    QObject* parent);
 
     void mnuOpen_Click();
-    /// The same with a file that the desktop hands over, dropped onto the window or double-clicked, in place of one that
-    /// was chosen in the dialog.
+    /// The same with a file that the desktop hands over, dropped onto the window or double-clicked, in place of one
+    /// that was chosen in the dialog.
     void openDropped(const QString& path);
     void mnuNew_Click();
     void SimpleWav(const QString& path);

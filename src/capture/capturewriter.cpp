@@ -19,7 +19,9 @@ void put32(QByteArray& bytes, std::int32_t value) {
     put16(bytes, static_cast<std::uint16_t>(bits >> 16));
 }
 
-void putFloat(QByteArray& bytes, float value) { put32(bytes, std::bit_cast<std::int32_t>(value)); }
+void putFloat(QByteArray& bytes, float value) {
+    put32(bytes, std::bit_cast<std::int32_t>(value));
+}
 
 QByteArray blockBody(const CaptureForm& form, const CaptureBlock& block) {
     QByteArray body;

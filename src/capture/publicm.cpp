@@ -24,8 +24,15 @@ constexpr std::array<TimeBaseRow, kTimeBaseRows> kTimeBases{{
 
 /// What the 20 family has in the rows of kFamilyRows.
 constexpr std::array<TimeBaseRow, kFamilyRows.size()> kTimeBasesOf20{{
-    {0.00002, u"20 nS"}, {0.0002, u"200nS"}, {0.002, u"2  uS"}, {0.02, u"20 uS"}, {0.2, u"200uS"},
-    {2, u"2  mS"},       {20, u"20 mS"},     {200, u"200mS"},   {2000, u"2   S"},
+    {0.00002, u"20 nS"},
+    {0.0002, u"200nS"},
+    {0.002, u"2  uS"},
+    {0.02, u"20 uS"},
+    {0.2, u"200uS"},
+    {2, u"2  mS"},
+    {20, u"20 mS"},
+    {200, u"200mS"},
+    {2000, u"2   S"},
 }};
 
 struct VoltRow {
@@ -72,7 +79,9 @@ void publicM::setTimeBaseFamily(TimeBaseFamily family) {
     }
 }
 
-QString channelLabel(int channel) { return channelName(channel).leftJustified(3); }
+QString channelLabel(int channel) {
+    return channelName(channel).leftJustified(3);
+}
 
 QString channelName(int channel) {
     const QLatin1Char id(kIds.at(static_cast<std::size_t>(channel)));
@@ -84,7 +93,9 @@ int channelOfId(char id) {
     return position == std::string_view::npos ? -1 : static_cast<int>(position);
 }
 
-double probeFactor(int probeExp) { return std::pow(10.0, probeExp); }
+double probeFactor(int probeExp) {
+    return std::pow(10.0, probeExp);
+}
 
 const std::array<QString, kVoltRows>* voltListTexts(int probeExp) {
     // The first text of the first list has a small v, unlike VoltText.

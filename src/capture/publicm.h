@@ -12,11 +12,11 @@
 
 namespace sixtrace {
 
-inline constexpr int kChannels = 6;        ///< ch1, ch2, A, B, C, D in this order, everywhere
-inline constexpr int kSampleRows = 10231;  ///< samples that a channel can hold
-inline constexpr int kTimeBaseRows = 28;   ///< rows of TimeBaseTable and of the time list
-inline constexpr int kVoltRows = 10;       ///< rows of VoltTable and of the volt list
-inline constexpr int kScanTimeRow = 22;    ///< time-base rows from here on are slow scans
+inline constexpr int kChannels = 6;       ///< ch1, ch2, A, B, C, D in this order, everywhere
+inline constexpr int kSampleRows = 10231; ///< samples that a channel can hold
+inline constexpr int kTimeBaseRows = 28;  ///< rows of TimeBaseTable and of the time list
+inline constexpr int kVoltRows = 10;      ///< rows of VoltTable and of the volt list
+inline constexpr int kScanTimeRow = 22;   ///< time-base rows from here on are slow scans
 
 template<typename T>
 using PerChannel = std::array<T, kChannels>;
@@ -50,35 +50,35 @@ enum class TimeBaseFamily { Of25, Of20 };
 /// ChannelXShift and SampleCount of all channels and leaves everything else of a channel that the file lacks.
 struct publicM {
     // Read from the capture file.
-    PerChannel<std::uint8_t> ChannelPresent{};  ///< 1 when the loaded capture holds the channel
-    PerChannel<std::int32_t> ScreenPoints{};    ///< samples per screen width, and sample slots of the file's block
-    PerChannel<std::int32_t> SampleCount{};     ///< samples held, as the file says it; more than 10231 are not stored
-    PerChannel<std::int32_t> ScanPoint{};       ///< slow scan: new data reach up to this sample; time rows 22 and up
-    PerChannel<std::int32_t> TimeIndex{};       ///< row of TimeBaseTable at the capture
-    PerChannel<std::int32_t> ZeroLevel{};       ///< vertical zero, 0 top, 100 middle, 200 bottom of the screen
-    PerChannel<std::int32_t> VoltIndex{};       ///< row of VoltTable at the capture, counted from 1
-    PerChannel<std::int16_t> ProbeExp{};        ///< readouts are multiplied by 10 to this power
-    PerChannel<float> SampleInterval{};         ///< between two samples, microseconds
-    PerChannel<float> Frequency{};              ///< of the signal, hertz
-    PerChannel<float> Period{};                 ///< of the signal, microseconds
-    PerChannel<float> VoltPerCount{};           ///< millivolts per count at probe factor 1
-    SampleArray<std::int16_t> SampleData;       ///< counts
+    PerChannel<std::uint8_t> ChannelPresent{}; ///< 1 when the loaded capture holds the channel
+    PerChannel<std::int32_t> ScreenPoints{};   ///< samples per screen width, and sample slots of the file's block
+    PerChannel<std::int32_t> SampleCount{};    ///< samples held, as the file says it; more than 10231 are not stored
+    PerChannel<std::int32_t> ScanPoint{};      ///< slow scan: new data reach up to this sample; time rows 22 and up
+    PerChannel<std::int32_t> TimeIndex{};      ///< row of TimeBaseTable at the capture
+    PerChannel<std::int32_t> ZeroLevel{};      ///< vertical zero, 0 top, 100 middle, 200 bottom of the screen
+    PerChannel<std::int32_t> VoltIndex{};      ///< row of VoltTable at the capture, counted from 1
+    PerChannel<std::int16_t> ProbeExp{};       ///< readouts are multiplied by 10 to this power
+    PerChannel<float> SampleInterval{};        ///< between two samples, microseconds
+    PerChannel<float> Frequency{};             ///< of the signal, hertz
+    PerChannel<float> Period{};                ///< of the signal, microseconds
+    PerChannel<float> VoltPerCount{};          ///< millivolts per count at probe factor 1
+    SampleArray<std::int16_t> SampleData;      ///< counts
 
     // Derived by a load.
-    PerChannel<std::int16_t> TimeIndexFile{};   ///< TimeIndex, fixed until the next load
-    PerChannel<std::int16_t> VoltIndexFile{};   ///< VoltIndex, fixed until the next load
-    PerChannel<std::int16_t> TimeIndexView{};   ///< row of TimeBaseTable now shown
-    PerChannel<std::int16_t> VoltIndexView{};   ///< row of VoltTable now shown; starts as VoltIndexFile - 1
-    PerChannel<std::int16_t> PeakToPeak{};      ///< counts
+    PerChannel<std::int16_t> TimeIndexFile{}; ///< TimeIndex, fixed until the next load
+    PerChannel<std::int16_t> VoltIndexFile{}; ///< VoltIndex, fixed until the next load
+    PerChannel<std::int16_t> TimeIndexView{}; ///< row of TimeBaseTable now shown
+    PerChannel<std::int16_t> VoltIndexView{}; ///< row of VoltTable now shown; starts as VoltIndexFile - 1
+    PerChannel<std::int16_t> PeakToPeak{};    ///< counts
 
     // Of the view.
-    PerChannel<std::int16_t> ChannelYPos{};     ///< screen Y of the zero line; every frame derives it from the marker
-    PerChannel<float> ChannelXShift{};          ///< horizontal shift, screen units
-    PerChannel<Colour> LineColor{};             ///< trace colour
-    PerChannel<float> SampleStep{};             ///< SampleInterval of the channel as last drawn
-    PerChannel<float> MsPerPixel{};             ///< milliseconds per screen unit as last drawn
-    PerChannel<float> VoltPerPixel{};           ///< volts per screen unit as last drawn
-    SampleArray<std::int32_t> PlotX;            ///< screen position of each sample that a frame has visited
+    PerChannel<std::int16_t> ChannelYPos{}; ///< screen Y of the zero line; every frame derives it from the marker
+    PerChannel<float> ChannelXShift{};      ///< horizontal shift, screen units
+    PerChannel<Colour> LineColor{};         ///< trace colour
+    PerChannel<float> SampleStep{};         ///< SampleInterval of the channel as last drawn
+    PerChannel<float> MsPerPixel{};         ///< milliseconds per screen unit as last drawn
+    PerChannel<float> VoltPerPixel{};       ///< volts per screen unit as last drawn
+    SampleArray<std::int32_t> PlotX;        ///< screen position of each sample that a frame has visited
     SampleArray<std::int32_t> PlotY;
 
     /// 1024 points by 6 channels for the 500 by 400 screen of PicReDraw. Nothing fills it.
@@ -92,20 +92,20 @@ struct publicM {
     std::array<std::int16_t, kVoltRows> VoltRange{};   ///< half the range of VScroll1, divisions
 
     // Shared scalars.
-    std::int16_t FileKind = 0;     ///< 0 none or unknown, 1 "bin", 2 "V01", 3 "W01", 4 "V11", 5 "W11", 6 "V10"
-    QString AppDir;                ///< program folder, with a separator at its end
-    QString IniFile;               ///< settings file
-    std::int16_t LanguageId = 0;   ///< 0 Chinese, 1 English
-    QString LanFile;               ///< language file in use
-    Colour GridColor = 0;          ///< of the graticule
-    Colour BackColor = 0;          ///< of the screen; a page prints in it too
-    bool AutoRun = false;          ///< timed acquisition runs: view controls, marker drags and cursors refuse input
-    double FilePos = 0;            ///< 1-based read position of SimpleWav
-    std::int16_t ComPort = 0;      ///< index of the serial port; below 1 selects USB
-    QString ComSetText;            ///< scratch of the port settings
-    QString ReceivedFile;          ///< file being received, or chosen for saving
+    std::int16_t FileKind = 0;      ///< 0 none or unknown, 1 "bin", 2 "V01", 3 "W01", 4 "V11", 5 "W11", 6 "V10"
+    QString AppDir;                 ///< program folder, with a separator at its end
+    QString IniFile;                ///< settings file
+    std::int16_t LanguageId = 0;    ///< 0 Chinese, 1 English
+    QString LanFile;                ///< language file in use
+    Colour GridColor = 0;           ///< of the graticule
+    Colour BackColor = 0;           ///< of the screen; a page prints in it too
+    bool AutoRun = false;           ///< timed acquisition runs: view controls, marker drags and cursors refuse input
+    double FilePos = 0;             ///< 1-based read position of SimpleWav
+    std::int16_t ComPort = 0;       ///< index of the serial port; below 1 selects USB
+    QString ComSetText;             ///< scratch of the port settings
+    QString ReceivedFile;           ///< file being received, or chosen for saving
     std::int32_t ReceiveResult = 0; ///< of the last transfer: above 0 when ReceivedFile names a complete file
-    std::int16_t XferCancel = 0;   ///< 1 asks a serial transfer to stop
+    std::int16_t XferCancel = 0;    ///< 1 asks a serial transfer to stop
 
     /// Fills the five tables, the time bases with the rows of the 25 family.
     void fillTables();

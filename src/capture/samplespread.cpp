@@ -77,7 +77,8 @@ constexpr Weave kWeave = makeWeave();
         for (std::size_t vector = 0; vector < kChannels; ++vector) {
             const __m512i source = _mm512_load_si512(kWeave.source[vector].data());
             __m512i woven = _mm512_permutex2var_epi16(s0, source, s1);
-            woven = _mm512_mask_mov_epi16(woven, kWeave.ofSecondPair[vector], _mm512_permutex2var_epi16(s2, source, s3));
+            woven =
+                _mm512_mask_mov_epi16(woven, kWeave.ofSecondPair[vector], _mm512_permutex2var_epi16(s2, source, s3));
             woven = _mm512_mask_mov_epi16(woven, kWeave.ofThirdPair[vector], _mm512_permutex2var_epi16(s4, source, s5));
             _mm512_storeu_si512(target + row * kChannels + vector * kWide, woven);
         }

@@ -15,11 +15,13 @@ struct SampleExtremes {
     int greatest;
 };
 
-/// The extremes of `count` samples as a file holds them, 16 bits each, little-endian; of none, greatest lies below least.
+/// The extremes of `count` samples as a file holds them, 16 bits each, little-endian; of none, greatest lies below
+/// least.
 [[nodiscard]] SampleExtremes extremesOf(const std::byte* bytes, std::size_t count, Vectors vectors = Vectors::Allowed);
 
-/// Spreads the samples of channels, which a file holds one channel after the other, over the model's sample-major array.
-/// It gathers what it is given and writes in one walk through memory, where a channel at a time would walk six times.
+/// Spreads the samples of channels, which a file holds one channel after the other, over the model's sample-major
+/// array. It gathers what it is given and writes in one walk through memory, where a channel at a time would walk six
+/// times.
 class SampleSpread {
 public:
     explicit SampleSpread(SampleArray<std::int16_t>& target, Vectors vectors = Vectors::Allowed);

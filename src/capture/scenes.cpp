@@ -38,7 +38,7 @@ struct Panel {
     char id;
     int timeRow;
     double msPerDivision;
-    int voltRow;         ///< zero-based
+    int voltRow; ///< zero-based
     double voltsPerDivision;
     int probeExp;
     int zeroLevel;
@@ -67,11 +67,21 @@ CaptureBlock block(const Panel& panel, int points, double hertz, const std::func
     return made;
 }
 
-double phase(double ms, double periodMs) { return ms / periodMs - std::floor(ms / periodMs); }
-double sine(double ms, double periodMs) { return std::sin(kTurn * ms / periodMs); }
-double square(double ms, double periodMs) { return phase(ms, periodMs) < 0.5 ? 1 : -1; }
-double triangle(double ms, double periodMs) { return std::fabs(4 * phase(ms, periodMs) - 2) - 1; }
-double ramp(double ms, double periodMs) { return 2 * phase(ms, periodMs) - 1; }
+double phase(double ms, double periodMs) {
+    return ms / periodMs - std::floor(ms / periodMs);
+}
+double sine(double ms, double periodMs) {
+    return std::sin(kTurn * ms / periodMs);
+}
+double square(double ms, double periodMs) {
+    return phase(ms, periodMs) < 0.5 ? 1 : -1;
+}
+double triangle(double ms, double periodMs) {
+    return std::fabs(4 * phase(ms, periodMs) - 2) - 1;
+}
+double ramp(double ms, double periodMs) {
+    return 2 * phase(ms, periodMs) - 1;
+}
 double burst(double ms, double periodMs) {
     const double since = phase(ms, periodMs) * periodMs;
     return std::exp(-4 * since / periodMs) * std::sin(kTurn * 8 * since / periodMs);

@@ -17,8 +17,8 @@ BitmapSave::BitmapSave(const Widgets& widgets, Dialogs& dialogs, QObject* parent
     , m_widgets(widgets)
     , m_dialogs(dialogs) {}
 
-/// Strip and screen side by side, as they stand on the form: markers, cursors and all. They are painted anew, since what
-/// a display shows cannot be read back everywhere.
+/// Strip and screen side by side, as they stand on the form: markers, cursors and all. They are painted anew, since
+/// what a display shows cannot be read back everywhere.
 QImage BitmapSave::picture() const {
     const QWidget& strip = *m_widgets.Picture3;
     const QSize size(strip.width() + m_widgets.Picture2->width(), m_widgets.Picture2->height());

@@ -8,7 +8,9 @@ DataTable::DataTable(publicM& model, Dialogs& dialogs, QObject* parent)
     , m_model(model)
     , m_dialogs(dialogs) {}
 
-DataTable::~DataTable() { unloadTable(); }
+DataTable::~DataTable() {
+    unloadTable();
+}
 
 void DataTable::mnuTabular_Click() {
     loadTable();
@@ -23,6 +25,8 @@ void DataTable::loadTable() {
     }
 }
 
-void DataTable::unloadTable() { frmData::unload(std::move(m_window)); }
+void DataTable::unloadTable() {
+    frmData::unload(std::move(m_window));
+}
 
 } // namespace sixtrace

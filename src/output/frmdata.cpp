@@ -177,11 +177,17 @@ void frmData::fillOn() {
     }
 }
 
-void frmData::CmdExit_Click() { hide(); }
+void frmData::CmdExit_Click() {
+    hide();
+}
 
-void frmData::mnuSelectAll_Click() { tickAll(true); }
+void frmData::mnuSelectAll_Click() {
+    tickAll(true);
+}
 
-void frmData::mnuSelectNone_Click() { tickAll(false); }
+void frmData::mnuSelectNone_Click() {
+    tickAll(false);
+}
 
 void frmData::tickAll(bool ticked) {
     for (QCheckBox* box : m_SaveCheck) {
@@ -200,11 +206,10 @@ TableExport frmData::exported() const {
 Outcome frmData::save() {
     const QString folder = m_model.AppDir + QStringLiteral("dat");
     ensureFolder(folder);
-    const auto choice =
-        m_dialogs.ShowSave({.fileName = withSeparator(folder) + dateName(QDateTime::currentDateTime()),
-                            .filter = QStringLiteral("Text file (*.txt)|*.TXT|Excel file|*.xls"),
-                            .filterIndex = kTextFilter,
-                            .initialFolder = folder});
+    const auto choice = m_dialogs.ShowSave({.fileName = withSeparator(folder) + dateName(QDateTime::currentDateTime()),
+                                            .filter = QStringLiteral("Text file (*.txt)|*.TXT|Excel file|*.xls"),
+                                            .filterIndex = kTextFilter,
+                                            .initialFolder = folder});
     if (!choice) {
         return RuntimeError::of(ErrorNumber::CancelSelected);
     }
@@ -229,8 +234,7 @@ void frmData::CmdSave_Click() {
     m_saving = true;
     const Outcome saved = save();
     if (!saved) {
-        m_dialogs.message(QString::number(saved.error().code()) + u':' + saved.error().description,
-                          MessageIcon::Plain);
+        m_dialogs.message(QString::number(saved.error().code()) + u':' + saved.error().description, MessageIcon::Plain);
     }
     m_saving = false;
     if (m_unloaded) {

@@ -47,7 +47,9 @@ QMenu* addMenu(QMenuBar& bar, const char* name, const QString& caption) {
     return menu;
 }
 
-std::int32_t whole(double value) { return toInt32(value).value_or(0); }
+std::int32_t whole(double value) {
+    return toInt32(value).value_or(0);
+}
 
 } // namespace
 
@@ -102,7 +104,8 @@ void frmPrintPreview::Form_Load() {
     // A4, unless a printer knows better.
     m_settings.PaperHeight = kPaperHeightA4;
     m_settings.PaperWidth = kPaperWidthA4;
-    if (const auto sheet = m_surroundings.printer.sheet(); sheet && sheet.value().Width > 0 && sheet.value().Height > 0) {
+    if (const auto sheet = m_surroundings.printer.sheet();
+        sheet && sheet.value().Width > 0 && sheet.value().Height > 0) {
         m_settings.PaperHeight = sheet.value().Height;
         m_settings.PaperWidth = sheet.value().Width;
     }
@@ -127,8 +130,12 @@ void frmPrintPreview::compose(std::int32_t percent) {
     }
 }
 
-double frmPrintPreview::windowWidth() const { return width() * kTwips; }
-double frmPrintPreview::windowHeight() const { return (height() - kMenuBarHeight) * kTwips; }
+double frmPrintPreview::windowWidth() const {
+    return width() * kTwips;
+}
+double frmPrintPreview::windowHeight() const {
+    return (height() - kMenuBarHeight) * kTwips;
+}
 
 void frmPrintPreview::applyScale() {
     if (m_scale.RePrintOnZoom) {
@@ -162,7 +169,8 @@ void frmPrintPreview::mnuViewFullPage_Click() {
 
 void frmPrintPreview::mnuViewCustomize_Click() {
     const bool chinese = m_model.LanguageId == 0;
-    const QString prompt = chinese ? QStringLiteral("请输入欲显示的百分比，") : QStringLiteral("Please input the percent:");
+    const QString prompt =
+        chinese ? QStringLiteral("请输入欲显示的百分比，") : QStringLiteral("Please input the percent:");
     const QString refusal =
         chinese ? QStringLiteral("您输入的数值有误，请重新输入") : QStringLiteral("Input error ,please try again");
     for (;;) {
@@ -182,8 +190,7 @@ void frmPrintPreview::mnuViewCustomize_Click() {
 }
 
 void frmPrintPreview::mnuViewPage_Click() {
-    const auto answer =
-        m_surroundings.dialogs.input(QStringLiteral("请输入欲显示的页码，"), {}, QStringLiteral("1"));
+    const auto answer = m_surroundings.dialogs.input(QStringLiteral("请输入欲显示的页码，"), {}, QStringLiteral("1"));
     if (!answer || answer->isEmpty()) {
         return;
     }

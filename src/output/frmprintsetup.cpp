@@ -63,7 +63,8 @@ void frmPrintSetup::makeControls() {
     for (int place = 0; place < 4; ++place) {
         const auto i = static_cast<std::size_t>(place);
         const QRect field = fieldPlace(place);
-        QLabel* label = addLabel("", captions[i], {field.left() - kCaptionWidth, field.top(), kCaptionWidth, kRowHeight});
+        QLabel* label =
+            addLabel("", captions[i], {field.left() - kCaptionWidth, field.top(), kCaptionWidth, kRowHeight});
         label->setObjectName(elementName("Labela", place));
         m_txtMargin[i] = addField("", field, Qt::AlignRight);
         m_txtMargin[i]->setObjectName(elementName("txtMargin", place + 1));
@@ -156,7 +157,9 @@ void frmPrintSetup::cmdYes_Click() {
     close();
 }
 
-void frmPrintSetup::cmdNo_Click() { close(); }
+void frmPrintSetup::cmdNo_Click() {
+    close();
+}
 
 void frmPrintSetup::paintEvent(QPaintEvent* event) {
     DialogSheet::paintEvent(event);

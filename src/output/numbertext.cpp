@@ -34,7 +34,9 @@ constexpr auto kPairs = [] {
     return pairs;
 }();
 
-void putPair(char* at, std::uint32_t pair) { std::memcpy(at, kPairs.data() + std::size_t{2} * pair, 2); }
+void putPair(char* at, std::uint32_t pair) {
+    std::memcpy(at, kPairs.data() + std::size_t{2} * pair, 2);
+}
 
 /// `value` below 10^8 as eight digits, zeros in front.
 void putEight(char* at, std::uint32_t value) {
@@ -86,8 +88,8 @@ std::uint32_t scaledAndRounded(double magnitude, int scale) {
 CellText slowText(float value) {
     CellText text = CellText::empty();
     const QByteArray general = generalText(value, NumberMarks{}).toLatin1();
-    text.length = static_cast<std::uint8_t>(std::min<std::size_t>(static_cast<std::size_t>(general.size()),
-                                                                   CellText::kLongest));
+    text.length =
+        static_cast<std::uint8_t>(std::min<std::size_t>(static_cast<std::size_t>(general.size()), CellText::kLongest));
     std::memcpy(text.characters.data(), general.constData(), text.length);
     return text;
 }

@@ -9,22 +9,27 @@ namespace {
 
 constexpr double kGreatestMargin = 10; // centimetres
 
-bool isNumeric(const QString& text, NumberMarks marks) { return parseNumber(text, marks).has_value(); }
+bool isNumeric(const QString& text, NumberMarks marks) {
+    return parseNumber(text, marks).has_value();
+}
 
 } // namespace
 
 std::optional<std::int32_t> marginOfText(const QString& text, NumberMarks marks) {
     const double centimetres = Val(text);
-    const bool good = centimetres > 0 && centimetres <= kGreatestMargin && !text.contains(u',') && isNumeric(text, marks);
+    const bool good =
+        centimetres > 0 && centimetres <= kGreatestMargin && !text.contains(u',') && isNumeric(text, marks);
     return good ? toInt32(centimetres * kTwipsPerCentimetre) : std::nullopt;
 }
 
-QString textOfMargin(std::int32_t twips, NumberMarks marks) { return Format(twips / kTwipsPerCentimetre, u"0.0", marks); }
+QString textOfMargin(std::int32_t twips, NumberMarks marks) {
+    return Format(twips / kTwipsPerCentimetre, u"0.0", marks);
+}
 
 std::optional<std::int32_t> zoomOfText(const QString& text, NumberMarks marks) {
     const double percent = Val(text);
-    const bool good = percent > 0 && !text.contains(u'-') && !text.contains(u',') && !text.contains(u'.') &&
-                      isNumeric(text, marks);
+    const bool good =
+        percent > 0 && !text.contains(u'-') && !text.contains(u',') && !text.contains(u'.') && isNumeric(text, marks);
     return good ? toInt32(percent) : std::nullopt;
 }
 

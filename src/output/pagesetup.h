@@ -18,8 +18,8 @@ namespace sixtrace {
 /// The percentage of a text; nothing unless it is a positive whole number without any mark.
 [[nodiscard]] std::optional<std::int32_t> zoomOfText(const QString& text, NumberMarks marks = NumberMarks::system());
 
-/// The percentage typed for the view, rounded; nothing for a text that is no number, names 0 or holds a comma or a minus
-/// sign.
+/// The percentage typed for the view, rounded; nothing for a text that is no number, names 0 or holds a comma or a
+/// minus sign.
 [[nodiscard]] std::optional<std::int32_t> viewPercentOfText(const QString& text,
                                                             NumberMarks marks = NumberMarks::system());
 

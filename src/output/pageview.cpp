@@ -83,11 +83,13 @@ void PageView::paintEvent(QPaintEvent* event) {
 }
 
 void PageView::mousePressEvent(QMouseEvent* event) {
-    tell(*event, buttonNumber(event->button()), [this](int button, double x, double y) { Q_EMIT mouseDown(button, x, y); });
+    tell(*event, buttonNumber(event->button()),
+         [this](int button, double x, double y) { Q_EMIT mouseDown(button, x, y); });
 }
 
 void PageView::mouseMoveEvent(QMouseEvent* event) {
-    tell(*event, buttonNumber(event->buttons()), [this](int button, double x, double y) { Q_EMIT mouseMove(button, x, y); });
+    tell(*event, buttonNumber(event->buttons()),
+         [this](int button, double x, double y) { Q_EMIT mouseMove(button, x, y); });
 }
 
 void PageDesk::paintEvent(QPaintEvent* event) {
@@ -102,11 +104,13 @@ void PageDesk::paintEvent(QPaintEvent* event) {
 }
 
 void PageDesk::mousePressEvent(QMouseEvent* event) {
-    tell(*event, buttonNumber(event->button()), [this](int button, double x, double y) { Q_EMIT mouseDown(button, x, y); });
+    tell(*event, buttonNumber(event->button()),
+         [this](int button, double x, double y) { Q_EMIT mouseDown(button, x, y); });
 }
 
 void PageDesk::mouseMoveEvent(QMouseEvent* event) {
-    tell(*event, buttonNumber(event->buttons()), [this](int button, double x, double y) { Q_EMIT mouseMove(button, x, y); });
+    tell(*event, buttonNumber(event->buttons()),
+         [this](int button, double x, double y) { Q_EMIT mouseMove(button, x, y); });
 }
 
 PageBox::PageBox(double dotsPerInch, QWidget* parent)

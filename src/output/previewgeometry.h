@@ -16,8 +16,8 @@ inline constexpr double kPreviewGap = 100;
 /// Where a picture stands along one axis of the window: centred where it is smaller, else at 0.
 [[nodiscard]] std::int32_t placeOnAxis(double pictureSize, double windowSize);
 
-/// How far a picture follows a drag by `delta` along one axis. A centred picture stays; any other neither shows its near
-/// edge inside the window nor loses its far one.
+/// How far a picture follows a drag by `delta` along one axis. A centred picture stays; any other neither shows its
+/// near edge inside the window nor loses its far one.
 [[nodiscard]] std::int32_t dragOnAxis(double delta, double picturePlace, double pictureSize, double windowSize);
 
 } // namespace sixtrace

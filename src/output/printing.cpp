@@ -36,8 +36,12 @@ Printing::~Printing() {
     delete m_preview.data();
 }
 
-frmPrintPreview* Printing::preview() const { return static_cast<frmPrintPreview*>(m_preview.data()); }
-frmPrintSetup* Printing::setup() const { return static_cast<frmPrintSetup*>(m_setup.data()); }
+frmPrintPreview* Printing::preview() const {
+    return static_cast<frmPrintPreview*>(m_preview.data());
+}
+frmPrintSetup* Printing::setup() const {
+    return static_cast<frmPrintSetup*>(m_setup.data());
+}
 
 Outcome Printing::PrintResult(PageTarget& target, std::int32_t zoomPercent) {
     return m_composer.PrintResult(target, zoomPercent, m_surroundings.inputs());
@@ -70,9 +74,9 @@ void Printing::showSetupOver(QWidget& owner) {
 void Printing::mnuPrintView_Click() {
     m_settings.PreviewOwner = this;
     if (m_preview.isNull()) {
-        auto* form = new frmPrintPreview(m_model, m_settings, m_previewScale,
-                                         {m_surroundings.dialogs, m_printer,
-                                          [this](QWidget& owner) { showSetupOver(owner); }});
+        auto* form =
+            new frmPrintPreview(m_model, m_settings, m_previewScale,
+                                {m_surroundings.dialogs, m_printer, [this](QWidget& owner) { showSetupOver(owner); }});
         form->setAttribute(Qt::WA_DeleteOnClose);
         m_preview = form;
         form->move(m_form.frameGeometry().center() - form->rect().center());

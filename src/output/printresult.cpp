@@ -15,7 +15,7 @@ namespace sixtrace {
 namespace {
 
 constexpr Colour kWhite = 0x00FFFFFF;
-constexpr Colour kGrey = 0x00C0C0C0; // 7 of the sixteen-colour table
+constexpr Colour kGrey = 0x00C0C0C0;  // 7 of the sixteen-colour table
 constexpr double kFontSize = 12;      // points
 constexpr std::int32_t kIndent = 567; // of legend and frame behind the labels' column
 constexpr std::int32_t kGap = 110;    // between legend and frame
@@ -71,16 +71,15 @@ Result<PageComposer::Box> PageComposer::printableBox() const {
     Box box;
     box.left = m_settings.PrintMarginLeft;
     box.top = m_settings.PrintMarginTop;
-    Outcome fits =
-        first({assign(box.height, static_cast<double>(sheet.value().ScaleHeight) - m_settings.PrintMarginTop -
-                                      m_settings.PrintMarginBottom),
-               assign(box.width, static_cast<double>(sheet.value().ScaleWidth) - m_settings.PrintMarginLeft -
-                                     m_settings.PrintMarginRight)});
+    Outcome fits = first({assign(box.height, static_cast<double>(sheet.value().ScaleHeight) -
+                                                 m_settings.PrintMarginTop - m_settings.PrintMarginBottom),
+                          assign(box.width, static_cast<double>(sheet.value().ScaleWidth) - m_settings.PrintMarginLeft -
+                                                m_settings.PrintMarginRight)});
     return fits ? Result<Box>(box) : fits.error();
 }
 
-/// Makes the picture of the whole sheet with the dashed line of the margins, which no printer ever sees. What the printer
-/// cannot reach is taken as equal on both sides.
+/// Makes the picture of the whole sheet with the dashed line of the margins, which no printer ever sees. What the
+/// printer cannot reach is taken as equal on both sides.
 Outcome PageComposer::beginSheet(PicturePage& picture, double s, Box& box) const {
     const auto metrics = m_printer.sheet();
     if (!metrics) {

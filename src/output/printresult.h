@@ -25,8 +25,8 @@ class PageComposer {
 public:
     PageComposer(publicM& model, const MdlPrinter& settings, Printer& printer);
 
-    /// Composes the page on the printer, or at zoomPercent on a preview's picture. An error ends the composition at that
-    /// point: what is on a picture stays, a document of the printer is thrown away.
+    /// Composes the page on the printer, or at zoomPercent on a preview's picture. An error ends the composition at
+    /// that point: what is on a picture stays, a document of the printer is thrown away.
     ///
     /// PlotX, PlotY, MsPerPixel and VoltPerPixel hold the page's values afterwards, until the next frame.
     [[nodiscard]] Outcome PrintResult(PageTarget& target, std::int32_t zoomPercent, const PageInputs& inputs);

@@ -5,7 +5,9 @@
 
 namespace sixtrace {
 
-QString dateName(const QDateTime& time) { return u'D' + time.toString(QStringLiteral("yyMMddhhmm")); }
+QString dateName(const QDateTime& time) {
+    return u'D' + time.toString(QStringLiteral("yyMMddhhmm"));
+}
 
 QString withExtension(const QString& path, const QString& extension) {
     const QString name = QFileInfo(path).fileName();

@@ -14,15 +14,15 @@
 namespace sixtrace {
 
 /// The cells of the data table as texts: row 0 is the head, column 0 the sequence number, columns 1 to 6 the channels.
-/// Export reads these texts back. It holds no model and no window; TableFill writes it, whoever shows or saves the table
-/// reads it.
+/// Export reads these texts back. It holds no model and no window; TableFill writes it, whoever shows or saves the
+/// table reads it.
 ///
 /// Texts are kept in ASCII with a point as decimal mark. The desktop's mark, fixed when the table is made, is put in
 /// where a text leaves as TextMatrix().
 class TableCells {
 public:
     static constexpr int kCols = kChannels + 1;
-    static constexpr int kDesignRows = 10000;        ///< until a fill has set Rows
+    static constexpr int kDesignRows = 10000;         ///< until a fill has set Rows
     static constexpr int kMostRows = kSampleRows + 1; ///< the head, and a row for each sample that a channel can hold
 
     explicit TableCells(QChar decimalMark)

@@ -136,7 +136,9 @@ QByteArray csvTable(const TableExport& table) {
     return text;
 }
 
-Outcome SaveTextTable(const TableExport& table, const QString& path) { return writeWhole(path, textTable(table)); }
+Outcome SaveTextTable(const TableExport& table, const QString& path) {
+    return writeWhole(path, textTable(table));
+}
 
 Outcome SaveExcelTable(const TableExport& table, const QString& path) {
     if (path.isEmpty()) {

@@ -21,8 +21,8 @@ struct TableExport {
     std::array<bool, TableCells::kCols> ticked{true, true, true, true, true, true, true};
 };
 
-/// The text file: the unit line in the system's encoding, then every row, each cell padded with blanks to the next print
-/// zone of 14 characters. Lines end in CR LF.
+/// The text file: the unit line in the system's encoding, then every row, each cell padded with blanks to the next
+/// print zone of 14 characters. Lines end in CR LF.
 [[nodiscard]] QByteArray textTable(const TableExport& table);
 
 /// The same cells for programs: one header row, commas, a point as decimal mark whatever the desktop says, lines that
@@ -32,9 +32,9 @@ struct TableExport {
 /// Writes the text file; it appears whole or not at all.
 Outcome SaveTextTable(const TableExport& table, const QString& path);
 
-/// Writes a workbook: an Office Open XML one for a name that ends in ".xlsx", else a BIFF8 one. The sheet holds the unit
-/// in A1, the heads behind it whatever is ticked, and below the ticked columns whose first cell holds something, each at
-/// its place in the table, as numbers. Error 9 for a table without a row below its head.
+/// Writes a workbook: an Office Open XML one for a name that ends in ".xlsx", else a BIFF8 one. The sheet holds the
+/// unit in A1, the heads behind it whatever is ticked, and below the ticked columns whose first cell holds something,
+/// each at its place in the table, as numbers. Error 9 for a table without a row below its head.
 Outcome SaveExcelTable(const TableExport& table, const QString& path);
 
 } // namespace sixtrace

@@ -23,7 +23,9 @@ int TableModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : std::max(m_cells.Rows() - 1, 0);
 }
 
-int TableModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : TableCells::kCols; }
+int TableModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : TableCells::kCols;
+}
 
 QVariant TableModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) {

@@ -70,8 +70,7 @@ void XlsxWorkbook::number(int row, int col, double value) {
 bool XlsxWorkbook::hasRoom() const {
     QFile trial(m_folder.filePath(QStringLiteral("room")));
     const QByteArray zeros(m_cells * kCellBytes + kOtherBytes, '\0');
-    const bool fits =
-        trial.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && trial.write(zeros) == zeros.size();
+    const bool fits = trial.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && trial.write(zeros) == zeros.size();
     return trial.remove() && fits;
 }
 

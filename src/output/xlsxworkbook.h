@@ -29,8 +29,8 @@ public:
     [[nodiscard]] Result<QByteArray> file();
 
 private:
-    /// Whether the private folder has the room for what the library puts there: it does not look whether its own writing
-    /// succeeds, and would pack a sheet that breaks off.
+    /// Whether the private folder has the room for what the library puts there: it does not look whether its own
+    /// writing succeeds, and would pack a sheet that breaks off.
     [[nodiscard]] bool hasRoom() const;
 
     PlainNumerals m_plainNumerals;

@@ -9,7 +9,9 @@ namespace sixtrace {
 /// when it is drawn.
 using Colour = std::int32_t;
 
-[[nodiscard]] constexpr Colour rgb(int red, int green, int blue) { return red | (green << 8) | (blue << 16); }
+[[nodiscard]] constexpr Colour rgb(int red, int green, int blue) {
+    return red | (green << 8) | (blue << 16);
+}
 
 /// The pixel 0xffRRGGBB of a colour.
 [[nodiscard]] constexpr std::uint32_t pixelOfColour(Colour colour) {

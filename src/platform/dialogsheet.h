@@ -22,8 +22,8 @@ public:
 
     DialogSheet(int width, int height);
 
-    /// Shows the dialog over its owner and waits until it is hidden. A dialog is no child of its owner, since a walk over
-    /// the owner's controls must not meet the dialog's.
+    /// Shows the dialog over its owner and waits until it is hidden. A dialog is no child of its owner, since a walk
+    /// over the owner's controls must not meet the dialog's.
     void showOver(QWidget* owner);
 
 protected:

@@ -51,7 +51,8 @@ struct StepRange {
 }
 
 /// The steps k of a line at which start + sign * offset(k) lies in 0..size-1.
-[[nodiscard]] inline StepRange offsetStepsInside(const LineRule& rule, std::int64_t start, int sign, std::int64_t size) {
+[[nodiscard]] inline StepRange offsetStepsInside(const LineRule& rule, std::int64_t start, int sign,
+                                                 std::int64_t size) {
     StepRange steps{0, rule.length};
     if (rule.rise == 0) {
         return start >= 0 && start < size ? steps : StepRange{};

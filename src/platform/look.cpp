@@ -96,7 +96,9 @@ void setInk(QWidget& widget, QRgb colour) {
 FontPreload::FontPreload()
     : m_thread([] { static_cast<void>(QFontDatabase::families()); }) {}
 
-FontPreload::~FontPreload() { m_thread.join(); }
+FontPreload::~FontPreload() {
+    m_thread.join();
+}
 
 void applyLook(QApplication& application) {
     application.setStyle(new BenchStyle);

@@ -60,7 +60,9 @@ MSComm::MSComm(Locator locate)
     });
 }
 
-MSComm::~MSComm() { heldPorts().remove(m_location); }
+MSComm::~MSComm() {
+    heldPorts().remove(m_location);
+}
 
 Outcome MSComm::setCommPort(int number) {
     if (PortOpen()) {
@@ -135,7 +137,7 @@ RuntimeError MSComm::openError(const QString& location) const {
     case QSerialPort::PermissionError:
         // Busy and forbidden are one to the port's error; the file's own rights tell them apart.
         return RuntimeError::of(device.isReadable() && device.isWritable() ? ErrorNumber::PortAlreadyOpen
-                                                                            : ErrorNumber::PermissionDenied);
+                                                                           : ErrorNumber::PermissionDenied);
     case QSerialPort::DeviceNotFoundError:
         return RuntimeError::of(ErrorNumber::DeviceUnavailable);
     case QSerialPort::OpenError:
@@ -145,7 +147,9 @@ RuntimeError MSComm::openError(const QString& location) const {
     }
 }
 
-int MSComm::InBufferCount() { return static_cast<int>(m_port.bytesAvailable()); }
+int MSComm::InBufferCount() {
+    return static_cast<int>(m_port.bytesAvailable());
+}
 
 void MSComm::discard() {
     if (PortOpen()) {
@@ -153,7 +157,9 @@ void MSComm::discard() {
     }
 }
 
-QByteArray MSComm::Input(int count) { return PortOpen() ? m_port.read(count) : QByteArray(); }
+QByteArray MSComm::Input(int count) {
+    return PortOpen() ? m_port.read(count) : QByteArray();
+}
 
 void MSComm::Output(const QByteArray& bytes) {
     if (PortOpen() && !m_lost) {

@@ -13,8 +13,12 @@ namespace sixtrace {
 
 namespace {
 
-bool isBlank(QChar c) { return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r'; }
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isBlank(QChar c) {
+    return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r';
+}
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
 
 /// Value of a well-formed decimal number in ASCII with at least one digit: sign, digits, point, digits, "e", sign,
 /// digits. Beyond the range of a 64-bit real it is infinite, below it 0.
@@ -36,7 +40,7 @@ double valueOfDecimal(std::string_view text) {
 
 /// The longest prefix of `text` that is a decimal number.
 struct DecimalPrefix {
-    std::string number;     ///< in ASCII with "e" as exponent mark and no sign on a positive exponent; empty without digits
+    std::string number; ///< in ASCII with "e" as exponent mark and no sign on a positive exponent; empty without digits
     std::size_t length = 0; ///< of the prefix
 };
 
@@ -164,7 +168,9 @@ char digitAt(const Decimal& decimal, int exponent) {
 
 NumberMarks NumberMarks::system() {
     const QLocale locale = QLocale::system();
-    const auto first = [](const QString& text, char16_t fallback) { return text.isEmpty() ? QChar(fallback) : text.at(0); };
+    const auto first = [](const QString& text, char16_t fallback) {
+        return text.isEmpty() ? QChar(fallback) : text.at(0);
+    };
     return {first(locale.decimalPoint(), u'.'), first(locale.groupSeparator(), u',')};
 }
 
@@ -205,8 +211,12 @@ QString Str(std::int64_t value) {
     return value < 0 ? digits : u' ' + digits;
 }
 
-QString generalText(float value, NumberMarks marks) { return general(value, 7, marks); }
-QString generalText(double value, NumberMarks marks) { return general(value, 15, marks); }
+QString generalText(float value, NumberMarks marks) {
+    return general(value, 7, marks);
+}
+QString generalText(double value, NumberMarks marks) {
+    return general(value, 15, marks);
+}
 
 QString Format(double value, QStringView picture, NumberMarks marks) {
     if (!std::isfinite(value)) {
@@ -272,6 +282,8 @@ std::optional<bool> toBoolean(QStringView text) {
     return std::nullopt;
 }
 
-QString booleanText(bool value) { return value ? QStringLiteral("True") : QStringLiteral("False"); }
+QString booleanText(bool value) {
+    return value ? QStringLiteral("True") : QStringLiteral("False");
+}
 
 } // namespace sixtrace

@@ -134,7 +134,8 @@ void Picture::stroke(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int
     const int signX = dx < 0 ? -1 : 1;
     const int signY = dy < 0 ? -1 : 1;
 
-    StepRange steps = alongX ? offsetStepsInside(rule, y1, signY, m_height) : offsetStepsInside(rule, x1, signX, m_width);
+    StepRange steps =
+        alongX ? offsetStepsInside(rule, y1, signY, m_height) : offsetStepsInside(rule, x1, signX, m_width);
     const StepRange inside = alongX ? stepsInside(x1, signX, m_width) : stepsInside(y1, signY, m_height);
     steps.cut(inside.first, inside.last);
     steps.cut(0, lastPixel == LastPixel::Drawn ? rule.length : rule.length - 1);
@@ -160,9 +161,8 @@ void Picture::stroke(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int
 
     // What is left of (2 k rise + length) behind the division, so that each further step is an addition.
     const std::int64_t twiceLength = 2 * rule.length;
-    auto remainder =
-        static_cast<std::int64_t>(LineRule::Wide{2} * steps.first * rule.rise + rule.length -
-                                  LineRule::Wide{startOffset} * twiceLength);
+    auto remainder = static_cast<std::int64_t>(LineRule::Wide{2} * steps.first * rule.rise + rule.length -
+                                               LineRule::Wide{startOffset} * twiceLength);
     const auto walk = [&](auto draw) {
         for (std::int64_t k = steps.first;; ++k) {
             draw(k);
@@ -221,7 +221,9 @@ void Picture::copyLater(Picture& source, int width, int height) {
     m_copyHeight = height;
 }
 
-void Picture::forgetCopy() { unlink(); }
+void Picture::forgetCopy() {
+    unlink();
+}
 
 void Picture::unlink() const {
     if (m_copiedFrom != nullptr) {

@@ -61,8 +61,8 @@ public:
     /// Copies a width by height rectangle from `source` to this picture; what lies outside either is left out.
     void BitBlt(int x, int y, int width, int height, const Picture& source, int sourceX, int sourceY);
 
-    /// The same as BitBlt(0, 0, width, height, source, 0, 0), put off until this picture is looked at or either is drawn on,
-    /// so that a copy that nobody looks at costs nothing.
+    /// The same as BitBlt(0, 0, width, height, source, 0, 0), put off until this picture is looked at or either is
+    /// drawn on, so that a copy that nobody looks at costs nothing.
     void copyLater(Picture& source, int width, int height);
     /// Drops what copyLater has promised and not yet done, for a caller that will promise the same rectangle anew.
     void forgetCopy();

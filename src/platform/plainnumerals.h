@@ -5,8 +5,8 @@
 
 namespace sixtrace {
 
-/// For as long as it lives, C functions of this thread write numbers with a point as decimal mark, whatever the desktop's
-/// locale is: for libraries that make files with them.
+/// For as long as it lives, C functions of this thread write numbers with a point as decimal mark, whatever the
+/// desktop's locale is: for libraries that make files with them.
 class PlainNumerals {
 public:
     PlainNumerals();

@@ -13,7 +13,9 @@ constexpr double kLineWidth = 15; // twips: 1/96 inch
 Printer::Printer(PrintDevices& devices)
     : m_devices(devices) {}
 
-Printer::~Printer() { KillDoc(); }
+Printer::~Printer() {
+    KillDoc();
+}
 
 Result<PrinterProperties> Printer::properties() {
     const QString standard = m_devices.defaultName();
@@ -33,9 +35,13 @@ Result<Sheet> Printer::sheet() {
     return present ? m_devices.sheet(present.value()) : present.error();
 }
 
-void Printer::choose(const QString& deviceName) { m_properties = m_devices.initial(deviceName); }
+void Printer::choose(const QString& deviceName) {
+    m_properties = m_devices.initial(deviceName);
+}
 
-void Printer::NewPage() { m_pageFull = true; }
+void Printer::NewPage() {
+    m_pageFull = true;
+}
 
 Outcome Printer::beginDocument() {
     const auto present = sheet();

@@ -28,7 +28,7 @@ Result<QString> privateFolderAt(const QString& path) {
     if (mkdir(name.constData(), S_IRWXU) != 0 && errno != EEXIST) {
         return RuntimeError::ofErrno(errno);
     }
-    struct stat found{};
+    struct stat found {};
     if (lstat(name.constData(), &found) != 0) {
         return RuntimeError::ofErrno(errno);
     }

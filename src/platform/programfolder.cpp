@@ -27,7 +27,9 @@ QString withSeparator(const QString& path) {
     return ended ? path : path + QDir::separator();
 }
 
-QString programFolder() { return programFolderOf(QCoreApplication::applicationDirPath()); }
+QString programFolder() {
+    return programFolderOf(QCoreApplication::applicationDirPath());
+}
 
 QString programFolderOf(const QString& executables) {
     const QString installed = beside(executables, SIXTRACE_SHARED_FROM_PROGRAMS);
@@ -67,6 +69,8 @@ void furnishProgramFolder(const QString& own, const QString& installed) {
     }
 }
 
-void ensureFolder(const QString& folder) { QDir().mkpath(folder); }
+void ensureFolder(const QString& folder) {
+    QDir().mkpath(folder);
+}
 
 } // namespace sixtrace

@@ -112,9 +112,13 @@ private:
 
 } // namespace
 
-QStringList QtPrinters::names() const { return QPrinterInfo::availablePrinterNames(); }
+QStringList QtPrinters::names() const {
+    return QPrinterInfo::availablePrinterNames();
+}
 
-QString QtPrinters::defaultName() const { return QPrinterInfo::defaultPrinterName(); }
+QString QtPrinters::defaultName() const {
+    return QPrinterInfo::defaultPrinterName();
+}
 
 PrinterProperties QtPrinters::initial(const QString& name) const {
     PrinterProperties properties;

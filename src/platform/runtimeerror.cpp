@@ -57,7 +57,9 @@ QString describe(ErrorNumber number) {
     return QStringLiteral("Application-defined or object-defined error");
 }
 
-RuntimeError RuntimeError::of(ErrorNumber number) { return {number, describe(number)}; }
+RuntimeError RuntimeError::of(ErrorNumber number) {
+    return {number, describe(number)};
+}
 
 RuntimeError RuntimeError::ofErrno(int errnoValue) {
     switch (errnoValue) {

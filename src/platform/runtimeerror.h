@@ -77,6 +77,8 @@ private:
 
 /// The outcome of an operation that yields nothing but success or an error.
 using Outcome = Result<std::monostate>;
-[[nodiscard]] inline Outcome success() { return Outcome(std::monostate{}); }
+[[nodiscard]] inline Outcome success() {
+    return Outcome(std::monostate{});
+}
 
 } // namespace sixtrace

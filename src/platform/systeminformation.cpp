@@ -28,7 +28,8 @@ std::optional<QString> GetKeyValue([[maybe_unused]] const QString& path, [[maybe
 
 bool startSystemInformation() {
     QString program;
-    if (const auto tool = GetKeyValue(QStringLiteral("SOFTWARE\\Microsoft\\Shared Tools\\MSINFO"), QStringLiteral("PATH"))) {
+    if (const auto tool =
+            GetKeyValue(QStringLiteral("SOFTWARE\\Microsoft\\Shared Tools\\MSINFO"), QStringLiteral("PATH"))) {
         program = *tool;
     } else if (const auto folder = GetKeyValue(QStringLiteral("SOFTWARE\\Microsoft\\Shared Tools Location"),
                                                QStringLiteral("MSINFO"))) {

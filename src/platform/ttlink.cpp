@@ -49,14 +49,15 @@ bool TtLibrary::load() {
     resolve(m_library, "ReadThread", m_read);
     resolve(m_library, "senddatatoTt", m_send);
     resolve(m_library, "getTtData", m_get);
-    if (m_initialize == nullptr || m_close == nullptr || m_write == nullptr || m_read == nullptr ||
-        m_send == nullptr) {
+    if (m_initialize == nullptr || m_close == nullptr || m_write == nullptr || m_read == nullptr || m_send == nullptr) {
         m_get = nullptr;
     }
     return m_get != nullptr;
 }
 
-std::int32_t TtLibrary::InitializeTt(std::int32_t mode) { return load() ? m_initialize(mode) : 0; }
+std::int32_t TtLibrary::InitializeTt(std::int32_t mode) {
+    return load() ? m_initialize(mode) : 0;
+}
 
 void TtLibrary::closeTt(std::int32_t mode) {
     if (load()) {

@@ -3,8 +3,8 @@
 
 namespace sixtrace {
 
-/// Whether the drawing may use wide vectors where the processor has them. Without them it takes its plain ways, with the
-/// same result; tests compare the two.
+/// Whether the drawing may use wide vectors where the processor has them. Without them it takes its plain ways, with
+/// the same result; tests compare the two.
 enum class Vectors { Allowed, Avoided };
 
 /// Whether this processor has the vectors of 512 bits that the drawing uses.

@@ -32,7 +32,9 @@ void DesktopCalls::raise(const QVariantMap& platformData) {
     }
 }
 
-void DesktopCalls::Activate(const QVariantMap& platformData) { raise(platformData); }
+void DesktopCalls::Activate(const QVariantMap& platformData) {
+    raise(platformData);
+}
 
 void DesktopCalls::Open(const QStringList& uris, const QVariantMap& platformData) {
     raise(platformData);

@@ -18,7 +18,8 @@ inline constexpr const char* kDesktopPath = "/org/sixtrace/Sixtrace";
 
 /// What the desktop asks of the running program over the session bus, by the interface that freedesktop.org names
 /// for programs of a desktop entry: come to the front, and open a capture. A call that comes before the
-/// main window stands waits for it. Without a bus, or where another copy of the program has the name, there are no calls.
+/// main window stands waits for it. Without a bus, or where another copy of the program has the name, there are no
+/// calls.
 class DesktopCalls : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")

@@ -127,16 +127,16 @@ void FrmCom::makeAreas() {
                           .VScroll1 = c.VScroll1,
                           .Toolbar1 = c.Toolbar1,
                           .messageOut = [this](const QString& text) { messageOut().Label1().setText(text); }});
-    m_acquisition = new Acquisition(m_model,
-                                    {.mnuComSet = &action(QStringLiteral("mnuComSet")),
-                                     .mnuAcquire = &action(QStringLiteral("mnuAcquire")),
-                                     .mnuautoget = &action(QStringLiteral("mnuautoget")),
-                                     .mnustop = &action(QStringLiteral("mnustop")),
-                                     .mnurun = &action(QStringLiteral("mnurun")),
-                                     .intervals = {&action(QStringLiteral("mnuone")), &action(QStringLiteral("mnutwo")),
-                                                   &action(QStringLiteral("mnuthree")),
-                                                   &action(QStringLiteral("mnufive"))}},
-                                    m_surroundings.dialogs, m_links, m_surroundings.acquisition, this);
+    m_acquisition =
+        new Acquisition(m_model,
+                        {.mnuComSet = &action(QStringLiteral("mnuComSet")),
+                         .mnuAcquire = &action(QStringLiteral("mnuAcquire")),
+                         .mnuautoget = &action(QStringLiteral("mnuautoget")),
+                         .mnustop = &action(QStringLiteral("mnustop")),
+                         .mnurun = &action(QStringLiteral("mnurun")),
+                         .intervals = {&action(QStringLiteral("mnuone")), &action(QStringLiteral("mnutwo")),
+                                       &action(QStringLiteral("mnuthree")), &action(QStringLiteral("mnufive"))}},
+                        m_surroundings.dialogs, m_links, m_surroundings.acquisition, this);
     m_printing = new Printing(
         m_model, {m_surroundings.dialogs, m_surroundings.printers, [this] { return m_links.pageInputs(); }}, *this);
     m_bitmapSave = new BitmapSave({c.Picture3, c.Picture2}, m_surroundings.dialogs, this);

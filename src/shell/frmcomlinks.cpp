@@ -99,14 +99,24 @@ void FrmComLinks::clearScreen() {
     m_areas.screen->clear();
 }
 
-void FrmComLinks::selectRow(int row) { m_areas.channelList->setListIndex(row); }
-void FrmComLinks::traceColourChanged(int) { m_areas.channelList->showTraceColours(m_areas.screen->BackColor()); }
-void FrmComLinks::beginMarkerDrag(int channel) { m_areas.screen->beginMarkerDrag(channel); }
+void FrmComLinks::selectRow(int row) {
+    m_areas.channelList->setListIndex(row);
+}
+void FrmComLinks::traceColourChanged(int) {
+    m_areas.channelList->showTraceColours(m_areas.screen->BackColor());
+}
+void FrmComLinks::beginMarkerDrag(int channel) {
+    m_areas.screen->beginMarkerDrag(channel);
+}
 void FrmComLinks::moveMarkerDrag(int channel) {
     m_areas.screen->moveMarkerDrag(channel, m_areas.markers->markerTop(channel));
 }
-bool FrmComLinks::beginTraceDrag(int channel) { return m_areas.screen->beginTraceDrag(channel); }
-bool FrmComLinks::moveTraceDrag(int channel, float delta) { return m_areas.screen->moveTraceDrag(channel, delta); }
+bool FrmComLinks::beginTraceDrag(int channel) {
+    return m_areas.screen->beginTraceDrag(channel);
+}
+bool FrmComLinks::moveTraceDrag(int channel, float delta) {
+    return m_areas.screen->moveTraceDrag(channel, delta);
+}
 
 void FrmComLinks::setScreenColor(Colour colour) {
     m_areas.screen->setBackColor(colour);
@@ -115,14 +125,30 @@ void FrmComLinks::setScreenColor(Colour colour) {
     palette.setColor(QPalette::Window, toQColor(colour));
     m_areas.CenterPoint->setPalette(palette);
 }
-Colour FrmComLinks::screenColor() const { return m_areas.screen->BackColor(); }
-void FrmComLinks::setStripColor(Colour colour) { m_areas.markers->setBackColor(colour); }
-Colour FrmComLinks::stripColor() const { return m_areas.markers->BackColor(); }
+Colour FrmComLinks::screenColor() const {
+    return m_areas.screen->BackColor();
+}
+void FrmComLinks::setStripColor(Colour colour) {
+    m_areas.markers->setBackColor(colour);
+}
+Colour FrmComLinks::stripColor() const {
+    return m_areas.markers->BackColor();
+}
 
-void FrmComLinks::loadCapture(const QString& path) { m_areas.loading->SimpleWav(path); }
-void FrmComLinks::showCapturePath(const QString& path) { m_areas.Label4->setCaption(path); }
-void FrmComLinks::enableVScroll1(bool enabled) { m_areas.VScroll1->setEnabled(enabled); }
-void FrmComLinks::enableToolButton(int index, bool enabled) { m_areas.Toolbar1->button(index).setEnabled(enabled); }
-void FrmComLinks::setMessageOut(const QString& text) { m_areas.messageOut(text); }
+void FrmComLinks::loadCapture(const QString& path) {
+    m_areas.loading->SimpleWav(path);
+}
+void FrmComLinks::showCapturePath(const QString& path) {
+    m_areas.Label4->setCaption(path);
+}
+void FrmComLinks::enableVScroll1(bool enabled) {
+    m_areas.VScroll1->setEnabled(enabled);
+}
+void FrmComLinks::enableToolButton(int index, bool enabled) {
+    m_areas.Toolbar1->button(index).setEnabled(enabled);
+}
+void FrmComLinks::setMessageOut(const QString& text) {
+    m_areas.messageOut(text);
+}
 
 } // namespace sixtrace

@@ -6,9 +6,9 @@
 #include "capture/captureview.h"
 #include "capture/channellist.h"
 #include "output/printresult.h"
-#include "view/frame.h"
 #include "view/appearance.h"
 #include "view/cursors.h"
+#include "view/frame.h"
 #include "view/markerstrip.h"
 #include "view/timevoltcontrols.h"
 

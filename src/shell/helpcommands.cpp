@@ -12,11 +12,11 @@ namespace sixtrace {
 namespace {
 
 /// Compiled help where the desktop opens such files, pages elsewhere.
-constexpr std::array kEndings{
+constexpr std::array kEndings {
 #if defined(Q_OS_WIN)
     u".chm",
 #endif
-    u".html",
+        u".html",
 };
 
 } // namespace
@@ -39,6 +39,8 @@ void HelpCommands::mnuContent_Click() {
     }
 }
 
-void HelpCommands::mnuAbout_Click() { (new frmAbout(m_model, m_surroundings.dialogs, &m_form))->show(); }
+void HelpCommands::mnuAbout_Click() {
+    (new frmAbout(m_model, m_surroundings.dialogs, &m_form))->show();
+}
 
 } // namespace sixtrace

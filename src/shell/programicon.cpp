@@ -52,6 +52,8 @@ QPixmap programPicture(int pixels, double ratio) {
     return pixmap;
 }
 
-QIcon programIcon() { return QIcon(new ProgramIconEngine); }
+QIcon programIcon() {
+    return QIcon(new ProgramIconEngine);
+}
 
 } // namespace sixtrace

@@ -29,7 +29,7 @@ void Log::write(const std::string& text) const {
     if (file < 0) {
         return;
     }
-    struct stat state{};
+    struct stat state {};
     if (fstat(file, &state) == 0 && state.st_size > kLargestLog && ftruncate(file, 0) != 0) {
         close(file);
         return;

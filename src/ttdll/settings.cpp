@@ -17,7 +17,7 @@ constexpr std::size_t kLongestFile = 65536;
 
 struct NumberKey {
     const char* name;
-    int Settings::* field;
+    int Settings::*field;
     int highest;
 };
 

@@ -7,7 +7,7 @@ namespace ttdll {
 
 /// Which way is taken to the instrument.
 enum class LinkKind {
-    Auto,   ///< the socket where somebody listens there, otherwise the bus
+    Auto, ///< the socket where somebody listens there, otherwise the bus
     Usb,
     Socket,
 };

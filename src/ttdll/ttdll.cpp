@@ -120,6 +120,10 @@ int32_t ReadThread(void* buffer, int32_t count, int32_t* done) {
     return came;
 }
 
-int32_t senddatatoTt(const void* bytes, int32_t count, int32_t* done) { return WriteThread(bytes, count, done); }
+int32_t senddatatoTt(const void* bytes, int32_t count, int32_t* done) {
+    return WriteThread(bytes, count, done);
+}
 
-int32_t getTtData(void* buffer, int32_t count, int32_t* done) { return ReadThread(buffer, count, done); }
+int32_t getTtData(void* buffer, int32_t count, int32_t* done) {
+    return ReadThread(buffer, count, done);
+}

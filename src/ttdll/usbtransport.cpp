@@ -27,7 +27,9 @@ std::string hex(int value, int digits) {
     return text.data();
 }
 
-std::string nameOf(const Settings& settings) { return hex(settings.vendor, 4) + ":" + hex(settings.product, 4); }
+std::string nameOf(const Settings& settings) {
+    return hex(settings.vendor, 4) + ":" + hex(settings.product, 4);
+}
 
 struct ContextEnd {
     void operator()(libusb_context* context) const { libusb_exit(context); }
@@ -51,9 +53,9 @@ public:
     int send(const unsigned char* bytes, int count) override {
         std::vector<unsigned char> copy(bytes, bytes + count);
         int done = 0;
-        const int code = libusb_bulk_transfer(m_handle.get(), static_cast<unsigned char>(m_settings.endpointOut),
-                                              copy.data(), count, &done,
-                                              static_cast<unsigned>(m_settings.writeTimeoutMs));
+        const int code =
+            libusb_bulk_transfer(m_handle.get(), static_cast<unsigned char>(m_settings.endpointOut), copy.data(), count,
+                                 &done, static_cast<unsigned>(m_settings.writeTimeoutMs));
         if (code != LIBUSB_SUCCESS) {
             m_log.write(std::string("usb: sending failed: ") + libusb_strerror(code));
         }
@@ -66,8 +68,7 @@ public:
         const auto deadline = Clock::now() + std::chrono::milliseconds(m_settings.readTimeoutMs);
         int done = takeKept(buffer, count);
         while (done < count) {
-            const auto left =
-                std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
+            const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
             if (left <= 0) {
                 m_log.write("usb: the instrument is silent after " + std::to_string(done) + " bytes");
                 return done;
@@ -75,9 +76,9 @@ public:
             const int packets = (count - done + m_packet - 1) / m_packet;
             m_kept.resize(static_cast<std::size_t>(packets) * static_cast<std::size_t>(m_packet));
             int came = 0;
-            const int code = libusb_bulk_transfer(m_handle.get(), static_cast<unsigned char>(m_settings.endpointIn),
-                                                  m_kept.data(), static_cast<int>(m_kept.size()), &came,
-                                                  static_cast<unsigned>(left));
+            const int code =
+                libusb_bulk_transfer(m_handle.get(), static_cast<unsigned char>(m_settings.endpointIn), m_kept.data(),
+                                     static_cast<int>(m_kept.size()), &came, static_cast<unsigned>(left));
             m_kept.resize(static_cast<std::size_t>(came));
             m_keptAt = 0;
             done += takeKept(buffer + done, count - done);

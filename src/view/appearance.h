@@ -29,8 +29,8 @@ public:
     [[nodiscard]] virtual Colour stripColor() const = 0;
 };
 
-/// The user's choices of how the screen looks: colours, dotted graticule or cross, lines or points. Each takes effect at
-/// once and is in the settings file at once. The ticks of the menu are the state; the toolbar shows the same ticks.
+/// The user's choices of how the screen looks: colours, dotted graticule or cross, lines or points. Each takes effect
+/// at once and is in the settings file at once. The ticks of the menu are the state; the toolbar shows the same ticks.
 /// Owned by the window, as are its widgets.
 class Appearance : public QObject {
 public:
@@ -42,7 +42,8 @@ public:
         QAction* mnuPoint;
     };
 
-    Appearance(publicM& model, const Widgets& widgets, Dialogs& dialogs, AppearanceNeighbours& neighbours, QObject* parent);
+    Appearance(publicM& model, const Widgets& widgets, Dialogs& dialogs, AppearanceNeighbours& neighbours,
+               QObject* parent);
 
     void Picture2_DblClick();
     void Picture3_DblClick();

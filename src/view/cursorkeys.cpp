@@ -37,9 +37,8 @@ CursorHandle::CursorHandle(PictureBox& box, const CursorLine& line, const QStrin
 
 void CursorHandle::follow() {
     constexpr int kThickness = 2 * kReach + 1;
-    setGeometry(m_line.isHorizontal()
-                    ? QRect(0, pixelOf(m_line.Y1()) - kReach, parentWidget()->width(), kThickness)
-                    : QRect(pixelOf(m_line.X1()) - kReach, 0, kThickness, parentWidget()->height()));
+    setGeometry(m_line.isHorizontal() ? QRect(0, pixelOf(m_line.Y1()) - kReach, parentWidget()->width(), kThickness)
+                                      : QRect(pixelOf(m_line.X1()) - kReach, 0, kThickness, parentWidget()->height()));
     setVisible(m_line.isVisible());
 }
 

@@ -16,8 +16,8 @@ struct CursorReadout {
     QString unit;
 };
 
-/// Voltage at the height `y` of the screen against the channel's zero line, by VoltPerPixel as last drawn: in "mV" below
-/// the volt row 7 - 3 ProbeExp, else in " V" (with its blank).
+/// Voltage at the height `y` of the screen against the channel's zero line, by VoltPerPixel as last drawn: in "mV"
+/// below the volt row 7 - 3 ProbeExp, else in " V" (with its blank).
 [[nodiscard]] CursorReadout voltageAt(const publicM& model, int channel, double y,
                                       NumberMarks marks = NumberMarks::system());
 

@@ -49,8 +49,8 @@ public:
         std::array<ReadoutLabel*, 2> voltageValues; ///< LabY1, LabY2
         std::array<ReadoutLabel*, 2> voltageUnits;  ///< LabYY11, LabYY22
         ReadoutLabel* LabDy;
-        std::array<ReadoutLabel*, 2> timeValues;  ///< LabX1, LabX2
-        std::array<ReadoutLabel*, 2> timeUnits;   ///< LabXX11, LabXX22
+        std::array<ReadoutLabel*, 2> timeValues; ///< LabX1, LabX2
+        std::array<ReadoutLabel*, 2> timeUnits;  ///< LabXX11, LabXX22
         ReadoutLabel* LabDx;
         std::vector<ReadoutLabel*> otherVoltageLabels; ///< captions and the textless unit, shown with Line1
         std::vector<ReadoutLabel*> otherTimeLabels;    ///< the same with Line2

@@ -139,10 +139,9 @@ bool moveTraceDrag(publicM& model, int channel, float delta, const Picture& picH
         return false;
     }
     const auto step = static_cast<double>(delta);
-    model.ChannelXShift[c] =
-        static_cast<float>(static_cast<double>(model.ChannelXShift[c]) +
-                           step * model.TimeBaseTable[static_cast<std::size_t>(viewRow)] /
-                               model.TimeBaseTable[static_cast<std::size_t>(fileRow)]);
+    model.ChannelXShift[c] = static_cast<float>(static_cast<double>(model.ChannelXShift[c]) +
+                                                step * model.TimeBaseTable[static_cast<std::size_t>(viewRow)] /
+                                                    model.TimeBaseTable[static_cast<std::size_t>(fileRow)]);
 
     picHidden1.ForeColor = kGhostColour;
     picHidden1.PSet(model.PlotX(channel, 0), model.PlotY(channel, 0));

@@ -19,12 +19,12 @@ bool beginTraceDrag(const publicM& model, int channel, Picture& picture2, Pictur
 bool moveTraceDrag(publicM& model, int channel, float delta, const Picture& picHidden0, Picture& picHidden1,
                    Picture& picture2);
 
-/// Begins the drag of a marker: the ghost of its trace by exclusive-or on `picture2`, of which `picHidden0` keeps a copy.
-/// False where a run-time error ended it.
+/// Begins the drag of a marker: the ghost of its trace by exclusive-or on `picture2`, of which `picHidden0` keeps a
+/// copy. False where a run-time error ended it.
 bool beginMarkerDrag(const publicM& model, int channel, Picture& picture2, Picture& picHidden0);
 
-/// Redraws the ghost after the marker has moved to `markerTop` (twips): ChannelYPos and the visible part of PlotY follow.
-/// Samples that fall on one column are stepped over. False where a run-time error ended it.
+/// Redraws the ghost after the marker has moved to `markerTop` (twips): ChannelYPos and the visible part of PlotY
+/// follow. Samples that fall on one column are stepped over. False where a run-time error ended it.
 bool moveMarkerDrag(publicM& model, int channel, double markerTop, const Picture& picHidden0, Picture& picture2);
 
 } // namespace sixtrace

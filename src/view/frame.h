@@ -12,10 +12,10 @@ namespace sixtrace {
 
 /// What a frame reads besides the model.
 struct FrameInputs {
-    bool graticule = true;                  ///< dotted graticule, else the solid cross with ticks (mnuGraticule)
-    bool line = true;                       ///< lines between samples, else points (mnuLine)
-    PerChannel<bool> selected{};            ///< ticks of the channel list
-    PerChannel<double> markerTop{};         ///< tops of the markers, twips
+    bool graticule = true;          ///< dotted graticule, else the solid cross with ticks (mnuGraticule)
+    bool line = true;               ///< lines between samples, else points (mnuLine)
+    PerChannel<bool> selected{};    ///< ticks of the channel list
+    PerChannel<double> markerTop{}; ///< tops of the markers, twips
 };
 
 /// Draws frames of the scope screen. Owns the scratch memory of the drawing, so make it once.

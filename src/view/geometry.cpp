@@ -31,7 +31,9 @@ std::optional<TraceScale> scaleWithoutSteps(const publicM& model, int channel, d
 
 } // namespace
 
-int divisionsAcross(int fileKind) { return fileKind == 2 || fileKind == 3 ? 10 : 12; }
+int divisionsAcross(int fileKind) {
+    return fileKind == 2 || fileKind == 3 ? 10 : 12;
+}
 
 std::optional<std::int16_t> zeroLineOfMarker(double top) {
     return toInt16((kMarkerHeight / 2 + top) / kStripHeight * kScreenHeight);

@@ -35,13 +35,13 @@ inline constexpr int kTwipsPerPixel = 15;
 
 /// How a channel's samples lie on the screen by the model's present state. Take it afresh after every change of that.
 struct TraceScale {
-    double zoom = 0;     ///< time base of the capture by that of the view
-    double x0 = 0;       ///< X of sample 0; zooming keeps the middle of the screen, X = 300, in place
-    double dxPlot = 0;   ///< X per sample when plotting, by ScreenPoints
-    double dxPick = 0;   ///< X per sample when picking and reading times, by SampleCount
-    double yPos = 0;     ///< ChannelYPos
-    double perCount = 0; ///< VoltPerCount
-    double divisor = 0;  ///< of the Y formula: volts per division times 8 divisions times 1000 millivolts
+    double zoom = 0;               ///< time base of the capture by that of the view
+    double x0 = 0;                 ///< X of sample 0; zooming keeps the middle of the screen, X = 300, in place
+    double dxPlot = 0;             ///< X per sample when plotting, by ScreenPoints
+    double dxPick = 0;             ///< X per sample when picking and reading times, by SampleCount
+    double yPos = 0;               ///< ChannelYPos
+    double perCount = 0;           ///< VoltPerCount
+    double divisor = 0;            ///< of the Y formula: volts per division times 8 divisions times 1000 millivolts
     double height = kScreenHeight; ///< of the picture that the eight divisions fill
 
     /// X of a sample index, which may have a fraction. Not rounded, not clipped.
@@ -57,8 +57,8 @@ struct TraceScale {
 /// 0. Its dxPick is not to be used.
 [[nodiscard]] std::optional<TraceScale> plotScale(const publicM& model, int channel);
 
-/// The scale for picking and for time readouts; nothing where a table row does not exist or SampleCount is 0. Its dxPlot
-/// is not to be used.
+/// The scale for picking and for time readouts; nothing where a table row does not exist or SampleCount is 0. Its
+/// dxPlot is not to be used.
 [[nodiscard]] std::optional<TraceScale> pickScale(const publicM& model, int channel);
 
 /// The frame of a printed page, and where a channel's zero line lies in it. All in the page's units.

@@ -14,8 +14,8 @@ namespace sixtrace {
 /// solid centre cross with division ticks. `divisions` across, 8 down.
 void drawGraticule(Picture& picture, Colour gridColor, bool dotted, int divisions);
 
-/// The empty screen by rows, kept between frames. Most rows of a graticule are alike, so its few different ones stay in the
-/// fastest cache while a frame copies them.
+/// The empty screen by rows, kept between frames. Most rows of a graticule are alike, so its few different ones stay in
+/// the fastest cache while a frame copies them.
 class GraticuleRows {
 public:
     /// Screen pixels of a row, padded to whole blocks of 16.

@@ -10,8 +10,8 @@ namespace sixtrace {
 class MarkerLabel;
 class MarkerStrip;
 
-/// Arrow keys for the zero markers: they move the marker that has the focus by one screen unit, by a press, a move and a
-/// release of its own handlers, so that trace, bar and readouts follow as they do to the mouse. A key does not move a
+/// Arrow keys for the zero markers: they move the marker that has the focus by one screen unit, by a press, a move and
+/// a release of its own handlers, so that trace, bar and readouts follow as they do to the mouse. A key does not move a
 /// marker beyond the places where its stand-by label would replace it: the focus would be lost with it. Owned by the
 /// window.
 class MarkerKeys : public QObject {

@@ -72,7 +72,7 @@ void composeByWords(std::span<const RowLayer> layers, const std::uint32_t* groun
 
 #define SIXTRACE_WIDE gnu::target("avx512f,avx512dq,avx512bw,avx512vl")
 
-constexpr std::size_t kBlock = 16;                                                     ///< pixels in a vector
+constexpr std::size_t kBlock = 16;                                              ///< pixels in a vector
 constexpr std::size_t kLastBlocks = (kSurfaceWidth % 64 + kBlock - 1) / kBlock; ///< blocks of a row's last word
 
 /// Composes the pixels of a word, one to four blocks, in registers, so that each is written once.

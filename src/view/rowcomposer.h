@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "view/geometry.h"
 #include "platform/vectors.h"
+#include "view/geometry.h"
 
 #include <array>
 #include <cstddef>
@@ -22,8 +22,8 @@ struct RowLayer {
     std::uint32_t pixel;
 };
 
-/// Composes a row of the screen into `out`: its ground, and over it the layers, the lowest first. Brings what each layer
-/// covers to this row and clears its toggles. `ground` and `out` have room for 608 pixels.
+/// Composes a row of the screen into `out`: its ground, and over it the layers, the lowest first. Brings what each
+/// layer covers to this row and clears its toggles. `ground` and `out` have room for 608 pixels.
 using ComposeRow = void (*)(std::span<const RowLayer> layers, const std::uint32_t* ground, std::uint32_t* out);
 
 /// The fastest way that this processor knows and `vectors` allows.

@@ -37,9 +37,9 @@ constexpr std::size_t kLanes = 8; ///< doubles in a vector; six are used
 /// Doubles beside it are 1/1048576 apart.
 constexpr double kMagic = 0x1.8p32;
 
-/// The rounded heights of eight counts. Their distances from the zero line are rounded to 1/1048576 of a pixel first, so
-/// that a height that lies exactly between two pixels stays exactly between them. `magicYPos` is the zero line, a whole
-/// number, plus kMagic.
+/// The rounded heights of eight counts. Their distances from the zero line are rounded to 1/1048576 of a pixel first,
+/// so that a height that lies exactly between two pixels stays exactly between them. `magicYPos` is the zero line, a
+/// whole number, plus kMagic.
 [[SIXTRACE_LANES]] inline __m256i heights(__m512d counts, __m512d step, __m512d magicYPos) {
     return nearest(_mm512_sub_pd(magicYPos, _mm512_fmadd_pd(counts, step, _mm512_set1_pd(kMagic))));
 }
@@ -192,8 +192,12 @@ bool computeLanes(publicM& model, std::span<const SampleLane> lanes) {
 
 #else
 
-std::optional<double> laneStep(const TraceScale&) { return std::nullopt; }
-bool computeLanes(publicM&, std::span<const SampleLane>) { return false; }
+std::optional<double> laneStep(const TraceScale&) {
+    return std::nullopt;
+}
+bool computeLanes(publicM&, std::span<const SampleLane>) {
+    return false;
+}
 
 #endif
 

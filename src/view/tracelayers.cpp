@@ -26,7 +26,9 @@ void TraceLayers::begin(Colour colour, std::int32_t x, std::int32_t y) {
     m_greatest = y;
 }
 
-void TraceLayers::end() { cover(m_x, m_least, m_greatest); }
+void TraceLayers::end() {
+    cover(m_x, m_least, m_greatest);
+}
 
 void TraceLayers::cover(std::int64_t column, std::int64_t least, std::int64_t greatest) {
     if (column < 0 || column >= kSurfaceWidth) {

@@ -21,8 +21,8 @@ namespace sixtrace {
 /// Such a polyline, drawn with an opaque pen, covers exactly one interval of rows in each column: the segments that
 /// touch a column follow one another, and each begins where the last one ended. A layer keeps these intervals as
 /// toggles in a bit matrix (one bit a pixel, set where an interval begins and just below where it ends), so that
-/// sweeping down the rows with an exclusive-or turns them into masks of covered pixels. The sweep composes each row from
-/// the empty screen and these masks and writes each pixel once.
+/// sweeping down the rows with an exclusive-or turns them into masks of covered pixels. The sweep composes each row
+/// from the empty screen and these masks and writes each pixel once.
 class TraceLayers {
 public:
     explicit TraceLayers(Vectors vectors);
@@ -42,8 +42,8 @@ public:
     /// Ends the layer. Without it the layer's last column is missing.
     void end();
 
-    /// Fills `picture`, which is of the screen's size, with the ground and all layers over it, the later ones on top. All
-    /// layers are used up.
+    /// Fills `picture`, which is of the screen's size, with the ground and all layers over it, the later ones on top.
+    /// All layers are used up.
     void sweep(const GraticuleRows& ground, Picture& picture);
 
 private:

@@ -13,7 +13,9 @@ namespace {
 constexpr double kCursorReach = 2; // exclusive
 constexpr double kTraceReach = 5;  // inclusive
 
-bool near(double place, double pointer) { return std::fabs(pointer - place) < kCursorReach; }
+bool near(double place, double pointer) {
+    return std::fabs(pointer - place) < kCursorReach;
+}
 
 enum class Miss { LeavesPointer, SetsArrow };
 
@@ -67,10 +69,18 @@ CursorHit cursorUnder(const CursorPlaces& places, double x, double y) {
     return near(places.x2, x) ? CursorHit::Time2 : CursorHit::None;
 }
 
-bool onVoltageCursor(const CursorPlaces& places, double y) { return near(places.y1, y) || near(places.y2, y); }
-bool onTimeCursor(const CursorPlaces& places, double x) { return near(places.x1, x) || near(places.x2, x); }
+bool onVoltageCursor(const CursorPlaces& places, double y) {
+    return near(places.y1, y) || near(places.y2, y);
+}
+bool onTimeCursor(const CursorPlaces& places, double x) {
+    return near(places.x1, x) || near(places.x2, x);
+}
 
-TracePick pickTrace(const publicM& model, double x, double y) { return search(model, x, y, Miss::LeavesPointer); }
-TracePick hoverTrace(const publicM& model, double x, double y) { return search(model, x, y, Miss::SetsArrow); }
+TracePick pickTrace(const publicM& model, double x, double y) {
+    return search(model, x, y, Miss::LeavesPointer);
+}
+TracePick hoverTrace(const publicM& model, double x, double y) {
+    return search(model, x, y, Miss::SetsArrow);
+}
 
 } // namespace sixtrace

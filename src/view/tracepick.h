@@ -34,8 +34,8 @@ struct TracePick {
     bool failed = false;                 ///< the search ended in a run-time error
 };
 
-/// Looks for a trace at a press: channels that the capture holds, shown or not. A channel whose samples the pointer lies
-/// beside sets the arrow; one that is merely too far above or below leaves the shape.
+/// Looks for a trace at a press: channels that the capture holds, shown or not. A channel whose samples the pointer
+/// lies beside sets the arrow; one that is merely too far above or below leaves the shape.
 [[nodiscard]] TracePick pickTrace(const publicM& model, double x, double y);
 
 /// The same for a pointer that only moves: every miss sets the arrow.

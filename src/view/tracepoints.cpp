@@ -13,10 +13,14 @@ namespace {
 
 constexpr double kLargest = 2147483647.0;
 
-bool fitsInt32(double value) { return value > -kLargest && value < kLargest; }
+bool fitsInt32(double value) {
+    return value > -kLargest && value < kLargest;
+}
 
 /// Nearest integer, halves to even, of a value that is known to fit.
-std::int32_t nearest(double value) { return static_cast<std::int32_t>(std::nearbyint(value)); }
+std::int32_t nearest(double value) {
+    return static_cast<std::int32_t>(std::nearbyint(value));
+}
 
 /// How many steps of 1 a counter makes from `first` up to `last`, `atMost` of them being of interest. A fraction in it
 /// loses its last bits as it grows, so that one just above a whole number may arrive there.
@@ -110,8 +114,8 @@ private:
     std::optional<double> m_step;
 };
 
-/// Whether the positions of `count` samples from `first` on fit 32 bits: X lies between its ends, Y between those of the
-/// sample type.
+/// Whether the positions of `count` samples from `first` on fit 32 bits: X lies between its ends, Y between those of
+/// the sample type.
 bool allFit(const TraceScale& scale, double first, int count) {
     return fitsInt32(scale.x(first)) && fitsInt32(scale.x(first + count)) && fitsInt32(scale.y(32767)) &&
            fitsInt32(scale.y(-32768));
@@ -132,7 +136,9 @@ TracePoints::TracePoints(Vectors vectors)
 }
 TracePoints::~TracePoints() = default;
 
-bool isSampleRow(double index) { return index >= 0 && index <= kSampleRows - 1; }
+bool isSampleRow(double index) {
+    return index >= 0 && index <= kSampleRows - 1;
+}
 
 PointRun TracePoints::compute(publicM& model, int channel, const TraceScale& scale, double first, double last) {
     PointRun run;

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "capture/publicm.h"
+#include "platform/vectors.h"
 #include "view/geometry.h"
 #include "view/tracecolumn.h"
-#include "platform/vectors.h"
 
 #include <memory>
 #include <span>
@@ -44,8 +44,8 @@ public:
     TracePoints(const TracePoints&) = delete;
     TracePoints& operator=(const TracePoints&) = delete;
 
-    /// The points of the samples first, first + 1, ... up to `last`; none when last < first. A fraction in `first` stays
-    /// in X, while arrays are addressed by the rounded index, halves to even.
+    /// The points of the samples first, first + 1, ... up to `last`; none when last < first. A fraction in `first`
+    /// stays in X, while arrays are addressed by the rounded index, halves to even.
     [[nodiscard]] PointRun compute(publicM& model, int channel, const TraceScale& scale, double first, double last);
 
     /// The points of several whole traces at once, several times faster than one after the other. False where this

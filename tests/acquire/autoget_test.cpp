@@ -9,7 +9,9 @@ using namespace sixtrace;
 namespace {
 
 /// Names of files below the program folder's `folder`.
-QStringList namesIn(const QString& folder) { return QDir(folder).entryList(QDir::Files); }
+QStringList namesIn(const QString& folder) {
+    return QDir(folder).entryList(QDir::Files);
+}
 
 class AutoGet : public AcquireTest {
 protected:
@@ -148,9 +150,10 @@ TEST_F(AutoGet, StopDuringAWaitWithoutLimitLeavesTheFetchWaitingUntilAByteComesA
     EXPECT_TRUE(itemsEnabled);
     EXPECT_TRUE(stillReceiving);
     EXPECT_EQ(model->ReceiveResult, -1);
-    EXPECT_EQ(peer.transcript(),
-              (std::vector<QByteArray>{PtyPeer::came("C"), PtyPeer::sent("x"),
-                                       PtyPeer::came("\x0F" "\x0F\x0F\x0F\x0F\x0F" "\x08\x08\x08\x08\x08")}));
+    EXPECT_EQ(peer.transcript(), (std::vector<QByteArray>{PtyPeer::came("C"), PtyPeer::sent("x"),
+                                                          PtyPeer::came("\x0F"
+                                                                        "\x0F\x0F\x0F\x0F\x0F"
+                                                                        "\x08\x08\x08\x08\x08")}));
 }
 
 TEST_F(AutoGet, TheIntervalMenuChangesItsTicksAndNotTheTickRate) {

@@ -7,7 +7,9 @@
 
 using namespace sixtrace;
 
-TEST(Crc16, CheckValueOfTheNineDigitsIs31C3) { EXPECT_EQ(crc16("123456789"), 0x31C3); }
+TEST(Crc16, CheckValueOfTheNineDigitsIs31C3) {
+    EXPECT_EQ(crc16("123456789"), 0x31C3);
+}
 
 TEST(Crc16, NoDataAndZeroBytesGiveZero) {
     EXPECT_EQ(crc16({}), 0);

@@ -21,12 +21,16 @@ struct Case {
     int wholeBlocks = 0; ///< blocks accepted when it ends
 };
 
-int blocksOf(int size) { return (size + kBlock - 1) / kBlock; }
+int blocksOf(int size) {
+    return (size + kBlock - 1) / kBlock;
+}
 
 /// Counted failures of one block: each of these costs one retry and is sent anew. A silent line costs them all.
 Case makeCase(unsigned seed) {
     std::mt19937 random(seed);
-    const auto pick = [&random](int low, int high) { return low + static_cast<int>(random() % static_cast<unsigned>(high - low + 1)); };
+    const auto pick = [&random](int low, int high) {
+        return low + static_cast<int>(random() % static_cast<unsigned>(high - low + 1));
+    };
     constexpr std::array kCounted{FaultKind::Crc, FaultKind::Complement, FaultKind::Sequence, FaultKind::LostByte,
                                   FaultKind::LostBlock};
     Case made;
@@ -103,7 +107,10 @@ TEST_F(FaultScripts, ThreeHundredSeedsEndInTheRightFileOrTheRightAbortAndTheNext
             const int padded = made.size - rest + (rest == 0 ? 0 : rest <= 128 ? 128 : kBlock);
             EXPECT_EQ(result.value(), padded);
             EXPECT_EQ(stored(name), content);
-            EXPECT_TRUE(port.sent.endsWith("\x06" "\x06" "C" "\x06"));
+            EXPECT_TRUE(port.sent.endsWith("\x06"
+                                           "\x06"
+                                           "C"
+                                           "\x06"));
         }
         expectCleanTransferWorks();
     }

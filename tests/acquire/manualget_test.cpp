@@ -10,7 +10,9 @@ using namespace sixtrace;
 namespace {
 
 /// Names of files below the program folder's `folder`.
-QStringList namesIn(const QString& folder) { return QDir(folder).entryList(QDir::Files); }
+QStringList namesIn(const QString& folder) {
+    return QDir(folder).entryList(QDir::Files);
+}
 
 class ManualGet : public AcquireTest {};
 
@@ -62,8 +64,7 @@ TEST_F(ManualGet, ABitmapIsToldAndTheCaptureOnTheScreenStays) {
     FrmUSB& window = acquisition().usbWindow();
     whenShown(window, [&] { click(window, "Command4"); });
     item("mnuAcquire").trigger();
-    EXPECT_EQ(dialogs.messages,
-              QStringList{text("Receive file is Bmp file ,please use other software open it !")});
+    EXPECT_EQ(dialogs.messages, QStringList{text("Receive file is Bmp file ,please use other software open it !")});
     EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Information);
     EXPECT_EQ(model->FileKind, 0);
     EXPECT_EQ(path4(), QString());
@@ -111,10 +112,15 @@ TEST_F(ManualGet, ACancelInMidTransferOverSerialHidesAtOnceLowersTheTimeOutAndEn
     recFrm& window = acquisition().receiver();
     peer.play([&window](PtyPeer& p) {
         p.take(1);
-        p.send(BlockSender::block(0, QByteArray("w.bin\0" "9000\0", 11), 128, '\0'));
+        p.send(BlockSender::block(0,
+                                  QByteArray("w.bin\0"
+                                             "9000\0",
+                                             11),
+                                  128, '\0'));
         p.take(2);
         p.pause(150); // until the read of the first data block is under way
-        QMetaObject::invokeMethod(&window, [&window] { click(window, "CancelButton"); }, Qt::BlockingQueuedConnection);
+        QMetaObject::invokeMethod(
+            &window, [&window] { click(window, "CancelButton"); }, Qt::BlockingQueuedConnection);
         p.send("x"); // ends the read that was under way when the button was pressed
         p.take(1);
         p.take(10);
@@ -130,7 +136,9 @@ TEST_F(ManualGet, ACancelInMidTransferOverSerialHidesAtOnceLowersTheTimeOutAndEn
     EXPECT_EQ(window.ReadTimeoutMs(), 10);
     EXPECT_EQ(model->ReceiveResult, -1);
     EXPECT_EQ(model->FileKind, 0);
-    EXPECT_EQ(peer.transcript().back(), PtyPeer::came("\x0F" "\x0F\x0F\x0F\x0F\x0F" "\x08\x08\x08\x08\x08"));
+    EXPECT_EQ(peer.transcript().back(), PtyPeer::came("\x0F"
+                                                      "\x0F\x0F\x0F\x0F\x0F"
+                                                      "\x08\x08\x08\x08\x08"));
 }
 
 TEST_F(ManualGet, APortThatDoesNotOpenIsToldAndTheDialogStays) {
@@ -183,15 +191,15 @@ TEST_F(ManualGet, WithoutLanguageFilesTheWindowsKeepTheCaptionsOfTheirDesign) {
     EXPECT_EQ(serial.windowTitle(), text("正在接收数据"));
     EXPECT_EQ(captions(serial, {text("Label1"), text("Label2"), text("Command1"), text("Label3"), text("Label5"),
                                 text("Label4"), text("Command2"), text("CancelButton")}),
-              (QStringList{text("正在接收文件："), text("存储为："), text("浏览..."), text("数据包："), text("重试次数"),
-                           text("传输进度："), text("开始"), text("Cancel")}));
+              (QStringList{text("正在接收文件："), text("存储为："), text("浏览..."), text("数据包："),
+                           text("重试次数"), text("传输进度："), text("开始"), text("Cancel")}));
     FrmUSB& usb = acquisition().usbWindow();
     whenShown(usb, [&] {
         EXPECT_EQ(usb.windowTitle(), text("USB Transmission "));
         EXPECT_EQ(captions(usb, {text("Label1"), text("Label2"), text("Command1"), text("Label4"), text("Command4"),
                                  text("CancelButton")}),
-                  (QStringList{text("正在接收文件："), text("存储为："), text("浏览..."), text("传输进度："), text("开 始"),
-                               text("Cancel")}));
+                  (QStringList{text("正在接收文件："), text("存储为："), text("浏览..."), text("传输进度："),
+                               text("开 始"), text("Cancel")}));
         click(usb, "CancelButton");
     });
     item("mnuAcquire").trigger();
@@ -248,7 +256,8 @@ TEST_F(ManualGet, BrowsingForASerialFileSetsThePathOnlyWithTheUsersConsent) {
     whenShown(window, [&] {
         const QLineEdit& field = control<QLineEdit>(window, "Text2");
         const QString before = field.text();
-        dialogs.files = {std::nullopt, FileChoice{existing, 1}, FileChoice{existing, 1}, FileChoice{path("new.bin"), 1}};
+        dialogs.files = {std::nullopt, FileChoice{existing, 1}, FileChoice{existing, 1},
+                         FileChoice{path("new.bin"), 1}};
         dialogs.answers = {Answer::No, Answer::Yes};
         click(window, "Command1"); // cancelled
         EXPECT_EQ(field.text(), before);
@@ -295,7 +304,8 @@ TEST_F(ManualGet, TheEndOfASerialTransferIsWrittenToTheMessageWindowWhichStaysOu
 
     peer.play([&window](PtyPeer& p) {
         p.take(1);
-        QMetaObject::invokeMethod(&window, [&window] { click(window, "CancelButton"); }, Qt::BlockingQueuedConnection);
+        QMetaObject::invokeMethod(
+            &window, [&window] { click(window, "CancelButton"); }, Qt::BlockingQueuedConnection);
         p.send("x");
         p.take(11);
     });

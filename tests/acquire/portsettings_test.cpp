@@ -57,7 +57,8 @@ TEST_F(PortSettings, HasItsListsAndTheCaptionsOfItsDesignWhereNoLanguageFileSays
             }
             return found;
         };
-        EXPECT_EQ(entries("Combo2"), (QStringList{text("9600"), text("19200"), text("38400"), text("57600"), text("115200")}));
+        EXPECT_EQ(entries("Combo2"),
+                  (QStringList{text("9600"), text("19200"), text("38400"), text("57600"), text("115200")}));
         EXPECT_EQ(entries("Combo3"), (QStringList{text("5"), text("6"), text("7"), text("8")}));
         EXPECT_EQ(entries("Combo4"), (QStringList{text("奇"), text("偶"), text("无")}));
         EXPECT_EQ(entries("Combo5"), (QStringList{text("1"), text("2")}));

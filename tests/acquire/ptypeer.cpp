@@ -89,7 +89,9 @@ int PtyPeer::takeOne(int milliseconds) {
     return static_cast<unsigned char>(byte);
 }
 
-void PtyPeer::pause(int milliseconds) { std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds)); }
+void PtyPeer::pause(int milliseconds) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+}
 
 void PtyPeer::note(char direction, const QByteArray& bytes) {
     if (direction == m_direction) {

@@ -17,11 +17,11 @@ class ScriptedPort final : public BytePort {
 public:
     /// The bytes that the other side sends upon one byte.
     std::function<QByteArray(unsigned char byte)> answer = [](unsigned char) { return QByteArray(); };
-    QByteArray waiting;     ///< in the receive buffer
-    QByteArray sent;        ///< everything that went out
+    QByteArray waiting; ///< in the receive buffer
+    QByteArray sent;    ///< everything that went out
     std::deque<qint64> sentAt;
     qint64 now = 0;
-    bool lost = false;      ///< the line is gone: waits without limit end
+    bool lost = false;                        ///< the line is gone: waits without limit end
     std::function<QByteArray()> whileWaiting; ///< bytes that come in time, asked once per wait that lacks some
 
     int InBufferCount() override { return static_cast<int>(waiting.size()); }

@@ -9,7 +9,9 @@ using namespace sixtrace;
 
 namespace {
 
-QByteArray header(const QByteArray& field, int size = 128) { return BlockSender::block(0, field, size, '\0'); }
+QByteArray header(const QByteArray& field, int size = 128) {
+    return BlockSender::block(0, field, size, '\0');
+}
 
 class BlockReceive : public ReceiveFixture {
 protected:
@@ -34,7 +36,10 @@ TEST_F(BlockReceive, ASilentInstrumentSeesARequestFourRefusalsAndTheAbortInFifty
     const auto result = receive.YModemReceive();
     ASSERT_TRUE(result.ok());
     EXPECT_EQ(result.value(), -1);
-    EXPECT_EQ(port.sent, "C" "\x0F\x0F\x0F\x0F" "\x12\x12\x12\x12\x12" "\x08\x08\x08\x08\x08");
+    EXPECT_EQ(port.sent, "C"
+                         "\x0F\x0F\x0F\x0F"
+                         "\x12\x12\x12\x12\x12"
+                         "\x08\x08\x08\x08\x08");
     // 100 ms of flush before the request; ten seconds and a flush before each refusal; ten seconds before the abort.
     const std::deque<qint64> expected{100,   10200, 20300, 30400, 40500, 50500, 50500, 50500,
                                       50500, 50500, 50500, 50500, 50500, 50500, 50500};
@@ -48,7 +53,9 @@ TEST_F(BlockReceive, AByteThatStartsNoBlockIsRefusedWithoutCounting) {
     const auto result = receive.YModemReceive();
     ASSERT_TRUE(result.ok());
     EXPECT_EQ(result.value(), -1);
-    EXPECT_EQ(port.sent, "C" + QByteArray(24, '\x0F') + "\x12\x12\x12\x12\x12" "\x08\x08\x08\x08\x08");
+    EXPECT_EQ(port.sent, "C" + QByteArray(24, '\x0F') +
+                             "\x12\x12\x12\x12\x12"
+                             "\x08\x08\x08\x08\x08");
 }
 
 TEST_F(BlockReceive, TheBarReachesTheSizePlusOneAndIsNotMovedByTheLastBlock) {
@@ -64,7 +71,8 @@ TEST_F(BlockReceive, TheBarReachesTheSizePlusOneAndIsNotMovedByTheLastBlock) {
 TEST_F(BlockReceive, ABitmapGoesToItsBareNameWithoutAnyFolderPart) {
     const QString before = QDir::currentPath();
     ASSERT_TRUE(QDir::setCurrent(folder.path()));
-    for (const char* name : {"screen.bmp", "../screen.bmp", "/etc/screen.bmp", "C:\\windows\\screen.bmp", "c:screen.bmp"}) {
+    for (const char* name :
+         {"screen.bmp", "../screen.bmp", "/etc/screen.bmp", "C:\\windows\\screen.bmp", "c:screen.bmp"}) {
         QFile::remove(path(QStringLiteral("screen.bmp")));
         form.text2 = path(QStringLiteral("got.bin"));
         BlockSender sender(name, "BM-picture", {});
@@ -93,26 +101,34 @@ TEST_F(BlockReceive, ASizeTextWithoutAZeroByteEndsWithError9) {
 }
 
 TEST_F(BlockReceive, ASizeOfTwentyDigitsEndsWithAnOverflow) {
-    answerOnce(header(QByteArray("w.bin\0" "99999999999999999999\0", 27)));
+    answerOnce(header(QByteArray("w.bin\0"
+                                 "99999999999999999999\0",
+                                 27)));
     expectError(receive.YModemReceive(), ErrorNumber::Overflow);
     EXPECT_FALSE(QFile::exists(path(QStringLiteral("got.bin"))));
     expectCleanTransferWorks();
 }
 
 TEST_F(BlockReceive, TheGreatestSizeOverflowsTheBar) {
-    answerOnce(header(QByteArray("w.bin\0" "2147483647\0", 17)));
+    answerOnce(header(QByteArray("w.bin\0"
+                                 "2147483647\0",
+                                 17)));
     expectError(receive.YModemReceive(), ErrorNumber::Overflow);
 }
 
 TEST_F(BlockReceive, FurtherFieldsBehindTheSizeAreReadAsPartOfTheNumber) {
-    answerOnce(header(QByteArray("w.bin\0" "12 34\0", 12)));
+    answerOnce(header(QByteArray("w.bin\0"
+                                 "12 34\0",
+                                 12)));
     ASSERT_TRUE(receive.YModemReceive().ok());
     EXPECT_EQ(form.barMaximum, 1235);
 }
 
 TEST_F(BlockReceive, ANegativeSizeWritesNothing) {
     BlockSender sender("w.bin", "x", {});
-    QByteArray block = header(QByteArray("w.bin\0" "-5\0", 9));
+    QByteArray block = header(QByteArray("w.bin\0"
+                                         "-5\0",
+                                         9));
     bool first = true;
     port.answer = [&](unsigned char byte) {
         const QByteArray answer = sender.answer(byte);
@@ -165,7 +181,10 @@ TEST_F(BlockReceive, AnEndAtOnceGivesZeroBytes) {
     const auto result = receive.YModemReceive();
     ASSERT_TRUE(result.ok());
     EXPECT_EQ(result.value(), 0);
-    EXPECT_EQ(port.sent, "C" "\x06" "C" "\x06");
+    EXPECT_EQ(port.sent, "C"
+                         "\x06"
+                         "C"
+                         "\x06");
 }
 
 TEST_F(BlockReceive, ALineThatIsGoneDuringAWaitWithoutLimitIsARunTimeError) {
@@ -253,7 +272,8 @@ TEST_F(PlainReceive, TakesEveryBlockAsDataIntoAFixedFile) {
     ASSERT_TRUE(result.ok());
     EXPECT_EQ(result.value(), 128 + 1024); // the repeat of block 1 was acknowledged and dropped
     EXPECT_EQ(stored(QStringLiteral("test.bmp")), "one" + QByteArray(125, '.') + "two" + QByteArray(1021, '.'));
-    EXPECT_EQ(port.sent, "C" "\x06\x06\x06\x06");
+    EXPECT_EQ(port.sent, "C"
+                         "\x06\x06\x06\x06");
 }
 
 TEST_F(PlainReceive, RepeatsTheRequestAndFallsBackToAChecksumAtTheFifthRetry) {
@@ -264,7 +284,9 @@ TEST_F(PlainReceive, RepeatsTheRequestAndFallsBackToAChecksumAtTheFifthRetry) {
     const auto result = receive.XModemReceive();
     ASSERT_TRUE(result.ok());
     EXPECT_EQ(result.value(), 128);
-    EXPECT_EQ(port.sent, "CCCCC" "\x0F" "\x06\x06");
+    EXPECT_EQ(port.sent, "CCCCC"
+                         "\x0F"
+                         "\x06\x06");
 }
 
 TEST_F(PlainReceive, ComparesTheWholeSumWithItsOneByteSoThatASumBeyond255NeverMatches) {
@@ -274,7 +296,10 @@ TEST_F(PlainReceive, ComparesTheWholeSumWithItsOneByteSoThatASumBeyond255NeverMa
     const auto result = receive.XModemReceive();
     ASSERT_TRUE(result.ok());
     EXPECT_EQ(result.value(), 0);
-    EXPECT_EQ(port.sent, "CCCCC" "\x0F" "\x0F" "\x06");
+    EXPECT_EQ(port.sent, "CCCCC"
+                         "\x0F"
+                         "\x0F"
+                         "\x06");
 }
 
 TEST_F(PlainReceive, AbortsAtTheFifthRetryBehindAStartByte) {
@@ -282,7 +307,10 @@ TEST_F(PlainReceive, AbortsAtTheFifthRetryBehindAStartByte) {
     const auto result = receive.XModemReceive();
     ASSERT_TRUE(result.ok());
     EXPECT_EQ(result.value(), -1);
-    EXPECT_EQ(port.sent, "C" "\x0F\x0F\x0F\x0F" "\x12\x12\x12\x12\x12" "\x08\x08\x08\x08\x08");
+    EXPECT_EQ(port.sent, "C"
+                         "\x0F\x0F\x0F\x0F"
+                         "\x12\x12\x12\x12\x12"
+                         "\x08\x08\x08\x08\x08");
 }
 
 } // namespace

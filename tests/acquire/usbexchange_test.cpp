@@ -221,8 +221,8 @@ TEST_F(UsbByHand, ACancelBetweenTwoBlocksClosesWaitsAndRecoversTheLink) {
         }
     };
     transfer.Command4_Click();
-    EXPECT_EQ(link.calls.mid(6), (QStringList{text("closeTt 0"), text("InitializeTt 1"), text("closeTt 1"),
-                                              text("ReadThread 64")}));
+    EXPECT_EQ(link.calls.mid(6),
+              (QStringList{text("closeTt 0"), text("InitializeTt 1"), text("closeTt 1"), text("ReadThread 64")}));
     EXPECT_EQ(form.pauses, 1);
     EXPECT_EQ(form.unloads, 1);
     EXPECT_TRUE(dialogs.messages.isEmpty());

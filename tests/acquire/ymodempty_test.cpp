@@ -21,11 +21,14 @@ namespace {
 QByteArray header(const QByteArray& name, const QByteArray& size) {
     return BlockSender::block(0, name + '\0' + size + '\0', 128, '\0');
 }
-QByteArray data(int number, const QByteArray& bytes, int size) { return BlockSender::block(number, bytes, size, 0x1A); }
+QByteArray data(int number, const QByteArray& bytes, int size) {
+    return BlockSender::block(number, bytes, size, 0x1A);
+}
 
 const QByteArray kEot("\x04");
 const QByteArray kAck("\x06");
-const QByteArray kAckC("\x06" "C");
+const QByteArray kAckC("\x06"
+                       "C");
 const QByteArray kNak("\x0F");
 const QByteArray kAbort("\x12\x12\x12\x12\x12\x08\x08\x08\x08\x08");
 
@@ -151,7 +154,8 @@ TEST_F(YModemOverALine, ASizeOneAboveAMultipleOf128WritesOneByteOfTheLastBlock) 
 }
 
 TEST_F(YModemOverALine, AmountsOf3072BytesShowInBytesAndOf3073InKilobytes) {
-    for (const auto& [size, received, total] : {std::tuple("3072", "1024 b", "3072 b"), std::tuple("3073", "1 k", "3 k")}) {
+    for (const auto& [size, received, total] :
+         {std::tuple("3072", "1024 b", "3072 b"), std::tuple("3073", "1 k", "3 k")}) {
         PtyPeer other;
         MSComm line([&other](int) { return other.location(); });
         ASSERT_TRUE(line.setPortOpen(true).ok());
@@ -212,8 +216,7 @@ TEST_F(YModemOverALine, WithTheTenMillisecondsOfACancelAShortPauseCountsAsAFaile
     EXPECT_EQ(result.value(), -1);
     // After the first byte each wait of ten milliseconds and its flush cost one retry, up to the fifth.
     EXPECT_THAT(peer.transcript(),
-                ElementsAre(PtyPeer::came("C\x0F"), PtyPeer::sent("\x01"),
-                            PtyPeer::came("\x0F\x0F\x0F" + kAbort)));
+                ElementsAre(PtyPeer::came("C\x0F"), PtyPeer::sent("\x01"), PtyPeer::came("\x0F\x0F\x0F" + kAbort)));
 }
 
 TEST_F(YModemOverALine, ANameInUpperCaseBmpGoesToThePathOfText2) {
@@ -278,7 +281,10 @@ TEST_F(YModemOverALine, AnExistingLongerFileKeepsItsTail) {
 
 TEST_F(YModemOverALine, ARepeatedDataBlockIsReadAsAHeaderAndStartsTheFileAnew) {
     // The repeat parses as a name "" and a size of 5; the file begins again and the five bytes are long passed.
-    const QByteArray first = QByteArray("\0" "5\0", 3) + QByteArray(125, 'q');
+    const QByteArray first = QByteArray("\0"
+                                        "5\0",
+                                        3) +
+                             QByteArray(125, 'q');
     const auto result = run([&first](PtyPeer& p) {
         p.take(1);
         p.send(header("w.bin", "200"));
@@ -298,10 +304,9 @@ TEST_F(YModemOverALine, ARepeatedDataBlockIsReadAsAHeaderAndStartsTheFileAnew) {
     EXPECT_EQ(form.text6, text("5 b"));
     EXPECT_THAT(peer.transcript(),
                 ElementsAre(PtyPeer::came("C"), PtyPeer::sent(header("w.bin", "200")), PtyPeer::came(kAckC),
-                            PtyPeer::sent(data(1, first, 128)), PtyPeer::came(kAck),
-                            PtyPeer::sent(data(1, first, 128)), PtyPeer::came(kAck),
-                            PtyPeer::sent(data(2, "rest", 128)), PtyPeer::came(kAck), PtyPeer::sent(kEot),
-                            PtyPeer::came(kAckC), PtyPeer::sent("\x01"), PtyPeer::came(kAck)));
+                            PtyPeer::sent(data(1, first, 128)), PtyPeer::came(kAck), PtyPeer::sent(data(1, first, 128)),
+                            PtyPeer::came(kAck), PtyPeer::sent(data(2, "rest", 128)), PtyPeer::came(kAck),
+                            PtyPeer::sent(kEot), PtyPeer::came(kAckC), PtyPeer::sent("\x01"), PtyPeer::came(kAck)));
 }
 
 TEST_F(YModemOverALine, ABadCheckValueIsRefusedAndTheBlockTakenWhenItComesRight) {
@@ -342,10 +347,9 @@ TEST_F(YModemOverALine, ACancelSendsTheLastAnswerFiveTimesAndTheTail) {
     ASSERT_TRUE(result.ok());
     EXPECT_EQ(result.value(), -1);
     EXPECT_EQ(stored().size(), 128);
-    EXPECT_THAT(peer.transcript(),
-                ElementsAre(PtyPeer::came("C"), PtyPeer::sent(header("w.bin", "500")), PtyPeer::came(kAckC),
-                            PtyPeer::sent(data(1, "x", 128)),
-                            PtyPeer::came(kAck + "\x06\x06\x06\x06\x06\x08\x08\x08\x08\x08")));
+    EXPECT_THAT(peer.transcript(), ElementsAre(PtyPeer::came("C"), PtyPeer::sent(header("w.bin", "500")),
+                                               PtyPeer::came(kAckC), PtyPeer::sent(data(1, "x", 128)),
+                                               PtyPeer::came(kAck + "\x06\x06\x06\x06\x06\x08\x08\x08\x08\x08")));
 }
 
 TEST_F(YModemOverALine, ASecondOpenOfThePortIsAnsweredWith8005) {

@@ -82,8 +82,8 @@ protected:
             process.waitForFinished();
             return {};
         }
-        return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-                process.readAllStandardOutput(), process.readAllStandardError()};
+        return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1, process.readAllStandardOutput(),
+                process.readAllStandardError()};
     }
     Ran fetchSerial(QStringList more = {}) {
         return fetch(QStringList{QStringLiteral("--serial"), path(QStringLiteral("line")), QStringLiteral("-o"),
@@ -121,7 +121,8 @@ TEST_F(Fetch, OverUsbBringsTheNextCaptureAndOneZeroByteBehindIt) {
 
 TEST_F(Fetch, ANumberOfCapturesGetsANumberOfFilesNamedByDateAndTime) {
     serve({});
-    const Ran ran = fetchUsb({QStringLiteral("--count"), QStringLiteral("4"), QStringLiteral("--every"), QStringLiteral("0")});
+    const Ran ran =
+        fetchUsb({QStringLiteral("--count"), QStringLiteral("4"), QStringLiteral("--every"), QStringLiteral("0")});
     EXPECT_EQ(ran.exitCode, 0);
     EXPECT_EQ(ran.out.count('\n'), 4);
     const QStringList files = got();
@@ -226,7 +227,8 @@ TEST_F(Fetch, AnInterruptEndsTheTransferAndLeavesNothing) {
     QProcess process;
     process.start(path(QStringLiteral("kqx")),
                   {QStringLiteral("fetch"), QStringLiteral("--serial"), path(QStringLiteral("line")),
-                   QStringLiteral("-o"), path(QStringLiteral("got")), QStringLiteral("--timeout"), QStringLiteral("1")});
+                   QStringLiteral("-o"), path(QStringLiteral("got")), QStringLiteral("--timeout"),
+                   QStringLiteral("1")});
     ASSERT_TRUE(process.waitForStarted());
     QElapsedTimer patience;
     patience.start();

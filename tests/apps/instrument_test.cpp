@@ -28,8 +28,8 @@ private:
 TEST_F(Instrument, ListsItsScenes) {
     const Ran ran = instrument({u"--list"_s});
     EXPECT_EQ(ran.exitCode, 0);
-    for (const char* name : {"sine", "square", "ramp", "six", "full", "scan-a", "scan-b", "scan-c", "scan-d", "lengths",
-                             "empty"}) {
+    for (const char* name :
+         {"sine", "square", "ramp", "six", "full", "scan-a", "scan-b", "scan-c", "scan-d", "lengths", "empty"}) {
         EXPECT_TRUE(ran.out.startsWith(name) || ran.out.contains(QByteArray('\n' + QByteArray(name) + ' '))) << name;
     }
     EXPECT_TRUE(ran.err.isEmpty());

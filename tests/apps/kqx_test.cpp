@@ -105,15 +105,14 @@ TEST_F(Kqx, InfoAsJsonHoldsTheFieldsUnderTheirNames) {
         {u"form"_s, u"V11"_s},
         {u"FileKind"_s, 4},
         {u"faults"_s, QJsonArray{}},
-        {u"channels"_s, QJsonArray{QJsonObject{
-                            {u"index"_s, 3},           {u"label"_s, u"B"_s},      {u"ChannelPresent"_s, 1},
-                            {u"ScreenPoints"_s, 4},    {u"SampleCount"_s, 3},     {u"ScanPoint"_s, 2},
-                            {u"TimeIndex"_s, 16},      {u"ZeroLevel"_s, 60},      {u"VoltIndex"_s, 5},
-                            {u"ProbeExp"_s, 1},        {u"SampleInterval"_s, 0.1}, {u"Frequency"_s, 1000},
-                            {u"Period"_s, 1000},       {u"VoltPerCount"_s, 20},   {u"TimeIndexFile"_s, 16},
-                            {u"VoltIndexFile"_s, 5},   {u"TimeIndexView"_s, 16},  {u"VoltIndexView"_s, 4},
-                            {u"PeakToPeak"_s, 40},
-                        }}},
+        {u"channels"_s,
+         QJsonArray{QJsonObject{
+             {u"index"_s, 3},          {u"label"_s, u"B"_s},    {u"ChannelPresent"_s, 1},   {u"ScreenPoints"_s, 4},
+             {u"SampleCount"_s, 3},    {u"ScanPoint"_s, 2},     {u"TimeIndex"_s, 16},       {u"ZeroLevel"_s, 60},
+             {u"VoltIndex"_s, 5},      {u"ProbeExp"_s, 1},      {u"SampleInterval"_s, 0.1}, {u"Frequency"_s, 1000},
+             {u"Period"_s, 1000},      {u"VoltPerCount"_s, 20}, {u"TimeIndexFile"_s, 16},   {u"VoltIndexFile"_s, 5},
+             {u"TimeIndexView"_s, 16}, {u"VoltIndexView"_s, 4}, {u"PeakToPeak"_s, 40},
+         }}},
     };
     EXPECT_EQ(QJsonDocument::fromJson(ran.out).object(), expected) << ran.out.toStdString();
 }

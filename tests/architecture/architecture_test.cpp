@@ -23,7 +23,9 @@ std::string contentOf(const fs::path& path) {
     return text.str();
 }
 
-fs::path sourceRoot() { return fs::path(SIXTRACE_SOURCE_DIR) / "src"; }
+fs::path sourceRoot() {
+    return fs::path(SIXTRACE_SOURCE_DIR) / "src";
+}
 
 const Sources& tree() {
     static const Sources sources = [] {

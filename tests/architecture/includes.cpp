@@ -9,10 +9,12 @@ namespace sixtrace::test {
 namespace {
 
 /// The folders from below upwards; those of one number do not see each other.
-const std::map<std::string, int> kLayers{{"ttdll", -1}, {"platform", 0}, {"capture", 1}, {"view", 2},
-                                         {"acquire", 3}, {"output", 3},  {"shell", 4}};
+const std::map<std::string, int> kLayers{{"ttdll", -1},  {"platform", 0}, {"capture", 1}, {"view", 2},
+                                         {"acquire", 3}, {"output", 3},   {"shell", 4}};
 
-std::string folderOf(const std::string& path) { return path.substr(0, path.find('/')); }
+std::string folderOf(const std::string& path) {
+    return path.substr(0, path.find('/'));
+}
 
 } // namespace
 
@@ -25,8 +27,8 @@ FolderLists listsOf(const std::string& cmakeText) {
         line = line.substr(0, line.find('#'));
         if (line.starts_with("sixtrace_")) {
             list = line.starts_with("sixtrace_core(") || line.starts_with("sixtrace_plugin(") ? &lists.core
-                   : line.starts_with("sixtrace_windows(") ? &lists.windows
-                                                           : nullptr;
+                   : line.starts_with("sixtrace_windows(")                                    ? &lists.windows
+                                                                                              : nullptr;
             inSources = false;
         }
         const bool closes = line.find(')') != std::string::npos;

@@ -31,7 +31,8 @@ struct Includes {
 [[nodiscard]] std::vector<std::string> layerFaults(const Sources& sources);
 
 /// Sentences about core files that include a widget header or a window of this program. `lists` by folder.
-[[nodiscard]] std::vector<std::string> widgetFaults(const Sources& sources, const std::map<std::string, FolderLists>& lists,
+[[nodiscard]] std::vector<std::string> widgetFaults(const Sources& sources,
+                                                    const std::map<std::string, FolderLists>& lists,
                                                     const std::set<std::string>& widgetHeaders);
 
 } // namespace sixtrace::test

@@ -24,7 +24,9 @@ constexpr int kFrequencyAt = 10 + 39;
 
 class CaptureCheck : public test::CaptureTest {
 protected:
-    [[nodiscard]] std::vector<CaptureFault> check(const QByteArray& content) const { return checkCapture(put(content)); }
+    [[nodiscard]] std::vector<CaptureFault> check(const QByteArray& content) const {
+        return checkCapture(put(content));
+    }
     [[nodiscard]] std::vector<CaptureFault> check(const std::vector<Block>& blocks) const {
         return check(capture("V11", blocks));
     }
@@ -55,9 +57,13 @@ TEST_F(CaptureCheck, WrongMagic) {
     expectOne(check(QByteArray("\x01\x02\x03")), 0, u"\\x01\\x02\\x03"_s);
 }
 
-TEST_F(CaptureCheck, UnknownTag) { expectOne(check(QByteArray("KQXV02\0\0\0\0", 10)), 3, u"\"V02\""_s); }
+TEST_F(CaptureCheck, UnknownTag) {
+    expectOne(check(QByteArray("KQXV02\0\0\0\0", 10)), 3, u"\"V02\""_s);
+}
 
-TEST_F(CaptureCheck, CutInItsHeader) { expectOne(check(QByteArray("KQXV11\0\0", 8)), 8, u"header"_s); }
+TEST_F(CaptureCheck, CutInItsHeader) {
+    expectOne(check(QByteArray("KQXV11\0\0", 8)), 8, u"header"_s);
+}
 
 TEST_F(CaptureCheck, CutAtAnyByteBehindTheHeaderHasAFault) {
     const QByteArray whole = capture("V11", {{}});
@@ -129,23 +135,33 @@ TEST_F(CaptureCheck, AZeroLevelOffTheScreen) {
     EXPECT_TRUE(check({{.zeroLevel = -100}}).empty());
 }
 
-TEST_F(CaptureCheck, AForeignProbe) { expectOne(check({{.probeExp = 4}}), kProbeExpAt, u"ProbeExp is 4"_s); }
+TEST_F(CaptureCheck, AForeignProbe) {
+    expectOne(check({{.probeExp = 4}}), kProbeExpAt, u"ProbeExp is 4"_s);
+}
 
 TEST_F(CaptureCheck, AMeasurementThatIsNoNumber) {
     expectOne(check({{.frequency = std::numeric_limits<float>::quiet_NaN()}}), kFrequencyAt, u"Frequency"_s);
 }
 
-TEST_F(CaptureCheck, UnknownIds) { expectOne(check({{}, {.mark = "CHX"}}), 10 + 59 + 2, u"unknown channel id"_s); }
+TEST_F(CaptureCheck, UnknownIds) {
+    expectOne(check({{}, {.mark = "CHX"}}), 10 + 59 + 2, u"unknown channel id"_s);
+}
 
-TEST_F(CaptureCheck, TwoBlocksOfOneId) { expectOne(check(std::vector<Block>(2)), 10 + 59, u"second block"_s); }
+TEST_F(CaptureCheck, TwoBlocksOfOneId) {
+    expectOne(check(std::vector<Block>(2)), 10 + 59, u"second block"_s);
+}
 
 TEST_F(CaptureCheck, TrailingGarbage) {
     expectOne(check(capture("V11", {{}}) + "garbage"), 10 + 59, u"7 bytes behind the last channel"_s);
 }
 
-TEST_F(CaptureCheck, AFolderInPlaceOfACapture) { expectOne(checkCapture(u"/"_s), 0, u"folder"_s); }
+TEST_F(CaptureCheck, AFolderInPlaceOfACapture) {
+    expectOne(checkCapture(u"/"_s), 0, u"folder"_s);
+}
 
-TEST_F(CaptureCheck, AMissingFile) { expectOne(checkCapture(path(u"none"_s)), 0, u"no such file"_s); }
+TEST_F(CaptureCheck, AMissingFile) {
+    expectOne(checkCapture(path(u"none"_s)), 0, u"no such file"_s);
+}
 
 TEST_F(CaptureCheck, APipeIsNoOrdinaryFileAndIsNotWaitedFor) {
     const QString pipe = path(u"pipe"_s);

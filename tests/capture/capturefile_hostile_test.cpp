@@ -42,7 +42,8 @@ private:
         }
         std::uint64_t value = 0;
         for (int i = 0; i < size; ++i) {
-            value |= static_cast<std::uint64_t>(static_cast<unsigned char>(m_bytes.at(static_cast<qsizetype>(at + i)))) << (8 * i);
+            value |= static_cast<std::uint64_t>(static_cast<unsigned char>(m_bytes.at(static_cast<qsizetype>(at + i))))
+                     << (8 * i);
         }
         return value;
     }
@@ -209,7 +210,8 @@ TEST_F(HostileCapture, CutAtEveryByteItKeepsWhatWasReadAndTheRestStale) {
     for (const char* tag : {"bin", "V11"}) {
         const QByteArray whole = threeBlocks(tag);
         for (int length = 6; length <= whole.size(); ++length) {
-            ASSERT_NO_FATAL_FAILURE(compare(whole.left(length), std::string(tag) + " cut at " + std::to_string(length)));
+            ASSERT_NO_FATAL_FAILURE(
+                compare(whole.left(length), std::string(tag) + " cut at " + std::to_string(length)));
         }
     }
 }

@@ -76,7 +76,9 @@ struct Form {
     QString row2;
 };
 
-void PrintTo(const Form& form, std::ostream* out) { *out << form.tag; }
+void PrintTo(const Form& form, std::ostream* out) {
+    *out << form.tag;
+}
 
 class EveryForm : public SimpleWavTest, public ::testing::WithParamInterface<Form> {};
 
@@ -296,9 +298,9 @@ TEST_F(SimpleWavTest, AW11FileAfterAV01FileRelabelsTheNineRows) {
     EXPECT_EQ(view->timeList[26], u"2.5 S"_s);
     load("W11", {{}});
     EXPECT_EQ(model->FileKind, 5);
-    const std::vector<std::pair<std::size_t, QString>> rows{
-        {2, u"20 nS"_s},  {5, u"200nS"_s},  {8, u"2  uS"_s},  {11, u"20 uS"_s}, {14, u"200uS"_s},
-        {17, u"2  mS"_s}, {20, u"20 mS"_s}, {23, u"200mS"_s}, {26, u"2   S"_s}};
+    const std::vector<std::pair<std::size_t, QString>> rows{{2, u"20 nS"_s},  {5, u"200nS"_s},  {8, u"2  uS"_s},
+                                                            {11, u"20 uS"_s}, {14, u"200uS"_s}, {17, u"2  mS"_s},
+                                                            {20, u"20 mS"_s}, {23, u"200mS"_s}, {26, u"2   S"_s}};
     for (const auto& [row, text] : rows) {
         EXPECT_EQ(view->timeList[row], text);
         EXPECT_EQ(model->TimeBaseText[row], text);

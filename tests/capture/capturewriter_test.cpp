@@ -41,12 +41,25 @@ CaptureBlock smallBlock() {
 }
 
 TEST_F(Writer, EveryByteOfASmallCapture) {
-    const QByteArray expected = QByteArray::fromHex("4b5158" "563131" "01000000" // KQX V11, one block
-                                                    "434842" "32000000"          // CHB, 50 bytes follow
-                                                    "03000000" "02000000" "01000000" "10000000" "feffffff" "05000000"
-                                                    "01000000"                                     // probe
-                                                    "0000803f" "00000040" "0000003f" "000080bf"    // 1 2 0.5 -1
-                                                    "0201" "ffff" "0000");                         // samples, filling
+    const QByteArray expected = QByteArray::fromHex("4b5158"
+                                                    "563131"
+                                                    "01000000" // KQX V11, one block
+                                                    "434842"
+                                                    "32000000" // CHB, 50 bytes follow
+                                                    "03000000"
+                                                    "02000000"
+                                                    "01000000"
+                                                    "10000000"
+                                                    "feffffff"
+                                                    "05000000"
+                                                    "01000000" // probe
+                                                    "0000803f"
+                                                    "00000040"
+                                                    "0000003f"
+                                                    "000080bf" // 1 2 0.5 -1
+                                                    "0201"
+                                                    "ffff"
+                                                    "0000"); // samples, filling
     EXPECT_EQ(captureBytes(*captureForm("V11"), {smallBlock()}).toHex(), expected.toHex());
 }
 
@@ -101,8 +114,8 @@ TEST_F(Writer, TheScenesAreThoseThatArePromised) {
         EXPECT_TRUE(names.insert(entry.name).second) << entry.name;
         EXPECT_NE(std::string(entry.description), "");
     }
-    for (const char* name : {"sine", "square", "ramp", "six", "full", "scan-a", "scan-b", "scan-c", "scan-d", "lengths",
-                             "empty"}) {
+    for (const char* name :
+         {"sine", "square", "ramp", "six", "full", "scan-a", "scan-b", "scan-c", "scan-d", "lengths", "empty"}) {
         EXPECT_EQ(names.count(name), 1U) << name;
     }
     EXPECT_FALSE(sceneBlocks(u"no such scene"_s, 1).has_value());

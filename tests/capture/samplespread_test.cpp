@@ -37,7 +37,8 @@ protected:
     void fillTarget(std::int16_t value) { std::fill_n(target->channel(0), SampleArray<std::int16_t>::kSize, value); }
 };
 
-INSTANTIATE_TEST_SUITE_P(WithAndWithoutVectors, SampleSpreadTest, ::testing::Values(Vectors::Allowed, Vectors::Avoided));
+INSTANTIATE_TEST_SUITE_P(WithAndWithoutVectors, SampleSpreadTest,
+                         ::testing::Values(Vectors::Allowed, Vectors::Avoided));
 
 TEST_P(SampleSpreadTest, EachChannelsSamplesLieSixApartAndNothingElseChanges) {
     std::uniform_int_distribution<std::size_t> length(0, 200);

@@ -21,7 +21,9 @@ std::uint32_t at32(const QByteArray& bytes, qsizetype place) {
     return number;
 }
 
-qsizetype placeOf(std::uint32_t sector) { return 512 + static_cast<qsizetype>(sector) * 512; }
+qsizetype placeOf(std::uint32_t sector) {
+    return 512 + static_cast<qsizetype>(sector) * 512;
+}
 
 /// The entry of the sector table that the header's list leads to.
 std::uint32_t next(const QByteArray& file, std::uint32_t sector) {

@@ -9,9 +9,10 @@
 namespace sixtrace::test {
 namespace {
 
-const QByteArray kTwoRows = "              ch1 / 1       ch2 / 1       A / 1         B / 1         C / 1         D / 1         \r\n"
-                            "1             5                                                                                   \r\n"
-                            "2             -5                                                                                  \r\n";
+const QByteArray kTwoRows =
+    "              ch1 / 1       ch2 / 1       A / 1         B / 1         C / 1         D / 1         \r\n"
+    "1             5                                                                                   \r\n"
+    "2             -5                                                                                  \r\n";
 
 class SavingTheTable : public TableWindow {
 protected:

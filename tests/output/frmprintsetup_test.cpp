@@ -84,9 +84,13 @@ TEST_F(PageSetup, Margin0IsRefused) {
     EXPECT_EQ(printing().settings().PrintMarginTop, 567);
 }
 
-TEST_F(PageSetup, Margin10Point1IsRefused) { EXPECT_FALSE(accepts("txtMargin(2)", "10.1")); }
+TEST_F(PageSetup, Margin10Point1IsRefused) {
+    EXPECT_FALSE(accepts("txtMargin(2)", "10.1"));
+}
 
-TEST_F(PageSetup, Margin1Comma5IsRefused) { EXPECT_FALSE(accepts("txtMargin(3)", "1,5")); }
+TEST_F(PageSetup, Margin1Comma5IsRefused) {
+    EXPECT_FALSE(accepts("txtMargin(3)", "1,5"));
+}
 
 TEST_F(PageSetup, FirstBadMarginGetsTheFocusWithItsTextSelectedAndNothingIsStored) {
     frmPrintSetup& setup = openSetup();

@@ -13,7 +13,9 @@
 namespace sixtrace {
 namespace {
 
-std::string text(float value) { return std::string(numberText(value).view()); }
+std::string text(float value) {
+    return std::string(numberText(value).view());
+}
 
 /// The digits of the C library's exact conversion, in the program's spelling of exponents and of zero.
 std::string exact(float value) {
@@ -68,8 +70,8 @@ TEST(NumberText, RoundingUpToAFurtherDigitMovesThePoint) {
 TEST(NumberText, ExactHalvesGoToTheEvenDigit) {
     EXPECT_EQ(text(0.00390625F), "0.00390625");
     EXPECT_EQ(text(1.00000000F + 0.00048828125F), "1.000488"); // 1.00048828125
-    EXPECT_EQ(text(524288.25F), "524288.2");                    // a half: to the even digit below
-    EXPECT_EQ(text(524288.75F), "524288.8");                    // a half: to the even digit above
+    EXPECT_EQ(text(524288.25F), "524288.2");                   // a half: to the even digit below
+    EXPECT_EQ(text(524288.75F), "524288.8");                   // a half: to the even digit above
     EXPECT_EQ(text(10000001.0F), "1E+07");
     EXPECT_EQ(text(10000005.0F), "1E+07"); // a half
     EXPECT_EQ(text(10000015.0F), "1.000002E+07");
@@ -77,11 +79,11 @@ TEST(NumberText, ExactHalvesGoToTheEvenDigit) {
 
 TEST(NumberText, AllCountsTimesManyFactorsGiveTheDigitsOfAnExactConversion) {
     // The factors that instruments use, others that fill all digits, and some far beyond both.
-    const std::vector<float> factors{20,      10,       8,        4,       2,      1.6F,     0.8F,    0.4F,   0.2F, 0.1F,
-                                     0.08F,   0.04F,    0.02F,    0.5F,    0.25F,  0.125F,   1,       40,     80,   100,
-                                     200,     1000,     400,      2.5F,    12.5F,  0.3F,     0.7F,    1.1F,   3.3F, 1.0F / 3,
-                                     78.125F, 0.0012F,  3.14159F, 1e-3F,   1e-5F,  1.7e-9F,  1e-20F,  1e-41F, 1e5F, 6.1e7F,
-                                     1e15F,   1.23e28F, 1e33F,    -0.05F,  -1.6F,  0.00061035156F};
+    const std::vector<float> factors{
+        20,     10,     8,     4,      2,     1.6F,     0.8F,    0.4F,    0.2F,     0.1F,          0.08F, 0.04F,
+        0.02F,  0.5F,   0.25F, 0.125F, 1,     40,       80,      100,     200,      1000,          400,   2.5F,
+        12.5F,  0.3F,   0.7F,  1.1F,   3.3F,  1.0F / 3, 78.125F, 0.0012F, 3.14159F, 1e-3F,         1e-5F, 1.7e-9F,
+        1e-20F, 1e-41F, 1e5F,  6.1e7F, 1e15F, 1.23e28F, 1e33F,   -0.05F,  -1.6F,    0.00061035156F};
     std::size_t wrong = 0;
     for (const float factor : factors) {
         for (int count = -32768; count <= 32767; ++count) {

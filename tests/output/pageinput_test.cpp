@@ -13,7 +13,7 @@ constexpr NumberMarks kMarks{};
 
 TEST(PageInput, MarginsAreAbove0AndAtMost10Centimetres) {
     EXPECT_EQ(marginOfText(text("10"), kMarks), 5670);
-    EXPECT_EQ(marginOfText(text("0.1"), kMarks), 57); // 56.7
+    EXPECT_EQ(marginOfText(text("0.1"), kMarks), 57);   // 56.7
     EXPECT_EQ(marginOfText(text("2.5"), kMarks), 1418); // 1417.5 to the even one
     for (const char* bad : {"0", "10.1", "1,5", "", "-1", "x", "1 cm", "1e1x", "nan", "inf"}) {
         EXPECT_FALSE(marginOfText(text(bad), kMarks)) << bad;

@@ -17,7 +17,7 @@ namespace sixtrace {
 namespace {
 
 constexpr QRgb kGround = 0xFF400040; // of the screen
-constexpr double kSamePage = 3; // of 255; a page without its frame is some 60 away
+constexpr double kSamePage = 3;      // of 255; a page without its frame is some 60 away
 
 /// The machine's printers, whose dialog is answered as soon as it would show.
 class AcceptingPrinters : public QtPrinters {
@@ -61,22 +61,23 @@ protected:
     /// A PDF document rendered at 96 dots per inch, the preview's resolution.
     [[nodiscard]] QImage rendered(const QByteArray& pdf) const {
         write(QStringLiteral("rendered.pdf"), pdf);
-        static_cast<void>(outputOf(QStringLiteral("pdftoppm"),
-                                   {QStringLiteral("-r"), QStringLiteral("96"), QStringLiteral("-png"),
-                                    QStringLiteral("-singlefile"), path(QStringLiteral("rendered.pdf")),
-                                    path(QStringLiteral("rendered"))}));
+        static_cast<void>(
+            outputOf(QStringLiteral("pdftoppm"),
+                     {QStringLiteral("-r"), QStringLiteral("96"), QStringLiteral("-png"), QStringLiteral("-singlefile"),
+                      path(QStringLiteral("rendered.pdf")), path(QStringLiteral("rendered"))}));
         return QImage(path(QStringLiteral("rendered.png"))).convertToFormat(QImage::Format_RGB32);
     }
     [[nodiscard]] QString textOf(const QByteArray& pdf) const {
         write(QStringLiteral("text.pdf"), pdf);
-        return QString::fromUtf8(outputOf(QStringLiteral("pdftotext"), {QStringLiteral("-layout"),
-                                                                        path(QStringLiteral("text.pdf")),
-                                                                        QStringLiteral("-")}));
+        return QString::fromUtf8(
+            outputOf(QStringLiteral("pdftotext"),
+                     {QStringLiteral("-layout"), path(QStringLiteral("text.pdf")), QStringLiteral("-")}));
     }
     /// Every row of the list stands in the text of the page, and every label once more.
     void expectLegend(const QString& pageText) const {
         for (int channel = 0; channel < kChannels; ++channel) {
-            const QStringList words = printing().inputs().rows[static_cast<std::size_t>(channel)].split(u' ', Qt::SkipEmptyParts);
+            const QStringList words =
+                printing().inputs().rows[static_cast<std::size_t>(channel)].split(u' ', Qt::SkipEmptyParts);
             for (const QString& word : words) {
                 EXPECT_TRUE(pageText.contains(word)) << word.toStdString();
             }

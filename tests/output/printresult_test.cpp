@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Sheet of every test: 11900 by 16840 twips with an unprintable border of 300, so 11300 by 16240 can be reached; margins
-// of 567 leave 10166 by 15106.
+// Sheet of every test: 11900 by 16840 twips with an unprintable border of 300, so 11300 by 16240 can be reached;
+// margins of 567 leave 10166 by 15106.
 #include "output/pagefixture.h"
 #include "output/pageframe.h"
 

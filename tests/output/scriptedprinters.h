@@ -22,12 +22,12 @@ public:
 
     QStringList installed{QStringLiteral("Office"), QStringLiteral("Lab")};
     QString standard = QStringLiteral("Office");
-    std::vector<Document> documents;                    ///< finished ones
+    std::vector<Document> documents; ///< finished ones
     int dropped = 0;
-    std::vector<PrinterDialog> shown;                   ///< dialogs as they were filled
-    std::function<bool(PrinterDialog&)> answer;         ///< none cancels
-    int unprintable = 600;                              ///< twips of width and height, both edges together
-    bool broken = false;                                ///< no document can be begun
+    std::vector<PrinterDialog> shown;           ///< dialogs as they were filled
+    std::function<bool(PrinterDialog&)> answer; ///< none cancels
+    int unprintable = 600;                      ///< twips of width and height, both edges together
+    bool broken = false;                        ///< no document can be begun
 
     QStringList names() const override { return installed; }
     QString defaultName() const override { return standard; }

@@ -93,9 +93,9 @@ TEST(TextTable, AHeadOf14CharactersOrMoreTakesTheNextZone) {
     table.cells.setRows(2);
     table.cells.setHead(1, std::string(14, 'x'));
     table.cells.setHead(2, "y");
-    EXPECT_EQ(textTable({table.cells, text("mV"), mix(0b110)}),
-              "mV\r\n" + QByteArray(14, 'x') + QByteArray(14, ' ') + "y" + QByteArray(13, ' ') + "\r\n" +
-                  QByteArray(28, ' ') + "\r\n");
+    EXPECT_EQ(textTable({table.cells, text("mV"), mix(0b110)}), "mV\r\n" + QByteArray(14, 'x') + QByteArray(14, ' ') +
+                                                                    "y" + QByteArray(13, ' ') + "\r\n" +
+                                                                    QByteArray(28, ' ') + "\r\n");
 }
 
 TEST(TextTable, BeforeTheFillItHasTheRowsOfTheDesign) {
@@ -238,8 +238,8 @@ TEST_F(TableFiles, AReadOnlyFolderIsError70AndTheExistingFileSurvives) {
     for (const auto& [name, save] : kSaves) {
         put(folder.filePath(text(name)), "kept");
     }
-    constexpr QFile::Permissions kLocked = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadGroup | QFile::ExeGroup |
-                                           QFile::ReadOther | QFile::ExeOther;
+    constexpr QFile::Permissions kLocked =
+        QFile::ReadOwner | QFile::ExeOwner | QFile::ReadGroup | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther;
     for (const QString& each : {path("."), folder.path()}) {
         ASSERT_TRUE(QFile::setPermissions(each, kLocked));
     }

@@ -28,7 +28,7 @@ TEST(TableFill, ChannelsOfDifferentLengthsEndInEmptyCellsAndTheSequenceRunsToThe
         EXPECT_EQ(table.at(row, 0), QString::number(row));
         EXPECT_EQ(table.at(row, 1), QString::number(20 * (row - 1)));
         const int half = row - 1; // 0, -0.5, -1, -1.5 ...
-        const QString expected = half == 0        ? text("0")
+        const QString expected = half == 0       ? text("0")
                                  : half % 2 == 0 ? QString::number(-half / 2)
                                                  : u'-' + QString::number(half / 2) + text(".5");
         EXPECT_EQ(table.at(row, 4), row <= 45 ? expected : QString()) << row;
@@ -96,7 +96,7 @@ TEST(TableFill, TheHeadsBearNameAndProbeFactor) {
     table.model->ProbeExp = {1, 0, 2, 3, -1, 15};
     hold(*table.model, 0, 12.5F, {1, -1});
     table.fill();
-    const QStringList heads{text(""),         text("ch1 / 10"), text("ch2 / 1"), text("A / 100"),
+    const QStringList heads{text(""),         text("ch1 / 10"), text("ch2 / 1"),  text("A / 100"),
                             text("B / 1000"), text("C / 0.1"),  text("D / 1E+15")};
     for (int col = 0; col < TableCells::kCols; ++col) {
         EXPECT_EQ(table.at(0, col), heads.at(col));

@@ -67,9 +67,7 @@ protected:
         part<QPushButton>("CmdSave").click();
     }
     /// A number as this desktop writes it.
-    static QString marked(const char* number) {
-        return text(number).replace(u'.', NumberMarks::system().decimal);
-    }
+    static QString marked(const char* number) { return text(number).replace(u'.', NumberMarks::system().decimal); }
 };
 
 } // namespace sixtrace::test

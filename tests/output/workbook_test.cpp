@@ -40,10 +40,12 @@ void readBack(const char* reader, const QString& path, Sheet& sheet) {
     }
 }
 
-bool isEmpty(const TableExport& what, int row, int col) { return what.cells.TextMatrix(row, col).isEmpty(); }
+bool isEmpty(const TableExport& what, int row, int col) {
+    return what.cells.TextMatrix(row, col).isEmpty();
+}
 
-/// The layout told in words: unit in A1, all heads, below them at their places the ticked columns whose first cell holds
-/// something.
+/// The layout told in words: unit in A1, all heads, below them at their places the ticked columns whose first cell
+/// holds something.
 std::map<Place, QString> layout(const TableExport& what) {
     std::map<Place, QString> cells{{{0, 0}, what.unit}};
     for (int col = 1; col <= 6; ++col) {
@@ -219,9 +221,9 @@ TEST_F(Workbooks, ALongHeadIsKeptUpToTheLongestTextOfACell) {
 
 TEST_F(Workbooks, KeepNumbersOfEveryKindExactly) {
     // Whole numbers of 30 bits and hundredths of them have a short form; just beyond its ends the long one begins.
-    const std::vector<double> numbers{0,         1,          -1,         0.01,       -0.01,   0.29,   1.15,  536870911,
-                                      536870912, -536870912, -536870913, 5368709.11, 5368709.12, 0.001, 1e-45, 3.402823e38,
-                                      0.1,       12.5,       -72,        1234.567};
+    const std::vector<double> numbers{0,         1,           -1,         0.01,       -0.01,      0.29,       1.15,
+                                      536870911, 536870912,   -536870912, -536870913, 5368709.11, 5368709.12, 0.001,
+                                      1e-45,     3.402823e38, 0.1,        12.5,       -72,        1234.567};
     BiffWorkbook workbook;
     for (std::size_t row = 0; row < numbers.size(); ++row) {
         workbook.number(static_cast<int>(row), 3, numbers[row]);

@@ -15,7 +15,9 @@ TEST(LineRule, OffsetsAreTheNearestIntegersWithHalvesTowardsTheEnd) {
     EXPECT_EQ(rule.offset(4), 2);
 }
 
-TEST(LineRule, ALineWithoutLengthHasNoOffset) { EXPECT_EQ(LineRule{}.offset(0), 0); }
+TEST(LineRule, ALineWithoutLengthHasNoOffset) {
+    EXPECT_EQ(LineRule{}.offset(0), 0);
+}
 
 TEST(LineRule, FirstStepOfIsTheFirstStepThatReachesAnOffset) {
     for (std::int64_t length = 1; length <= 30; ++length) {

@@ -14,7 +14,9 @@ namespace {
 constexpr NumberMarks kPoint{};
 constexpr NumberMarks kComma{u',', u'.'};
 
-QString text(double value, QStringView picture) { return Format(value, picture, kPoint); }
+QString text(double value, QStringView picture) {
+    return Format(value, picture, kPoint);
+}
 
 TEST(Val, ReadsANumberUpToTheFirstForeignCharacter) {
     EXPECT_EQ(Val(u"12.5mV"), 12.5);
@@ -54,7 +56,9 @@ TEST(Val, ExponentsOutOfRangeGiveInfinityOrZero) {
     EXPECT_EQ(Val(u"1e99999999999999999999"), std::numeric_limits<double>::infinity());
 }
 
-TEST(Val, StopsAtACommaWhateverTheDesktopsDecimalMark) { EXPECT_EQ(Val(u"1,5"), 1.0); }
+TEST(Val, StopsAtACommaWhateverTheDesktopsDecimalMark) {
+    EXPECT_EQ(Val(u"1,5"), 1.0);
+}
 
 TEST(Str, PutsABlankInThePlaceOfAPlusSign) {
     EXPECT_EQ(Str(255), u" 255"_s);
@@ -99,7 +103,9 @@ TEST(GeneralText, ZeroHasNoSignAndWholeNumbersNoPoint) {
     EXPECT_EQ(generalText(-25.0, kPoint), u"-25"_s);
 }
 
-TEST(GeneralText, UsesTheDecimalMarkThatItIsGiven) { EXPECT_EQ(generalText(-1.25, kComma), u"-1,25"_s); }
+TEST(GeneralText, UsesTheDecimalMarkThatItIsGiven) {
+    EXPECT_EQ(generalText(-1.25, kComma), u"-1,25"_s);
+}
 
 TEST(Format, HalvesOfTheDecimalValueGoAwayFromZero) {
     EXPECT_EQ(text(2.675, u"0.00"), u"2.68"_s); // below the half in binary

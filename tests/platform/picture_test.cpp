@@ -48,7 +48,9 @@ Pixels naiveLine(std::int64_t x1, std::int64_t y1, std::int64_t x2, std::int64_t
     return pixels;
 }
 
-bool always(std::int64_t) { return true; }
+bool always(std::int64_t) {
+    return true;
+}
 
 /// All pixels of a picture that differ from its background.
 std::set<Pixel> drawn(const Picture& picture) {
@@ -63,7 +65,9 @@ std::set<Pixel> drawn(const Picture& picture) {
     return pixels;
 }
 
-std::set<Pixel> asSet(const Pixels& pixels) { return {pixels.begin(), pixels.end()}; }
+std::set<Pixel> asSet(const Pixels& pixels) {
+    return {pixels.begin(), pixels.end()};
+}
 
 Picture paper(int width, int height) {
     Picture picture(width, height);
@@ -77,7 +81,9 @@ TEST(Colour, RedStandsInTheLowByte) {
     EXPECT_EQ(colourOfPixel(0xFF010203U), 0x030201);
 }
 
-TEST(Colour, BitsAboveTwentyFourAreIgnored) { EXPECT_EQ(pixelOfColour(static_cast<Colour>(0x80000005U)), 0xFF050000U); }
+TEST(Colour, BitsAboveTwentyFourAreIgnored) {
+    EXPECT_EQ(pixelOfColour(static_cast<Colour>(0x80000005U)), 0xFF050000U);
+}
 
 TEST(Picture, ANewPictureIsFilledWithTheBackground) {
     const Picture picture(3, 2);
@@ -163,8 +169,10 @@ TEST(Picture, RandomLinesThroughTheSurfaceFromFarOutsideAreClippedExactly) {
         std::int32_t x2 = any(i + 1);
         std::int32_t y2 = any(i + 2);
         if (i % 2 == 1) { // mirrored at a point near the middle, so that it surely crosses
-            x2 = static_cast<std::int32_t>(std::max<std::int64_t>(-2147483647LL, 49 - std::int64_t{x1} + near(random) / 10));
-            y2 = static_cast<std::int32_t>(std::max<std::int64_t>(-2147483647LL, 36 - std::int64_t{y1} + near(random) / 10));
+            x2 = static_cast<std::int32_t>(
+                std::max<std::int64_t>(-2147483647LL, 49 - std::int64_t{x1} + near(random) / 10));
+            y2 = static_cast<std::int32_t>(
+                std::max<std::int64_t>(-2147483647LL, 36 - std::int64_t{y1} + near(random) / 10));
         }
         picture.Line(x1, y1, x2, y2);
         const auto expected = asSet(naiveLine(x1, y1, x2, y2, 50, 37, true, always));
@@ -178,8 +186,10 @@ TEST(Picture, TheLongestLinesOfAllAreClippedExactly) {
     constexpr std::int32_t least = std::numeric_limits<std::int32_t>::min();
     constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
     const std::vector<std::array<std::int32_t, 4>> lines{
-        {least, least, most, most}, {most, least + 20, least + 20, most}, {least, 20, most, 20}, {20, most, 20, least},
-        {least, 0, most, 36},       {least, 36, most, 0},       {0, least, 49, most},  {most, most, least, least},
+        {least, least, most, most}, {most, least + 20, least + 20, most},
+        {least, 20, most, 20},      {20, most, 20, least},
+        {least, 0, most, 36},       {least, 36, most, 0},
+        {0, least, 49, most},       {most, most, least, least},
     };
     for (const auto& [x1, y1, x2, y2] : lines) {
         Picture picture = paper(50, 37);

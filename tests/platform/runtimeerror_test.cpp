@@ -44,13 +44,15 @@ TEST(RuntimeError, NumbersAndSentencesAreThoseThatMessageBoxesShow) {
     }
 }
 
-TEST(RuntimeError, NoErrorSaysNothing) { EXPECT_TRUE(RuntimeError::of(ErrorNumber::None).description.isEmpty()); }
+TEST(RuntimeError, NoErrorSaysNothing) {
+    EXPECT_TRUE(RuntimeError::of(ErrorNumber::None).description.isEmpty());
+}
 
 TEST(RuntimeError, FailedSystemCallsMapOntoTheNumbers) {
     const std::vector<std::pair<int, int>> mapped{
-        {0, 0},       {ENOENT, 53}, {ENOTDIR, 76}, {EACCES, 70}, {EPERM, 70},  {EISDIR, 75},
-        {EROFS, 75},  {EEXIST, 58}, {ENOSPC, 61},  {EFBIG, 61},  {EBUSY, 55},  {EBADF, 52},
-        {EINVAL, 52}, {EIO, 57},    {ELOOP, 75},   {ETXTBSY, 70}, {ENAMETOOLONG, 52}, {ENXIO, 68}, {ENODEV, 68},
+        {0, 0},       {ENOENT, 53},  {ENOTDIR, 76},      {EACCES, 70}, {EPERM, 70},  {EISDIR, 75}, {EROFS, 75},
+        {EEXIST, 58}, {ENOSPC, 61},  {EFBIG, 61},        {EBUSY, 55},  {EBADF, 52},  {EINVAL, 52}, {EIO, 57},
+        {ELOOP, 75},  {ETXTBSY, 70}, {ENAMETOOLONG, 52}, {ENXIO, 68},  {ENODEV, 68},
     };
     for (const auto& [system, number] : mapped) {
         EXPECT_EQ(RuntimeError::ofErrno(system).code(), number) << system;

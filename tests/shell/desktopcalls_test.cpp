@@ -31,7 +31,8 @@ protected:
             ASSERT_TRUE(m_daemon.waitForReadyRead());
             m_address += m_daemon.readAllStandardOutput();
         }
-        write(QStringLiteral("six traces.bin"), captureBytes(*captureForm("V11"), *sceneBlocks(QStringLiteral("six"), 1)));
+        write(QStringLiteral("six traces.bin"),
+              captureBytes(*captureForm("V11"), *sceneBlocks(QStringLiteral("six"), 1)));
     }
     void TearDown() override {
         QDBusConnection::disconnectFromBus(QStringLiteral("program"));
@@ -43,14 +44,14 @@ protected:
         return QDBusConnection::connectToBus(QString::fromLatin1(m_address.trimmed()), QString::fromLatin1(name));
     }
     void reachWindow() {
-        calls.reach({.raise = [this] { ++raised; },
-                     .open = [this](const QString& file) { form->openFromDesktop(file); }});
+        calls.reach(
+            {.raise = [this] { ++raised; }, .open = [this](const QString& file) { form->openFromDesktop(file); }});
     }
     /// Whether the program took the call.
     bool call(const char* method, const QVariantList& arguments) const {
-        QDBusMessage message = QDBusMessage::createMethodCall(kId, QStringLiteral("/org/sixtrace/Sixtrace"),
-                                                              QStringLiteral("org.freedesktop.Application"),
-                                                              QString::fromLatin1(method));
+        QDBusMessage message =
+            QDBusMessage::createMethodCall(kId, QStringLiteral("/org/sixtrace/Sixtrace"),
+                                           QStringLiteral("org.freedesktop.Application"), QString::fromLatin1(method));
         message.setArguments(arguments);
         const QDBusPendingCall pending = connection("desktop").asyncCall(message);
         EXPECT_TRUE(QTest::qWaitFor([&] { return pending.isFinished(); }));
@@ -104,7 +105,8 @@ TEST_F(DesktopCallsOnABus, AFileThatIsNotOnThisMachineIsLeftAlone) {
     load();
     ASSERT_TRUE(calls.answerOn(connection("program")));
     reachWindow();
-    EXPECT_TRUE(call("Open", {QStringList{QStringLiteral("https://localhost/a.bin"), QStringLiteral("%%%")}, QVariantMap()}));
+    EXPECT_TRUE(
+        call("Open", {QStringList{QStringLiteral("https://localhost/a.bin"), QStringLiteral("%%%")}, QVariantMap()}));
     EXPECT_TRUE(call("Open", {QStringList(), QVariantMap()}));
     EXPECT_EQ(shown(), QString());
     EXPECT_TRUE(dialogs.messages.empty());

@@ -106,7 +106,8 @@ protected:
             moved.point(trace.x[0], trace.y[0]);
             const auto range = trace.shift(trace.x, step);
             if (range.first < static_cast<std::ptrdiff_t>(trace.size())) {
-                moved.point(trace.x[static_cast<std::size_t>(range.first)], trace.y[static_cast<std::size_t>(range.first)]);
+                moved.point(trace.x[static_cast<std::size_t>(range.first)],
+                            trace.y[static_cast<std::size_t>(range.first)]);
             }
             const auto thinning =
                 std::max<std::ptrdiff_t>(1, std::lrint(static_cast<double>(range.last - range.first - 2) / 600));

@@ -14,9 +14,9 @@ namespace {
 class HelpCommandsTest : public FrmComTest {
 protected:
     FrmCom& loadWithOpener() {
-        form = std::make_unique<FrmCom>(*model, FrmComSurroundings{dialogs, [this] { return path(QStringLiteral(".")); },
-                                                                   [this] { ++ends; },
-                                                                   [this](const QString& file) { opened << file; }});
+        form = std::make_unique<FrmCom>(
+            *model, FrmComSurroundings{dialogs, [this] { return path(QStringLiteral(".")); }, [this] { ++ends; },
+                                       [this](const QString& file) { opened << file; }});
         return *form;
     }
     QStringList opened;
@@ -51,7 +51,8 @@ TEST_F(HelpCommandsTest, AboutShowsNameAndVersionModelesslyAndOkUnloadsIt) {
     EXPECT_FALSE(about->isModal());
     EXPECT_EQ(about->windowTitle(), QStringLiteral("About Sixtrace"));
     EXPECT_EQ(about->findChild<QLabel*>(QStringLiteral("lblTitle"))->text(), QStringLiteral("Sixtrace"));
-    EXPECT_EQ(about->findChild<QLabel*>(QStringLiteral("lblVersion"))->text(), QStringLiteral("Version " SIXTRACE_VERSION));
+    EXPECT_EQ(about->findChild<QLabel*>(QStringLiteral("lblVersion"))->text(),
+              QStringLiteral("Version " SIXTRACE_VERSION));
     about->findChild<QPushButton*>(QStringLiteral("cmdOK"))->click();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(about.isNull());

@@ -68,7 +68,8 @@ TEST_F(HostileLanguage, ThousandFilesOfAnyBytesLeaveTheCaptions) {
         QByteArray bytes(random.bounded(600), '\0');
         for (char& byte : bytes) {
             // Half of them from the characters that a file is made of.
-            byte = random.bounded(2) == 0 ? "[]=;\"\r\n\0 x"[random.bounded(10)] : static_cast<char>(random.bounded(256));
+            byte =
+                random.bounded(2) == 0 ? "[]=;\"\r\n\0 x"[random.bounded(10)] : static_cast<char>(random.bounded(256));
         }
         apply(bytes);
         ASSERT_EQ(captions(), design) << bytes.toHex().toStdString();

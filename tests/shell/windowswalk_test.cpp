@@ -45,7 +45,9 @@ struct Window {
     QStringList withoutKey{};
 };
 
-void showMain(const Surroundings& s, const Look& look) { look(s.main); }
+void showMain(const Surroundings& s, const Look& look) {
+    look(s.main);
+}
 void showAbout(const Surroundings& s, const Look& look) {
     frmAbout window(s.model, s.dialogs, nullptr);
     window.setAttribute(Qt::WA_DeleteOnClose, false);
@@ -56,7 +58,8 @@ void showMessageOut(const Surroundings& s, const Look& look) {
     look(window);
 }
 void showRecFrm(const Surroundings& s, const Look& look) {
-    recFrm window(s.model, s.dialogs, [](int) { return QString(); }, [](const QString&) {});
+    recFrm window(
+        s.model, s.dialogs, [](int) { return QString(); }, [](const QString&) {});
     window.load();
     look(window);
 }
@@ -70,7 +73,8 @@ void showUsb(const Surroundings& s, const Look& look) {
     window.showModally(nullptr);
 }
 void showComSet(const Surroundings& s, const Look& look) {
-    recFrm receiver(s.model, s.dialogs, [](int) { return QString(); }, [](const QString&) {});
+    recFrm receiver(
+        s.model, s.dialogs, [](int) { return QString(); }, [](const QString&) {});
     frmComSet window(s.model, s.dialogs, receiver);
     look(window);
 }
@@ -83,8 +87,9 @@ void showTable(const Surroundings& s, const Look& look) {
 /// A new window needs one line here.
 const std::vector<Window>& windows() {
     static const QStringList values =
-        QStringLiteral("LabY1 LabY2 LabDy LabX1 LabX2 LabDx LabYY11 LabYY22 LabXX11 LabXX22 LabDDYY LabDDXX LabPe labPPe "
-                       "LabMaxx Label4 Label5 CenterPoint Frame4 image1 ZLabel image2")
+        QStringLiteral(
+            "LabY1 LabY2 LabDy LabX1 LabX2 LabDx LabYY11 LabYY22 LabXX11 LabXX22 LabDDYY LabDDXX LabPe labPPe "
+            "LabMaxx Label4 Label5 CenterPoint Frame4 image1 ZLabel image2")
             .split(u' ');
     static const std::vector<Window> list{
         {"FrmCom", &showMain, values},
@@ -98,9 +103,13 @@ const std::vector<Window>& windows() {
     return list;
 }
 
-QString withoutIndex(const QString& objectName) { return objectName.section(u'(', 0, 0); }
+QString withoutIndex(const QString& objectName) {
+    return objectName.section(u'(', 0, 0);
+}
 /// "SaveCheck3" of "SaveCheck(3)", the other key that an element of an array may have.
-QString withItsIndex(QString objectName) { return objectName.remove(u'(').remove(u')'); }
+QString withItsIndex(QString objectName) {
+    return objectName.remove(u'(').remove(u')');
+}
 
 /// The caption as it is painted: mnemonics are underlined, not written.
 QString painted(QString caption) {
@@ -137,8 +146,8 @@ void expectLabelFits(const QLabel& label) {
     }
     const QRect room = label.contentsRect();
     if (label.wordWrap()) {
-        const QRect needed = QFontMetrics(label.font()).boundingRect(QRect(0, 0, room.width(), 10000),
-                                                                     Qt::TextWordWrap, label.text());
+        const QRect needed =
+            QFontMetrics(label.font()).boundingRect(QRect(0, 0, room.width(), 10000), Qt::TextWordWrap, label.text());
         EXPECT_LE(needed.width(), room.width()) << label.objectName().toStdString();
         EXPECT_LE(needed.height(), room.height()) << label.objectName().toStdString();
         return;

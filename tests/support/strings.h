@@ -6,4 +6,6 @@
 #include <QString>
 
 /// UTF-8 text.
-inline QString text(const char* utf8) { return QString::fromUtf8(utf8); }
+inline QString text(const char* utf8) {
+    return QString::fromUtf8(utf8);
+}

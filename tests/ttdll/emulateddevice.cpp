@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // An instrument on an emulated USB bus. emulateddevice HOW COMMAND...: runs the command with the device plugged in.
-// HOW: clean, packed (header and data run on in full packets), silent (behind the header), cut (the first transfer stops
-// halfway, the rest comes later), other-endpoint, other-device.
+// HOW: clean, packed (header and data run on in full packets), silent (behind the header), cut (the first transfer
+// stops halfway, the rest comes later), other-endpoint, other-device.
 #include <umockdev.h>
 
 #include <sys/ioctl.h>
@@ -176,11 +176,10 @@ gboolean onIoctl(UMockdevIoctlBase*, UMockdevIoctlClient* client, gpointer) {
 }
 
 std::string descriptor(unsigned char product, unsigned char endpointIn) {
-    const std::vector<unsigned char> bytes{18, 1, 0, 2, 0xFF, 0, 0, 64, 0x09, 0x12, product, 0x00, 0, 1, 1, 2, 0, 1,
-                                           9,  2, 32, 0, 1,    1, 0, 0x80, 50,
-                                           9,  4, 0,  0, 2,    0xFF, 0, 0, 0,
-                                           7,  5, 0x01, 2, 64, 0, 0,
-                                           7,  5, endpointIn, 2, 64, 0, 0};
+    const std::vector<unsigned char> bytes{18, 1,  0, 2, 0xFF, 0, 0,          64, 0x09, 0x12, product, 0x00, 0,
+                                           1,  1,  2, 0, 1,    9, 2,          32, 0,    1,    1,       0,    0x80,
+                                           50, 9,  4, 0, 0,    2, 0xFF,       0,  0,    0,    7,       5,    0x01,
+                                           2,  64, 0, 0, 7,    5, endpointIn, 2,  64,   0,    0};
     std::string text;
     for (const unsigned char byte : bytes) {
         char digits[3];

@@ -40,7 +40,8 @@ protected:
         process.setWorkingDirectory(folder.path());
         process.start(QStringLiteral(SIXTRACE_EMULATED_DEVICE),
                       {QString::fromLatin1(how), QStringLiteral("sh"), QStringLiteral("-c"),
-                       QString::fromLatin1(command).replace(QStringLiteral("kqx"), QStringLiteral("env LD_PRELOAD=" SIXTRACE_USB_PRELOAD " ./kqx"))});
+                       QString::fromLatin1(command).replace(
+                           QStringLiteral("kqx"), QStringLiteral("env LD_PRELOAD=" SIXTRACE_USB_PRELOAD " ./kqx"))});
         if (!process.waitForFinished(60000)) {
             process.kill();
             process.waitForFinished();
@@ -81,7 +82,8 @@ TEST_F(UsbBus, ASilentDeviceIsGivenUpAndNamedInTheLogOnly) {
     EXPECT_EQ(ran.exitCode, 1);
     EXPECT_TRUE(ran.err.contains("The data received is error.Check the USB cable then restart to receive."));
     EXPECT_FALSE(ran.err.contains("usb:"));
-    EXPECT_TRUE(content("ttdll.log").contains("usb: reading failed after 0 bytes")) << content("ttdll.log").toStdString();
+    EXPECT_TRUE(content("ttdll.log").contains("usb: reading failed after 0 bytes"))
+        << content("ttdll.log").toStdString();
     EXPECT_EQ(content("got.bin"), "(no file)");
 }
 
@@ -90,7 +92,8 @@ TEST_F(UsbBus, AfterATransferThatWasCutOffTheNextOneIsClean) {
     EXPECT_EQ(ran.exitCode, 0) << ran.err.toStdString() << content("ttdll.log").toStdString();
     EXPECT_EQ(content("first.bin"), "(no file)");
     EXPECT_EQ(content("second.bin"), expected());
-    EXPECT_TRUE(content("ttdll.log").contains("threw away 192 bytes of a transfer that was cut off")) << content("ttdll.log").toStdString();
+    EXPECT_TRUE(content("ttdll.log").contains("threw away 192 bytes of a transfer that was cut off"))
+        << content("ttdll.log").toStdString();
 }
 
 TEST_F(UsbBus, AWrongEndpointIsNamedWithThoseThatThereAre) {
@@ -104,7 +107,8 @@ TEST_F(UsbBus, AWrongEndpointIsNamedWithThoseThatThereAre) {
 TEST_F(UsbBus, AnAbsentDeviceIsNamedByItsNumbers) {
     const Ran ran = run("other-device", "kqx fetch --usb -o got.bin");
     EXPECT_EQ(ran.exitCode, 1);
-    EXPECT_TRUE(content("ttdll.log").contains("usb: no device 1209:0001 among 1")) << content("ttdll.log").toStdString();
+    EXPECT_TRUE(content("ttdll.log").contains("usb: no device 1209:0001 among 1"))
+        << content("ttdll.log").toStdString();
 }
 
 } // namespace

@@ -52,7 +52,9 @@ TEST_F(CursorReadouts, VoltagesAreMillivoltsBelowTheRow7MinusThreeTimesTheProbe)
     EXPECT_EQ(volts(100, 0, 3).unit, text(" V"));
 }
 
-TEST_F(CursorReadouts, AVoltageOnTheZeroLineHasNoSign) { EXPECT_EQ(volts(200, 6, 0).value, text("0.00")); }
+TEST_F(CursorReadouts, AVoltageOnTheZeroLineHasNoSign) {
+    EXPECT_EQ(volts(200, 6, 0).value, text("0.00"));
+}
 
 TEST_F(CursorReadouts, TheTwoTimeLaddersDifferInTheirRows) {
     EXPECT_EQ(unitOfTime(6, TimeLadder::OfCombo3), text("nS"));

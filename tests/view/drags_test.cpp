@@ -50,8 +50,8 @@ TEST(TraceDrag, MovesPlotXByExactlyOneDeltaAndDrawsTheMovedTraceOnTheCleanFrame)
 TEST(TraceDrag, AShiftIsTakenAtTheTimeBaseOfTheView) {
     TestScreen screen;
     screen.addChannel(0, 600, 600);
-    screen.model->TimeIndexView[0] = 13;                           // 0.1 ms
-    screen.model->TimeIndexFile[0] = 10;                           // 0.01 ms
+    screen.model->TimeIndexView[0] = 13; // 0.1 ms
+    screen.model->TimeIndexFile[0] = 10; // 0.01 ms
     screen.draw();
     ASSERT_TRUE(moveTraceDrag(*screen.model, 0, 3, screen.picHidden0, screen.picHidden1, screen.picture2));
     EXPECT_FLOAT_EQ(screen.model->ChannelXShift[0], 30);

@@ -95,9 +95,9 @@ private:
 
 /// What random frames hold.
 struct FrameKind {
-    bool leftward = false;     ///< traces that run backward, too
-    bool scans = true;         ///< slow scans, too
-    int tallest = 32767;       ///< greatest count
+    bool leftward = false;       ///< traces that run backward, too
+    bool scans = true;           ///< slow scans, too
+    int tallest = 32767;         ///< greatest count
     bool sharedTimeBase = false; ///< all channels begin and end their columns together
 };
 
@@ -227,7 +227,8 @@ TEST(FrameReference, EverySampleVisitedLeavesItsPosition) {
     screen->model->VoltPerCount[3] = 3.7F;
     screen->model->ChannelXShift[3] = 12.25F;
     for (int i = 0; i < kSampleRows; ++i) {
-        screen->model->SampleData(3, i) = static_cast<std::int16_t>(std::uniform_int_distribution<int>(-32768, 32767)(random));
+        screen->model->SampleData(3, i) =
+            static_cast<std::int16_t>(std::uniform_int_distribution<int>(-32768, 32767)(random));
     }
     screen->draw();
     const double step = 600.0 / kSampleRows;

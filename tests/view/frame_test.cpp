@@ -101,7 +101,8 @@ TEST(Frame, LeavesTheStepsOfTheChannelsThatItDrawsAndOfNoOthers) {
 TEST(Frame, TheZeroLinesOfAllSixChannelsComeFromTheirMarkersWhetherShownOrNot) {
     TestScreen screen;
     for (std::size_t c = 0; c < kChannels; ++c) {
-        screen.inputs.markerTop[c] = 6030.0 * static_cast<double>(c) / 8 - 105; // centred at an eighth of the strip each
+        screen.inputs.markerTop[c] =
+            6030.0 * static_cast<double>(c) / 8 - 105; // centred at an eighth of the strip each
     }
     screen.draw();
     EXPECT_EQ(screen.model->ChannelYPos, (PerChannel<std::int16_t>{0, 50, 100, 150, 200, 250}));

@@ -36,8 +36,8 @@ struct TestScreen {
         model->TimeIndex[c] = 10;
         model->TimeIndexFile[c] = 10;
         model->TimeIndexView[c] = 10;
-        model->VoltIndexView[c] = 6;     // 0.5 V a division
-        model->VoltPerCount[c] = 10.0F;  // 50 counts are a division of 50 pixels
+        model->VoltIndexView[c] = 6;    // 0.5 V a division
+        model->VoltPerCount[c] = 10.0F; // 50 counts are a division of 50 pixels
         model->SampleInterval[c] = 1.0F;
         inputs.selected[c] = true;
     }
@@ -54,6 +54,8 @@ inline bool sameRows(const Picture& a, const Picture& b, int width, int height) 
     return true;
 }
 
-inline bool samePicture(const Picture& a, const Picture& b) { return sameRows(a, b, a.width(), a.height()); }
+inline bool samePicture(const Picture& a, const Picture& b) {
+    return sameRows(a, b, a.width(), a.height());
+}
 
 } // namespace sixtrace::testing
