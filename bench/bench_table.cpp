@@ -193,9 +193,8 @@ public:
 void openTable(benchmark::State& state) {
     const auto model = fullModel(1);
     NoDialogs dialogs;
-    CommonDialogState Dialog1;
     for (auto _ : state) {
-        frmData window(*model, dialogs, Dialog1);
+        frmData window(*model, dialogs);
         window.show();
         while (!window.isFilled()) {
             QApplication::processEvents();

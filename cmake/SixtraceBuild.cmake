@@ -32,8 +32,12 @@ add_library(sixtrace_build INTERFACE)
 target_link_libraries(sixtrace_build INTERFACE sixtrace_warnings sixtrace_sanitizers)
 target_include_directories(sixtrace_build INTERFACE "${CMAKE_SOURCE_DIR}/src")
 target_compile_definitions(sixtrace_build INTERFACE
-    QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_USE_QSTRINGBUILDER
-    SIXTRACE_VERSION="${PROJECT_VERSION}")
+    QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_USE_QSTRINGBUILDER)
+
+# sixtrace_tells_version(SOURCE ...): these sources, and only these, are compiled anew for another version.
+function(sixtrace_tells_version)
+    set_source_files_properties(${ARGN} PROPERTIES COMPILE_DEFINITIONS "SIXTRACE_VERSION=\"${PROJECT_VERSION}\"")
+endfunction()
 
 # sixtrace_core(NAME SOURCES ... LINKS ...): the windowless half of a folder. It links QtCore and QtGui (for pictures as
 # values) and therefore cannot even find a widget header.
