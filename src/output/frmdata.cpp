@@ -3,6 +3,7 @@
 
 #include "capture/applylanguage.h"
 #include "capture/mdllan.h"
+#include "output/numberdelegate.h"
 #include "output/savename.h"
 #include "output/tablemodel.h"
 #include "output/tableview.h"
@@ -100,6 +101,7 @@ void frmData::makeTable() {
     m_MSFlexGrid1->verticalHeader()->setMinimumSectionSize(kRowHeight);
     m_MSFlexGrid1->verticalHeader()->setDefaultSectionSize(kRowHeight);
     m_MSFlexGrid1->setModel(m_tableModel);
+    m_MSFlexGrid1->setItemDelegate(new NumberDelegate(m_MSFlexGrid1));
     QHeaderView* head = m_MSFlexGrid1->horizontalHeader();
     head->setFixedHeight(kHeadHeight);
     head->setHighlightSections(false);

@@ -36,13 +36,8 @@ std::optional<QString> sectionOf(const QString& line) {
     return end < 0 ? std::nullopt : std::optional(line.mid(1, end - 1).trimmed());
 }
 
-struct Entry {
-    QString key;
-    QString value;
-};
-
 /// Key and value of a line "key=value", or nothing for a comment or anything else.
-std::optional<Entry> entryOf(const QString& line) {
+std::optional<ProfileEntry> entryOf(const QString& line) {
     const auto mark = line.indexOf(u'=');
     if (mark < 0 || line.startsWith(u';')) {
         return std::nullopt;
@@ -51,7 +46,7 @@ std::optional<Entry> entryOf(const QString& line) {
     if (value.size() >= 2 && (value.front() == u'"' || value.front() == u'\'') && value.front() == value.back()) {
         value = value.mid(1, value.size() - 2);
     }
-    return Entry{line.left(mark).trimmed(), value};
+    return ProfileEntry{line.left(mark).trimmed(), value};
 }
 
 QString textOf(QByteArray bytes) {
@@ -136,37 +131,33 @@ QString behindLinks(const QString& file) {
 
 } // namespace
 
-ProfileText::ProfileText(const QString& file)
-    : m_content(contentOf(file, kReadLimit).value_or(QByteArray())) {}
-
-QString ProfileText::value(const QString& section, const QString& key, const QString& fallback) const {
-    QByteArrayView rest = m_content;
+ProfileText::ProfileText(const QString& file) {
+    const QByteArray content = contentOf(file, kReadLimit).value_or(QByteArray());
+    QByteArrayView rest = content;
     if (rest.startsWith(kByteOrderMark)) {
         rest = rest.sliced(kByteOrderMark.size());
     }
-    bool inside = false;
     while (!rest.isEmpty()) {
         const qsizetype end = rest.indexOf('\n');
-        const QByteArrayView line = rest.first(end < 0 ? rest.size() : end).trimmed();
+        const QString line = QString::fromUtf8(rest.first(end < 0 ? rest.size() : end).trimmed());
         rest = end < 0 ? QByteArrayView() : rest.sliced(end + 1);
-        if (line.startsWith('[')) {
-            if (const auto name = sectionOf(QString::fromUtf8(line))) {
-                if (inside) {
-                    break;
-                }
-                inside = sameName(*name, section);
-                continue;
-            }
-        }
-        if (!inside) {
-            continue;
-        }
-        const auto entry = entryOf(QString::fromUtf8(line));
-        if (entry && sameName(entry->key, key)) {
-            return entry->value.isEmpty() ? fallback : entry->value.left(kProfileValueLimit);
+        if (auto name = sectionOf(line)) {
+            m_sections.push_back({*std::move(name), {}});
+        } else if (auto entry = m_sections.empty() ? std::nullopt : entryOf(line)) {
+            m_sections.back().entries.push_back(*std::move(entry));
         }
     }
-    return fallback;
+}
+
+QString ProfileText::value(const QString& section, const QString& key, const QString& fallback) const {
+    const auto found = std::find_if(m_sections.begin(), m_sections.end(),
+                                    [&section](const Section& s) { return sameName(s.name, section); });
+    if (found == m_sections.end()) {
+        return fallback;
+    }
+    const auto entry = std::find_if(found->entries.begin(), found->entries.end(),
+                                    [&key](const ProfileEntry& e) { return sameName(e.key, key); });
+    return entry == found->entries.end() || entry->value.isEmpty() ? fallback : entry->value.left(kProfileValueLimit);
 }
 
 QString readProfile(const QString& section, const QString& key, const QString& fallback, const QString& file) {

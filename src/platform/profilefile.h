@@ -6,10 +6,18 @@
 #include <QByteArray>
 #include <QString>
 
+#include <vector>
+
 namespace sixtrace {
 
 /// The longest value that reading gives, in characters (UTF-16 units): values are read through a buffer of 128.
 inline constexpr int kProfileValueLimit = 127;
+
+/// A line "key=value".
+struct ProfileEntry {
+    QString key;
+    QString value;
+};
 
 /// A profile file as it stands at one moment, for reading many keys. readProfile() tells the rules.
 class ProfileText {
@@ -18,7 +26,11 @@ public:
     [[nodiscard]] QString value(const QString& section, const QString& key, const QString& fallback) const;
 
 private:
-    QByteArray m_content;
+    struct Section {
+        QString name;
+        std::vector<ProfileEntry> entries;
+    };
+    std::vector<Section> m_sections; ///< in the order of the file
 };
 
 /// The value of a key in a profile file (sections in brackets, lines "key=value"), or `fallback` where the file, the

@@ -5,9 +5,11 @@
 #include <QAbstractItemModelTester>
 #include <QHeaderView>
 #include <QMenu>
+#include <QPainter>
 #include <QPointer>
 #include <QScreen>
 #include <QSignalSpy>
+#include <QStyledItemDelegate>
 #include <QTimer>
 
 namespace sixtrace::test {
@@ -323,6 +325,31 @@ TEST_F(DataTableWindow, SelectNoneClearsAllBoxesAndSelectAllTicksThem) {
     part<QAction>("mnuSelectAll").trigger();
     for (int col = 0; col < 7; ++col) {
         EXPECT_TRUE(box(col).isChecked());
+    }
+}
+
+TEST_F(DataTableWindow, CellsLookAsTheUsualDelegateOfTheDesktopPaintsThem) {
+    load();
+    openAndFill({block('1', 0.5F, {1234, -77, 0, 2047})});
+    auto& view = part<QTableView>("MSFlexGrid1");
+    const QStyledItemDelegate usual;
+    for (const QModelIndex& cell : {cells().index(0, 0), cells().index(0, 1), cells().index(1, 1), cells().index(2, 1),
+                                    cells().index(3, 1), cells().index(1, 2)}) {
+        const auto painted = [&](const QAbstractItemDelegate& delegate) {
+            QImage image(110, 22, QImage::Format_RGB32);
+            image.fill(Qt::white);
+            QPainter painter(&image);
+            QStyleOptionViewItem option;
+            option.initFrom(&view);
+            option.widget = &view;
+            option.font = view.font();
+            option.fontMetrics = QFontMetrics(view.font());
+            option.state = QStyle::State_Enabled | QStyle::State_Active;
+            option.rect = image.rect();
+            delegate.paint(&painter, option, cell);
+            return image;
+        };
+        EXPECT_EQ(painted(*view.itemDelegate()), painted(usual)) << cell.row() << ' ' << cell.column();
     }
 }
 
