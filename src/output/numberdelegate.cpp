@@ -27,9 +27,10 @@ void NumberDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
     painter->setFont(option.font);
     const int margin = option.widget->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, &option, option.widget) + 1;
     const QFontMetrics& metrics = option.fontMetrics;
-    const int left = option.rect.right() + 1 - margin - metrics.horizontalAdvance(text);
+    // To the fraction of a pixel, as the usual delegate's layout has it.
+    const double left = option.rect.right() + 1 - margin - QFontMetricsF(option.font).horizontalAdvance(text);
     const int top = option.rect.top() + (option.rect.height() - metrics.height()) / 2;
-    painter->drawText(left, top + metrics.ascent(), text);
+    painter->drawText(QPointF(left, top + metrics.ascent()), text);
 }
 
 } // namespace sixtrace
