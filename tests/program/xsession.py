@@ -78,7 +78,7 @@ class Session:
 
     def __exit__(self, kind, error, trace):
         if kind is not None:
-            subprocess.run(["import", "-window", "root", os.path.join(self.folder, "failed.png")], env=self.env, check=False)
+            self.tell()
         for process in reversed(self.running):
             process.send_signal(signal.SIGTERM)
             try:
@@ -86,6 +86,18 @@ class Session:
             except subprocess.TimeoutExpired:
                 process.kill()
                 process.wait()
+
+    def tell(self):
+        """What there is to know of a failure: the windows, the processes, what they said, and a picture of the display."""
+        for window in self.windows():
+            print("window:", *window)
+        for process in self.running:
+            print("process:", *process.args, "runs" if process.poll() is None else "ended with %d" % process.returncode)
+        for name in sorted(os.listdir(self.folder)):
+            if name.endswith(".log"):
+                with open(os.path.join(self.folder, name), "rb") as file:
+                    print(name + ":", file.read()[-4000:].decode("utf-8", "replace"), sep="\n")
+        subprocess.run(["import", "-window", "root", os.path.join(self.folder, "failed.png")], env=self.env, check=False)
 
     def start_process(self, command, **options):
         log = open(os.path.join(self.folder, os.path.basename(command[0]) + ".log"), "ab")
@@ -119,9 +131,14 @@ class Session:
 
     def start_bus(self):
         """A session bus for what is started from now on."""
-        address = "unix:path=" + os.path.join(self.folder, "run", "bus")
-        self.start_process(["dbus-daemon", "--session", "--nofork", "--address=" + address])
-        wait_for("the session bus", lambda: os.path.exists(os.path.join(self.folder, "run", "bus")))
+        reader, writer = os.pipe()
+        self.start_process(["dbus-daemon", "--session", "--nofork", "--print-address=" + str(writer),
+                            "--address=unix:path=" + os.path.join(self.folder, "run", "bus")], pass_fds=[writer])
+        os.close(writer)
+        with os.fdopen(reader) as pipe: # the address comes when the bus listens
+            address = pipe.readline().strip()
+        if not address:
+            raise Failure("no session bus")
         self.env["DBUS_SESSION_BUS_ADDRESS"] = address
 
     # The programs.
@@ -161,9 +178,16 @@ class Session:
         if english and not self.settings():
             self.write_settings("[Common]\nLanguage=1\n")
         self.launch()
-        self.focus(self.splash())
-        self.key("space")
-        return self.main()
+        return wait_for("the main window", self.past_the_splash)
+
+    def past_the_splash(self):
+        main = self.find("Sixtrace", above=800, below=801)
+        splash = next((w for w in self.windows() if w[4] < 800), None)
+        if main is None and splash is not None:
+            # On a slow machine the splash may go by itself meanwhile; this key then does nothing in the main window.
+            self.quiet("xdotool", "windowfocus", splash[0])
+            self.quiet("xdotool", "key", "Shift_L")
+        return main
 
     def launch(self):
         self.program = self.start_process([self.path("sixtrace")])
@@ -232,7 +256,13 @@ class Session:
 
     def expect_screen(self, what, expected):
         self.park()
-        wait_for(what, lambda: self.screen() == expected)
+        try:
+            wait_for(what, lambda: self.screen() == expected)
+        except Failure as failure:
+            shown = self.screen()
+            shape = "another size" if shown[:2] != expected[:2] else "%d of %d bytes differ" % (
+                sum(a != b for a, b in zip(shown[2], expected[2])), len(expected[2]))
+            raise Failure("%s; on the screen %s" % (failure, shape)) from failure
 
     # The hand.
 
