@@ -122,7 +122,9 @@ void ToolButton::paintEvent(QPaintEvent*) {
         painter.drawRoundedRect(box, 3, 3);
     }
     constexpr int kInset = (kButtonSize - kPictureSize) / 2;
-    painter.drawImage(QPoint(kInset, kInset), m_pictures.image(m_place, isEnabled(), devicePixelRatioF()));
+    // Of what is painted on, which need not be the display: a picture of the window can be finer.
+    const double ratio = painter.deviceTransform().m11();
+    painter.drawImage(QPoint(kInset, kInset), m_pictures.image(m_place, isEnabled(), ratio));
 }
 
 ToolBar::ToolBar(const QString& name, const ToolPictures::Names& pictures, QWidget* parent)
