@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 """The whole program, from its start to its end, by mouse and keys under a window manager, judged on pixels and files.
 
-Arguments: the folder of the installed programs, a folder for pictures of what failed, the name of a test.
+Arguments: the folder of the installed programs, a folder to work in, the name of a test.
 """
 
 import os

@@ -10,7 +10,6 @@ import re
 import shutil
 import signal
 import subprocess
-import tempfile
 import time
 
 # The screen of the main window, from the corner of its client area: menu bar, then the picture's own place.
@@ -54,12 +53,10 @@ def ppm(data):
 
 
 class Session:
-    def __init__(self, programs, pictures):
-        """`pictures` is where the display of a failed test is kept."""
+    def __init__(self, programs, folder):
         self.programs = programs
-        self.pictures = pictures
-        # In the system's folder for such things and not beside the build: a socket's path holds 107 bytes at most.
-        self.folder = tempfile.mkdtemp(prefix="sixtrace-")
+        self.folder = os.path.abspath(folder)
+        shutil.rmtree(self.folder, ignore_errors=True)
         self.home = os.path.join(self.folder, "home", "sixtrace")
         os.makedirs(self.home)
         runtime = os.path.join(self.folder, "run")
@@ -89,7 +86,6 @@ class Session:
             except subprocess.TimeoutExpired:
                 process.kill()
                 process.wait()
-        shutil.rmtree(self.folder, ignore_errors=True)
 
     def tell(self):
         """What there is to know of a failure: the windows, the processes, what they said, and a picture of the display."""
@@ -101,8 +97,7 @@ class Session:
             if name.endswith(".log"):
                 with open(os.path.join(self.folder, name), "rb") as file:
                     print(name + ":", file.read()[-4000:].decode("utf-8", "replace"), sep="\n")
-        os.makedirs(os.path.dirname(self.pictures), exist_ok=True)
-        subprocess.run(["import", "-window", "root", self.pictures + ".png"], env=self.env, check=False)
+        subprocess.run(["import", "-window", "root", os.path.join(self.folder, "failed.png")], env=self.env, check=False)
 
     def start_process(self, command, **options):
         log = open(os.path.join(self.folder, os.path.basename(command[0]) + ".log"), "ab")
