@@ -84,8 +84,9 @@ int runBare(int argc, char** argv) {
 }
 
 int runProgram(int argc, char** argv, const QString& folder) {
+    std::jthread fontSettings = readFontSettings();
     QApplication application(argc, argv);
-    const FontPreload fonts;
+    const std::jthread fonts = listFonts(std::move(fontSettings));
     applyLook(application);
     QApplication::setWindowIcon(programIcon());
     const auto model = std::make_unique<publicM>();

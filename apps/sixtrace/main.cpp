@@ -22,8 +22,9 @@
 int main(int argc, char** argv) {
     // Pictures and text are drawn at whatever scale the display has; rounding it would blur or shift them.
     QApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    std::jthread fontSettings = sixtrace::readFontSettings();
     QApplication application(argc, argv);
-    const sixtrace::FontPreload fonts;
+    const std::jthread fonts = sixtrace::listFonts(std::move(fontSettings));
     QApplication::setApplicationName(QStringLiteral("sixtrace"));
     QApplication::setApplicationDisplayName(QStringLiteral("Sixtrace"));
     QApplication::setApplicationVersion(QStringLiteral(SIXTRACE_VERSION));

@@ -9,6 +9,10 @@
 #include <QToolTip>
 #include <QWidget>
 
+#ifdef SIXTRACE_FONTCONFIG
+#include <fontconfig/fontconfig.h>
+#endif
+
 #include <cmath>
 
 namespace sixtrace {
@@ -93,11 +97,21 @@ void setInk(QWidget& widget, QRgb colour) {
     widget.setPalette(palette);
 }
 
-FontPreload::FontPreload()
-    : m_thread([] { static_cast<void>(QFontDatabase::families()); }) {}
+std::jthread readFontSettings() {
+#ifdef SIXTRACE_FONTCONFIG
+    return std::jthread([] { FcInit(); });
+#else
+    return {};
+#endif
+}
 
-FontPreload::~FontPreload() {
-    m_thread.join();
+std::jthread listFonts(std::jthread settings) {
+    return std::jthread([settings = std::move(settings)]() mutable {
+        if (settings.joinable()) {
+            settings.join();
+        }
+        static_cast<void>(QFontDatabase::families());
+    });
 }
 
 void applyLook(QApplication& application) {

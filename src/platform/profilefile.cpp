@@ -75,7 +75,8 @@ std::optional<QByteArray> contentOf(const QString& path, qint64 limit) {
     if (!file.open(QIODevice::ReadOnly)) {
         return std::nullopt;
     }
-    const QByteArray content = file.read(limit);
+    // No more room than the file needs: settings are a few hundred bytes, the limit is megabytes.
+    const QByteArray content = file.read(std::min(limit, file.size() + 1));
     // What a failing disk gives is not the whole; writing it back would lose the rest.
     return file.error() == QFileDevice::NoError ? std::optional(content) : std::nullopt;
 }
@@ -151,6 +152,36 @@ QString behindLinks(const QString& file) {
     return target.isEmpty() ? file : target;
 }
 
+/// A file as it is, and as it shall be.
+struct Change {
+    std::optional<QByteArray> before; ///< Nothing where there is no file.
+    QByteArray after;
+
+    [[nodiscard]] bool saysSoAlready() const { return before == after; }
+};
+
+/// What setting a key makes of a file, or nothing where the file cannot be read whole.
+std::optional<Change> changeOf(const QString& file, const QString& section, const QString& key, const QString& value) {
+    Change change;
+    if (QFileInfo::exists(file)) {
+        change.before = contentOf(file, kWriteLimit + 1);
+        if (!change.before || change.before->size() > kWriteLimit) {
+            return std::nullopt;
+        }
+    }
+    const QByteArray content = change.before.value_or(QByteArray());
+    const QByteArray mark = content.startsWith(kByteOrderMark) ? kByteOrderMark : QByteArray();
+    const QByteArray lineEnd = content.contains("\r\n") ? QByteArrayLiteral("\r") : QByteArray();
+    QString line = value;
+    std::replace_if(
+        line.begin(), line.end(), [](QChar c) { return c == u'\n' || c == u'\r' || c.isNull(); }, u' ');
+
+    QList<QByteArray> lines = linesOf(content);
+    setKey(lines, section, key, key.toUtf8() + '=' + line.toUtf8(), lineEnd);
+    change.after = mark + lines.join('\n');
+    return change;
+}
+
 } // namespace
 
 ProfileText::ProfileText(const QString& file) {
@@ -192,6 +223,12 @@ QString GetIniString(const QString& section, const QString& key, const QString& 
 
 Outcome writeProfile(const QString& section, const QString& key, const QString& value, const QString& path) {
     const QString file = behindLinks(path);
+    // A key that says so already needs no write, and none to wait for: the program sets the language at every start.
+    // The file is only ever replaced whole, so what is read here stood there at one moment, and that is when this
+    // counts.
+    if (const auto change = changeOf(file, section, key, value); change && change->saysSoAlready()) {
+        return success();
+    }
     QLockFile lock(file + QStringLiteral(".lock"));
     lock.setStaleLockTime(kLockOrphanedMs);
     thread_local LockPatience patience;
@@ -203,25 +240,11 @@ Outcome writeProfile(const QString& section, const QString& key, const QString& 
                                                                            : ErrorNumber::PathAccess);
     }
     patience.noteLocked(file);
-    QByteArray content;
-    if (QFileInfo::exists(file)) {
-        const auto old = contentOf(file, kWriteLimit + 1);
-        if (!old || old->size() > kWriteLimit) {
-            return RuntimeError::of(ErrorNumber::PathAccess);
-        }
-        content = *old;
+    const auto change = changeOf(file, section, key, value);
+    if (!change) {
+        return RuntimeError::of(ErrorNumber::PathAccess);
     }
-    const QByteArray mark = content.startsWith(kByteOrderMark) ? kByteOrderMark : QByteArray();
-    const QByteArray lineEnd = content.contains("\r\n") ? QByteArrayLiteral("\r") : QByteArray();
-    QString line = value;
-    std::replace_if(
-        line.begin(), line.end(), [](QChar c) { return c == u'\n' || c == u'\r' || c.isNull(); }, u' ');
-
-    QList<QByteArray> lines = linesOf(content);
-    setKey(lines, section, key, key.toUtf8() + '=' + line.toUtf8(), lineEnd);
-    const QByteArray changed = mark + lines.join('\n');
-    // A key that says so already costs no write: the program sets the language at every start.
-    return changed == content && QFileInfo::exists(file) ? success() : writeWhole(file, changed);
+    return change->saysSoAlready() ? success() : writeWhole(file, change->after);
 }
 
 } // namespace sixtrace

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QPainter>
 #include <QSvgRenderer>
+#include <QtMath>
 
 namespace sixtrace {
 
@@ -39,23 +40,53 @@ int widthOf(int index) {
     return index == 5 || index == 10 || index == 15 ? kGap : kButtonSize;
 }
 
-} // namespace
-
-ToolButton::ToolButton(const QString& picture, QWidget* parent)
-    : QAbstractButton(parent) {
-    setFocusPolicy(Qt::NoFocus);
-    setAttribute(Qt::WA_Hover);
-    if (picture.isEmpty()) {
-        return;
-    }
-    QFile file(picture);
+QImage draw(const QString& name, bool enabled, double ratio) {
+    const int pixels = qCeil(kPictureSize * ratio);
+    QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    image.setDevicePixelRatio(ratio);
+    QFile file(name);
     if (file.open(QIODevice::ReadOnly)) {
-        m_description = file.readAll();
-        m_picture = std::make_unique<QSvgRenderer>(m_description);
+        const QByteArray svg = file.readAll();
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::Antialiasing);
+        QSvgRenderer(enabled ? svg : greyed(svg)).render(&painter, QRectF(0, 0, kPictureSize, kPictureSize));
     }
+    return image;
 }
 
-ToolButton::~ToolButton() = default;
+} // namespace
+
+ToolPictures::ToolPictures(const Names& names, double ratio)
+    : m_names(names)
+    , m_coming(std::async(std::launch::async, [names, ratio] {
+        Images images;
+        for (std::size_t place = 0; place < kPlaces; ++place) {
+            if (!names[place].isEmpty()) {
+                images[place] = draw(names[place], true, ratio);
+            }
+        }
+        return images;
+    })) {}
+
+const QImage& ToolPictures::image(std::size_t place, bool enabled, double ratio) {
+    if (m_coming.valid()) {
+        m_images = m_coming.get();
+    }
+    QImage& image = (enabled ? m_images : m_grey)[place];
+    if (image.isNull() || image.devicePixelRatio() != ratio) {
+        image = draw(m_names[place], enabled, ratio);
+    }
+    return image;
+}
+
+ToolButton::ToolButton(ToolPictures& pictures, std::size_t place, QWidget* parent)
+    : QAbstractButton(parent)
+    , m_pictures(pictures)
+    , m_place(place) {
+    setFocusPolicy(Qt::NoFocus);
+    setAttribute(Qt::WA_Hover);
+}
 
 void ToolButton::setTicked(bool ticked) {
     m_ticked = ticked;
@@ -71,7 +102,7 @@ bool ToolButton::event(QEvent* event) {
 
 void ToolButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    if (m_picture == nullptr) {
+    if (m_pictures.isGap(m_place)) {
         if (width() == kGap) {
             painter.fillRect(QRect(width() / 2, (height() - kGapLine) / 2, 1, kGapLine),
                              QColor::fromRgb(bench::kToolLine));
@@ -90,19 +121,17 @@ void ToolButton::paintEvent(QPaintEvent*) {
         painter.setBrush(QColor::fromRgb(bench::kHover));
         painter.drawRoundedRect(box, 3, 3);
     }
-    if (!isEnabled() && m_greyPicture == nullptr) {
-        m_greyPicture = std::make_unique<QSvgRenderer>(greyed(m_description));
-    }
-    const double inset = (kButtonSize - kPictureSize) / 2.0;
-    (isEnabled() ? m_picture : m_greyPicture)->render(&painter, QRectF(inset, inset, kPictureSize, kPictureSize));
+    constexpr int kInset = (kButtonSize - kPictureSize) / 2;
+    painter.drawImage(QPoint(kInset, kInset), m_pictures.image(m_place, isEnabled(), devicePixelRatioF()));
 }
 
-ToolBar::ToolBar(const QString& name, const PictureNames& pictures, QWidget* parent)
-    : QWidget(parent) {
+ToolBar::ToolBar(const QString& name, const ToolPictures::Names& pictures, QWidget* parent)
+    : QWidget(parent)
+    , m_pictures(pictures, devicePixelRatioF()) {
     setObjectName(name);
     int left = 0;
     for (int index = 1; index <= kButtons; ++index) {
-        auto* button = new ToolButton(pictures[static_cast<std::size_t>(index)], this);
+        auto* button = new ToolButton(m_pictures, static_cast<std::size_t>(index), this);
         button->setObjectName(QStringLiteral("%1(%2)").arg(name).arg(index));
         button->setGeometry(left, kButtonTop, widthOf(index), kButtonSize);
         left += widthOf(index);

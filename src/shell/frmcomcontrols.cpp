@@ -58,7 +58,7 @@ ReadoutLabel* readout(FramePanel& panel, const QString& name, const QString& cap
 }
 
 void makeToolbar(QWidget& client, FrmComControls& c) {
-    ToolBar::PictureNames pictures;
+    ToolPictures::Names pictures;
     for (const int index : {2, 3, 4, 6, 7, 8, 9, 11, 12, 13, 14, 16}) {
         pictures[static_cast<std::size_t>(index)] =
             QStringLiteral(":/sixtrace/tool%1.svg").arg(index, 2, 10, QLatin1Char('0'));

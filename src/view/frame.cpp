@@ -166,7 +166,7 @@ void FrameRenderer::PicReDrawT(publicM& model, const FrameInputs& inputs, Pictur
 
     TraceLayers& layers = m_scratch->layers;
     const auto sinkOf = [&](int) { return LayerSink(layers, picture2.ForeColor); };
-    m_scratch->ground.prepare(picture2.BackColor, model.GridColor, inputs.graticule, divisions);
+    m_scratch->ground.prepare(picture2, model.GridColor, inputs.graticule, divisions);
     const bool complete = plotTogether(model, inputs, m_scratch->points, picture2, sinkOf) ||
                           plotChannels(model, inputs, m_scratch->points, picture2, sinkOf);
     picture2.drawMode = DrawMode::CopyPen;

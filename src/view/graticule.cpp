@@ -2,6 +2,7 @@
 #include "view/graticule.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace sixtrace {
 
@@ -80,21 +81,20 @@ void drawGraticule(Picture& picture, Colour gridColor, bool dotted, int division
     }
 }
 
-void GraticuleRows::prepare(Colour backColor, Colour gridColor, bool dotted, int divisions) {
-    if (m_divisions == divisions && m_dotted == dotted && m_backColor == backColor && m_gridColor == gridColor) {
+void GraticuleRows::prepare(Picture& picture, Colour gridColor, bool dotted, int divisions) {
+    if (m_divisions == divisions && m_dotted == dotted && m_backColor == picture.BackColor &&
+        m_gridColor == gridColor) {
         return;
     }
-    m_backColor = backColor;
+    m_backColor = picture.BackColor;
     m_gridColor = gridColor;
     m_dotted = dotted;
     m_divisions = divisions;
-    Picture picture(kSurfaceWidth, kSurfaceHeight);
-    picture.BackColor = backColor;
     drawGraticule(picture, gridColor, dotted, divisions);
 
     m_rows.clear();
     for (int y = 0; y < kSurfaceHeight; ++y) {
-        const std::uint32_t* const pixels = picture.row(y);
+        const std::uint32_t* const pixels = std::as_const(picture).row(y);
         const std::size_t known = m_rows.size() / kRowPixels;
         std::size_t index = 0;
         while (index < known && !std::equal(pixels, pixels + kSurfaceWidth, m_rows.data() + index * kRowPixels)) {

@@ -21,9 +21,9 @@ public:
     /// Screen pixels of a row, padded to whole blocks of 16.
     static constexpr std::size_t kRowPixels = (kSurfaceWidth + 15) / 16 * 16;
 
-    /// What drawGraticule would leave in a picture of the screen's size and of this background. Nothing is done where
-    /// that has not changed since the last call.
-    void prepare(Colour backColor, Colour gridColor, bool dotted, int divisions);
+    /// What drawGraticule leaves in a picture of the screen's size. It is drawn in `picture` itself, which is about to
+    /// be drawn anew; nothing is done where background and graticule have not changed since the last call.
+    void prepare(Picture& picture, Colour gridColor, bool dotted, int divisions);
     /// The pixels of a screen row, 0 to 400. Those behind the screen's right edge mean nothing.
     [[nodiscard]] const std::uint32_t* row(int y) const {
         return m_rows.data() + m_rowOf[static_cast<std::size_t>(y)] * kRowPixels;

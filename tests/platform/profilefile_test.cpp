@@ -250,6 +250,24 @@ TEST_F(ProfileFile, NoLockOrHalfWrittenFileStaysBehind) {
     EXPECT_EQ(info.dir().entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList(u"some.ini"_s));
 }
 
+TEST_F(ProfileFile, AKeyThatSaysSoAlreadyNeedsNeitherLockNorAFolderToWriteIn) {
+    put("[A]\r\nk = 1\r\nK=2\r\nlast=x");
+    const QString folder = QFileInfo(path()).path();
+    const auto readable = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
+    ASSERT_TRUE(QFile::setPermissions(path(), readable));
+    ASSERT_TRUE(QFile::setPermissions(folder, readable | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther));
+    {
+        const test::OrdinaryUser user;
+        EXPECT_TRUE(set(u"a"_s, u"last"_s, u"x"_s));
+        EXPECT_FALSE(set(u"A"_s, u"last"_s, u"y"_s));
+        // The same value in other letters is a line to be written.
+        EXPECT_FALSE(set(u"A"_s, u"k"_s, u"1"_s));
+        EXPECT_FALSE(set(u"A"_s, u"new"_s, u""_s));
+    }
+    EXPECT_TRUE(QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    EXPECT_EQ(content(), "[A]\r\nk = 1\r\nK=2\r\nlast=x");
+}
+
 TEST_F(ProfileFile, ALinkIsFollowedAndStaysALink) {
     put("[A]\nk=1\n");
     const QString link = path(u"link.ini"_s);
