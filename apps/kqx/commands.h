@@ -2,11 +2,15 @@
 #pragma once
 
 #include "capture/capturecheck.h"
+#include "capture/captureview.h"
+#include "capture/publicm.h"
 
 #include <QCommandLineParser>
 #include <QString>
 #include <QStringList>
 
+#include <memory>
+#include <optional>
 #include <vector>
 
 namespace sixtrace::kqx {
@@ -19,6 +23,13 @@ int fail(ExitCode code, const QString& text);
 
 /// Names the faults of a file on standard error.
 void nameFaults(const QString& file, const std::vector<CaptureFault>& faults);
+
+/// A model with default settings.
+[[nodiscard]] std::unique_ptr<publicM> defaultModel();
+
+/// Opens a capture as the program does, and names its faults on standard error. The code for a command to end with once
+/// it has done its work, or nothing where the file holds no capture to work on.
+[[nodiscard]] std::optional<ExitCode> openCapture(const QString& file, publicM& model, CaptureView& view);
 
 /// Parses the arguments behind a subcommand. Nothing when the command goes on, else the code to end with: help was
 /// asked for and given, or the arguments are wrong.

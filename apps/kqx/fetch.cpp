@@ -7,13 +7,13 @@
 #include "platform/programfolder.h"
 #include "platform/serialports.h"
 #include "platform/ttlink.h"
+#include "platform/workshop.h"
 
 #include <QDir>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
 #include <QTextStream>
 #include <QTimer>
 
@@ -55,9 +55,14 @@ bool place(const QString& received, const QString& name) {
     return std::rename(QFile::encodeName(received).constData(), QFile::encodeName(name).constData()) == 0;
 }
 
+/// The folders that fetches receive into. A bitmap bears the name that the instrument gives it.
+WorkshopKind fetching() {
+    return {QStringLiteral(".kqx-fetch"), QRegularExpression(QStringLiteral("capture\\.bin|.*bmp"))};
+}
+
 /// One fetch into a folder of its own beside the target, so that nothing half stands under a final name.
 bool fetchOne(FetchLink& link, const Target& target) {
-    const QTemporaryDir workshop(target.folder + QStringLiteral("/.kqx-fetch-XXXXXX"));
+    const Workshop workshop(target.folder, fetching());
     if (!workshop.isValid()) {
         fail(Failed, QStringLiteral("%1 cannot be written").arg(target.folder));
         return false;

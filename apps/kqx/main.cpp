@@ -2,6 +2,10 @@
 // The command-line companion: the program's libraries for scripts and machines without a display.
 #include "commands.h"
 
+#include "capture/capturefile.h"
+#include "view/defaults.h"
+
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QTextStream>
 
@@ -67,6 +71,25 @@ void nameFaults(const QString& file, const std::vector<CaptureFault>& faults) {
     for (const CaptureFault& fault : faults) {
         err << "kqx: " << file << ": at byte " << fault.offset << ": " << fault.text << '\n';
     }
+}
+
+std::unique_ptr<publicM> defaultModel() {
+    auto model = std::make_unique<publicM>();
+    model->fillTables();
+    applyDefaultColours(*model);
+    return model;
+}
+
+std::optional<ExitCode> openCapture(const QString& file, publicM& model, CaptureView& view) {
+    const std::vector<CaptureFault> faults = checkCapture(file);
+    nameFaults(file, faults);
+    if (QFileInfo(file).isFile()) {
+        SimpleWav(file, model, view);
+    }
+    if (model.FileKind == 0) {
+        return std::nullopt;
+    }
+    return faults.empty() ? Done : Failed;
 }
 
 std::optional<int> parse(QCommandLineParser& parser, const QString& command, const QStringList& arguments,

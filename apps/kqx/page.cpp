@@ -2,17 +2,11 @@
 // kqx page: the page that the program prints after opening a capture with default settings.
 #include "commands.h"
 
-#include "capture/capturefile.h"
 #include "capture/plaincaptureview.h"
 #include "output/pagesetup.h"
 #include "output/printresult.h"
 #include "platform/pdfprinter.h"
 #include "platform/wholefile.h"
-#include "view/defaults.h"
-
-#include <QFileInfo>
-
-#include <memory>
 
 namespace sixtrace::kqx {
 
@@ -89,16 +83,10 @@ int page(const QStringList& arguments) {
     const QString file = parser.positionalArguments().at(0);
     const QString target = parser.positionalArguments().at(1);
 
-    const auto model = std::make_unique<publicM>();
-    model->fillTables();
-    applyDefaultColours(*model);
-    const std::vector<CaptureFault> faults = checkCapture(file);
-    nameFaults(file, faults);
+    const auto model = defaultModel();
     PlainCaptureView view(*model);
-    if (QFileInfo(file).isFile()) {
-        SimpleWav(file, *model, view);
-    }
-    if (model->FileKind == 0) {
+    const auto code = openCapture(file, *model, view);
+    if (!code) {
         return Failed;
     }
     PdfPrinter printer(*paper, parser.isSet(landscape));
@@ -111,7 +99,7 @@ int page(const QStringList& arguments) {
     if (!written) {
         return fail(Failed, QStringLiteral("%1: %2").arg(target, written.error().description));
     }
-    return faults.empty() ? Done : Failed;
+    return *code;
 }
 
 } // namespace sixtrace::kqx

@@ -2,17 +2,12 @@
 // kqx screen: the picture that the program shows after opening a capture with default settings.
 #include "commands.h"
 
-#include "capture/capturefile.h"
 #include "capture/plaincaptureview.h"
 #include "platform/wholefile.h"
-#include "view/defaults.h"
 #include "view/frame.h"
 #include "view/geometry.h"
 
 #include <QBuffer>
-#include <QFileInfo>
-
-#include <memory>
 
 namespace sixtrace::kqx {
 
@@ -78,16 +73,10 @@ int screen(const QStringList& arguments) {
     const QString file = parser.positionalArguments().at(0);
     const QString target = parser.positionalArguments().at(1);
 
-    const auto model = std::make_unique<publicM>();
-    model->fillTables();
-    applyDefaultColours(*model);
-    const std::vector<CaptureFault> faults = checkCapture(file);
-    nameFaults(file, faults);
+    const auto model = defaultModel();
     ScreenView view(*model, !parser.isSet(cross), !parser.isSet(points));
-    if (QFileInfo(file).isFile()) {
-        SimpleWav(file, *model, view);
-    }
-    if (model->FileKind == 0) {
+    const auto code = openCapture(file, *model, view);
+    if (!code) {
         return Failed;
     }
     QByteArray png;
@@ -101,7 +90,7 @@ int screen(const QStringList& arguments) {
     if (!written) {
         return fail(Failed, QStringLiteral("%1: %2").arg(target, written.error().description));
     }
-    return faults.empty() ? Done : Failed;
+    return *code;
 }
 
 } // namespace sixtrace::kqx

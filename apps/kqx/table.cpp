@@ -2,7 +2,6 @@
 // kqx table: the data table of a capture, in the files that the program saves it in, and as CSV.
 #include "commands.h"
 
-#include "capture/capturefile.h"
 #include "capture/mdllan.h"
 #include "capture/plaincaptureview.h"
 #include "output/tableexport.h"
@@ -14,7 +13,6 @@
 #include <QFileInfo>
 
 #include <array>
-#include <memory>
 #include <optional>
 
 namespace sixtrace::kqx {
@@ -90,17 +88,12 @@ int table(const QStringList& arguments) {
         return fail(WrongUse, QStringLiteral("%1: the name has to end in .txt, .csv, .xls or .xlsx").arg(target));
     }
 
-    const auto model = std::make_unique<publicM>();
-    model->fillTables();
+    const auto model = defaultModel();
     model->AppDir = withSeparator(programFolder());
     SetLanFile(*model, id.toInt());
-    const std::vector<CaptureFault> faults = checkCapture(file);
-    nameFaults(file, faults);
-    if (QFileInfo(file).isFile()) {
-        PlainCaptureView view(*model);
-        SimpleWav(file, *model, view);
-    }
-    if (model->FileKind == 0) {
+    PlainCaptureView view(*model);
+    const auto code = openCapture(file, *model, view);
+    if (!code) {
         return Failed;
     }
     TableCells cells(NumberMarks::system().decimal);
@@ -112,7 +105,7 @@ int table(const QStringList& arguments) {
     if (!written) {
         return fail(Failed, QStringLiteral("%1: %2").arg(target, written.error().description));
     }
-    return faults.empty() ? Done : Failed;
+    return *code;
 }
 
 } // namespace sixtrace::kqx

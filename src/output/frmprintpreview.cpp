@@ -73,10 +73,11 @@ frmPrintPreview::frmPrintPreview(publicM& model, MdlPrinter& settings, PreviewSc
     m_picPrint = new PageBox(kDisplayDotsPerInch * devicePixelRatioF(), this);
     m_picPrint->setObjectName(QStringLiteral("picPrint"));
     m_picPrint->page().showPicture = [this](const QImage& page) { m_imgView->setPicture(page); };
-    connect(m_frameA, &PageDesk::mouseDown, this, &frmPrintPreview::frameA_MouseDown);
-    connect(m_frameA, &PageDesk::mouseMove, this, &frmPrintPreview::frameA_MouseMove);
-    connect(m_imgView, &PageView::mouseDown, this, &frmPrintPreview::frameA_MouseDown);
-    connect(m_imgView, &PageView::mouseMove, this, &frmPrintPreview::frameA_MouseMove);
+    for (const PagePointing* pointedAt :
+         {static_cast<PagePointing*>(m_frameA), static_cast<PagePointing*>(m_imgView)}) {
+        connect(pointedAt, &PagePointing::mouseDown, this, &frmPrintPreview::frameA_MouseDown);
+        connect(pointedAt, &PagePointing::mouseMove, this, &frmPrintPreview::frameA_MouseMove);
+    }
     resize(kWidth, kHeight);
     Form_Load();
 }

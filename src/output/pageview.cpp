@@ -20,14 +20,18 @@ int pixels(double twips) {
     return static_cast<int>(std::lround(std::clamp(twips / kTwips, -double{QWIDGETSIZE_MAX}, double{QWIDGETSIZE_MAX})));
 }
 
-void tell(const QMouseEvent& event, int button, auto signal) {
-    signal(button, event.position().x() * kTwips, event.position().y() * kTwips);
-}
-
 } // namespace
 
+void PagePointing::mousePressEvent(QMouseEvent* event) {
+    Q_EMIT mouseDown(buttonNumber(event->button()), event->position().x() * kTwips, event->position().y() * kTwips);
+}
+
+void PagePointing::mouseMoveEvent(QMouseEvent* event) {
+    Q_EMIT mouseMove(buttonNumber(event->buttons()), event->position().x() * kTwips, event->position().y() * kTwips);
+}
+
 PageView::PageView(QWidget* parent)
-    : QWidget(parent) {}
+    : PagePointing(parent) {}
 
 void PageView::setSize(double width, double height) {
     m_width = std::max(width, 0.0);
@@ -82,16 +86,6 @@ void PageView::paintEvent(QPaintEvent* event) {
     painter.drawImage(QRectF(part), m_picture, {part.x() * sx, part.y() * sy, part.width() * sx, part.height() * sy});
 }
 
-void PageView::mousePressEvent(QMouseEvent* event) {
-    tell(*event, buttonNumber(event->button()),
-         [this](int button, double x, double y) { Q_EMIT mouseDown(button, x, y); });
-}
-
-void PageView::mouseMoveEvent(QMouseEvent* event) {
-    tell(*event, buttonNumber(event->buttons()),
-         [this](int button, double x, double y) { Q_EMIT mouseMove(button, x, y); });
-}
-
 void PageDesk::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.fillRect(event->rect(), QColor::fromRgb(kDesk));
@@ -101,16 +95,6 @@ void PageDesk::paintEvent(QPaintEvent* event) {
     for (int ring = kShadow; ring > 0; --ring) {
         painter.fillRect(m_page->geometry().adjusted(1 - ring, 1 - ring, ring, ring), QColor(0, 0, 0, 40));
     }
-}
-
-void PageDesk::mousePressEvent(QMouseEvent* event) {
-    tell(*event, buttonNumber(event->button()),
-         [this](int button, double x, double y) { Q_EMIT mouseDown(button, x, y); });
-}
-
-void PageDesk::mouseMoveEvent(QMouseEvent* event) {
-    tell(*event, buttonNumber(event->buttons()),
-         [this](int button, double x, double y) { Q_EMIT mouseMove(button, x, y); });
 }
 
 PageBox::PageBox(double dotsPerInch, QWidget* parent)

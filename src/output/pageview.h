@@ -7,10 +7,25 @@
 
 namespace sixtrace {
 
+/// A widget that tells of the mouse: with the pointer's place inside of it in twips, and button numbers as PictureBox
+/// has them.
+class PagePointing : public QWidget {
+    Q_OBJECT
+public:
+    using QWidget::QWidget;
+
+Q_SIGNALS:
+    void mouseDown(int button, double x, double y);
+    void mouseMove(int button, double x, double y);
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+};
+
 /// Shows the picture of a page, stretched to its size. Place and size are kept in twips, the widget follows to the
-/// nearest pixel. Mouse signals carry the pointer's place inside the picture in twips and button numbers as PictureBox
-/// does.
-class PageView : public QWidget {
+/// nearest pixel.
+class PageView : public PagePointing {
     Q_OBJECT
 public:
     explicit PageView(QWidget* parent);
@@ -25,14 +40,8 @@ public:
     [[nodiscard]] const QImage& Picture() const { return m_picture; }
     void setPicture(const QImage& picture);
 
-Q_SIGNALS:
-    void mouseDown(int button, double x, double y);
-    void mouseMove(int button, double x, double y);
-
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
 
 private:
     void follow();
@@ -45,24 +54,17 @@ private:
     QImage m_reduced; ///< the picture at the size shown, while that is smaller than itself
 };
 
-/// The desk behind a page, which casts a soft shadow on it. It signals the mouse as the page does.
-class PageDesk : public QWidget {
+/// The desk behind a page, which casts a soft shadow on it.
+class PageDesk : public PagePointing {
     Q_OBJECT
 public:
-    explicit PageDesk(QWidget* parent)
-        : QWidget(parent) {}
+    using PagePointing::PagePointing;
 
     /// The page that casts the shadow.
     void setPage(const PageView* page) { m_page = page; }
 
-Q_SIGNALS:
-    void mouseDown(int button, double x, double y);
-    void mouseMove(int button, double x, double y);
-
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
 
 private:
     const PageView* m_page = nullptr;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "output/xlsxworkbook.h"
 
+#include <QDir>
 #include <QFile>
 
 #include <xlsxwriter.h>
@@ -31,9 +32,16 @@ RuntimeError errorOf(lxw_error error) {
     }
 }
 
+/// The folders that workbooks are made in. The library's own files lose their names as soon as they are open.
+WorkshopKind writingWorkbooks() {
+    return {QStringLiteral("sixtrace-workbook"),
+            QRegularExpression(QStringLiteral("table\\.xlsx|room|tmp\\.[A-Za-z0-9]{10}"))};
+}
+
 } // namespace
 
-XlsxWorkbook::XlsxWorkbook() {
+XlsxWorkbook::XlsxWorkbook()
+    : m_folder(QDir::tempPath(), writingWorkbooks()) {
     if (!m_folder.isValid()) {
         return;
     }

@@ -3,10 +3,10 @@
 
 #include "platform/plainnumerals.h"
 #include "platform/runtimeerror.h"
+#include "platform/workshop.h"
 
 #include <QByteArray>
 #include <QString>
-#include <QTemporaryDir>
 
 struct lxw_workbook;
 struct lxw_worksheet;
@@ -34,7 +34,7 @@ private:
     [[nodiscard]] bool hasRoom() const;
 
     PlainNumerals m_plainNumerals;
-    QTemporaryDir m_folder;
+    Workshop m_folder;
     QByteArray m_path;
     lxw_workbook* m_workbook = nullptr; ///< closing frees it
     lxw_worksheet* m_sheet = nullptr;

@@ -3,6 +3,7 @@
 
 #include "platform/wholefile.h"
 
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QList>
@@ -18,6 +19,8 @@ namespace {
 constexpr qint64 kReadLimit = 1024 * 1024;
 constexpr qint64 kWriteLimit = 16 * 1024 * 1024;
 constexpr int kLockPatienceMs = 3000;
+constexpr int kLockShortPatienceMs = 50;
+constexpr int kLockStuckMs = 5000;
 /// A lock that names no living process is left by one that was killed. A holder who lives is not robbed, however long
 /// he takes: the system's own lock on the file goes with him, and without it nobody takes the file away.
 constexpr int kLockOrphanedMs = 500;
@@ -124,6 +127,25 @@ void setKey(QList<QByteArray>& lines, const QString& section, const QString& key
     lines.append(QByteArray());
 }
 
+/// How long a write waits for the lock. It waits in the thread that paints the windows, and one choice of the user may
+/// be several keys: where a holder has not let go in the whole time, writes that follow soon do not wait as long again.
+/// A holder that works normally is done sooner than even they give up.
+class LockPatience {
+public:
+    [[nodiscard]] int milliseconds(const QString& file) const {
+        return file == m_file && !m_stuck.hasExpired() ? kLockShortPatienceMs : kLockPatienceMs;
+    }
+    void noteLocked(const QString& file) { m_file = file == m_file ? QString() : m_file; }
+    void noteWaitedInVain(const QString& file) {
+        m_file = file;
+        m_stuck.setRemainingTime(kLockStuckMs);
+    }
+
+private:
+    QString m_file;
+    QDeadlineTimer m_stuck;
+};
+
 /// The file that a link leads to, so that all who change it take the same lock, by whatever name they know it.
 QString behindLinks(const QString& file) {
     const QString target = QFileInfo(file).canonicalFilePath();
@@ -209,10 +231,15 @@ Outcome writeProfile(const QString& section, const QString& key, const QString& 
     }
     QLockFile lock(file + QStringLiteral(".lock"));
     lock.setStaleLockTime(kLockOrphanedMs);
-    if (!lock.tryLock(kLockPatienceMs)) {
+    thread_local LockPatience patience;
+    if (!lock.tryLock(patience.milliseconds(file))) {
+        if (lock.error() == QLockFile::LockFailedError) {
+            patience.noteWaitedInVain(file);
+        }
         return RuntimeError::of(lock.error() == QLockFile::PermissionError ? ErrorNumber::PermissionDenied
                                                                            : ErrorNumber::PathAccess);
     }
+    patience.noteLocked(file);
     const auto change = changeOf(file, section, key, value);
     if (!change) {
         return RuntimeError::of(ErrorNumber::PathAccess);

@@ -51,7 +51,8 @@ private:
 /// Sets one key, and changes nothing else: comments, order and the other keys keep their place, the section is added at
 /// the end where it is missing. The new file appears whole, by renaming, and under a lock, so that neither a crash nor
 /// a second running copy of the program loses a key. The file's permissions are kept; a link is followed, and the lock
-/// lies beside the file that it leads to. A file that is there but cannot be read is left alone.
+/// lies beside the file that it leads to. A file that is there but cannot be read is left alone. A lock that another
+/// process keeps for seconds loses the key, and the keys that follow soon wait but a moment for it.
 ///
 /// Line ends in `value` would break the file and are written as blanks. Quotes around a value are written as they are,
 /// and reading drops them.

@@ -2,12 +2,13 @@
 #include "platform/qtprinters.h"
 
 #include "platform/wholefile.h"
+#include "platform/workshop.h"
 
+#include <QDir>
 #include <QFile>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
-#include <QTemporaryDir>
 #include <QWidget>
 
 #include <cmath>
@@ -76,6 +77,11 @@ std::unique_ptr<QPrinter> printerFor(const PrinterProperties& properties) {
     return printer;
 }
 
+/// The folders that pages for a file are made in.
+WorkshopKind writingPages() {
+    return {QStringLiteral("sixtrace-page"), QRegularExpression(QStringLiteral("page\\.pdf"))};
+}
+
 /// A document for a printer, or for a file, which gets it whole or not at all.
 class QtJob final : public PrintJob {
 public:
@@ -83,10 +89,13 @@ public:
         : m_printer(std::move(printer))
         , m_target(m_printer->outputFileName()) {
         if (!m_target.isEmpty()) {
-            m_folder.emplace();
+            m_folder.emplace(QDir::tempPath(), writingPages());
             m_printer->setOutputFileName(m_folder->filePath(QStringLiteral("page.pdf")));
         }
     }
+
+    /// Whether it has a place to go to.
+    [[nodiscard]] bool isReady() const { return !m_folder || m_folder->isValid(); }
 
     QPagedPaintDevice& device() override { return *m_printer; }
     Outcome finish() override {
@@ -105,7 +114,7 @@ public:
     void drop() override { m_printer->abort(); }
 
 private:
-    std::optional<QTemporaryDir> m_folder;
+    std::optional<Workshop> m_folder;
     std::unique_ptr<QPrinter> m_printer;
     QString m_target; ///< empty where it goes to the printer
 };
@@ -164,7 +173,11 @@ Result<std::unique_ptr<PrintJob>> QtPrinters::begin(const PrinterProperties& pro
     if (printer == nullptr) {
         return RuntimeError::of(ErrorNumber::Printer);
     }
-    return std::unique_ptr<PrintJob>(std::make_unique<QtJob>(std::move(printer)));
+    auto job = std::make_unique<QtJob>(std::move(printer));
+    if (!job->isReady()) {
+        return RuntimeError::of(ErrorNumber::Printer);
+    }
+    return std::unique_ptr<PrintJob>(std::move(job));
 }
 
 bool QtPrinters::ShowPrinter(PrinterDialog& dialog, quintptr windowHandle) {

@@ -59,7 +59,8 @@ QImage draw(const QString& name, bool enabled, double ratio) {
 
 ToolPictures::ToolPictures(const Names& names, double ratio)
     : m_names(names)
-    , m_coming(std::async(std::launch::async, [names, ratio] {
+    // Where no thread is to be had they are drawn when they are first asked for.
+    , m_coming(std::async(std::launch::async | std::launch::deferred, [names, ratio] {
         Images images;
         for (std::size_t place = 0; place < kPlaces; ++place) {
             if (!names[place].isEmpty()) {

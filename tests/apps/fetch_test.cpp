@@ -93,6 +93,24 @@ protected:
     Ran fetchUsb(QStringList more = {}) {
         return fetch(QStringList{QStringLiteral("--usb"), QStringLiteral("-o"), path(QStringLiteral("got"))} + more);
     }
+    /// A fetch over the serial line that has begun its work, and waits long for an instrument that has gone silent.
+    void startSilentFetch(QProcess& process) const {
+        process.start(path(QStringLiteral("kqx")),
+                      {QStringLiteral("fetch"), QStringLiteral("--serial"), path(QStringLiteral("line")),
+                       QStringLiteral("-o"), path(QStringLiteral("got")), QStringLiteral("--timeout"),
+                       QStringLiteral("1")});
+        ASSERT_TRUE(process.waitForStarted());
+        QElapsedTimer patience;
+        patience.start();
+        const auto hasBegun = [this] {
+            const QStringList names = got();
+            return !names.isEmpty() && QDir(path(QStringLiteral("got/")) + names.first()).count() > 2;
+        };
+        while (!hasBegun() && patience.elapsed() < 10000) {
+            QThread::msleep(20);
+        }
+        ASSERT_TRUE(hasBegun());
+    }
     /// The content of the file that a fetch has named.
     [[nodiscard]] static QByteArray fetched(const Ran& ran) { return contentOf(QString::fromUtf8(ran.out).trimmed()); }
 
@@ -225,21 +243,31 @@ TEST_F(Fetch, WrongUseIsToldAndEndsWith2) {
 TEST_F(Fetch, AnInterruptEndsTheTransferAndLeavesNothing) {
     serveScript("silence@2\n");
     QProcess process;
-    process.start(path(QStringLiteral("kqx")),
-                  {QStringLiteral("fetch"), QStringLiteral("--serial"), path(QStringLiteral("line")),
-                   QStringLiteral("-o"), path(QStringLiteral("got")), QStringLiteral("--timeout"),
-                   QStringLiteral("1")});
-    ASSERT_TRUE(process.waitForStarted());
-    QElapsedTimer patience;
-    patience.start();
-    while (got().isEmpty() && patience.elapsed() < 10000) {
-        QThread::msleep(20); // until the work has begun
-    }
+    startSilentFetch(process);
     ::kill(static_cast<pid_t>(process.processId()), SIGINT);
     ASSERT_TRUE(process.waitForFinished(20000));
     EXPECT_EQ(process.exitCode(), 1);
     EXPECT_TRUE(process.readAllStandardError().contains("cancelled"));
     EXPECT_TRUE(got().isEmpty());
+}
+
+TEST_F(Fetch, TheFolderOfARunningFetchStaysAndThatOfAKilledOneGoesWithTheNext) {
+    serveScript("silence@2\n");
+    QProcess process;
+    startSilentFetch(process);
+    const QStringList working = got();
+    ASSERT_EQ(working.size(), 1);
+    EXPECT_EQ(fetchUsb().exitCode, 0);
+    EXPECT_EQ(process.state(), QProcess::Running);
+    EXPECT_TRUE(got().contains(working.first())) << "it is in use";
+    EXPECT_EQ(got().size(), 2);
+    process.kill();
+    ASSERT_TRUE(process.waitForFinished(10000));
+    EXPECT_TRUE(got().contains(working.first())) << "nobody could take it away";
+    EXPECT_EQ(fetchUsb().exitCode, 0);
+    const QStringList files = got();
+    EXPECT_EQ(files.size(), 2);
+    EXPECT_EQ(files.filter(QStringLiteral(".bin")), files);
 }
 
 TEST_F(Fetch, TheInstrumentEndsOnASignalAndTakesItsNamesAway) {

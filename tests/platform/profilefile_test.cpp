@@ -10,6 +10,7 @@
 #include <QLockFile>
 #include <QTemporaryDir>
 
+#include <array>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -304,6 +305,40 @@ TEST_F(ProfileFile, TheLockOfALinkLiesBesideTheFileThatItLeadsTo) {
     EXPECT_EQ(content(), "[A]\nk=1\n");
     ASSERT_TRUE(writeProfile(u"A"_s, u"k"_s, u"3"_s, link));
     EXPECT_EQ(content(), "[A]\nk=3\n");
+}
+
+TEST_F(ProfileFile, WritesBehindOneThatWaitedInVainForTheLockWaitAMomentOnlyAndHarmNothing) {
+    put("[A]\nk=1\n");
+    std::array<int, 2> locked{};
+    std::array<int, 2> release{};
+    ASSERT_EQ(pipe(locked.data()), 0);
+    ASSERT_EQ(pipe(release.data()), 0);
+    const pid_t holder = fork();
+    ASSERT_GE(holder, 0);
+    if (holder == 0) {
+        QLockFile lock(path() + u".lock"_s);
+        const bool good = lock.tryLock(0) && write(locked[1], "x", 1) == 1;
+        char byte = 0;
+        const bool told = read(release[0], &byte, 1) == 1;
+        sleep(2); // sooner than a write that waits as long as ever would give up
+        lock.unlock();
+        _exit(good && told ? 0 : 1);
+    }
+    char byte = 0;
+    ASSERT_EQ(read(locked[0], &byte, 1), 1);
+    EXPECT_FALSE(set(u"A"_s, u"k"_s, u"2"_s));
+    ASSERT_EQ(write(release[1], "x", 1), 1);
+    EXPECT_FALSE(set(u"A"_s, u"j"_s, u"3"_s));
+    EXPECT_TRUE(writeProfile(u"A"_s, u"k"_s, u"of another file"_s, path(u"other.ini"_s)));
+    int status = -1;
+    ASSERT_EQ(waitpid(holder, &status, 0), holder);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(content(), "[A]\nk=1\n");
+    EXPECT_TRUE(set(u"A"_s, u"j"_s, u"4"_s)) << "a lock that is free is taken at once";
+    EXPECT_EQ(content(), "[A]\nk=1\nj=4\n");
+    for (const int end : {locked[0], locked[1], release[0], release[1]}) {
+        close(end);
+    }
 }
 
 TEST_F(ProfileFile, PermissionsAreKept) {

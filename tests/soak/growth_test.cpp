@@ -69,15 +69,14 @@ protected:
 
 TEST_F(Growth, LoadsOfDifferentFilesLeaveNothing) {
     const std::array names{"one.bin", "none.bin", "one.bin", "one.bin", "six.bin", "one.bin", "one.bin", "one.bin"};
-    constexpr int kOpened = 3000;
     int loaded = 0;
-    expectNoGrowth("files opened", kOpened, [&](int i) {
+    expectNoGrowth("files opened", kRounds, [&](int i) {
         dialogs.files.emplace_back(FileChoice{path(text(names.at(static_cast<std::size_t>(i) % names.size()))), 1});
         item("mnuOpen").trigger();
         loaded += model->ChannelPresent[0] == 1 ? 1 : 0;
         forget();
     });
-    EXPECT_GT(loaded, kOpened / 2);
+    EXPECT_GT(loaded, kRounds / 2);
 }
 
 // Each fetch is a load and a redraw, too.

@@ -2,36 +2,19 @@
 // The command-line companion where nothing can be written: it says so, ends with 1, and the old file stands.
 #include "apps/program.h"
 #include "capture/scenes.h"
-#include "soak/killing.h"
+#include "soak/companionfolder.h"
 #include "support/hardships.h"
-#include "support/strings.h"
-
-#include <QTemporaryDir>
 
 namespace sixtrace {
 namespace {
 
 using namespace test;
 
-class CompanionHardships : public ::testing::Test {
+class CompanionHardships : public CompanionFolder {
 protected:
     CompanionHardships() {
         put(text("capture.bin"), captureBytes(*captureForm("V11"), *sceneBlocks(text("sine"), 1)));
-        for (const char* name : {"kqx", "libttdll.so", "ttdll.ini", "English.Lan", "ChineseS.Lan"}) {
-            EXPECT_TRUE(QFile::copy(text(SIXTRACE_BIN "/") + text(name), path(text(name))));
-        }
-    }
-    ~CompanionHardships() override {
-        if (instrument.state() != QProcess::NotRunning) {
-            ::kill(static_cast<pid_t>(instrument.processId()), SIGTERM);
-            EXPECT_TRUE(instrument.waitForFinished(10000));
-        }
-    }
-    [[nodiscard]] QString path(const QString& name) const { return folder.filePath(name); }
-    void put(const QString& name, const QByteArray& content) const {
-        QFile file(path(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        ASSERT_EQ(file.write(content), content.size());
+        bring({text("kqx"), text("libttdll.so"), text("ttdll.ini"), text("English.Lan"), text("ChineseS.Lan")});
     }
     [[nodiscard]] Ran kqx(const QStringList& arguments, const QString& out = {}, bool asOrdinaryUser = false) const {
         QProcess process;
@@ -57,20 +40,7 @@ protected:
                 process.readAllStandardError()};
     }
     [[nodiscard]] QStringList everything() const { return leftovers(folder.path(), {}); }
-    void serve() {
-        instrument.start(text(SIXTRACE_BIN "/sixtrace-instrument"),
-                         {text("--serial"), path(text("line")), text("--usb"), path(text("instrument.socket")),
-                          text("--rate"), text("0"), text("--scene"), text("noise"), text("--idle"), text("120")});
-        ASSERT_TRUE(instrument.waitForStarted());
-        QByteArray said;
-        while (!said.contains("USB link at") && instrument.waitForReadyRead(10000)) {
-            said += instrument.readAllStandardOutput();
-        }
-        ASSERT_TRUE(said.contains("USB link at"));
-    }
 
-    QTemporaryDir folder;
-    QProcess instrument;
     const QList<QStringList> writers{
         {text("table"), text("capture.bin"), text("t.txt")},  {text("table"), text("capture.bin"), text("t.csv")},
         {text("table"), text("capture.bin"), text("t.xls")},  {text("table"), text("capture.bin"), text("t.xlsx")},
