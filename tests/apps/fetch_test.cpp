@@ -85,12 +85,12 @@ protected:
         return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1, process.readAllStandardOutput(),
                 process.readAllStandardError()};
     }
-    Ran fetchSerial(QStringList more = {}) {
+    Ran fetchSerial(const QStringList& more = {}) {
         return fetch(QStringList{QStringLiteral("--serial"), path(QStringLiteral("line")), QStringLiteral("-o"),
                                  path(QStringLiteral("got"))} +
                      more);
     }
-    Ran fetchUsb(QStringList more = {}) {
+    Ran fetchUsb(const QStringList& more = {}) {
         return fetch(QStringList{QStringLiteral("--usb"), QStringLiteral("-o"), path(QStringLiteral("got"))} + more);
     }
     /// The content of the file that a fetch has named.
