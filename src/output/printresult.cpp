@@ -88,7 +88,7 @@ Outcome PageComposer::beginSheet(PicturePage& picture, double s, Box& box) const
     const Sheet& sheet = metrics.value();
     std::int32_t oy = 0;
     std::int32_t ox = 0;
-    const Outcome fits =
+    Outcome fits =
         first({assign(oy, (sheet.Height - sheet.ScaleHeight) / 2.0), assign(ox, (sheet.Width - sheet.ScaleWidth) / 2.0),
                assign(box.top, s * (static_cast<double>(box.top) + oy)),
                assign(box.left, s * (static_cast<double>(box.left) + ox)), assign(box.height, s * box.height),

@@ -34,7 +34,7 @@ void appendZone(QByteArray& line, std::string_view text) {
 
 /// The rows below the head: every cell takes one zone, so that a line has a fixed length.
 void appendRows(QByteArray& text, const TableCells& cells, const std::vector<int>& columns) {
-    const auto line = static_cast<qsizetype>(columns.size() * kZone + 2);
+    const qsizetype line = static_cast<qsizetype>(columns.size()) * qsizetype{kZone} + 2;
     const qsizetype start = text.size();
     text.resize(start + std::max(cells.Rows() - 1, 0) * line);
     char* at = text.data() + start;

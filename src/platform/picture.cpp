@@ -14,17 +14,9 @@ namespace {
 
 constexpr std::size_t kRowPixels = 16; // a cache line of them
 
-/// Whether step k of a patterned line is drawn.
+/// Whether step k of a dashed or dotted line is drawn.
 bool lit(DrawStyle style, std::int64_t k) {
-    switch (style) {
-    case DrawStyle::Solid:
-        return true;
-    case DrawStyle::Dash:
-        return k % 6 < 3;
-    case DrawStyle::Dot:
-        return k % 5 == 0;
-    }
-    return true;
+    return style == DrawStyle::Dash ? k % 6 < 3 : k % 5 == 0;
 }
 
 } // namespace
@@ -34,23 +26,6 @@ Picture::Picture(int width, int height)
     , m_height(height)
     , m_stride((static_cast<std::size_t>(width) + kRowPixels - 1) / kRowPixels * kRowPixels) {
     Cls();
-}
-
-Picture::Picture(Picture&& other) noexcept
-    : Picture(other.m_width, other.m_height) {
-    // What has been put off is done first: nobody is to be told of a new place.
-    if (other.m_copiedTo != nullptr) {
-        other.m_copiedTo->fetchCopy();
-    }
-    other.fetchCopy();
-    BackColor = other.BackColor;
-    ForeColor = other.ForeColor;
-    drawMode = other.drawMode;
-    drawStyle = other.drawStyle;
-    m_currentX = other.m_currentX;
-    m_currentY = other.m_currentY;
-    m_pixels = std::move(other.m_pixels);
-    m_cleared = other.m_cleared;
 }
 
 Picture::~Picture() {

@@ -28,7 +28,7 @@ enum class DrawStyle { Solid = 0, Dash = 1, Dot = 2 };
 class Picture {
 public:
     Picture(int width, int height);
-    Picture(Picture&& other) noexcept;
+    Picture(Picture&&) = delete; // others hold its address while a copy is put off
     Picture& operator=(Picture&&) = delete;
     Picture(const Picture&) = delete;
     Picture& operator=(const Picture&) = delete;

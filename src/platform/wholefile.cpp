@@ -11,9 +11,6 @@ namespace {
 
 /// Why the new file beside `path` could not be made.
 RuntimeError errorOfOpening(const QString& path, QFileDevice::FileError error) {
-    if (QFileInfo(path).isDir()) {
-        return RuntimeError::of(ErrorNumber::PathAccess);
-    }
     if (!QFileInfo::exists(QFileInfo(path).path())) {
         return RuntimeError::of(ErrorNumber::PathNotFound);
     }

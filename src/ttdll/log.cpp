@@ -30,11 +30,8 @@ void Log::write(const std::string& text) const {
         return;
     }
     struct stat state {};
-    if (fstat(file, &state) == 0 && state.st_size > kLargestLog && ftruncate(file, 0) != 0) {
-        close(file);
-        return;
-    }
-    const std::string line = stamp() + text + '\n';
+    const bool full = fstat(file, &state) == 0 && state.st_size > kLargestLog && ftruncate(file, 0) != 0;
+    const std::string line = full ? std::string() : stamp() + text + '\n';
     static_cast<void>(::write(file, line.data(), line.size()) < 0); // nowhere to tell of it
     close(file);
 }

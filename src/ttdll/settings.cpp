@@ -75,7 +75,7 @@ bool take(Settings& settings, const std::string& key, const std::string& value) 
         return kind.has_value();
     }
     if (key == "socket") {
-        settings.socket = value;
+        settings.socket = value.empty() ? settings.socket : value;
         return !value.empty();
     }
     for (const NumberKey& number : kNumbers) {

@@ -38,7 +38,12 @@ public:
         const auto deadline = Clock::now() + std::chrono::milliseconds(m_settings.writeTimeoutMs);
         int done = 0;
         while (done < count && ready(POLLOUT, deadline)) {
-            const ssize_t part = ::send(m_socket, bytes + done, static_cast<std::size_t>(count - done), MSG_NOSIGNAL);
+            // What does not fit must not hold us longer than the time that is configured.
+            const ssize_t part =
+                ::send(m_socket, bytes + done, static_cast<std::size_t>(count - done), MSG_NOSIGNAL | MSG_DONTWAIT);
+            if (part < 0 && (errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR)) {
+                continue;
+            }
             if (part <= 0) {
                 return complain("sending failed", done);
             }

@@ -42,10 +42,10 @@ using Handle = std::unique_ptr<libusb_device_handle, HandleEnd>;
 
 class UsbTransport final : public Transport {
 public:
-    UsbTransport(Context context, Handle handle, const Settings& settings, int packet, Log& log)
+    UsbTransport(Context context, Handle handle, Settings settings, int packet, Log& log)
         : m_context(std::move(context))
         , m_handle(std::move(handle))
-        , m_settings(settings)
+        , m_settings(std::move(settings))
         , m_packet(packet)
         , m_log(log) {}
     ~UsbTransport() override { libusb_release_interface(m_handle.get(), m_settings.interfaceNumber); }

@@ -81,7 +81,7 @@ protected:
     [[nodiscard]] QString path4() const { return control<QLabel>(*form, "Label4").text(); }
 
     /// Runs `work` once the window of that name is shown.
-    static void whenShown(QWidget& window, std::function<void()> work) {
+    static void whenShown(QWidget& window, const std::function<void()>& work) {
         auto* watch = new QTimer(&window);
         QObject::connect(watch, &QTimer::timeout, &window, [&window, watch, work] {
             if (window.isVisible()) {
@@ -95,7 +95,7 @@ protected:
     static void click(QWidget& window, const char* button) { control<QPushButton>(window, button).click(); }
 
     /// Lets the other end of the line send one file after another; bytes to come until the sender is over.
-    void serve(std::vector<QByteArray> files, FetchPlan plan = {}) {
+    void serve(std::vector<QByteArray> files, const FetchPlan& plan = {}) {
         peer.play([files = std::move(files), plan](PtyPeer& p) {
             for (const QByteArray& file : files) {
                 BlockSender sender("WAVE.bin", file, plan);

@@ -21,7 +21,7 @@ protected:
 TEST_F(AutoGet, DisablesTheCommandsAndStopEnablesThemAndTheTimerStopsItself) {
     load();
     ToolBar& tools = *form->findChild<ToolBar*>(text("Toolbar1"));
-    PositionBar& bar = control<PositionBar>(*form, "VScroll1");
+    auto& bar = control<PositionBar>(*form, "VScroll1");
     item("mnuautoget").trigger();
     EXPECT_TRUE(model->AutoRun);
     EXPECT_TRUE(item("mnuautoget").isChecked());

@@ -27,7 +27,7 @@ public:
     int InBufferCount() override { return static_cast<int>(waiting.size()); }
     void discard() override { waiting.clear(); }
     QByteArray Input(int count) override {
-        const QByteArray taken = waiting.left(count);
+        QByteArray taken = waiting.left(count);
         waiting.remove(0, count);
         return taken;
     }

@@ -18,7 +18,7 @@ protected:
     /// Answers the first request with the given bytes and stays silent from then on.
     void answerOnce(const QByteArray& bytes) {
         port.answer = [this, bytes](unsigned char) {
-            const QByteArray all = m_answered ? QByteArray() : bytes;
+            QByteArray all = m_answered ? QByteArray() : bytes;
             m_answered = true;
             return all;
         };

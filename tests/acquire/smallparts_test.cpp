@@ -135,7 +135,7 @@ TEST(Thread, ReadingThePropertySetsTheFlagAndGivesFalse) {
 TEST(Thread, AFailedCreationLeavesHandle0IsToldAndLaterCallsActOnNothing) {
     std::string told;
     cls_Thread thread([&told](const char* what, const char* title) { told = std::string(title) + ": " + what; },
-                      [](std::function<void()>) { return std::unique_ptr<std::thread>(); });
+                      [](const std::function<void()>&) { return std::unique_ptr<std::thread>(); });
     thread.Initialize([](ThreadGate&) {});
     EXPECT_EQ(told, "错误: 线程创建失败！");
     EXPECT_EQ(thread.handle(), 0);

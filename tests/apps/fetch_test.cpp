@@ -85,12 +85,12 @@ protected:
         return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1, process.readAllStandardOutput(),
                 process.readAllStandardError()};
     }
-    Ran fetchSerial(QStringList more = {}) {
+    Ran fetchSerial(const QStringList& more = {}) {
         return fetch(QStringList{QStringLiteral("--serial"), path(QStringLiteral("line")), QStringLiteral("-o"),
                                  path(QStringLiteral("got"))} +
                      more);
     }
-    Ran fetchUsb(QStringList more = {}) {
+    Ran fetchUsb(const QStringList& more = {}) {
         return fetch(QStringList{QStringLiteral("--usb"), QStringLiteral("-o"), path(QStringLiteral("got"))} + more);
     }
     /// A fetch over the serial line that has begun its work, and waits long for an instrument that has gone silent.

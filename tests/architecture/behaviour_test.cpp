@@ -28,7 +28,7 @@ std::string contentOf(const fs::path& path) {
 }
 
 fs::path root() {
-    return fs::path(SIXTRACE_SOURCE_DIR);
+    return {SIXTRACE_SOURCE_DIR};
 }
 
 /// "Suite.Name" of every test in the tree.

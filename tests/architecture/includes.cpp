@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "architecture/includes.h"
 
+#include <initializer_list>
 #include <sstream>
 #include <string_view>
 
@@ -14,6 +15,15 @@ const std::map<std::string, int> kLayers{{"ttdll", -1},  {"platform", 0}, {"capt
 
 std::string folderOf(const std::string& path) {
     return path.substr(0, path.find('/'));
+}
+
+/// One text of its pieces.
+std::string joined(std::initializer_list<std::string_view> pieces) {
+    std::string text;
+    for (const std::string_view piece : pieces) {
+        text += piece;
+    }
+    return text;
 }
 
 } // namespace
@@ -81,10 +91,10 @@ std::vector<std::string> layerFaults(const Sources& sources) {
             if (theirs == kLayers.end() || header.find("..") != std::string::npos) {
                 // Files that the build makes bear no folder: moc output and forms.
                 if (header.find('/') != std::string::npos) {
-                    faults.push_back(path + " includes " + header + ", which is no library path");
+                    faults.push_back(joined({path, " includes ", header, ", which is no library path"}));
                 }
             } else if (target != folder && theirs->second >= mine->second) {
-                faults.push_back(path + " includes " + header + ", which does not lie below it");
+                faults.push_back(joined({path, " includes ", header, ", which does not lie below it"}));
             }
         }
     }
@@ -96,7 +106,7 @@ std::vector<std::string> widgetFaults(const Sources& sources, const std::map<std
     std::vector<std::string> faults;
     for (const auto& [folder, list] : lists) {
         for (const std::string& file : list.core) {
-            const std::string path = folder + '/' + file;
+            const std::string path = joined({folder, "/", file});
             const auto source = sources.find(path);
             if (source == sources.end()) {
                 faults.push_back(path + " is listed and not there");
@@ -107,14 +117,14 @@ std::vector<std::string> widgetFaults(const Sources& sources, const std::map<std
                 const std::string name = header.substr(header.rfind('/') + 1);
                 if (header.starts_with("QtWidgets") || header.starts_with("QtPrintSupport") ||
                     widgetHeaders.contains(name)) {
-                    faults.push_back(path + " is windowless and includes <" + header + ">");
+                    faults.push_back(joined({path, " is windowless and includes <", header, ">"}));
                 }
             }
             for (const std::string& header : includes.project) {
                 const auto owner = lists.find(folderOf(header));
                 const std::string name = header.substr(header.find('/') + 1);
                 if (owner != lists.end() && owner->second.windows.contains(name)) {
-                    faults.push_back(path + " is windowless and includes the window " + header);
+                    faults.push_back(joined({path, " is windowless and includes the window ", header}));
                 }
             }
         }

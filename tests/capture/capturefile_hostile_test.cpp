@@ -42,8 +42,8 @@ private:
         }
         std::uint64_t value = 0;
         for (int i = 0; i < size; ++i) {
-            value |= static_cast<std::uint64_t>(static_cast<unsigned char>(m_bytes.at(static_cast<qsizetype>(at + i))))
-                     << (8 * i);
+            const auto byte = static_cast<unsigned char>(m_bytes.at(static_cast<qsizetype>(at) + i));
+            value |= std::uint64_t{byte} << (8 * i);
         }
         return value;
     }
@@ -284,7 +284,7 @@ TEST_F(HostileCapture, FlippedBytesNeverReadDifferentlyFromStepByStep) {
     for (int i = 0; i < 400; ++i) {
         QByteArray content = whole;
         for (int flips = 0; flips <= i % 3; ++flips) {
-            const auto at = static_cast<qsizetype>(10 + random() % static_cast<std::uint32_t>(whole.size() - 10));
+            const qsizetype at = 10 + static_cast<qsizetype>(random()) % (whole.size() - 10);
             content[at] = static_cast<char>(random());
         }
         fillStale(*model);

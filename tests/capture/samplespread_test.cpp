@@ -45,6 +45,7 @@ TEST_P(SampleSpreadTest, EachChannelsSamplesLieSixApartAndNothingElseChanges) {
     for (int round = 0; round < 50; ++round) {
         fillTarget(77);
         std::vector<FileSamples> samples;
+        samples.reserve(kChannels);
         for (int channel = 0; channel < kChannels; ++channel) {
             samples.emplace_back(random, round % 5 == 0 ? std::size_t{kSampleRows} : length(random));
         }

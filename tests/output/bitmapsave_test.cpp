@@ -19,7 +19,7 @@ protected:
         openWithCapture();
     }
     void save(const QString& name) {
-        answering.files.push_back(FileChoice{path(name), 1});
+        answering.files.emplace_back(FileChoice{path(name), 1});
         item("mnuSaveAs").trigger();
     }
 };
@@ -77,7 +77,7 @@ TEST_F(BitmapSaving, OverwriteAllowedReplacesTheFile) {
 
 TEST_F(BitmapSaving, CancelledDialogWritesNothing) {
     const QStringList before = QDir(path(QStringLiteral("."))).entryList(QDir::Files);
-    answering.files.push_back(std::nullopt);
+    answering.files.emplace_back(std::nullopt);
     item("mnuSaveAs").trigger();
     EXPECT_EQ(QDir(path(QStringLiteral("."))).entryList(QDir::Files), before);
 }

@@ -31,7 +31,7 @@ protected:
         QCoreApplication::sendEvent(&widget, &event);
     }
     void typePercent(const char* answer) {
-        answering.inputs.push_back(QString::fromLatin1(answer));
+        answering.inputs.emplace_back(QString::fromLatin1(answer));
         choose("mnuViewCustomize");
     }
 };
@@ -96,7 +96,7 @@ TEST_F(Preview, CustomPercent150WithTheSameViewPercentRedrawsNothing) {
 TEST_F(Preview, EmptyAndCancelledPercentsChangeNothing) {
     frmPrintPreview& preview = openPreview();
     typePercent("");
-    answering.inputs.push_back(std::nullopt);
+    answering.inputs.emplace_back(std::nullopt);
     choose("mnuViewCustomize");
     EXPECT_EQ(preview.ViewPercent, 100);
     EXPECT_TRUE(answering.messages.isEmpty());
@@ -104,13 +104,13 @@ TEST_F(Preview, EmptyAndCancelledPercentsChangeNothing) {
 
 TEST_F(Preview, Page2OfOnePageGetsTheRangeMessageWith1AsTheUpperLimit) {
     frmPrintPreview& preview = openPreview();
-    answering.inputs.push_back(QStringLiteral("2"));
+    answering.inputs.emplace_back(QStringLiteral("2"));
     choose("mnuViewPage");
     EXPECT_EQ(answering.prompts, QStringList{QStringLiteral("请输入欲显示的页码，")});
     EXPECT_EQ(answering.presets, QStringList{QStringLiteral("1")});
     EXPECT_EQ(answering.messages, QStringList{QStringLiteral("请输入大于 0 并且不大于 1 之整数")});
     EXPECT_EQ(answering.messageIcons, std::vector{MessageIcon::Critical});
-    answering.inputs.push_back(QStringLiteral("1"));
+    answering.inputs.emplace_back(QStringLiteral("1"));
     choose("mnuViewPage");
     EXPECT_EQ(answering.messages.size(), 1);
     EXPECT_EQ(preview.PageNow, 1);
@@ -159,7 +159,7 @@ TEST_F(Preview, MovesWithoutTheLeftButtonLeaveThePage) {
 
 TEST_F(Preview, RightButtonOpensTheViewMenu) {
     frmPrintPreview& preview = openPreview();
-    QMenu& view = in<QMenu>(preview, "mnuView");
+    auto& view = in<QMenu>(preview, "mnuView");
     QTest::mousePress(&page(), Qt::RightButton, {}, QPoint(20, 20));
     EXPECT_TRUE(view.isVisible());
     view.close();

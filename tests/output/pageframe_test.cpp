@@ -21,7 +21,7 @@ protected:
     /// A frame of 12000 by 8000 twips.
     Outcome draw() {
         PageComposer::Box box{1134, 677, 12000, 8000};
-        const Outcome done = composer.PrinterDrawT(hidden, box, printer, inputs.frame);
+        Outcome done = composer.PrinterDrawT(hidden, box, printer, inputs.frame);
         EXPECT_EQ(box.left, 0);
         EXPECT_EQ(box.top, 0);
         return done;
@@ -39,6 +39,7 @@ protected:
     [[nodiscard]] bool lit(int x, int y) const { return hidden.Image().pixel(x, y) == kLit; }
     static std::vector<int> multiples(int step, int count) {
         std::vector<int> numbers;
+        numbers.reserve(static_cast<std::size_t>(count));
         for (int i = 0; i < count; ++i) {
             numbers.push_back(i * step);
         }

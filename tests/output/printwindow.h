@@ -41,7 +41,7 @@ public:
         if (inputs.empty()) {
             return std::nullopt;
         }
-        const auto answer = inputs.front();
+        auto answer = inputs.front();
         inputs.pop_front();
         return answer;
     }
@@ -69,7 +69,7 @@ protected:
         const CaptureForm* form11 = captureForm("V11");
         ASSERT_NE(form11, nullptr);
         write(QStringLiteral("six.bin"), captureBytes(*form11, *blocks));
-        answering.files.push_back(FileChoice{path(QStringLiteral("six.bin")), 1});
+        answering.files.emplace_back(FileChoice{path(QStringLiteral("six.bin")), 1});
         item("mnuOpen").trigger();
         ASSERT_EQ(model->ChannelPresent[5], 1);
     }

@@ -7,6 +7,7 @@
 #include <QPdfWriter>
 
 #include <functional>
+#include <utility>
 #include <vector>
 
 namespace sixtrace {
@@ -63,9 +64,9 @@ public:
 private:
     class Job : public PrintJob {
     public:
-        Job(ScriptedPrinters& owner, const PrinterProperties& properties)
+        Job(ScriptedPrinters& owner, PrinterProperties properties)
             : m_owner(owner)
-            , m_properties(properties) {
+            , m_properties(std::move(properties)) {
             m_buffer.open(QIODevice::WriteOnly);
             m_writer = std::make_unique<QPdfWriter>(&m_buffer);
             m_writer->setPageSize(QPageSize(QPageSize::A4));

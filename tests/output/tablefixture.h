@@ -24,6 +24,7 @@ inline void hold(publicM& model, int channel, float voltPerCount, const std::vec
 /// Samples 0, step, 2 step ...
 inline std::vector<std::int16_t> ramp(int count, int step) {
     std::vector<std::int16_t> samples;
+    samples.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {
         samples.push_back(static_cast<std::int16_t>(i * step));
     }

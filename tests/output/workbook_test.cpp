@@ -115,6 +115,7 @@ TEST_F(Workbooks, OfAFullCaptureAreTheTableCellByCell) {
     Table table;
     for (int channel = 0; channel < kChannels; ++channel) {
         std::vector<std::int16_t> samples;
+        samples.reserve(kSampleRows);
         for (int i = 0; i < kSampleRows; ++i) {
             samples.push_back(static_cast<std::int16_t>(i * 6367 + channel * 9001)); // wraps over all counts
         }

@@ -56,6 +56,11 @@ TEST(Val, ExponentsOutOfRangeGiveInfinityOrZero) {
     EXPECT_EQ(Val(u"1e99999999999999999999"), std::numeric_limits<double>::infinity());
 }
 
+TEST(Val, MoreDigitsThanFitGiveInfinityOrZero) {
+    EXPECT_EQ(Val(QString(400, u'9')), std::numeric_limits<double>::infinity());
+    EXPECT_EQ(Val(QString(u"0." + QString(400, u'0') + u'1')), 0.0);
+}
+
 TEST(Val, StopsAtACommaWhateverTheDesktopsDecimalMark) {
     EXPECT_EQ(Val(u"1,5"), 1.0);
 }
@@ -101,6 +106,12 @@ TEST(GeneralText, ZeroHasNoSignAndWholeNumbersNoPoint) {
     EXPECT_EQ(generalText(-0.0, kPoint), u"0"_s);
     EXPECT_EQ(generalText(-0.0F, kPoint), u"0"_s);
     EXPECT_EQ(generalText(-25.0, kPoint), u"-25"_s);
+}
+
+TEST(GeneralText, WhatIsNoFiniteNumberIsNamed) {
+    EXPECT_EQ(generalText(std::numeric_limits<double>::infinity(), kPoint), u"Inf"_s);
+    EXPECT_EQ(generalText(-std::numeric_limits<float>::infinity(), kPoint), u"-Inf"_s);
+    EXPECT_EQ(generalText(std::numeric_limits<double>::quiet_NaN(), kPoint), u"NaN"_s);
 }
 
 TEST(GeneralText, UsesTheDecimalMarkThatItIsGiven) {
@@ -156,6 +167,11 @@ TEST(Format, VerySmallAndVeryLargeValuesKeepTheirDigits) {
     EXPECT_EQ(text(1e-300, u"0.00"), u"0.00"_s);
     EXPECT_EQ(text(1e20, u"0.0"), u"100000000000000000000.0"_s);
     EXPECT_EQ(text(123456789012345678.0, u"0"), u"123456789012346000"_s);
+}
+
+TEST(Format, WhatIsNoFiniteNumberIsNamedWhateverThePicture) {
+    EXPECT_EQ(text(-std::numeric_limits<double>::infinity(), u"0.00"), u"-Inf"_s);
+    EXPECT_EQ(text(std::numeric_limits<double>::quiet_NaN(), u"#,##0"), u"NaN"_s);
 }
 
 TEST(Format, UsesTheMarksThatItIsGiven) {

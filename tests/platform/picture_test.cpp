@@ -69,11 +69,13 @@ std::set<Pixel> asSet(const Pixels& pixels) {
     return {pixels.begin(), pixels.end()};
 }
 
-Picture paper(int width, int height) {
-    Picture picture(width, height);
-    picture.ForeColor = kRed;
-    return picture;
-}
+/// A picture that draws in red.
+struct Paper : Picture {
+    Paper(int width, int height)
+        : Picture(width, height) {
+        ForeColor = kRed;
+    }
+};
 
 TEST(Colour, RedStandsInTheLowByte) {
     EXPECT_EQ(rgb(1, 2, 3), 0x030201);
@@ -93,7 +95,7 @@ TEST(Picture, ANewPictureIsFilledWithTheBackground) {
 }
 
 TEST(Picture, ClsFillsAndMovesThePenToTheOrigin) {
-    Picture picture = paper(4, 4);
+    Paper picture(4, 4);
     picture.Line(0, 0, 3, 3);
     picture.BackColor = 0x112233;
     picture.Cls();
@@ -103,13 +105,13 @@ TEST(Picture, ClsFillsAndMovesThePenToTheOrigin) {
 }
 
 TEST(Picture, ALineWorkedOutByHand) {
-    Picture picture = paper(8, 8);
+    Paper picture(8, 8);
     picture.Line(1, 1, 6, 3); // offsets (4k+5) div 10 for k 0..5: 0 0 1 1 2 2
     EXPECT_EQ(drawn(picture), (std::set<Pixel>{{1, 1}, {2, 1}, {3, 2}, {4, 2}, {5, 3}, {6, 3}}));
 }
 
 TEST(Picture, HalvesGoTowardsTheEndPoint) {
-    Picture picture = paper(8, 8);
+    Paper picture(8, 8);
     picture.Line(0, 0, 2, 1); // at k = 1 the offset is a half: 1
     EXPECT_EQ(drawn(picture), (std::set<Pixel>{{0, 0}, {1, 1}, {2, 1}}));
     picture.Cls();
@@ -118,13 +120,13 @@ TEST(Picture, HalvesGoTowardsTheEndPoint) {
 }
 
 TEST(Picture, ALineFromAPointToItselfLeavesOneDot) {
-    Picture picture = paper(5, 5);
+    Paper picture(5, 5);
     picture.Line(2, 3, 2, 3);
     EXPECT_EQ(drawn(picture), (std::set<Pixel>{{2, 3}}));
 }
 
 TEST(Picture, LineAndPSetMoveTheCurrentPointEvenWhenTheyLieOutside) {
-    Picture picture = paper(5, 5);
+    Paper picture(5, 5);
     picture.Line(-10, -20, -30, -40);
     EXPECT_EQ(picture.CurrentX(), -30);
     EXPECT_EQ(picture.CurrentY(), -40);
@@ -135,7 +137,7 @@ TEST(Picture, LineAndPSetMoveTheCurrentPointEvenWhenTheyLieOutside) {
 }
 
 TEST(Picture, LineFromTheCurrentPointContinues) {
-    Picture picture = paper(5, 5);
+    Paper picture(5, 5);
     picture.PSet(0, 4);
     picture.Line(3, 4);
     EXPECT_EQ(drawn(picture), (std::set<Pixel>{{0, 4}, {1, 4}, {2, 4}, {3, 4}}));
@@ -145,7 +147,7 @@ TEST(Picture, RandomLinesNearTheSurfaceFollowTheRule) {
     std::mt19937 random(1);
     std::uniform_int_distribution<int> place(-40, 90);
     for (int i = 0; i < 3000; ++i) {
-        Picture picture = paper(50, 37);
+        Paper picture(50, 37);
         const int x1 = place(random);
         const int y1 = place(random);
         const int x2 = place(random);
@@ -163,7 +165,7 @@ TEST(Picture, RandomLinesThroughTheSurfaceFromFarOutsideAreClippedExactly) {
     const auto any = [&](int i) { return static_cast<std::int32_t>(i % 3 == 0 ? near(random) : far(random)); };
     int visible = 0;
     for (int i = 0; i < 6000; ++i) {
-        Picture picture = paper(50, 37);
+        Paper picture(50, 37);
         std::int32_t x1 = any(i);
         std::int32_t y1 = any(i);
         std::int32_t x2 = any(i + 1);
@@ -192,7 +194,7 @@ TEST(Picture, TheLongestLinesOfAllAreClippedExactly) {
         {0, least, 49, most},       {most, most, least, least},
     };
     for (const auto& [x1, y1, x2, y2] : lines) {
-        Picture picture = paper(50, 37);
+        Paper picture(50, 37);
         picture.Line(x1, y1, x2, y2);
         EXPECT_EQ(drawn(picture), asSet(naiveLine(x1, y1, x2, y2, 50, 37, true, always)))
             << x1 << ',' << y1 << " to " << x2 << ',' << y2;
@@ -201,14 +203,14 @@ TEST(Picture, TheLongestLinesOfAllAreClippedExactly) {
 }
 
 TEST(Picture, DottedLinesShowOnePixelOfFiveFromTheFirstPointOn) {
-    Picture picture = paper(12, 3);
+    Paper picture(12, 3);
     picture.drawStyle = DrawStyle::Dot;
     picture.Line(0, 1, 11, 1);
     EXPECT_EQ(drawn(picture), (std::set<Pixel>{{0, 1}, {5, 1}, {10, 1}}));
 }
 
 TEST(Picture, DashedLinesShowThreePixelsOfSix) {
-    Picture picture = paper(12, 3);
+    Paper picture(12, 3);
     picture.drawStyle = DrawStyle::Dash;
     picture.Line(0, 1, 9, 1);
     EXPECT_EQ(drawn(picture), (std::set<Pixel>{{0, 1}, {1, 1}, {2, 1}, {6, 1}, {7, 1}, {8, 1}}));
@@ -224,7 +226,7 @@ TEST(Picture, PatternsAreCountedFromAFirstPointThatLiesOutside) {
         const int y1 = place(random);
         const int x2 = 49 - x1 + i % 7;
         const int y2 = 36 - y1 - i % 5;
-        Picture picture = paper(50, 37);
+        Paper picture(50, 37);
         picture.drawStyle = i % 2 == 0 ? DrawStyle::Dot : DrawStyle::Dash;
         picture.Line(x1, y1, x2, y2);
         const Pixels expected = i % 2 == 0 ? naiveLine(x1, y1, x2, y2, 50, 37, true, dots)
@@ -234,7 +236,7 @@ TEST(Picture, PatternsAreCountedFromAFirstPointThatLiesOutside) {
 }
 
 TEST(Picture, LineToLeavesOutItsLastPixel) {
-    Picture picture = paper(8, 3);
+    Paper picture(8, 3);
     picture.MoveToEx(1, 1);
     picture.LineTo(4, 1);
     EXPECT_EQ(drawn(picture), (std::set<Pixel>{{1, 1}, {2, 1}, {3, 1}}));
@@ -242,14 +244,14 @@ TEST(Picture, LineToLeavesOutItsLastPixel) {
 }
 
 TEST(Picture, LineToIsSolidWhateverTheStyle) {
-    Picture picture = paper(8, 3);
+    Paper picture(8, 3);
     picture.drawStyle = DrawStyle::Dot;
     picture.LineTo(6, 0);
     EXPECT_EQ(drawn(picture).size(), 6U);
 }
 
 TEST(Picture, MoveToExGivesBackThePositionBefore) {
-    Picture picture = paper(8, 3);
+    Paper picture(8, 3);
     picture.PSet(5, 2);
     EXPECT_EQ(picture.MoveToEx(1, 1), QPoint(5, 2));
     EXPECT_EQ(picture.MoveToEx(0, 0), QPoint(1, 1));
@@ -303,7 +305,7 @@ TEST(Picture, ExclusiveOrLinesAndDotsFlipThePixelsBelow) {
 TEST(Picture, LineBoxIsTheOutlineFromAnyTwoCorners) {
     const std::set<Pixel> outline{{1, 1}, {2, 1}, {3, 1}, {1, 2}, {3, 2}, {1, 3}, {2, 3}, {3, 3}};
     for (const auto& [x1, y1, x2, y2] : std::vector<std::array<int, 4>>{{1, 1, 3, 3}, {3, 3, 1, 1}, {1, 3, 3, 1}}) {
-        Picture picture = paper(6, 6);
+        Paper picture(6, 6);
         picture.LineBox(x1, y1, x2, y2);
         EXPECT_EQ(drawn(picture), outline);
         EXPECT_EQ(picture.CurrentX(), x2);
@@ -312,7 +314,7 @@ TEST(Picture, LineBoxIsTheOutlineFromAnyTwoCorners) {
 }
 
 TEST(Picture, AnExclusiveOrBoxIsWholeAndVanishesWhenDrawnTwice) {
-    Picture picture = paper(6, 6);
+    Paper picture(6, 6);
     picture.drawMode = DrawMode::XorPen;
     picture.LineBox(1, 1, 4, 3);
     EXPECT_EQ(drawn(picture).size(), 10U);
@@ -321,13 +323,13 @@ TEST(Picture, AnExclusiveOrBoxIsWholeAndVanishesWhenDrawnTwice) {
 }
 
 TEST(Picture, AnEmptyBoxIsOneDot) {
-    Picture picture = paper(6, 6);
+    Paper picture(6, 6);
     picture.LineBox(2, 2, 2, 2);
     EXPECT_EQ(drawn(picture), (std::set<Pixel>{{2, 2}}));
 }
 
 TEST(Picture, BitBltCopiesARectangle) {
-    Picture source = paper(10, 10);
+    Paper source(10, 10);
     source.PSet(4, 5);
     Picture target(10, 10);
     target.BitBlt(1, 1, 3, 3, source, 3, 4);
@@ -367,7 +369,7 @@ TEST(Picture, BitBltLeavesOutWhatLiesOutsideEither) {
 }
 
 TEST(Picture, ACopyPutOffIsThereWhenItIsLookedAt) {
-    Picture source = paper(10, 10);
+    Paper source(10, 10);
     source.PSet(4, 5);
     Picture target(10, 10);
     target.PSet(9, 9);
@@ -376,7 +378,7 @@ TEST(Picture, ACopyPutOffIsThereWhenItIsLookedAt) {
 }
 
 TEST(Picture, ACopyPutOffHoldsWhatTheSourceShowedThen) {
-    Picture source = paper(10, 10);
+    Paper source(10, 10);
     source.PSet(4, 5);
     Picture target(10, 10);
     target.copyLater(source, 10, 10);
@@ -390,7 +392,7 @@ TEST(Picture, ACopyPutOffHoldsWhatTheSourceShowedThen) {
 }
 
 TEST(Picture, ACopyPutOffComesBeforeWhatIsDrawnOnIt) {
-    Picture source = paper(10, 10);
+    Paper source(10, 10);
     source.PSet(4, 5);
     Picture target(10, 10);
     target.copyLater(source, 10, 10);
@@ -405,13 +407,13 @@ TEST(Picture, ACopyPutOffComesBeforeWhatIsDrawnOnIt) {
 TEST(Picture, ACopyPutOffOutlivesItsSourceAndItsTarget) {
     Picture target(10, 10);
     {
-        Picture source = paper(10, 10);
+        Paper source(10, 10);
         source.PSet(4, 5);
         target.copyLater(source, 10, 10);
     }
     EXPECT_EQ(drawn(target), (std::set<Pixel>{{4, 5}}));
 
-    Picture source = paper(10, 10);
+    Paper source(10, 10);
     {
         Picture shortLived(10, 10);
         shortLived.copyLater(source, 10, 10);
@@ -421,7 +423,7 @@ TEST(Picture, ACopyPutOffOutlivesItsSourceAndItsTarget) {
 }
 
 TEST(Picture, CopiesPutOffPassThroughAChainOfPictures) {
-    Picture first = paper(6, 6);
+    Paper first(6, 6);
     first.PSet(1, 1);
     Picture second(6, 6);
     second.copyLater(first, 6, 6);
@@ -440,7 +442,7 @@ TEST(Picture, CopiesPutOffPassThroughAChainOfPictures) {
 }
 
 TEST(Picture, ACopyForgottenIsNotDone) {
-    Picture source = paper(10, 10);
+    Paper source(10, 10);
     source.PSet(4, 5);
     Picture target(10, 10);
     target.copyLater(source, 10, 10);
@@ -449,7 +451,7 @@ TEST(Picture, ACopyForgottenIsNotDone) {
 }
 
 TEST(Picture, BitBltOntoItselfMovesARowsPixels) {
-    Picture picture = paper(10, 2);
+    Paper picture(10, 2);
     picture.PSet(0, 0);
     picture.PSet(3, 0);
     picture.BitBlt(2, 0, 8, 1, picture, 0, 0);

@@ -33,6 +33,7 @@ TEST(RuntimeError, NumbersAndSentencesAreThoseThatMessageBoxesShow) {
         {76, u"Path not found"_s},
         {91, u"Object variable or With block variable not set"_s},
         {424, u"Object required"_s},
+        {429, u"Component can't create object"_s},
         {482, u"Printer error"_s},
         {8005, u"Port already open"_s},
         {32755, u"Cancel was selected."_s},
@@ -44,15 +45,20 @@ TEST(RuntimeError, NumbersAndSentencesAreThoseThatMessageBoxesShow) {
     }
 }
 
+TEST(RuntimeError, ANumberWithoutASentenceOfItsOwnHasTheGeneralOne) {
+    EXPECT_EQ(RuntimeError::of(static_cast<ErrorNumber>(1000)).description,
+              u"Application-defined or object-defined error"_s);
+}
+
 TEST(RuntimeError, NoErrorSaysNothing) {
     EXPECT_TRUE(RuntimeError::of(ErrorNumber::None).description.isEmpty());
 }
 
 TEST(RuntimeError, FailedSystemCallsMapOntoTheNumbers) {
     const std::vector<std::pair<int, int>> mapped{
-        {0, 0},       {ENOENT, 53},  {ENOTDIR, 76},      {EACCES, 70}, {EPERM, 70},  {EISDIR, 75}, {EROFS, 75},
-        {EEXIST, 58}, {ENOSPC, 61},  {EFBIG, 61},        {EBUSY, 55},  {EBADF, 52},  {EINVAL, 52}, {EIO, 57},
-        {ELOOP, 75},  {ETXTBSY, 70}, {ENAMETOOLONG, 52}, {ENXIO, 68},  {ENODEV, 68},
+        {0, 0},       {ENOENT, 53},  {ENOTDIR, 76},      {EACCES, 70}, {EPERM, 70},  {EISDIR, 75},    {EROFS, 75},
+        {EEXIST, 58}, {ENOSPC, 61},  {EFBIG, 61},        {EBUSY, 55},  {EBADF, 52},  {EINVAL, 52},    {EIO, 57},
+        {ELOOP, 75},  {ETXTBSY, 70}, {ENAMETOOLONG, 52}, {ENXIO, 68},  {ENODEV, 68}, {ENOMEDIUM, 71},
     };
     for (const auto& [system, number] : mapped) {
         EXPECT_EQ(RuntimeError::ofErrno(system).code(), number) << system;

@@ -21,13 +21,15 @@ namespace sixtrace {
 namespace {
 
 /// The picture of an empty screen, drawn apart from the window.
-Picture emptyScreen(publicM& model) {
-    Picture picture(kSurfaceWidth, kSurfaceHeight);
-    Picture copy(kSurfaceWidth, kSurfaceHeight);
-    picture.BackColor = 4194368;
-    FrameRenderer().PicReDrawT(model, FrameInputs{}, picture, copy);
-    return picture;
-}
+struct EmptyScreen {
+    Picture picture{kSurfaceWidth, kSurfaceHeight};
+
+    explicit EmptyScreen(publicM& model) {
+        Picture copy(kSurfaceWidth, kSurfaceHeight);
+        picture.BackColor = 4194368;
+        FrameRenderer().PicReDrawT(model, FrameInputs{}, picture, copy);
+    }
+};
 
 bool samePixels(const Picture& one, const Picture& other) {
     return one.view() == other.view();
@@ -87,8 +89,8 @@ TEST_F(FrmComStart, ListsAreFilledAndTheBarStandsInTheMiddleOfRowZero) {
 
 TEST_F(FrmComStart, EmptyScreenIsDrawnAndCopiedToTheHiddenPicture) {
     load();
-    const Picture expected = emptyScreen(*model);
-    EXPECT_TRUE(samePixels(control<PictureBox>("Picture2").picture(), expected));
+    const EmptyScreen expected(*model);
+    EXPECT_TRUE(samePixels(control<PictureBox>("Picture2").picture(), expected.picture));
     const Picture& hidden = control<PictureBox>("picHidden(0)").picture();
     EXPECT_EQ(hidden.Point(0, 0), 16776960) << "the border";
     EXPECT_EQ(hidden.Point(600, 200), 4194368) << "the copy is 600 by 400";
@@ -225,7 +227,7 @@ TEST_F(FrmComOpen, SixTracesAreTickedDrawnAndTheLastBlocksRowIsCurrent) {
     EXPECT_EQ(form->selection().CurChannel, 5);
     EXPECT_EQ(control<PathLabel>("Label4").text(), path(QStringLiteral("capture.bin")));
     EXPECT_TRUE(control<PathLabel>("Label5").text().isEmpty());
-    EXPECT_FALSE(samePixels(control<PictureBox>("Picture2").picture(), emptyScreen(*model)));
+    EXPECT_FALSE(samePixels(control<PictureBox>("Picture2").picture(), EmptyScreen(*model).picture));
     EXPECT_EQ(control<MarkerLabel>("image1(5)").backColor(), QColor(255, 128, 0)) << "the selected marker stands out";
     EXPECT_EQ(control<MarkerLabel>("image1(0)").backColor(), QColor(0, 255, 255)) << "the others blend in";
 }
@@ -291,7 +293,7 @@ TEST_F(FrmComOpen, HeaderOnlyUnticksAllRowsAndShowsTheGraticuleOnly) {
                   channel != 5);
     }
     EXPECT_EQ(control<TickList>("List1").ListIndex(), 5) << "clearing a clear tick still moves the row";
-    EXPECT_TRUE(samePixels(control<PictureBox>("Picture2").picture(), emptyScreen(*model)));
+    EXPECT_TRUE(samePixels(control<PictureBox>("Picture2").picture(), EmptyScreen(*model).picture));
 }
 
 TEST_F(FrmComOpen, LoadOfTheOtherFamilyRelabelsTheTimeList) {

@@ -176,7 +176,7 @@ class BitmapKills : public FrmComTest {};
 TEST_F(BitmapKills, LeaveABitmapOldOrNew) {
     load();
     const auto save = [this](int) {
-        dialogs.files.push_back(FileChoice{path(text("screen.bmp")), 1});
+        dialogs.files.emplace_back(FileChoice{path(text("screen.bmp")), 1});
         dialogs.answers.push_back(Answer::Yes);
         item("mnuSaveAs").trigger();
     };

@@ -34,7 +34,7 @@ protected:
 
 /// Long enough that a write takes many bytes, and different in every byte from one pass to the next.
 QByteArray valueOf(int pass) {
-    return QByteArray(20'000, static_cast<char>('a' + pass % 26));
+    return {20'000, static_cast<char>('a' + pass % 26)};
 }
 
 TEST_F(SettingsKills, KeepEveryOtherKeyAndOneOfTheTwoValues) {

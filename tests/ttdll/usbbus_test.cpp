@@ -23,9 +23,13 @@ protected:
             const QString file = QString::fromLatin1(name);
             EXPECT_TRUE(QFile::copy(QStringLiteral(SIXTRACE_BIN "/") + file, folder.filePath(file)));
         }
-        QFile settings(folder.filePath(QStringLiteral("ttdll.ini")));
-        EXPECT_TRUE(settings.open(QIODevice::WriteOnly));
-        settings.write("Link=usb\nReadTimeout=500\n");
+        settings("Link=usb\nReadTimeout=500\n");
+    }
+
+    void settings(const char* lines) const {
+        QFile file(folder.filePath(QStringLiteral("ttdll.ini")));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(lines);
     }
 
     /// Runs the command of a shell, in the folder, with the device plugged in. Only the companion gets what its own
@@ -102,6 +106,23 @@ TEST_F(UsbBus, AWrongEndpointIsNamedWithThoseThatThereAre) {
     EXPECT_TRUE(ran.err.contains("The meter open faild"));
     EXPECT_TRUE(content("ttdll.log").contains("usb: endpoint 81 is wrong: interface 0 has 01 82"))
         << content("ttdll.log").toStdString();
+}
+
+TEST_F(UsbBus, AnInterfaceThatTheDeviceLacksHasNoEndpoints) {
+    settings("Link=usb\nInterface=3\n");
+    const Ran ran = run("clean", "kqx fetch --usb -o got.bin");
+    EXPECT_EQ(ran.exitCode, 1);
+    EXPECT_TRUE(content("ttdll.log").contains("usb: endpoint 01 is wrong: interface 3 has none"))
+        << content("ttdll.log").toStdString();
+}
+
+TEST_F(UsbBus, WithoutTimeToWaitNothingIsReadAndTheLogSaysSo) {
+    settings("Link=usb\nReadTimeout=0\n");
+    const Ran ran = run("clean", "kqx fetch --usb -o got.bin");
+    EXPECT_EQ(ran.exitCode, 1);
+    EXPECT_TRUE(content("ttdll.log").contains("usb: the instrument is silent after 0 bytes"))
+        << content("ttdll.log").toStdString();
+    EXPECT_EQ(content("got.bin"), "(no file)");
 }
 
 TEST_F(UsbBus, AnAbsentDeviceIsNamedByItsNumbers) {
