@@ -37,7 +37,7 @@ private:
     [[nodiscard]] static std::size_t index(int channel, int sample) {
         return static_cast<std::size_t>(channel) + std::size_t{kChannels} * static_cast<std::size_t>(sample);
     }
-    std::array<T, kSize> m_data{};
+    alignas(64) std::array<T, kSize> m_data{}; ///< from the start of a cache line, as wide stores like it
 };
 
 /// Which rows of the time-base table a capture uses: 25 nS, 250 nS ... or 20 nS, 200 nS ...

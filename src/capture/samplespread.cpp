@@ -38,23 +38,27 @@ constexpr SampleExtremes kNoExtremes{std::numeric_limits<int>::max(), std::numer
 
 constexpr std::size_t kWide = 32; ///< samples in a vector
 
-/// Where the elements of the six vectors come from that hold 32 rows of six channels: for each the row, plus 32 in the
-/// second channel of its pair, and the pairs as masks.
+constexpr std::size_t kPairs = kChannels / 2;
+constexpr std::size_t kWideRows = kWide / 2; ///< rows of a pair in a vector
+
+/// Where the elements of the six vectors come from that hold 32 rows of three pairs of channels: for each the row among
+/// the even or, 16 further, among the odd ones, and the second and third pair as masks.
 struct Weave {
-    alignas(64) std::array<std::array<std::int16_t, kWide>, kChannels> source{};
-    std::array<std::uint32_t, kChannels> ofSecondPair{};
-    std::array<std::uint32_t, kChannels> ofThirdPair{};
+    alignas(64) std::array<std::array<std::int32_t, kWideRows>, kChannels> source{};
+    std::array<std::uint16_t, kChannels> ofSecondPair{};
+    std::array<std::uint16_t, kChannels> ofThirdPair{};
 };
 
 constexpr Weave makeWeave() {
     Weave weave;
     for (std::size_t vector = 0; vector < kChannels; ++vector) {
-        for (std::size_t i = 0; i < kWide; ++i) {
-            const std::size_t row = (vector * kWide + i) / kChannels;
-            const std::size_t channel = (vector * kWide + i) % kChannels;
-            weave.source[vector][i] = static_cast<std::int16_t>(row + channel % 2 * kWide);
-            weave.ofSecondPair[vector] |= channel / 2 == 1 ? 1U << i : 0U;
-            weave.ofThirdPair[vector] |= channel / 2 == 2 ? 1U << i : 0U;
+        for (std::size_t i = 0; i < kWideRows; ++i) {
+            const std::size_t row = (vector * kWideRows + i) / kPairs;
+            const std::size_t pair = (vector * kWideRows + i) % kPairs;
+            weave.source[vector][i] = static_cast<std::int32_t>(row / 2 + row % 2 * kWideRows);
+            const auto bit = static_cast<std::uint16_t>(1U << i);
+            weave.ofSecondPair[vector] = static_cast<std::uint16_t>(weave.ofSecondPair[vector] | (pair == 1 ? bit : 0));
+            weave.ofThirdPair[vector] = static_cast<std::uint16_t>(weave.ofThirdPair[vector] | (pair == 2 ? bit : 0));
         }
     }
     return weave;
@@ -62,7 +66,21 @@ constexpr Weave makeWeave() {
 
 constexpr Weave kWeave = makeWeave();
 
-/// The first `rows` rows of all six channels, a multiple of 32.
+constexpr std::uint32_t kUpperHalves = 0xAAAAAAAA;
+constexpr std::uint16_t kAll = 0xFFFF; ///< (The forms without a mask make the compiler see an uninitialised value.)
+
+/// Samples 0, 2, 4 ... of two channels in pairs.
+[[SIXTRACE_WIDE]] inline __m512i evenPairs(__m512i first, __m512i second) {
+    return _mm512_mask_blend_epi16(kUpperHalves, first, _mm512_maskz_slli_epi32(kAll, second, 16));
+}
+
+/// Samples 1, 3, 5 ... of two channels in pairs.
+[[SIXTRACE_WIDE]] inline __m512i oddPairs(__m512i first, __m512i second) {
+    return _mm512_mask_blend_epi16(kUpperHalves, _mm512_maskz_srli_epi32(kAll, first, 16), second);
+}
+
+/// The first `rows` rows of all six channels, a multiple of 32. Samples of two channels are paired by shifts first:
+/// moving pairs about costs a third of what moving single samples does.
 [[SIXTRACE_WIDE]] void weave(std::int16_t* target, const PerChannel<const std::byte*>& from, std::size_t rows) {
     for (std::size_t row = 0; row < rows; row += kWide) {
         const auto load = [&](std::size_t channel) __attribute__((target("avx512f,avx512dq,avx512bw,avx512vl"))) {
@@ -74,12 +92,19 @@ constexpr Weave kWeave = makeWeave();
         const __m512i s3 = load(3);
         const __m512i s4 = load(4);
         const __m512i s5 = load(5);
+        const __m512i even0 = evenPairs(s0, s1);
+        const __m512i odd0 = oddPairs(s0, s1);
+        const __m512i even1 = evenPairs(s2, s3);
+        const __m512i odd1 = oddPairs(s2, s3);
+        const __m512i even2 = evenPairs(s4, s5);
+        const __m512i odd2 = oddPairs(s4, s5);
         for (std::size_t vector = 0; vector < kChannels; ++vector) {
             const __m512i source = _mm512_load_si512(kWeave.source[vector].data());
-            __m512i woven = _mm512_permutex2var_epi16(s0, source, s1);
-            woven =
-                _mm512_mask_mov_epi16(woven, kWeave.ofSecondPair[vector], _mm512_permutex2var_epi16(s2, source, s3));
-            woven = _mm512_mask_mov_epi16(woven, kWeave.ofThirdPair[vector], _mm512_permutex2var_epi16(s4, source, s5));
+            __m512i woven = _mm512_permutex2var_epi32(even0, source, odd0);
+            woven = _mm512_mask_mov_epi32(woven, kWeave.ofSecondPair[vector],
+                                          _mm512_permutex2var_epi32(even1, source, odd1));
+            woven = _mm512_mask_mov_epi32(woven, kWeave.ofThirdPair[vector],
+                                          _mm512_permutex2var_epi32(even2, source, odd2));
             _mm512_storeu_si512(target + row * kChannels + vector * kWide, woven);
         }
     }
