@@ -108,10 +108,12 @@ TEST(Geometry, ThereIsNoScaleWithoutTableRowsOrCounts) {
     model.VoltIndexView[0] = -1;
     EXPECT_FALSE(plotScale(model, 0));
     EXPECT_FALSE(voltPerPixel(model, 0));
+    EXPECT_DOUBLE_EQ(pickScale(model, 0).value().sampleAt(100), 100) << "times and columns need no volt range";
+    EXPECT_FALSE(pickScale(model, 0)->placesHeights());
     model.VoltIndexView[0] = 9;
     model.ScreenPoints[0] = 0;
     EXPECT_FALSE(plotScale(model, 0));
-    EXPECT_TRUE(pickScale(model, 0));
+    EXPECT_TRUE(pickScale(model, 0).value().placesHeights());
     model.SampleCount[0] = 0;
     EXPECT_FALSE(pickScale(model, 0));
 }

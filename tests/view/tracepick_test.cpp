@@ -69,6 +69,15 @@ TEST_F(TracePickTest, APressBesideTheSamplesSetsTheArrowAndOneAboveThemLeavesThe
     EXPECT_EQ(hoverTrace(*screen.model, 50, 200).pointer, MousePointer::EastWest);
 }
 
+TEST_F(TracePickTest, AChannelWithoutAVoltRowEndsTheSearchOnlyWhereItsHeightIsAskedFor) {
+    screen.model->VoltIndexView[1] = -1;
+    EXPECT_TRUE(pickTrace(*screen.model, 50, 200).failed);
+    EXPECT_EQ(pickTrace(*screen.model, 50, 200).channel, -1);
+    screen.model->ChannelXShift[1] = 100; // the pointer is left of its samples now
+    EXPECT_EQ(pickTrace(*screen.model, 50, 200).channel, 3);
+    EXPECT_EQ(hoverTrace(*screen.model, 50, 200).channel, 3);
+}
+
 TEST_F(TracePickTest, AnIndexOutsideTheArraysEndsTheSearch) {
     screen.model->SampleCount[1] = 2000000;
     const TracePick pick = pickTrace(*screen.model, 300, 200);
