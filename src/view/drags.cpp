@@ -113,7 +113,7 @@ bool beginTraceDrag(const publicM& model, int channel, Picture& picture2, Pictur
     picture2.ForeColor = kGhostColour;
     const auto scale = pickScale(model, channel);
     const auto x = scale ? toInt32(scale->x0) : std::nullopt;
-    const auto y = scale ? toInt32(scale->y(model.SampleData(channel, 0))) : std::nullopt;
+    const auto y = scale && scale->placesHeights() ? toInt32(scale->y(model.SampleData(channel, 0))) : std::nullopt;
     if (!x || !y) {
         return false;
     }

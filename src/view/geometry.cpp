@@ -11,13 +11,13 @@ namespace {
 constexpr double kDivisionsOfTime = 12;
 constexpr double kDivisionsOfVoltage = 8;
 
+/// Heights are placed only where VoltIndexView names a table row.
 std::optional<TraceScale> scaleWithoutSteps(const publicM& model, int channel, double width = kScreenWidth) {
     const double middle = width / 2;
     const auto c = static_cast<std::size_t>(channel);
     const auto tCap = rowOf(model.TimeBaseTable, model.TimeIndex[c]);
     const auto tView = rowOf(model.TimeBaseTable, model.TimeIndexView[c]);
-    const auto vView = rowOf(model.VoltTable, model.VoltIndexView[c]);
-    if (!tCap || !tView || !vView) {
+    if (!tCap || !tView) {
         return std::nullopt;
     }
     TraceScale scale;
@@ -25,8 +25,13 @@ std::optional<TraceScale> scaleWithoutSteps(const publicM& model, int channel, d
     scale.x0 = middle - (middle - static_cast<double>(model.ChannelXShift[c])) * *tCap / *tView;
     scale.yPos = model.ChannelYPos[c];
     scale.perCount = static_cast<double>(model.VoltPerCount[c]);
-    scale.divisor = *vView * (kDivisionsOfVoltage * 1000);
+    scale.divisor = rowOf(model.VoltTable, model.VoltIndexView[c]).value_or(0) * (kDivisionsOfVoltage * 1000);
     return scale;
+}
+
+std::optional<TraceScale> scaleWithHeights(const publicM& model, int channel, double width = kScreenWidth) {
+    auto scale = scaleWithoutSteps(model, channel, width);
+    return scale && scale->placesHeights() ? scale : std::nullopt;
 }
 
 } // namespace
@@ -52,7 +57,7 @@ bool deriveZeroLines(publicM& model, const PerChannel<double>& markerTops) {
 
 std::optional<TraceScale> plotScale(const publicM& model, int channel) {
     const std::int32_t points = model.ScreenPoints[static_cast<std::size_t>(channel)];
-    auto scale = points != 0 ? scaleWithoutSteps(model, channel) : std::nullopt;
+    auto scale = points != 0 ? scaleWithHeights(model, channel) : std::nullopt;
     if (scale) {
         scale->dxPlot = scale->zoom / points * kScreenWidth;
     }
@@ -70,7 +75,7 @@ std::optional<TraceScale> pickScale(const publicM& model, int channel) {
 
 std::optional<TraceScale> pageScale(const publicM& model, int channel, const PageArea& page) {
     const std::int32_t samples = model.SampleCount[static_cast<std::size_t>(channel)];
-    auto scale = samples != 0 ? scaleWithoutSteps(model, channel, page.width) : std::nullopt;
+    auto scale = samples != 0 ? scaleWithHeights(model, channel, page.width) : std::nullopt;
     if (scale) {
         scale->dxPlot = scale->zoom / samples * page.width;
         scale->yPos = page.zeroLine;

@@ -44,6 +44,8 @@ struct TraceScale {
     double divisor = 0;            ///< of the Y formula: volts per division times 8 divisions times 1000 millivolts
     double height = kScreenHeight; ///< of the picture that the eight divisions fill
 
+    /// Whether there is a volt range to place counts by. A scale for picking may lack it: X and time need none.
+    [[nodiscard]] bool placesHeights() const { return divisor != 0; }
     /// X of a sample index, which may have a fraction. Not rounded, not clipped.
     [[nodiscard]] double x(double sample) const { return x0 + sample * dxPlot; }
     /// Y of a count. Not rounded, not clipped; a count of 0 lies on the zero line, positive ones above it.
@@ -57,8 +59,9 @@ struct TraceScale {
 /// 0. Its dxPick is not to be used.
 [[nodiscard]] std::optional<TraceScale> plotScale(const publicM& model, int channel);
 
-/// The scale for picking and for time readouts; nothing where a table row does not exist or SampleCount is 0. Its
-/// dxPlot is not to be used.
+/// The scale for picking and for time readouts; nothing where TimeIndex or TimeIndexView name no table row or
+/// SampleCount is 0. Its dxPlot is not to be used, its y only where it places heights: a capture whose VoltIndexView
+/// names no row still tells times.
 [[nodiscard]] std::optional<TraceScale> pickScale(const publicM& model, int channel);
 
 /// The frame of a printed page, and where a channel's zero line lies in it. All in the page's units.

@@ -37,7 +37,7 @@ TracePick search(const publicM& model, double x, double y, Miss miss) {
             continue;
         }
         const double row = std::nearbyint(sample);
-        if (!isSampleRow(row)) {
+        if (!isSampleRow(row) || !scale->placesHeights()) {
             pick.failed = true;
             return pick;
         }

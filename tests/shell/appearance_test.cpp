@@ -143,6 +143,17 @@ TEST_F(AppearanceWindow, DuringTimedAcquisitionThePointModeWaitsForTheNextFrame)
     EXPECT_TRUE(settings().contains("DrawPoint=True"));
 }
 
+TEST_F(AppearanceWindow, DuringTimedAcquisitionTheLineModeWaitsForTheNextFrameToo) {
+    openScene("six");
+    item("mnuPoint").trigger();
+    const QImage points = screenImage();
+    model->AutoRun = true;
+    item("mnuLine").trigger();
+    EXPECT_TRUE(item("mnuLine").isChecked());
+    EXPECT_EQ(screenImage(), points);
+    EXPECT_TRUE(settings().contains("DrawLine=True"));
+}
+
 TEST_F(AppearanceWindow, SettingsWithNeitherLinesNorPointsDrawPointsAndTickNeither) {
     write(QStringLiteral("vkq.ini"), "[Common]\nDrawLine=False\nDrawPoint=False\n");
     load();

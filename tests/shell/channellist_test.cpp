@@ -117,6 +117,15 @@ TEST_F(ChannelListArea, BarFollowsTheMarkerOfAChannelWithDataWithoutMovingIt) {
     EXPECT_TRUE(form->selection().ScrollLive);
 }
 
+TEST_F(ChannelListArea, AChannelWithoutDataLeavesTheBarWhereItIs) {
+    loadChannelA();
+    list().setListIndex(2);
+    const int place = control<PositionBar>("VScroll1").Value();
+    control<MarkerLabel>("image1(1)").setTop(3000 + 6030 / 8.0 * 3);
+    list().setListIndex(1);
+    EXPECT_EQ(control<PositionBar>("VScroll1").Value(), place);
+}
+
 TEST_F(ChannelListArea, SelectedMarkerAloneStandsOutInItsTracesColour) {
     loadChannelA();
     list().setListIndex(4);

@@ -218,6 +218,25 @@ TEST_F(CursorWindow, TimesOfAChannelWithoutDataStayAsTheyWere) {
     EXPECT_EQ(caption("LabX1"), number("450.00"));
     hover(screen(), 5, 5);
     EXPECT_EQ(caption("LabX1"), number("450.00"));
+    // Nor do counts help that a block of unknown id has left in a channel.
+    model->TimeIndex[1] = model->TimeIndexView[1] = 10;
+    model->SampleCount[1] = 600;
+    model->SampleInterval[1] = 7;
+    hover(screen(), 5, 5);
+    EXPECT_EQ(caption("LabX1"), number("450.00"));
+}
+
+TEST_F(CursorWindow, TimesAreReadOutOnlyWhileTimeCursorsAreChosen) {
+    cursorType().setListIndex(2);
+    for (const int type : {0, 1}) {
+        cursorType().setListIndex(type);
+        model->SampleInterval[0] = 7;
+        list().setListIndex(0);
+        hover(screen(), 5, 5);
+        EXPECT_EQ(caption("LabX1"), number("450.00")) << type;
+    }
+    cursorType().setListIndex(3);
+    EXPECT_EQ(caption("LabX1"), number("1260.00")) << "180 columns of 7 microseconds";
 }
 
 TEST_F(CursorWindow, PointerShapesTellWhatAPressWouldTake) {
@@ -279,6 +298,65 @@ TEST_F(CursorWindow, DuringTimedAcquisitionNeitherCursorNorTraceCanBeGrabbed) {
     dragFromTo(screen(), {50, 200}, {60, 200});
     EXPECT_EQ(line("Line1(0)").Y1(), 100);
     EXPECT_EQ(model->ChannelXShift[0], 0);
+}
+
+TEST_F(CursorWindow, DuringTimedAcquisitionAReleaseEndsNoDragAndDrawsNoFrame) {
+    cursorType().setListIndex(1);
+    press(screen(), 10, 100);
+    model->SampleData(0, 300) = 50; // a frame would show it
+    const QImage before = screenImage();
+    model->AutoRun = true;
+    release(screen(), 10, 100);
+    EXPECT_EQ(screenImage(), before);
+    model->AutoRun = false;
+    drag(screen(), 10, 120);
+    EXPECT_EQ(line("Line1(0)").Y1(), 120) << "the line is held still";
+    release(screen(), 10, 120);
+    drag(screen(), 10, 140);
+    EXPECT_EQ(line("Line1(0)").Y1(), 120);
+    EXPECT_NE(screenImage(), before);
+}
+
+TEST_F(CursorWindow, AMoveThatFailsIsMadeUpForByTheNext) {
+    press(screen(), 50, 200);
+    model->TimeIndexView[0] = 99;
+    drag(screen(), 60, 200);
+    EXPECT_EQ(model->ChannelXShift[0], 0);
+    model->TimeIndexView[0] = 10;
+    drag(screen(), 63, 200);
+    EXPECT_EQ(model->ChannelXShift[0], 13) << "reckoned from the last move that was handled";
+    release(screen(), 63, 200);
+}
+
+TEST_F(CursorWindow, FractionsOfAPixelAreRoundedDown) {
+    cursorType().setListIndex(1);
+    press(screen(), 10, 98.9); // row 98, a distance of exactly 2
+    drag(screen(), 10, 110);
+    EXPECT_EQ(line("Line1(0)").Y1(), 100);
+    release(screen(), 10, 110);
+    press(screen(), 10, 101.9);
+    drag(screen(), 10, 120.7);
+    EXPECT_EQ(line("Line1(0)").Y1(), 120);
+    release(screen(), 10, 120.7);
+}
+
+TEST_F(CursorWindow, WithNoRowSelectedAPressTakesCursorsButNoTrace) {
+    cursorType().setListIndex(2);
+    list().setCurrentRow(-1);
+    dragFromTo(screen(), {50, 200}, {60, 200});
+    EXPECT_EQ(model->ChannelXShift[0], 0);
+    dragFromTo(screen(), {180, 50}, {190, 50});
+    EXPECT_EQ(line("Line2(0)").X1(), 190);
+}
+
+TEST_F(CursorWindow, APressThatFailsOverATraceBeginsNoDragWhateverTheShape) {
+    hover(screen(), 50, 200);
+    ASSERT_EQ(pointer(), Qt::SizeHorCursor);
+    model->SampleCount[0] = 0; // the picking step is a division by zero
+    press(screen(), 50, 200);
+    EXPECT_EQ(screen().picture().drawMode, DrawMode::CopyPen);
+    EXPECT_EQ(pointer(), Qt::SizeHorCursor);
+    release(screen(), 50, 200);
 }
 
 TEST_F(CursorWindow, ADragWithoutACaptureIsQuiet) {
@@ -343,6 +421,19 @@ TEST_F(CursorWindow, ChoosingAVoltRangeReadsTheVoltageCursorsOutAnew) {
     // One division below the middle: the zero line goes to (105 + 3000 + 753.75) / 6030 x 400 = 255.97, row 256.
     control<PositionBar>("VScroll1").setValue(51);
     EXPECT_EQ(caption("LabY1"), number("3.12"));
+}
+
+TEST_F(CursorWindow, ASelectedRowReadsBothPairsOutAgainstItsChannel) {
+    cursorType().setListIndex(3);
+    model->SampleInterval[2] = 5;
+    list().setListIndex(2);
+    // Its zero line lies on row 250, 10 mV a row, and it has 5 microseconds a column.
+    EXPECT_EQ(caption("LabY1"), number("1500.00"));
+    EXPECT_EQ(caption("LabY2"), number("-500.00"));
+    EXPECT_EQ(caption("LabDy"), number("2,000.00"));
+    EXPECT_EQ(caption("LabX1"), number("900.00"));
+    EXPECT_EQ(caption("LabX2"), number("2100.00"));
+    EXPECT_EQ(caption("LabDx"), number("1,200.00"));
 }
 
 TEST_F(CursorWindow, ChoosingATimeBaseReadsTheTimeCursorsOutAnew) {

@@ -118,6 +118,12 @@ TEST_F(MarkerWindow, AMarkerDroppedAt5870IsReplacedAt5865InTheSameColourAndWithT
     EXPECT_EQ(standIn(0).caption(), QStringLiteral("1->"));
 }
 
+TEST_F(MarkerWindow, AStandInTakesTheCaptionThatItsMarkerHasThen) {
+    marker(0).setCaption(QStringLiteral("one"));
+    dropAt(0, 5870);
+    EXPECT_EQ(standIn(0).caption(), QStringLiteral("one"));
+}
+
 TEST_F(MarkerWindow, OneDroppedAt5865StaysAndOneAboveTheTopEndIsReplacedThere) {
     dropAt(0, 5865);
     EXPECT_TRUE(marker(0).isVisible());
@@ -173,15 +179,28 @@ TEST_F(MarkerWindow, DuringTimedAcquisitionMarkersRefuseEverything) {
     EXPECT_EQ(screenImage(), before);
 }
 
+TEST_F(MarkerWindow, AReleaseDuringTimedAcquisitionLeavesBorderAndScreen) {
+    press(marker(0), 12, 7);
+    const QImage pressed = screenImage();
+    model->AutoRun = true;
+    drag(marker(0), 12, 47);
+    release(marker(0), 12, 7);
+    EXPECT_DOUBLE_EQ(marker(0).Top(), 2910);
+    EXPECT_TRUE(marker(0).hasBorder());
+    EXPECT_EQ(screenImage(), pressed) << "the ghost is still there";
+}
+
 TEST_F(MarkerWindow, ADoubleClickChoosesTheTraceColourAndKeepsItInTheSettings) {
-    dialogs.colours.emplace_back(0x0000FF);
+    constexpr Colour kChosen = 0x20C040; // red in the low byte; a trace begins with another colour
+    ASSERT_NE(model->LineColor[0], kChosen);
+    dialogs.colours.emplace_back(kChosen);
     doubleClick(marker(0), 12, 7);
-    EXPECT_EQ(model->LineColor[0], 0x0000FF);
-    EXPECT_EQ(marker(0).backColor(), QColor(255, 0, 0));
-    EXPECT_EQ(list().chipColour(0), 0x0000FF);
-    EXPECT_EQ(screen().picture().Point(303, 200), 0x0000FF);
+    EXPECT_EQ(model->LineColor[0], kChosen);
+    EXPECT_EQ(marker(0).backColor(), QColor(0x40, 0xC0, 0x20));
+    EXPECT_EQ(list().chipColour(0), kChosen);
+    EXPECT_EQ(screen().picture().Point(303, 200), kChosen);
     EXPECT_TRUE(read(QStringLiteral("vkq.ini")).contains("[LineColor]"));
-    EXPECT_TRUE(read(QStringLiteral("vkq.ini")).contains("0= 255")) << "with the blank before a positive number";
+    EXPECT_TRUE(read(QStringLiteral("vkq.ini")).contains("0= 2146368")) << "with the blank before a positive number";
 }
 
 TEST_F(MarkerWindow, ACancelledDoubleClickLeavesTheSettingsFileUntouched) {

@@ -56,6 +56,16 @@ TEST_F(CursorReadouts, AVoltageOnTheZeroLineHasNoSign) {
     EXPECT_EQ(volts(200, 6, 0).value, text("0.00"));
 }
 
+TEST_F(CursorReadouts, TimesAreReckonedByTheSamplesHeldWhereThoseOfAScreenDiffer) {
+    screen.model->SampleCount[0] = 300; // of 600 a screen: picking takes two columns a sample
+    EXPECT_EQ(valueOfTime(10, TimeLadder::OfPrintTime, 100), text("50.00"));
+}
+
+TEST_F(CursorReadouts, TimesOfAChannelWithoutAVoltRowAreReadAllTheSame) {
+    screen.model->VoltIndexView[0] = -1; // what a VoltIndex of 0 in the file gives
+    EXPECT_EQ(valueOfTime(10, TimeLadder::OfPrintTime, 100), text("100.00"));
+}
+
 TEST_F(CursorReadouts, TheTwoTimeLaddersDifferInTheirRows) {
     EXPECT_EQ(unitOfTime(6, TimeLadder::OfCombo3), text("nS"));
     EXPECT_EQ(unitOfTime(7, TimeLadder::OfCombo3), text("uS"));

@@ -47,6 +47,22 @@ TEST(TraceDrag, MovesPlotXByExactlyOneDeltaAndDrawsTheMovedTraceOnTheCleanFrame)
     EXPECT_TRUE(sameRows(screen.picture2, expected, 600, 400));
 }
 
+TEST(TraceDrag, ThePressDrawsTheTracePlainlyInBlueOnTheWorkingPicture) {
+    TestScreen screen;
+    screen.addChannel(0, 600, 600);
+    screen.model->SampleData(0, 599) = 60; // from row 200 up to row 140 in the last column, whose end is left out
+    screen.draw();
+    ASSERT_TRUE(beginTraceDrag(*screen.model, 0, screen.picture2, screen.picHidden1));
+    EXPECT_EQ(screen.picHidden1.drawMode, DrawMode::CopyPen);
+    EXPECT_EQ(screen.picHidden1.ForeColor, kGhostColour);
+    for (int x = 0; x < 599; ++x) {
+        ASSERT_EQ(screen.picHidden1.Point(x, 200), kGhostColour) << x;
+    }
+    EXPECT_EQ(screen.picHidden1.Point(599, 150), kGhostColour);
+    EXPECT_NE(screen.picHidden1.Point(599, 140), kGhostColour);
+    EXPECT_NE(screen.picHidden1.Point(0, 0), screen.model->GridColor) << "no frame is copied there yet";
+}
+
 TEST(TraceDrag, AShiftIsTakenAtTheTimeBaseOfTheView) {
     TestScreen screen;
     screen.addChannel(0, 600, 600);
@@ -55,6 +71,9 @@ TEST(TraceDrag, AShiftIsTakenAtTheTimeBaseOfTheView) {
     screen.draw();
     ASSERT_TRUE(moveTraceDrag(*screen.model, 0, 3, screen.picHidden0, screen.picHidden1, screen.picture2));
     EXPECT_FLOAT_EQ(screen.model->ChannelXShift[0], 30);
+    screen.model->TimeIndex[0] = 16; // the row of the file counts, even where a damaged index has left it stale
+    ASSERT_TRUE(moveTraceDrag(*screen.model, 0, 3, screen.picHidden0, screen.picHidden1, screen.picture2));
+    EXPECT_FLOAT_EQ(screen.model->ChannelXShift[0], 60);
 }
 
 TEST(TraceDrag, EachPositionIsRoundedByItselfWithHalvesToTheEvenInteger) {

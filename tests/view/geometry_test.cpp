@@ -88,6 +88,13 @@ TEST(Geometry, APositiveSampleLiesAboveTheZeroLineByCountsTimesMillivolts) {
     EXPECT_DOUBLE_EQ(plotScale(*screen.model, 0)->y(100), 120 - 100 * 4.0 / 20);
 }
 
+TEST(Geometry, AZeroLineHalfwayBetweenTwoRowsGoesToTheEvenOne) {
+    // A marker's centre at 1, 3 and 5 of 32 parts of the strip: 12.5, 37.5 and 62.5 of 400 rows.
+    EXPECT_EQ(zeroLineOfMarker(6030 / 32.0 - 105), 12);
+    EXPECT_EQ(zeroLineOfMarker(3 * 6030 / 32.0 - 105), 38);
+    EXPECT_EQ(zeroLineOfMarker(5 * 6030 / 32.0 - 105), 62);
+}
+
 TEST(Geometry, PickingDividesBySamplesHeldWherePlottingDividesByScreenPoints) {
     TestScreen screen;
     screen.addChannel(0, 600, 300);
@@ -108,10 +115,12 @@ TEST(Geometry, ThereIsNoScaleWithoutTableRowsOrCounts) {
     model.VoltIndexView[0] = -1;
     EXPECT_FALSE(plotScale(model, 0));
     EXPECT_FALSE(voltPerPixel(model, 0));
+    EXPECT_DOUBLE_EQ(pickScale(model, 0).value().sampleAt(100), 100) << "times and columns need no volt range";
+    EXPECT_FALSE(pickScale(model, 0)->placesHeights());
     model.VoltIndexView[0] = 9;
     model.ScreenPoints[0] = 0;
     EXPECT_FALSE(plotScale(model, 0));
-    EXPECT_TRUE(pickScale(model, 0));
+    EXPECT_TRUE(pickScale(model, 0).value().placesHeights());
     model.SampleCount[0] = 0;
     EXPECT_FALSE(pickScale(model, 0));
 }

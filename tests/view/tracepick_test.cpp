@@ -49,6 +49,15 @@ TEST_F(TracePickTest, ReachesFiveUnitsInclusive) {
     EXPECT_EQ(pickTrace(*screen.model, 50, 206).channel, -1);
 }
 
+TEST_F(TracePickTest, TheReachIsMeasuredFromTheExactHeightNotFromItsPixel) {
+    screen.model->ChannelPresent[3] = 0;
+    screen.model->VoltPerCount[1] = 4.0F; // 0.4 of a row a count
+    screen.model->SampleData(1, 50) = 1;  // at 199.6, drawn on row 200
+    EXPECT_EQ(pickTrace(*screen.model, 50, 204).channel, 1);
+    EXPECT_EQ(pickTrace(*screen.model, 50, 205).channel, -1);
+    EXPECT_EQ(pickTrace(*screen.model, 50, 195).channel, 1);
+}
+
 TEST_F(TracePickTest, AHiddenTraceCanBePicked) {
     screen.inputs.selected.fill(false);
     EXPECT_EQ(pickTrace(*screen.model, 50, 200).channel, 1);
@@ -60,6 +69,7 @@ TEST_F(TracePickTest, APressAtAnIndexEqualToSampleCountPassesTheRangeTest) {
     EXPECT_EQ(pickTrace(*screen.model, 600, 200).channel, 1);
     EXPECT_EQ(pickTrace(*screen.model, 601, 200).channel, -1);
     EXPECT_EQ(pickTrace(*screen.model, -1, 200).channel, -1);
+    EXPECT_EQ(pickTrace(*screen.model, 0, 200).channel, 1) << "as does one at index 0";
 }
 
 TEST_F(TracePickTest, APressBesideTheSamplesSetsTheArrowAndOneAboveThemLeavesTheShape) {
@@ -67,6 +77,15 @@ TEST_F(TracePickTest, APressBesideTheSamplesSetsTheArrowAndOneAboveThemLeavesThe
     EXPECT_EQ(pickTrace(*screen.model, 50, 100).pointer, std::nullopt);
     EXPECT_EQ(hoverTrace(*screen.model, 50, 100).pointer, MousePointer::Arrow);
     EXPECT_EQ(hoverTrace(*screen.model, 50, 200).pointer, MousePointer::EastWest);
+}
+
+TEST_F(TracePickTest, AChannelWithoutAVoltRowEndsTheSearchOnlyWhereItsHeightIsAskedFor) {
+    screen.model->VoltIndexView[1] = -1;
+    EXPECT_TRUE(pickTrace(*screen.model, 50, 200).failed);
+    EXPECT_EQ(pickTrace(*screen.model, 50, 200).channel, -1);
+    screen.model->ChannelXShift[1] = 100; // the pointer is left of its samples now
+    EXPECT_EQ(pickTrace(*screen.model, 50, 200).channel, 3);
+    EXPECT_EQ(hoverTrace(*screen.model, 50, 200).channel, 3);
 }
 
 TEST_F(TracePickTest, AnIndexOutsideTheArraysEndsTheSearch) {
