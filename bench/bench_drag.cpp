@@ -71,7 +71,7 @@ void traceDrag(benchmark::State& state, Content content) {
     const auto scene = std::make_unique<Scene>(content);
     static_cast<void>(beginTraceDrag(scene->model, 0, scene->picture2, scene->picHidden1));
     int step = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         if (!moveTraceDrag(scene->model, 0, static_cast<float>(alternate(step)), scene->picHidden0, scene->picHidden1,
                            scene->picture2)) {
             state.SkipWithError("the drag has ended");
@@ -87,7 +87,7 @@ void markerDrag(benchmark::State& state, Content content) {
     static_cast<void>(beginMarkerDrag(scene->model, 0, scene->picture2, scene->picHidden0));
     int step = 0;
     double top = scene->inputs.markerTop[0];
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         top += 15 * alternate(step);
         if (!moveMarkerDrag(scene->model, 0, top, scene->picHidden0, scene->picture2)) {
             state.SkipWithError("the drag has ended");
@@ -100,7 +100,7 @@ void markerDrag(benchmark::State& state, Content content) {
 void twoCopies(benchmark::State& state) {
     const auto scene = std::make_unique<Scene>(Content::Sine);
     static_cast<void>(beginTraceDrag(scene->model, 0, scene->picture2, scene->picHidden1));
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         scene->picHidden1.BitBlt(0, 0, kScreenWidth, kScreenHeight, scene->picHidden0, 0, 0);
         scene->picture2.BitBlt(0, 0, kScreenWidth, kScreenHeight, scene->picHidden1, 0, 0);
         benchmark::ClobberMemory();
@@ -166,7 +166,7 @@ void mouseMove(benchmark::State& state, int cursorType) {
     QCoreApplication::processEvents();
     window.repaints.count = 0;
     int step = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         step = (step + 7) % 380;
         Q_EMIT window.screen->mouseMove(0, 10 + step, step);
         benchmark::ClobberMemory();
@@ -177,7 +177,7 @@ void mouseMove(benchmark::State& state, int cursorType) {
 
 /// A microsecond by the clock, so that the goal can be told as a ratio like the others.
 void oneMicrosecond(benchmark::State& state) {
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.SetIterationTime(1e-6);
     }
 }

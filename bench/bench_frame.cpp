@@ -70,7 +70,7 @@ struct Scene {
 
 void frame(benchmark::State& state, Content content) {
     const auto scene = std::make_unique<Scene>(content);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         scene->renderer.PicReDrawT(scene->model, scene->inputs, scene->picture2, scene->picHidden0);
         benchmark::ClobberMemory();
     }
@@ -81,7 +81,7 @@ void drawLines(benchmark::State& state, Content content) {
     const auto scene = std::make_unique<Scene>(content);
     scene->renderer.PicReDrawT(scene->model, scene->inputs, scene->picture2, scene->picHidden0);
     QImage image(kSurfaceWidth, kSurfaceHeight, QImage::Format_RGB32);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         image.fill(0xFF400040U);
         QPainter painter(&image);
         painter.setClipRect(0, 0, kSurfaceWidth, kSurfaceHeight);
@@ -101,7 +101,7 @@ void drawLines(benchmark::State& state, Content content) {
 void bareMinimum(benchmark::State& state) {
     const auto scene = std::make_unique<Scene>(Content::Mixed);
     publicM& model = scene->model;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         scene->picture2.Cls();
         for (int c = 0; c < kChannels; ++c) {
             for (int i = 0; i < kSampleRows; ++i) {

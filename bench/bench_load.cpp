@@ -33,7 +33,7 @@ void load(benchmark::State& state) {
     const auto model = std::make_unique<publicM>();
     model->fillTables();
     PlainCaptureView view(*model);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         SimpleWav(file.path, *model, view);
         benchmark::ClobberMemory();
     }
@@ -43,7 +43,7 @@ void readAndCopy(benchmark::State& state) {
     const CaptureFile capture;
     const auto size = static_cast<std::size_t>(QFile(capture.path).size());
     const auto copy = std::make_unique<char[]>(size);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         QFile file(capture.path);
         if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
             state.SkipWithError("the capture cannot be read");

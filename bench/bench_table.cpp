@@ -81,7 +81,7 @@ void eachValue(const publicM& model, Use use) {
 
 void ownNumbers(benchmark::State& state, float scale) {
     const auto model = fullModel(scale);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         eachValue(*model, [](float value) { benchmark::DoNotOptimize(numberText(value)); });
     }
 }
@@ -89,7 +89,7 @@ void ownNumbers(benchmark::State& state, float scale) {
 void printedNumbers(benchmark::State& state, float scale) {
     const auto model = fullModel(scale);
     std::array<char, 32> text{};
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         eachValue(*model, [&](float value) {
             std::snprintf(text.data(), text.size(), "%.7g", static_cast<double>(value));
             benchmark::DoNotOptimize(text);
@@ -100,7 +100,7 @@ void printedNumbers(benchmark::State& state, float scale) {
 void textFile(benchmark::State& state) {
     const FullTable table;
     const QString path = table.path("t.txt");
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         if (!SaveTextTable(table.what, path)) {
             state.SkipWithError("the file cannot be written");
         }
@@ -110,7 +110,7 @@ void textFile(benchmark::State& state) {
 void printedFile(benchmark::State& state) {
     const FullTable table;
     const QByteArray path = QFile::encodeName(table.path("t.txt"));
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         std::FILE* file = std::fopen(path.constData(), "wb");
         if (file == nullptr) {
             state.SkipWithError("the file cannot be written");
@@ -132,7 +132,7 @@ void oneWrite(benchmark::State& state) {
     const FullTable table;
     const QByteArray bytes = textTable(table.what);
     const QString path = table.path("t.txt");
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         QFile file(path);
         if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || file.write(bytes) != bytes.size()) {
             state.SkipWithError("the file cannot be written");
@@ -143,7 +143,7 @@ void oneWrite(benchmark::State& state) {
 void workbook(benchmark::State& state, const char* name) {
     const FullTable table;
     const QString path = table.path(name);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         if (!SaveExcelTable(table.what, path)) {
             state.SkipWithError("the file cannot be written");
         }
@@ -160,7 +160,7 @@ void bareWorkbook(benchmark::State& state) {
             std::from_chars(text.data(), text.data() + text.size(), numbers.emplace_back());
         }
     }
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         lxw_workbook* const book = workbook_new(path.constData());
         lxw_worksheet* const sheet = workbook_add_worksheet(book, nullptr);
         worksheet_write_string(sheet, 0, 0, "unit", nullptr);
@@ -193,7 +193,7 @@ public:
 void openTable(benchmark::State& state) {
     const auto model = fullModel(1);
     NoDialogs dialogs;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         frmData window(*model, dialogs);
         window.show();
         while (!window.isFilled()) {
@@ -205,7 +205,7 @@ void openTable(benchmark::State& state) {
 
 void openItems(benchmark::State& state) {
     const FullTable table;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         QTableWidget widget(table.cells.Rows() - 1, TableCells::kCols);
         for (int row = 1; row < table.cells.Rows(); ++row) {
             for (int col = 0; col < TableCells::kCols; ++col) {

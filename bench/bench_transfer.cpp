@@ -95,7 +95,7 @@ void lrzszPair(benchmark::State& state) {
     }
     const QString target = instrument().path("lrzsz");
     QDir().mkpath(target);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         int master = -1;
         int slave = -1;
         termios raw{};
@@ -122,7 +122,7 @@ void lrzszPair(benchmark::State& state) {
 
 void ownPair(benchmark::State& state) {
     const QString target = instrument().path("got.bin");
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const int code = QProcess::execute(QStringLiteral(SIXTRACE_BIN "/kqx"),
                                            {QStringLiteral("fetch"), QStringLiteral("--serial"),
                                             instrument().path("line"), QStringLiteral("-o"), target});
@@ -160,7 +160,7 @@ bool readAll(int handle, char* buffer, std::size_t size) {
 /// What the exchange cannot do without: connect, command, header, blocks of 64 bytes.
 void plainSocket(benchmark::State& state) {
     std::vector<char> data(static_cast<std::size_t>(capture().size()));
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const int handle = connectedSocket(instrument().path("instrument.socket"));
         std::array<char, 12> header{};
         bool good = write(handle, "START", 5) == 5 && readAll(handle, header.data(), header.size());
@@ -178,7 +178,7 @@ void plainSocket(benchmark::State& state) {
 void ownSocket(benchmark::State& state) {
     TtLibrary link(instrument().path(".") + QLatin1Char('/'));
     std::vector<char> data(static_cast<std::size_t>(capture().size()));
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         std::array<char, 12> header{};
         bool good =
             link.InitializeTt(0) != 0 && link.WriteThread("START", 5) == 5 && link.ReadThread(header.data(), 12) == 12;

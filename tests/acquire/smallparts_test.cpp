@@ -113,10 +113,9 @@ TEST(Thread, WaitsSuspendedRunsAndPausesAtItsGate) {
     while (passes < 3) {
         std::this_thread::yield();
     }
-    thread.setThreadEnabled(true); // true while it runs suspends it
-    int stopped = passes;
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    stopped = passes; // one pass may have been under way
+    thread.setThreadEnabled(true);                              // true while it runs suspends it
+    std::this_thread::sleep_for(std::chrono::milliseconds(20)); // one pass may have been under way
+    const int stopped = passes;
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
     EXPECT_EQ(passes, stopped);
     thread.setThreadEnabled(false); // and false while it stands does nothing
