@@ -79,6 +79,21 @@ TEST_F(AutoGet, OverUsbFetchesTwentyCapturesIntoTheFixedFileUntilStop) {
     EXPECT_TRUE(model->ReceivedFile.startsWith(path("data/D")));
 }
 
+TEST_F(AutoGet, OverUsbNoEventRunsDuringTheExchange) {
+    load();
+    item("mnuautoget").trigger();
+    link.stream = ScriptedLink::transfer(QByteArray(64 * 10, 'x'));
+    int events = 0;
+    int reads = 0;
+    link.onRead = [&](int) {
+        ++reads;
+        QTimer::singleShot(0, form.get(), [&events] { ++events; });
+        EXPECT_EQ(events, 0);
+    };
+    acquisition().Timetime1_Timer();
+    EXPECT_EQ(reads, 12); // header, ten blocks, and the read of the rest
+}
+
 TEST_F(AutoGet, AUsbFailureIsToldAndStopsTheTimedFetches) {
     load();
     item("mnuautoget").trigger();
@@ -86,6 +101,18 @@ TEST_F(AutoGet, AUsbFailureIsToldAndStopsTheTimedFetches) {
     EXPECT_EQ(dialogs.messages.size(), 1);
     EXPECT_FALSE(model->AutoRun);
     EXPECT_TRUE(item("mnuAcquire").isEnabled());
+}
+
+TEST_F(AutoGet, AfterAUsbFailureTheFileOfTheFetchBeforeIsLoadedToo) {
+    load();
+    item("mnuautoget").trigger();
+    link.stream = ScriptedLink::transfer(capture("sine"));
+    acquisition().Timetime1_Timer();
+    ASSERT_EQ(model->FileKind, 4);
+    model->FileKind = 0;
+    acquisition().Timetime1_Timer(); // nothing comes any more
+    EXPECT_EQ(dialogs.messages.size(), 1);
+    EXPECT_EQ(model->FileKind, 4);
 }
 
 TEST_F(AutoGet, OverSerialEveryFetchWritesTheSameFileAndThePortIsClosedAfterEach) {

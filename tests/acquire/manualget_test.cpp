@@ -120,7 +120,15 @@ TEST_F(ManualGet, ACancelInMidTransferOverSerialHidesAtOnceLowersTheTimeOutAndEn
         p.take(2);
         p.pause(150); // until the read of the first data block is under way
         QMetaObject::invokeMethod(
-            &window, [&window] { click(window, "CancelButton"); }, Qt::BlockingQueuedConnection);
+            &window,
+            [&window] {
+                const QPushButton& start = control<QPushButton>(window, "Command2");
+                EXPECT_FALSE(start.isEnabled()) << "it stays out of reach while a transfer runs";
+                click(window, "CancelButton");
+                EXPECT_TRUE(start.isEnabled());
+                EXPECT_TRUE(window.isLoaded());
+            },
+            Qt::BlockingQueuedConnection);
         p.send("x"); // ends the read that was under way when the button was pressed
         p.take(1);
         p.take(10);
@@ -209,22 +217,34 @@ TEST_F(ManualGet, BrowsingTakesAnExistingFileOnlyWhenTheUserAgrees) {
     load();
     FrmUSB& window = acquisition().usbWindow();
     const QString chosen = path("vkq.ini");
+    ASSERT_TRUE(QDir().mkpath(path("mine")));
     whenShown(window, [&] {
         const QString before = control<QLineEdit>(window, "Text2").text();
-        dialogs.files = {FileChoice{chosen, 1}, std::nullopt, FileChoice{path("new.bin"), 1}};
-        click(window, "Command1"); // the file exists, and the scripted answer is No
+        dialogs.files = {FileChoice{chosen, 1}, std::nullopt, FileChoice{chosen, 1},
+                         FileChoice{path("mine/new.bin"), 1}};
+        dialogs.answers = {Answer::No, Answer::Yes};
+        click(window, "Command1"); // the file exists, and the answer is No
         EXPECT_EQ(control<QLineEdit>(window, "Text2").text(), before);
+        EXPECT_EQ(model->ReceivedFile, chosen);
+        EXPECT_EQ(window.LastSaveDir(), QFileInfo(chosen).path()) << "the folder counts whatever the answer";
         EXPECT_EQ(dialogs.messages, QStringList{text("File Exist!  Do you want to continue ?")});
+        EXPECT_EQ(dialogs.titles, QStringList{text("Message")});
+        EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Exclamation);
+        EXPECT_EQ(dialogs.fileRequests.front().fileName, before);
         EXPECT_EQ(dialogs.fileRequests.front().filter, text("bin (*.bin)|*.bin"));
         click(window, "Command1"); // cancelled
         EXPECT_EQ(control<QLineEdit>(window, "Text2").text(), before);
-        click(window, "Command1");
-        EXPECT_EQ(control<QLineEdit>(window, "Text2").text(), path("new.bin"));
+        click(window, "Command1"); // answered with Yes
+        EXPECT_EQ(control<QLineEdit>(window, "Text2").text(), chosen);
+        EXPECT_EQ(control<QLineEdit>(window, "Text1").text(), text("vkq.ini"));
+        click(window, "Command1"); // nothing to ask
+        EXPECT_EQ(control<QLineEdit>(window, "Text2").text(), path("mine/new.bin"));
         EXPECT_EQ(control<QLineEdit>(window, "Text1").text(), text("new.bin"));
+        EXPECT_EQ(dialogs.messages.size(), 2);
         click(window, "CancelButton");
     });
     item("mnuAcquire").trigger();
-    EXPECT_EQ(window.LastSaveDir(), QFileInfo(chosen).path());
+    EXPECT_EQ(window.LastSaveDir(), path("mine"));
 }
 
 TEST_F(ManualGet, TheUsbDialogStartsInTheFolderChosenLast) {
@@ -341,6 +361,34 @@ TEST_F(ManualGet, AResultThatTimedFetchesLeftIsTakenUpByTheSerialWindowAndNotByT
     whenShown(usb, [&] { click(usb, "CancelButton"); });
     item("mnuAcquire").trigger();
     EXPECT_EQ(model->FileKind, 0);
+}
+
+TEST_F(ManualGet, APathThatEndsInBmpInCapitalsIsLoadedLikeAnyOther) {
+    setIni("ComPort", "1");
+    load();
+    QFile file(path("fetched.BMP"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(capture("sine"));
+    file.close();
+    model->ReceivedFile = path("fetched.BMP");
+    model->ReceiveResult = 1024;
+    recFrm& window = acquisition().receiver();
+    whenShown(window, [&] { click(window, "CancelButton"); });
+    item("mnuAcquire").trigger();
+    EXPECT_EQ(model->FileKind, 4);
+    EXPECT_EQ(path4(), path("fetched.BMP"));
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+}
+
+TEST_F(ManualGet, ACancelWithoutAStartLeavesReadsWithoutATimeLimit) {
+    setIni("ComPort", "1");
+    load();
+    recFrm& window = acquisition().receiver();
+    whenShown(window, [&] { click(window, "CancelButton"); });
+    item("mnuAcquire").trigger();
+    EXPECT_EQ(window.ReadTimeoutMs(), 0) << "Cancel lowers the time-out and never raises it";
+    EXPECT_TRUE(window.isLoaded());
+    EXPECT_EQ(model->XferCancel, 1);
 }
 
 TEST_F(ManualGet, AGetThatBroughtNothingLoadsNothing) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "acquire/acquirefixture.h"
 
+#include "platform/captions.h"
 #include "platform/listcombo.h"
 
 using namespace sixtrace;
@@ -70,6 +71,7 @@ TEST_F(PortSettings, HasItsListsAndTheCaptionsOfItsDesignWhereNoLanguageFileSays
         for (const auto& [name, caption] : labels) {
             EXPECT_EQ(control<QLabel>(window, name).text(), text(caption)) << name;
         }
+        EXPECT_EQ(captionOf(control<QWidget>(window, "Frame1")), text("Settings"));
         EXPECT_EQ(control<QPushButton>(window, "CmdSet").text(), text("确定"));
         EXPECT_EQ(control<QPushButton>(window, "CmdCancel").text(), text("取消"));
         EXPECT_EQ(control<QPushButton>(window, "Command1").text(), text("默认"));
@@ -163,6 +165,30 @@ TEST_F(PortSettings, APortThatDisappearsShiftsTheMeaningOfAStoredIndex) {
         EXPECT_EQ(control<ListCombo>(window, "Combo1").ListCount(), 2);
         EXPECT_EQ(control<ListCombo>(window, "Combo1").Text(), text("COM5"));
     });
+}
+
+TEST_F(PortSettings, AStoredValueOfTheLastPortFoundStays) {
+    setIni("ComPort", "2");
+    hasOther = true;
+    load();
+    show([this](frmComSet& window) {
+        EXPECT_EQ(control<ListCombo>(window, "Combo1").Text(), text("COM5"));
+        EXPECT_EQ(model->ComPort, 2);
+    });
+}
+
+TEST_F(PortSettings, ThePortIsTriedWithTheLineSettingsOfTheLists) {
+    load();
+    show([](frmComSet& window) {
+        control<ListCombo>(window, "Combo1").setListIndex(1);
+        control<ListCombo>(window, "Combo2").setListIndex(0);
+        click(window, "CmdSet");
+    });
+    EXPECT_EQ(stored("MSCommSettings"), text("9600,E,8,1"));
+    // Closing gave the line its old settings back; the control keeps those of the trial.
+    ASSERT_TRUE(acquisition().receiver().MSComm1().setPortOpen(true).ok());
+    const termios line = peer.settings();
+    EXPECT_EQ(cfgetospeed(&line), static_cast<speed_t>(B9600));
 }
 
 TEST_F(PortSettings, DefaultChoosesUsbAndTheLineDefaults) {

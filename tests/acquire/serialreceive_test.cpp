@@ -3,6 +3,8 @@
 #include "acquire/receivefixture.h"
 #include "support/strings.h"
 
+#include <array>
+#include <deque>
 #include <random>
 
 using namespace sixtrace;
@@ -185,6 +187,87 @@ TEST_F(BlockReceive, AnEndAtOnceGivesZeroBytes) {
                          "\x06"
                          "C"
                          "\x06");
+}
+
+TEST_F(BlockReceive, TheEndWaitsForOneByteBeforeItsLastAcknowledge) {
+    answerOnce("\x04");
+    ASSERT_TRUE(receive.YModemReceive().ok());
+    // No byte comes here: the last acknowledge goes out at the end of the wait.
+    EXPECT_EQ(port.sentAt, (std::deque<qint64>{100, 100, 100, 10100}));
+}
+
+TEST_F(BlockReceive, WhatComesBehindABlockIsThrownAwayByItsAcknowledge) {
+    const std::array<QByteArray, 4> answers{header(QByteArray("w.bin\0"
+                                                              "128\0",
+                                                              10)) +
+                                                "xy",
+                                            QByteArray(), BlockSender::block(1, QByteArray(128, 'd'), 128, '\0') + "z",
+                                            "\x04"};
+    std::size_t next = 0;
+    port.answer = [&](unsigned char) { return next < answers.size() ? answers[next++] : QByteArray(); };
+    const auto result = receive.YModemReceive();
+    ASSERT_TRUE(result.ok());
+    EXPECT_EQ(result.value(), 128);
+    EXPECT_EQ(port.sent, "C"
+                         "\x06"
+                         "C"
+                         "\x06"
+                         "\x06"
+                         "C"
+                         "\x06")
+        << "nothing of it is taken for a start byte and refused";
+}
+
+TEST_F(BlockReceive, ACancelBeforeAnyAnswerSendsTheRequestFiveTimesAndTheTail) {
+    form.onYield = [this] { model->XferCancel = 1; };
+    const auto result = receive.YModemReceive();
+    ASSERT_TRUE(result.ok());
+    EXPECT_EQ(result.value(), -1);
+    EXPECT_EQ(port.sent, "C"
+                         "CCCCC"
+                         "\x08\x08\x08\x08\x08");
+}
+
+TEST_F(BlockReceive, ACancelRightBehindTheHeaderSendsTheRequestFiveTimesAndTheTail) {
+    answerOnce(header(QByteArray("w.bin\0"
+                                 "128\0",
+                                 10)));
+    form.onYield = [this] { model->XferCancel = form.text1.isEmpty() ? 0 : 1; };
+    const auto result = receive.YModemReceive();
+    ASSERT_TRUE(result.ok());
+    EXPECT_EQ(result.value(), -1);
+    EXPECT_EQ(port.sent, "C"
+                         "\x06"
+                         "C"
+                         "CCCCC"
+                         "\x08\x08\x08\x08\x08");
+}
+
+TEST_F(BlockReceive, ACancelOfTheTransferBeforeIsForgottenAtTheStart) {
+    model->XferCancel = 1;
+    expectCleanTransferWorks();
+    EXPECT_EQ(model->XferCancel, 0);
+}
+
+TEST_F(BlockReceive, TheSizeOfTheTransferBeforeIsForgottenAtTheStart) {
+    expectCleanTransferWorks(); // 3000 bytes
+    form.text2 = path(QStringLiteral("got.bin"));
+    form.bar = 0;
+    port.sent.clear();
+    std::deque<QByteArray> answers{BlockSender::block(1, "no header", 128, '\0'), "\x04"};
+    port.answer = [&answers](unsigned char) {
+        const QByteArray next = answers.empty() ? QByteArray() : answers.front();
+        if (!answers.empty()) {
+            answers.pop_front();
+        }
+        return next;
+    };
+    const auto result = receive.YModemReceive();
+    ASSERT_TRUE(result.ok());
+    EXPECT_EQ(result.value(), 128);
+    EXPECT_EQ(form.text6, text("0 b"));
+    EXPECT_EQ(form.bar, 0);
+    EXPECT_FALSE(QFile::exists(path(QStringLiteral("got.bin"))));
 }
 
 TEST_F(BlockReceive, ALineThatIsGoneDuringAWaitWithoutLimitIsARunTimeError) {

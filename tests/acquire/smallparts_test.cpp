@@ -108,6 +108,7 @@ TEST(Thread, WaitsSuspendedRunsAndPausesAtItsGate) {
         }
     });
     EXPECT_NE(thread.handle(), 0);
+    std::this_thread::sleep_for(std::chrono::milliseconds(20)); // time enough to run, were it not suspended
     EXPECT_EQ(passes, 0);
     thread.setThreadEnabled(true);
     while (passes < 3) {
@@ -128,6 +129,7 @@ TEST(Thread, ReadingThePropertySetsTheFlagAndGivesFalse) {
     thread.Initialize([&ran](ThreadGate& gate) { ran = gate.pass(); });
     EXPECT_FALSE(thread.ThreadEnabled());
     thread.setThreadEnabled(true); // the flag is set, so this suspends: the thread never ran
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
     EXPECT_FALSE(ran);
 }
 

@@ -86,7 +86,12 @@ TEST_F(UsbByHand, ALengthBelow64HasNoBlocksAndOneShortRead) {
 TEST_F(UsbByHand, ALengthOfWholeBlocksAsksForZeroBytesAtTheEnd) {
     const QByteArray content(128, 'w');
     link.stream = ScriptedLink::transfer(content);
+    form.onYield = [this] {
+        EXPECT_FALSE(form.command4Enabled) << "no second start while one runs";
+        EXPECT_TRUE(transfer.UsbBusy());
+    };
     transfer.Command4_Click();
+    EXPECT_TRUE(form.command4Enabled);
     EXPECT_EQ(link.calls.mid(2), (QStringList{text("ReadThread 12"), text("ReadThread 64"), text("ReadThread 64"),
                                               text("ReadThread 0"), text("closeTt 0")}));
     EXPECT_EQ(form.barMaximum, 2);
@@ -184,6 +189,8 @@ TEST_F(UsbByHand, AFailedBlockIsToldTheFileStaysEmptyAndAnotherTryWorks) {
     transfer.Command4_Click();
     EXPECT_EQ(dialogs.messages,
               QStringList{text("The data received is error.Check the USB cable then restart to receive.")});
+    EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Information);
+    EXPECT_FALSE(transfer.UsbBusy());
     EXPECT_EQ(link.calls.last(), text("closeTt 1"));
     EXPECT_EQ(stored(), "");
     EXPECT_EQ(form.unloads, 0);
@@ -257,6 +264,20 @@ TEST_F(UsbByHand, ACancelWithoutATransferLeavesTheLinkAlone) {
     EXPECT_EQ(form.unloads, 1);
 }
 
+TEST_F(UsbByHand, ACancelWithoutATransferDoesNotSpoilTheNextOne) {
+    transfer.CancelButton_Click();
+    link.stream = ScriptedLink::transfer(QByteArray(100, 'c'));
+    transfer.Command4_Click();
+    EXPECT_EQ(stored(), QByteArray(100, 'c') + '\0');
+    EXPECT_EQ(model->ReceiveResult, 1);
+
+    // Nor does it hide the failure of one.
+    transfer.CancelButton_Click();
+    link.stream.clear();
+    transfer.Command4_Click();
+    EXPECT_EQ(dialogs.messages.size(), 1);
+}
+
 class UsbByItself : public UsbByHand {
 protected:
     [[nodiscard]] QString path() const { return folder.filePath(QStringLiteral("AutoGet.bin")); }
@@ -282,6 +303,7 @@ TEST_F(UsbByItself, AFailureIsToldAndClosesTheLink) {
     EXPECT_EQ(getfromUSB(link, dialogs, *model, path()), AutoUsbEnding::Failed);
     EXPECT_EQ(dialogs.messages,
               QStringList{text("The data received is error.Check the USB cable then restart to receive.")});
+    EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Information);
     EXPECT_EQ(link.calls.last(), text("closeTt 1"));
     EXPECT_EQ(model->ReceiveResult, 0);
     EXPECT_EQ(stored("AutoGet.bin"), "");
@@ -292,6 +314,7 @@ TEST_F(UsbByItself, AnOverflowOfTheLengthIsShownWithItsNumber) {
     link.stream[2] = '\xFF';
     EXPECT_EQ(getfromUSB(link, dialogs, *model, path()), AutoUsbEnding::Failed);
     EXPECT_EQ(dialogs.messages, QStringList{text("错误代码:6    Overflow")});
+    EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Plain);
     EXPECT_EQ(link.calls.last(), text("closeTt 1"));
 }
 

@@ -6,8 +6,11 @@
 #include "platform/captions.h"
 
 #include <QMenu>
+#include <QMenuBar>
 #include <QMouseEvent>
 #include <QTimer>
+
+#include <string_view>
 
 namespace sixtrace {
 namespace {
@@ -222,6 +225,25 @@ TEST_F(Preview, MarginsChangedInTheSetupComposeThePageOnceMore) {
     EXPECT_EQ(printing().setup(), nullptr);
 }
 
+TEST_F(Preview, EachMarginAndTheScaleOfTheSetupComposeThePageOnceMore) {
+    openPreview();
+    for (const char* changed : {"txtMargin(1)", "txtMargin(2)", "txtMargin(3)", "txtMargin(4)", "txtZoom"}) {
+        const qint64 before = page().Picture().cacheKey();
+        QTimer::singleShot(0, form.get(), [this, changed] {
+            frmPrintSetup* setup = printing().setup();
+            ASSERT_NE(setup, nullptr);
+            field(*setup, changed).setText(QStringLiteral("5"));
+            press(*setup, "cmdYes");
+        });
+        choose("mnuSetup");
+        if (std::string_view(changed) == "txtZoom") {
+            EXPECT_EQ(page().Picture().width(), 80) << "composed at 0.1: 1190 twips, 79 pixels and a part of one";
+        } else {
+            EXPECT_NE(page().Picture().cacheKey(), before) << changed;
+        }
+    }
+}
+
 TEST_F(Preview, Copies3GivesThreeSeparatePrintJobs) {
     openPreview();
     devices.answer = [](PrinterDialog& box) {
@@ -343,6 +365,44 @@ TEST_F(Preview, EveryCaptionOfBothWindowsStandsInBothLanguageFiles) {
         }
         unloadClosed();
     }
+}
+
+class PrintWindowsOfTheDesign : public PrintWindow {};
+
+TEST_F(PrintWindowsOfTheDesign, WithoutLanguageFilesTheyKeepTheirCaptions) {
+    openWithCapture();
+    item("mnuEnglish").trigger(); // what the files do not say stays Chinese
+    const auto captions = [](QWidget& window, const QStringList& names) {
+        QStringList found;
+        for (const QString& name : names) {
+            const QObject* control = window.findChild<QAction*>(name); // a menu bears the name of its item, too
+            if (control == nullptr) {
+                control = window.findChild<QObject*>(name);
+            }
+            found << (control == nullptr ? QStringLiteral("(none)") : captionOf(*control));
+        }
+        return found;
+    };
+    frmPrintPreview& preview = openPreview();
+    EXPECT_EQ(
+        captions(*preview.menuBar(),
+                 {QStringLiteral("mnuFile"), QStringLiteral("mnuSetup"), QStringLiteral("mnuPrint"),
+                  QStringLiteral("mnuClose"), QStringLiteral("mnuView"), QStringLiteral("mnuView100"),
+                  QStringLiteral("mnuViewFullPage"), QStringLiteral("mnuViewCustomize"), QStringLiteral("mnuViewPage"),
+                  QStringLiteral("mnuHelp")}),
+        (QStringList{QStringLiteral("文件(&F)"), QStringLiteral("页面设定 ..."), QStringLiteral("打印 ..."),
+                     QStringLiteral("关闭"), QStringLiteral("检视(&V)"), QStringLiteral("100%"), QStringLiteral("整页"),
+                     QStringLiteral("自订百分比 ..."), QStringLiteral("切换页码 ..."), QStringLiteral("说明")}));
+    frmPrintSetup& setup = openSetup();
+    EXPECT_EQ(setup.windowTitle(), QStringLiteral("页面设置"));
+    EXPECT_EQ(
+        captions(setup, {QStringLiteral("Labela(0)"), QStringLiteral("Labela(1)"), QStringLiteral("Labela(2)"),
+                         QStringLiteral("Labela(3)"), QStringLiteral("optRePrint(0)"), QStringLiteral("optRePrint(1)"),
+                         QStringLiteral("cmdDefault"), QStringLiteral("cmdYes"), QStringLiteral("cmdNo")}),
+        (QStringList{QStringLiteral("上边界："), QStringLiteral("下边界："), QStringLiteral("左边界："),
+                     QStringLiteral("右边界："), QStringLiteral("每次改变显示比例时都重新绘图"),
+                     QStringLiteral("不重新绘图，但是重新设定原始图片的比例"), QStringLiteral("预设值"),
+                     QStringLiteral("确定"), QStringLiteral("取消")}));
 }
 
 TEST_F(Preview, AnyPercentIsSurvived) {

@@ -22,7 +22,7 @@ TEST(PageInput, MarginsAreAbove0AndAtMost10Centimetres) {
 
 TEST(PageInput, ThePercentIsAPositiveWholeNumberWithoutMarks) {
     EXPECT_EQ(zoomOfText(text("100"), kMarks), 100);
-    for (const char* bad : {"100.5", "-5", "1,000", "0", "", "x", "5%", "99999999999"}) {
+    for (const char* bad : {"100.5", "-5", "100e-1", "1,000", "0", "", "x", "5%", "99999999999"}) {
         EXPECT_FALSE(zoomOfText(text(bad), kMarks)) << bad;
     }
 }
@@ -30,7 +30,7 @@ TEST(PageInput, ThePercentIsAPositiveWholeNumberWithoutMarks) {
 TEST(PageInput, TheViewsPercentIsNeither0NorNegativeAndMayHaveAFraction) {
     EXPECT_EQ(viewPercentOfText(text("150"), kMarks), 150);
     EXPECT_EQ(viewPercentOfText(text("99.6"), kMarks), 100);
-    for (const char* bad : {"0", "-10", "1,5", "abc", "9999999999"}) {
+    for (const char* bad : {"0", "-10", "100e-1", "1,5", "abc", "5%", "9999999999"}) {
         EXPECT_FALSE(viewPercentOfText(text(bad), kMarks)) << bad;
     }
 }
@@ -78,7 +78,7 @@ TEST(PageInput, APictureOneTwipSmallerThanTheWindowStandsAtTheOriginAndMovesByTh
 TEST(PageInput, APageIsNamedByAWholeNumberInItsRange) {
     EXPECT_EQ(pageOfText(text("1"), 1, kMarks), 1);
     EXPECT_EQ(pageOfText(text("3"), 3, kMarks), 3);
-    for (const char* bad : {"0", "2", "-1", "1.0", "1,0", "", "x", "99999"}) {
+    for (const char* bad : {"0", "2", "-1", "1.0", "1,0", "", "x", "1x", "99999"}) {
         EXPECT_FALSE(pageOfText(text(bad), 1, kMarks)) << bad;
     }
 }

@@ -49,6 +49,7 @@ TEST_F(PrinterChoice, TheDialogIsFilledFromThePrinter) {
     EXPECT_EQ(shown.PrinterName, QStringLiteral("Office"));
     EXPECT_EQ(shown.DriverName, QStringLiteral("driver of Office"));
     EXPECT_EQ(shown.Port, QStringLiteral("port of Office"));
+    EXPECT_EQ(shown.PaperBin, 7);
     EXPECT_EQ(shown.PaperSize, 9);
     EXPECT_EQ(shown.PrintQuality, 600);
     EXPECT_EQ(shown.Orientation, 1);

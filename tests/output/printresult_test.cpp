@@ -78,6 +78,9 @@ TEST_F(PageTest, PreviewAt100PercentEqualsThePrintInTwipsWithTheDashedBoxAndTheU
         EXPECT_EQ(shown.kind, printed.kind) << i;
         EXPECT_EQ(shown.text, printed.text) << i;
         EXPECT_EQ(shown.colour, printed.colour) << i;
+        if (shown.kind == DrawnItem::Kind::Line) {
+            EXPECT_EQ(shown.style, DrawStyle::Solid) << "the dashes of the box end with it";
+        }
         EXPECT_NEAR(shown.place.left(), printed.place.left() + 300, 0.01) << i;
         EXPECT_NEAR(shown.place.top(), printed.place.top() + 300, 0.01) << i;
         EXPECT_NEAR(shown.place.width(), printed.place.width(), 0.01) << i;
@@ -238,6 +241,25 @@ TEST_F(PageTest, FineTicksOfTheMiddleReach100TwipsToTheLeftAnd110ToTheRight) {
     EXPECT_FALSE(lit(6110 / 4 + 4));
     EXPECT_TRUE(lit(110 / 4));
     EXPECT_FALSE(lit(110 / 4 + 4));
+}
+
+TEST_F(PageTest, FineTicksStandAtAllFourEdgesAndOnBothCentreLines) {
+    PicturePage picture(360); // four twips a pixel, lines of four pixels
+    picture.BackColor = 0;
+    ASSERT_TRUE(picture.setSize(12010, 8010));
+    picture.ForeColor = kWhite;
+    drawPageGraticule(picture, 12000, 8000, true, 12);
+    const auto lit = [&](int x, int y) { return picture.Image().pixel(x, y) == 0xFFFFFFFF; };
+    // The ninth row of forty: 110 twips at the right edge.
+    EXPECT_FALSE(lit((12000 - 110) / 4 - 1, 450));
+    EXPECT_TRUE(lit((12000 - 110) / 4, 450));
+    // The first column of sixty: 110 twips at the upper edge, to both sides of the middle and at the lower edge.
+    for (const int y : {20, 980, 1025, 1980}) {
+        EXPECT_TRUE(lit(51, y)) << y;
+    }
+    for (const int y : {40, 960, 1040, 1960}) {
+        EXPECT_FALSE(lit(51, y)) << y;
+    }
 }
 
 TEST_F(PageTest, ThePageIsInTheScreensColours) {

@@ -146,6 +146,13 @@ TEST(TableFill, AValueIsAProductOf32BitReals) {
     EXPECT_EQ(table.at(1, 1), text("3000.1"));
     EXPECT_EQ(table.at(2, 1), text("3276.7"));
     EXPECT_EQ(table.at(3, 1), text("-3276.8"));
+
+    // 27307 x 0.300000011920929 = 8192.1003255, which is 8192.1 in seven digits; but 32-bit reals stand 1/1024 apart
+    // there, and the nearest one is 8192 + 103/1024 = 8192.1005859375.
+    Table coarse;
+    hold(*coarse.model, 0, 0.3F, {27307});
+    coarse.fill();
+    EXPECT_EQ(coarse.at(1, 1), text("8192.101"));
 }
 
 TEST(TableFill, TheDecimalMarkIsTheOneThatTheTableWasMadeWith) {

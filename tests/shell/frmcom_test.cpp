@@ -81,8 +81,12 @@ TEST_F(FrmComStart, ListsAreFilledAndTheBarStandsInTheMiddleOfRowZero) {
     EXPECT_EQ(volts.ListCount(), 10);
     EXPECT_EQ(volts.List(0), QStringLiteral("50.0mV")) << "the probe exponent is 1 before any load";
     EXPECT_EQ(volts.ListIndex(), 0);
-    EXPECT_EQ(control<ListCombo>("Combo3").ListCount(), 4);
-    EXPECT_EQ(control<ListCombo>("Combo3").ListIndex(), 0);
+    const auto& cursorTypes = control<ListCombo>("Combo3");
+    EXPECT_EQ(cursorTypes.ListCount(), 4);
+    for (int row = 0; row < 4; ++row) {
+        EXPECT_EQ(cursorTypes.List(row), QStringLiteral(" ")) << "its texts stand in the language files";
+    }
+    EXPECT_EQ(cursorTypes.ListIndex(), 0);
     EXPECT_EQ(control<PositionBar>("VScroll1").Max(), 800);
     EXPECT_EQ(control<PositionBar>("VScroll1").Value(), 400);
 }

@@ -69,6 +69,17 @@ TEST_F(HelpCommandsTest, Command1OfTheMessageWindowHidesItAndLeavesItLoaded) {
     EXPECT_EQ(form->messageOut().Label1().text(), QStringLiteral("kept"));
 }
 
+TEST_F(HelpCommandsTest, WithoutLanguageFilesTheSmallWindowsHaveTheCaptionsOfTheirDesign) {
+    load();
+    FrmMessageOut& window = form->messageOut();
+    EXPECT_EQ(window.windowTitle(), QStringLiteral("信息提示"));
+    EXPECT_EQ(window.findChild<QPushButton*>(QStringLiteral("Command1"))->text(), QStringLiteral("确   定"));
+    item("mnuAbout").trigger();
+    const auto* about = form->findChild<QWidget*>(QStringLiteral("frmAbout"));
+    ASSERT_NE(about, nullptr);
+    EXPECT_EQ(about->windowTitle(), QStringLiteral("About Sixtrace"));
+}
+
 /// The search path for programs, for the length of a test.
 class SearchPath {
 public:
