@@ -181,14 +181,14 @@ TEST_F(PortSettings, ThePortIsTriedWithTheLineSettingsOfTheLists) {
     load();
     show([](frmComSet& window) {
         control<ListCombo>(window, "Combo1").setListIndex(1);
-        control<ListCombo>(window, "Combo2").setListIndex(0);
+        control<ListCombo>(window, "Combo2").setListIndex(3);
         click(window, "CmdSet");
     });
-    EXPECT_EQ(stored("MSCommSettings"), text("9600,E,8,1"));
+    EXPECT_EQ(stored("MSCommSettings"), text("57600,E,8,1"));
     // Closing gave the line its old settings back; the control keeps those of the trial.
     ASSERT_TRUE(acquisition().receiver().MSComm1().setPortOpen(true).ok());
     const termios line = peer.settings();
-    EXPECT_EQ(cfgetospeed(&line), static_cast<speed_t>(B9600));
+    EXPECT_EQ(cfgetospeed(&line), static_cast<speed_t>(B57600));
 }
 
 TEST_F(PortSettings, DefaultChoosesUsbAndTheLineDefaults) {
