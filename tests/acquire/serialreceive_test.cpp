@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "acquire/crc16.h"
 #include "acquire/receivefixture.h"
+#include "support/openfiles.h"
 #include "support/strings.h"
 
 #include <array>
@@ -176,6 +177,29 @@ TEST_F(BlockReceive, AnEarlyEndLeavesTheFileAsFarAsItCame) {
     ASSERT_TRUE(result.ok());
     EXPECT_EQ(result.value(), 2048);
     EXPECT_EQ(stored(), content.left(2048));
+}
+
+TEST_F(BlockReceive, TheFileIsOpenDuringATransferAndClosedHoweverItEnds) {
+    const QString file = path(QStringLiteral("got.bin"));
+    bool wasOpen = false;
+    form.onYield = [&] { wasOpen = wasOpen || (QFile::exists(file) && isOpenHere(file)); };
+    BlockSender whole("w.bin", pattern(5000), {});
+    connect(whole);
+    EXPECT_GT(receive.YModemReceive().value(), 0);
+    EXPECT_TRUE(wasOpen);
+    EXPECT_FALSE(isOpenHere(file)) << "behind the end";
+
+    BlockSender silent("w.bin", pattern(5000), {{}, {{FaultKind::Silence, 2, 1}}});
+    connect(silent);
+    EXPECT_EQ(receive.YModemReceive().value(), -1);
+    EXPECT_FALSE(isOpenHere(file)) << "behind the abort";
+
+    answerOnce(header(QByteArray("w.bin\0"
+                                 "500\0",
+                                 10)));
+    form.onYield = [&] { model->XferCancel = isOpenHere(file) ? 1 : 0; };
+    EXPECT_EQ(receive.YModemReceive().value(), -1);
+    EXPECT_FALSE(isOpenHere(file)) << "behind a cancel";
 }
 
 TEST_F(BlockReceive, AnEndAtOnceGivesZeroBytes) {
