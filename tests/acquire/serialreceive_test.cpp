@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "acquire/crc16.h"
 #include "acquire/receivefixture.h"
+#include "support/openfiles.h"
 #include "support/strings.h"
 
 #include <array>
@@ -35,6 +36,8 @@ private:
 };
 
 TEST_F(BlockReceive, ASilentInstrumentSeesARequestFourRefusalsAndTheAbortInFiftySeconds) {
+    int yields = 0;
+    form.onYield = [&yields] { ++yields; };
     const auto result = receive.YModemReceive();
     ASSERT_TRUE(result.ok());
     EXPECT_EQ(result.value(), -1);
@@ -47,6 +50,7 @@ TEST_F(BlockReceive, ASilentInstrumentSeesARequestFourRefusalsAndTheAbortInFifty
                                       50500, 50500, 50500, 50500, 50500, 50500, 50500};
     EXPECT_EQ(port.sentAt, expected);
     EXPECT_EQ(form.text4History, (QStringList{text("1"), text("2"), text("3"), text("4"), text("5")}));
+    EXPECT_EQ(yields, 10) << "at the top of five passes, and at each of five retries";
 }
 
 TEST_F(BlockReceive, AByteThatStartsNoBlockIsRefusedWithoutCounting) {
@@ -176,6 +180,29 @@ TEST_F(BlockReceive, AnEarlyEndLeavesTheFileAsFarAsItCame) {
     ASSERT_TRUE(result.ok());
     EXPECT_EQ(result.value(), 2048);
     EXPECT_EQ(stored(), content.left(2048));
+}
+
+TEST_F(BlockReceive, TheFileIsOpenDuringATransferAndClosedHoweverItEnds) {
+    const QString file = path(QStringLiteral("got.bin"));
+    bool wasOpen = false;
+    form.onYield = [&] { wasOpen = wasOpen || (QFile::exists(file) && isOpenHere(file)); };
+    BlockSender whole("w.bin", pattern(5000), {});
+    connect(whole);
+    EXPECT_GT(receive.YModemReceive().value(), 0);
+    EXPECT_TRUE(wasOpen);
+    EXPECT_FALSE(isOpenHere(file)) << "behind the end";
+
+    BlockSender silent("w.bin", pattern(5000), {{}, {{FaultKind::Silence, 2, 1}}});
+    connect(silent);
+    EXPECT_EQ(receive.YModemReceive().value(), -1);
+    EXPECT_FALSE(isOpenHere(file)) << "behind the abort";
+
+    answerOnce(header(QByteArray("w.bin\0"
+                                 "500\0",
+                                 10)));
+    form.onYield = [&] { model->XferCancel = isOpenHere(file) ? 1 : 0; };
+    EXPECT_EQ(receive.YModemReceive().value(), -1);
+    EXPECT_FALSE(isOpenHere(file)) << "behind a cancel";
 }
 
 TEST_F(BlockReceive, AnEndAtOnceGivesZeroBytes) {
@@ -357,6 +384,28 @@ TEST_F(PlainReceive, TakesEveryBlockAsDataIntoAFixedFile) {
     EXPECT_EQ(stored(QStringLiteral("test.bmp")), "one" + QByteArray(125, '.') + "two" + QByteArray(1021, '.'));
     EXPECT_EQ(port.sent, "C"
                          "\x06\x06\x06\x06");
+    EXPECT_TRUE(form.text1.isNull());
+    EXPECT_EQ(form.text3, -1) << "it shows nothing";
+    EXPECT_TRUE(form.text4History.isEmpty());
+    EXPECT_EQ(form.barMaximum, -1);
+    EXPECT_EQ(form.bar, -1);
+}
+
+TEST_F(PlainReceive, AnAcceptedBlockSetsTheRetriesBackToZero) {
+    int sentBytes = 0;
+    port.answer = [&sentBytes](unsigned char) {
+        ++sentBytes;
+        return sentBytes == 5    ? BlockSender::block(1, "one", 128, '.')
+               : sentBytes == 10 ? QByteArray("\x04")
+                                 : QByteArray();
+    };
+    const auto result = receive.XModemReceive();
+    ASSERT_TRUE(result.ok());
+    EXPECT_EQ(result.value(), 128);
+    // Four silences in front of the block and four behind it: never five in a row. What was sent last is repeated.
+    EXPECT_EQ(port.sent, "CCCCC"
+                         "\x06\x06\x06\x06\x06"
+                         "\x06");
 }
 
 TEST_F(PlainReceive, RepeatsTheRequestAndFallsBackToAChecksumAtTheFifthRetry) {
@@ -370,6 +419,8 @@ TEST_F(PlainReceive, RepeatsTheRequestAndFallsBackToAChecksumAtTheFifthRetry) {
     EXPECT_EQ(port.sent, "CCCCC"
                          "\x0F"
                          "\x06\x06");
+    // Ten seconds of waiting and a flush of 100 ms before each of them.
+    EXPECT_EQ(port.sentAt, (std::deque<qint64>{100, 10200, 20300, 30400, 40500, 50600, 50600, 50600}));
 }
 
 TEST_F(PlainReceive, ComparesTheWholeSumWithItsOneByteSoThatASumBeyond255NeverMatches) {

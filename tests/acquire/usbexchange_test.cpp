@@ -2,6 +2,7 @@
 #include "acquire/usbexchange.h"
 
 #include "acquire/scriptedlink.h"
+#include "support/openfiles.h"
 #include "support/scripteddialogs.h"
 #include "support/strings.h"
 
@@ -45,7 +46,13 @@ public:
             onYield();
         }
     }
-    void waitForTimer1() override { ++pauses; }
+    std::function<void()> onPause;
+    void waitForTimer1() override {
+        ++pauses;
+        if (onPause) {
+            onPause();
+        }
+    }
     void unload() override { ++unloads; }
 };
 
@@ -240,6 +247,26 @@ TEST_F(UsbByHand, ACancelBetweenTwoBlocksClosesWaitsAndRecoversTheLink) {
     link.stream = ScriptedLink::transfer("next");
     transfer.Command4_Click();
     EXPECT_EQ(stored(), QByteArray("next\0", 5));
+}
+
+TEST_F(UsbByHand, TheFileIsOpenDuringATransferAndClosedHoweverItEnds) {
+    form.onYield = [this] { EXPECT_TRUE(isOpenHere(form.text2)); };
+    link.stream = ScriptedLink::transfer(QByteArray(128, 'c'));
+    transfer.Command4_Click();
+    EXPECT_FALSE(isOpenHere(form.text2)) << "behind the end";
+
+    link.stream = ScriptedLink::transfer(QByteArray(128, 'c'));
+    link.failingRead = link.reads + 2;
+    transfer.Command4_Click();
+    EXPECT_EQ(dialogs.messages.size(), 1);
+    EXPECT_FALSE(isOpenHere(form.text2)) << "behind a failure";
+
+    link.failingRead = -1;
+    link.stream = ScriptedLink::transfer(QByteArray(128, 'c'));
+    form.onYield = [this] { transfer.CancelButton_Click(); };
+    form.onPause = [this] { EXPECT_FALSE(isOpenHere(form.text2)) << "before the pause of a cancel"; };
+    transfer.Command4_Click();
+    EXPECT_EQ(form.pauses, 1);
 }
 
 TEST_F(UsbByHand, ACancelAfterTheLastWholeBlockEndsQuietly) {

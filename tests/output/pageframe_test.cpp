@@ -109,6 +109,10 @@ TEST_F(PageFrame, WithoutTheGraticuleTheCentreCrossIsDottedAndDivisionTicksAre22
     for (int y = 104; y < 150; ++y) {
         EXPECT_EQ(lit(1500, y), y % 24 < 12) << y;
     }
+    // And the line across, counted from the left.
+    for (int x = 104; x < 150; ++x) {
+        EXPECT_EQ(lit(x, 1000), x % 24 < 12) << x;
+    }
     // A division tick at the upper edge and in the middle, twips 0 to 220 and 3780 to 4220.
     const int column = 250;
     EXPECT_TRUE(lit(column, 55 + kPen - 1));

@@ -33,6 +33,13 @@ TEST_F(PageTest, ChannelWithWhiteLineColorHasABlackLegendRowButAWhiteLabelAndTra
     EXPECT_GT(white, 0);
 }
 
+TEST_F(PageTest, OnlyPureWhiteIsBlackInTheLegend) {
+    addChannel(0);
+    model->LineColor[0] = 0xFFFFFE;
+    print();
+    EXPECT_EQ(printer.of(DrawnItem::Kind::Text).at(0).colour, 0xFFFFFEU);
+}
+
 TEST_F(PageTest, LegendWithNoShownChannelLetsTheFrameStart110TwipsBelowTheTopMargin) {
     print();
     ASSERT_EQ(printer.drawn.size(), 1U);
