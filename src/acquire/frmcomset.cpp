@@ -80,7 +80,7 @@ void frmComSet::Form_Load() {
     SetLanFile(m_model, m_model.LanguageId);
     ApplyLanguage(*this, m_model);
     m_receiver.load();
-    m_ports = probePorts(m_receiver.MSComm1());
+    probePorts(m_ports, m_receiver.MSComm1());
     for (int k = 1; k <= m_ports.count; ++k) {
         m_Combo1->addItem(QStringLiteral("COM") + QString::number(m_ports.number[static_cast<std::size_t>(k)]));
     }
@@ -127,14 +127,7 @@ Outcome frmComSet::tryPort() {
     if (!number) {
         return number.error();
     }
-    Outcome done = port.setCommPort(number.value());
-    if (done) {
-        done = port.setSettings(m_model.ComSetText);
-    }
-    if (done) {
-        done = port.setPortOpen(true);
-    }
-    return done ? port.setPortOpen(false) : done;
+    return port.tryPort(number.value(), m_model.ComSetText);
 }
 
 void frmComSet::CmdSet_Click() {

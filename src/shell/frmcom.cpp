@@ -135,7 +135,8 @@ void FrmCom::makeAreas() {
                          .mnustop = &action(QStringLiteral("mnustop")),
                          .mnurun = &action(QStringLiteral("mnurun")),
                          .intervals = {&action(QStringLiteral("mnuone")), &action(QStringLiteral("mnutwo")),
-                                       &action(QStringLiteral("mnuthree")), &action(QStringLiteral("mnufive"))}},
+                                       &action(QStringLiteral("mnuthree")), &action(QStringLiteral("mnufive"))},
+                         .lastTransfer = c.Label4},
                         m_surroundings.dialogs, m_links, m_surroundings.acquisition, this);
     m_printing = new Printing(
         m_model, {m_surroundings.dialogs, m_surroundings.printers, [this] { return m_links.pageInputs(); }}, *this);
