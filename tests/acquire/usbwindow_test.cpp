@@ -81,18 +81,24 @@ TEST_F(UsbByHand, ALengthBelow64HasNoBlocksAndOneShortRead) {
 TEST_F(UsbByHand, ALengthOfWholeBlocksAsksForZeroBytesAtTheEnd) {
     const QByteArray content(128, 'w');
     link.stream = ScriptedLink::transfer(content);
-    form.onYield = [this] {
+    int yields = 0;
+    link.onRead = [&](int read) {
         EXPECT_FALSE(start().isEnabled()) << "no second start while one runs";
         EXPECT_TRUE(window.UsbBusy());
+        EXPECT_TRUE(gate.held());
+        if (read > 0) {
+            QTimer::singleShot(0, &window, [&yields] { ++yields; });
+        }
     };
     click();
+    EXPECT_FALSE(gate.held());
     EXPECT_TRUE(start().isEnabled());
     EXPECT_EQ(link.calls.mid(2), (QStringList{text("ReadThread 12"), text("ReadThread 64"), text("ReadThread 64"),
                                               text("ReadThread 0"), text("closeTt 0")}));
     EXPECT_EQ(bar().maximum(), 2);
     EXPECT_EQ(bar().value(), 1);
     EXPECT_EQ(field("Text5").text(), text("128"));
-    EXPECT_EQ(form.yields, 2);
+    EXPECT_EQ(yields, 2);
     EXPECT_EQ(stored(), content + '\0');
 }
 
@@ -139,8 +145,8 @@ TEST_F(UsbByHand, ABitmapGoesToThePathWithBmpInPlaceOfBin) {
 TEST_F(UsbByHand, TextsShorterThanThreeCharactersFailTheBitmapsRenaming) {
     for (const auto& [name, pathText] : {std::pair("ab", "long.bin"), std::pair("long.bin", "ab")}) {
         dialogs.messages.clear();
-        form.text1 = text(name);
-        target() = text(pathText);
+        field("Text1").setText(text(name));
+        field("Text2").setText(text(pathText));
         link.stream = ScriptedLink::transfer("BM", 1);
         click();
         EXPECT_EQ(dialogs.messages, QStringList{text("错误代码:5    Invalid procedure call or argument")});
@@ -201,28 +207,24 @@ TEST_F(UsbByHand, AFailedShortReadGoesUnnoticed) {
 
 TEST_F(UsbByHand, ACancelBetweenTwoBlocksClosesWaitsAndRecoversTheLink) {
     link.stream = ScriptedLink::transfer(QByteArray(640, 'c'));
-    form.onYield = [this] {
-        if (form.yields == 3) {
-            window.CancelButton_Click();
-        }
-    };
+    atYieldBehind(3, [this] { window.CancelButton_Click(); });
     click();
     EXPECT_EQ(link.calls.mid(6),
               (QStringList{text("closeTt 0"), text("InitializeTt 1"), text("closeTt 1"), text("ReadThread 64")}));
-    EXPECT_EQ(form.pauses, 1);
     EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(told, std::vector{TransferEnd::Cancelled});
     EXPECT_TRUE(dialogs.messages.isEmpty());
     EXPECT_EQ(model->ReceiveResult, 0);
     EXPECT_EQ(stored(), "");
 
-    form.onYield = nullptr;
+    link.onRead = nullptr;
     link.stream = ScriptedLink::transfer("next");
     click();
     EXPECT_EQ(stored(), QByteArray("next\0", 5));
 }
 
 TEST_F(UsbByHand, TheFileIsOpenDuringATransferAndClosedHoweverItEnds) {
-    form.onYield = [this] { EXPECT_TRUE(isOpenHere(target())); };
+    atYieldBehind(1, [this] { EXPECT_TRUE(isOpenHere(target())); });
     link.stream = ScriptedLink::transfer(QByteArray(128, 'c'));
     click();
     EXPECT_FALSE(isOpenHere(target())) << "behind the end";
@@ -235,19 +237,22 @@ TEST_F(UsbByHand, TheFileIsOpenDuringATransferAndClosedHoweverItEnds) {
 
     link.failingRead = -1;
     link.stream = ScriptedLink::transfer(QByteArray(128, 'c'));
-    form.onYield = [this] { window.CancelButton_Click(); };
-    form.onPause = [this] { EXPECT_FALSE(isOpenHere(target())) << "before the pause of a cancel"; };
+    int pauses = 0;
+    atYieldBehind(link.reads + 1, [this, &pauses] {
+        QTimer::singleShot(0, &window, [this, &pauses] {
+            ++pauses;
+            EXPECT_EQ(link.calls.last(), text("closeTt 0")) << "the pause comes before the recovery";
+            EXPECT_FALSE(isOpenHere(target())) << "before the pause of a cancel";
+        });
+        window.CancelButton_Click();
+    });
     click();
-    EXPECT_EQ(form.pauses, 1);
+    EXPECT_EQ(pauses, 1);
 }
 
 TEST_F(UsbByHand, ACancelAfterTheLastWholeBlockEndsQuietly) {
     link.stream = ScriptedLink::transfer(QByteArray(128, 'c'));
-    form.onYield = [this] {
-        if (form.yields == 2) {
-            window.CancelButton_Click();
-        }
-    };
+    atYieldBehind(2, [this] { window.CancelButton_Click(); });
     click();
     EXPECT_TRUE(dialogs.messages.isEmpty());
     EXPECT_EQ(model->ReceiveResult, 0);
@@ -275,6 +280,42 @@ TEST_F(UsbByHand, ACancelWithoutATransferDoesNotSpoilTheNextOne) {
     link.stream.clear();
     click();
     EXPECT_EQ(dialogs.messages.size(), 1);
+}
+
+TEST_F(UsbByHand, ARunTimeErrorLeavesTheWindowBusySoThatTheNextCancelPutsTheLinkInOrder) {
+    link.stream = ScriptedLink::transfer({});
+    link.stream[2] = '\x80';
+    click();
+    EXPECT_TRUE(window.UsbBusy());
+    EXPECT_FALSE(gate.held());
+    EXPECT_EQ(told, std::vector{TransferEnd::Error});
+    link.calls.clear();
+    window.CancelButton_Click();
+    EXPECT_EQ(link.calls, (QStringList{text("closeTt 0"), text("InitializeTt 1"), text("closeTt 1")}));
+    EXPECT_FALSE(window.UsbBusy());
+    EXPECT_TRUE(start().isEnabled());
+}
+
+TEST_F(UsbByHand, AStartBesideARunningTransferDoesNothing) {
+    const auto other = gate.enter();
+    click();
+    EXPECT_TRUE(link.calls.isEmpty());
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_TRUE(start().isEnabled());
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+}
+
+TEST_F(UsbByHand, AStartEndsATransferThatTheUserHasGivenUp) {
+    const auto other = gate.enter();
+    bool released = false;
+    other->onEnd([&released] { released = true; });
+    gate.giveUp();
+    link.stream = ScriptedLink::transfer("capture");
+    click();
+    EXPECT_TRUE(other->ended());
+    EXPECT_TRUE(released);
+    EXPECT_EQ(model->ReceiveResult, 1);
+    EXPECT_EQ(told, std::vector{TransferEnd::Finished});
 }
 
 } // namespace
