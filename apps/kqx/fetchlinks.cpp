@@ -86,20 +86,19 @@ public:
         const auto pass = m_gate.enter();
         m_retries = 0;
         // With the line gone nothing can come any more, so that further tries are spared.
-        const TransferReport report =
+        TransferReport report =
             m_receive.YModemReceive(*pass, {.path = folder + QStringLiteral("/capture.bin"),
                                             .bitmapFolder = folder + u'/',
                                             .cancelled = [this] { return interrupted() || m_port.lost(); },
                                             .show = [this](const ReceiveStep& step) { show(step); },
                                             .yield = [] { QCoreApplication::processEvents(); }});
-        const bool lost = m_port.lost();
+        if (m_port.lost() && !interrupted() && !report.whole()) {
+            report.end = TransferEnd::Error;
+            report.error = RuntimeError{ErrorNumber::DeviceIo, QStringLiteral("the serial line has gone")};
+        }
         static_cast<void>(m_port.setPortOpen(false)); // closing cannot fail
         m_line.clear();
-        Fetched fetched = judged(report);
-        if (lost && !interrupted() && fetched.how != Fetched::How::Whole) {
-            fetched.sentence = QStringLiteral("the serial line has gone; ") + fetched.sentence;
-        }
-        return fetched;
+        return judged(report);
     }
 
 private:
