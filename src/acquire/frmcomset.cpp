@@ -9,6 +9,7 @@
 #include "platform/framepanel.h"
 #include "platform/listcombo.h"
 #include "platform/profilefile.h"
+#include "platform/serialports.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -91,6 +92,22 @@ void frmComSet::Form_Load() {
     }
     m_Combo1->setListIndex(m_model.ComPort); // an index that does not exist changes nothing: no entry is chosen then
     showLineDefaults();
+    showToolTips();
+}
+
+void frmComSet::showToolTips() {
+    const bool chinese = m_model.LanguageId == 0;
+    const QString more = chinese
+                             ? QStringLiteral("命令 kqx ports 列出所有端口，并说明某个端口为何不在此列。")
+                             : QStringLiteral("The command kqx ports lists all ports, and why one does not appear here.");
+    for (int k = 1; k < m_Combo1->ListCount(); ++k) {
+        const QString location = m_receiver.MSComm1().locationOf(m_ports.number[static_cast<std::size_t>(k)]);
+        QStringList parts{location, adapterAt(location).text()};
+        parts.removeAll(QString());
+        m_Combo1->setItemData(k, parts.join(QStringLiteral(", ")), Qt::ToolTipRole);
+    }
+    const QString chosen = m_Combo1->currentData(Qt::ToolTipRole).toString();
+    m_Combo1->setToolTip(chosen.isEmpty() ? more : QString(chosen + u'\n' + more));
 }
 
 void frmComSet::showLineDefaults() {
@@ -102,6 +119,7 @@ void frmComSet::showLineDefaults() {
 
 void frmComSet::Combo1_Click() {
     m_Frame1->setEnabled(m_Combo1->ListIndex() >= 1);
+    showToolTips();
 }
 
 void frmComSet::Command1_Click() {

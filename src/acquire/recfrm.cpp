@@ -106,7 +106,6 @@ void recFrm::unload() {
 void recFrm::showModally(QWidget* owner) {
     load();
     makeOwnFolder();
-    ++m_showings;
     showOver(owner);
 }
 
@@ -168,7 +167,6 @@ void recFrm::Command2_Click() {
         }
     }
     m_Command2->setEnabled(false);
-    const int showing = m_showings;
     const TransferReport report = YModemReceive(*pass);
     if (report.end == TransferEnd::Superseded) {
         return; // result, form and port are the other transfer's
@@ -183,11 +181,6 @@ void recFrm::Command2_Click() {
         m_endings.caption(m_model.XferCancel == 1 ? QStringLiteral("用户中断") : QStringLiteral("接收失败!"));
     }
     m_Command2->setEnabled(true);
-    if (isVisible() && m_showings != showing) {
-        // The user has cancelled this transfer and called the form again before it had run out: the form stays.
-        static_cast<void>(m_MSComm1.setPortOpen(false));
-        return;
-    }
     unload();
 }
 

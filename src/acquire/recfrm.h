@@ -67,7 +67,6 @@ private:
     SerialReceive m_receive;
     PortTable m_ports;
     bool m_loaded = false;
-    int m_showings = 0; ///< how often the form was shown
     QLineEdit* m_Text1;
     QLineEdit* m_Text2;
     QLineEdit* m_Text3;

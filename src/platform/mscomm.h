@@ -36,6 +36,8 @@ public:
     /// Whether port `number` opens, with line settings unless these are empty. A control that is open stays as it is: its
     /// own port is proven by being open, and another one is tried by a second control.
     Outcome tryPort(int number, const QString& settings = {});
+    /// Where port `number` is; empty where there is none.
+    [[nodiscard]] QString locationOf(int number) const { return m_locate(number); }
     /// Whether the open line has gone.
     [[nodiscard]] bool lost() const { return m_lost; }
 
