@@ -14,6 +14,7 @@ namespace {
 struct Ran {
     int exitCode = -1;
     QByteArray err;
+    QByteArray out;
 };
 
 class UsbBus : public ::testing::Test {
@@ -51,7 +52,7 @@ protected:
             process.waitForFinished();
             return {};
         }
-        return {process.exitCode(), process.readAllStandardError()};
+        return {process.exitCode(), process.readAllStandardError(), process.readAllStandardOutput()};
     }
     [[nodiscard]] QByteArray content(const char* name) const {
         QFile file(folder.filePath(QString::fromLatin1(name)));
@@ -84,7 +85,8 @@ TEST_F(UsbBus, ADeviceThatSendsMoreThanIsAskedForLosesNothing) {
 TEST_F(UsbBus, ASilentDeviceIsGivenUpAndNamedInTheLogOnly) {
     const Ran ran = run("silent", "kqx fetch --usb -o got.bin");
     EXPECT_EQ(ran.exitCode, 1);
-    EXPECT_TRUE(ran.err.contains("The data received is error.Check the USB cable then restart to receive."));
+    EXPECT_TRUE(ran.err.contains("the instrument did not answer as it should; 0 of 1000 bytes came"))
+        << ran.err.toStdString();
     EXPECT_FALSE(ran.err.contains("usb:"));
     EXPECT_TRUE(content("ttdll.log").contains("usb: reading failed after 0 bytes"))
         << content("ttdll.log").toStdString();
@@ -130,6 +132,54 @@ TEST_F(UsbBus, AnAbsentDeviceIsNamedByItsNumbers) {
     EXPECT_EQ(ran.exitCode, 1);
     EXPECT_TRUE(content("ttdll.log").contains("usb: no device 1209:0001 among 1"))
         << content("ttdll.log").toStdString();
+}
+
+TEST_F(UsbBus, BytesBeyondTheAnnouncedLengthMakeTheFileDamaged) {
+    const Ran ran = run("surplus", "kqx fetch --usb -o got.bin");
+    EXPECT_EQ(ran.exitCode, 1);
+    EXPECT_TRUE(ran.err.contains("data came twice or beyond its size")) << ran.err.toStdString();
+    EXPECT_EQ(content("got.bin"), "(no file)");
+}
+
+TEST_F(UsbBus, ADeviceThatTakesNoCommandIsGivenUpEvenWithoutAnyTimeToWait) {
+    settings("Link=usb\nWriteTimeout=0\n");
+    const Ran ran = run("deaf", "kqx fetch --usb -o got.bin");
+    EXPECT_EQ(ran.exitCode, 1) << "the shell has ended by itself";
+    EXPECT_TRUE(content("ttdll.log").contains("usb: sending failed: Operation timed out"))
+        << content("ttdll.log").toStdString();
+}
+
+TEST_F(UsbBus, PortsTellsTheDeviceThatIsWantedAndThatItOpens) {
+    const Ran ran = run("clean", "kqx ports --json > ports.json; echo $?; kqx ports");
+    EXPECT_TRUE(ran.out.startsWith("0\n")) << ran.out.toStdString() << ran.err.toStdString();
+    EXPECT_TRUE(ran.out.contains("usb 1209:0001  /dev/bus/usb/001/002  open\n")) << ran.out.toStdString();
+    EXPECT_TRUE(ran.out.contains("wanted 1209:0001, interface 0, end points 01 out and 81 in")) << ran.out.toStdString();
+    const QByteArray json = content("ports.json");
+    EXPECT_TRUE(json.contains("\"matches\": true") && json.contains("\"state\": \"open\"")) << json.toStdString();
+    EXPECT_TRUE(json.contains("\"wanted\": \"1209:0001\"")) << json.toStdString();
+}
+
+TEST_F(UsbBus, PortsTellsMissingRightsAndWhatIsToBeDone) {
+    ASSERT_TRUE(QFile::setPermissions(folder.path(), QFileDevice::Permissions(0x7755)));
+    const Ran ran = run("forbidden", "kqx ports; true");
+    EXPECT_TRUE(ran.out.contains("usb 1209:0001  /dev/bus/usb/001/002  rights\n")) << ran.out.toStdString()
+                                                                                   << ran.err.toStdString();
+    EXPECT_TRUE(ran.out.contains("ATTR{idVendor}==\"1209\", ATTR{idProduct}==\"0001\", TAG+=\"uaccess\"  into "
+                                 "/etc/udev/rules.d/70-sixtrace-own.rules"))
+        << ran.out.toStdString();
+}
+
+TEST_F(UsbBus, PortsTellsDevicesThatAreNotTheWantedOne) {
+    const Ran ran = run("other-device", "kqx ports; true");
+    EXPECT_TRUE(ran.out.contains("usb 1209:0002  /dev/bus/usb/001/002  not the device that is wanted\n"))
+        << ran.out.toStdString();
+    EXPECT_TRUE(ran.out.contains("usb 1209:0001  absent\n")) << ran.out.toStdString();
+    EXPECT_TRUE(ran.out.contains("if it has other ids, enter them in ")) << ran.out.toStdString();
+}
+
+TEST_F(UsbBus, PortsTellsEndpointsThatTheDeviceLacks) {
+    const Ran ran = run("other-endpoint", "kqx ports; true");
+    EXPECT_TRUE(ran.out.contains("usb 1209:0001  /dev/bus/usb/001/002  endpoints\n")) << ran.out.toStdString();
 }
 
 } // namespace
