@@ -3,8 +3,8 @@
 #include "acquire/ptypeer.h"
 #include "acquire/receivefixture.h"
 #include "acquire/scriptedport.h"
-#include "platform/mscomm.h"
 #include "acquire/ttycalls.h"
+#include "platform/mscomm.h"
 #include "support/openfiles.h"
 #include "support/strings.h"
 

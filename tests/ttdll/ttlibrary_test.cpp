@@ -210,8 +210,8 @@ TEST_F(TransferLibrary, DescribesItsSettingsAndTheSocket) {
     const Instrument instrument(end);
     EXPECT_EQ(library.describe(), u"settings\t"_s + file + u"\tsocket\nsocket\t"_s + end + u"\topen\n"_s);
     settings("Link=usb\nVendor=0x1234\nProduct=0xabcd\nInterface=2\nEndpointOut=0x02\nEndpointIn=0x83\n");
-    EXPECT_TRUE(library.describe().value().startsWith(u"settings\t"_s + file +
-                                                      u"\tusb\nwanted\t1234:abcd\t2\t02\t83\n"_s))
+    EXPECT_TRUE(
+        library.describe().value().startsWith(u"settings\t"_s + file + u"\tusb\nwanted\t1234:abcd\t2\t02\t83\n"_s))
         << library.describe().value().toStdString();
     settings("Link=auto\n");
     EXPECT_TRUE(library.describe().value().contains(u"\topen\nwanted\t1209:0001\t0\t01\t81\n"_s));

@@ -9,6 +9,11 @@
 
 #include <gtest/gtest.h>
 
+#include <grp.h>
+#include <pty.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace {
 
 struct Ran {
@@ -153,17 +158,48 @@ TEST_F(UsbBus, PortsTellsTheDeviceThatIsWantedAndThatItOpens) {
     const Ran ran = run("clean", "kqx ports --json > ports.json; echo $?; kqx ports");
     EXPECT_TRUE(ran.out.startsWith("0\n")) << ran.out.toStdString() << ran.err.toStdString();
     EXPECT_TRUE(ran.out.contains("usb 1209:0001  /dev/bus/usb/001/002  open\n")) << ran.out.toStdString();
-    EXPECT_TRUE(ran.out.contains("wanted 1209:0001, interface 0, end points 01 out and 81 in")) << ran.out.toStdString();
+    EXPECT_TRUE(ran.out.contains("wanted 1209:0001, interface 0, end points 01 out and 81 in"))
+        << ran.out.toStdString();
     const QByteArray json = content("ports.json");
     EXPECT_TRUE(json.contains("\"matches\": true") && json.contains("\"state\": \"open\"")) << json.toStdString();
     EXPECT_TRUE(json.contains("\"wanted\": \"1209:0001\"")) << json.toStdString();
 }
 
+TEST_F(UsbBus, PortsEndsWith1WhereNoWayOpens) {
+    const Ran ran = run("other-device", "kqx ports > ports.txt; echo $?");
+    EXPECT_EQ(ran.out, "1\n");
+    EXPECT_FALSE(content("ports.txt").contains("  open")) << content("ports.txt").toStdString();
+}
+
+TEST_F(UsbBus, PortsTellsASerialPortWithoutRightsByItsGroup) {
+    int master = -1;
+    int slave = -1;
+    char name[128] = {};
+    ASSERT_EQ(openpty(&master, &slave, name, nullptr, nullptr), 0);
+    ASSERT_EQ(fchmod(slave, 0), 0);
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("ports")));
+    ASSERT_TRUE(QFile::link(QString::fromLatin1(name), folder.filePath(QStringLiteral("ports/com1"))));
+    ASSERT_TRUE(QFile::setPermissions(folder.path(), QFileDevice::Permissions(0x7777))) << "it is the program folder";
+    const Ran ran = run("forbidden", "kqx ports; true");
+    struct stat state {};
+    ASSERT_EQ(fstat(slave, &state), 0);
+    const group* owner = getgrgid(state.st_gid);
+    ASSERT_NE(owner, nullptr);
+    const QByteArray groupName(owner->gr_name);
+    const QByteArray row = "1 com1 (pinned)  " + QByteArray(name) + "  rights (" + groupName + ")\n";
+    EXPECT_TRUE(ran.out.contains(row)) << ran.out.toStdString();
+    const QByteArray remedy =
+        groupName == "root" ? QByteArray("a udev rule has to give ") : "join the group " + groupName + " (sudo usermod";
+    EXPECT_TRUE(ran.out.contains(remedy)) << ran.out.toStdString();
+    close(slave);
+    close(master);
+}
+
 TEST_F(UsbBus, PortsTellsMissingRightsAndWhatIsToBeDone) {
     ASSERT_TRUE(QFile::setPermissions(folder.path(), QFileDevice::Permissions(0x7755)));
     const Ran ran = run("forbidden", "kqx ports; true");
-    EXPECT_TRUE(ran.out.contains("usb 1209:0001  /dev/bus/usb/001/002  rights\n")) << ran.out.toStdString()
-                                                                                   << ran.err.toStdString();
+    EXPECT_TRUE(ran.out.contains("usb 1209:0001  /dev/bus/usb/001/002  rights\n"))
+        << ran.out.toStdString() << ran.err.toStdString();
     EXPECT_TRUE(ran.out.contains("ATTR{idVendor}==\"1209\", ATTR{idProduct}==\"0001\", TAG+=\"uaccess\"  into "
                                  "/etc/udev/rules.d/70-sixtrace-own.rules"))
         << ran.out.toStdString();
