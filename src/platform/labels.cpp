@@ -103,7 +103,18 @@ PathLabel::PathLabel(QWidget* parent)
 
 void PathLabel::setCaption(const QString& caption) {
     setText(caption);
-    setToolTip(caption);
+    showToolTip();
+}
+
+void PathLabel::setNote(const QString& note) {
+    m_note = note;
+    showToolTip();
+}
+
+void PathLabel::showToolTip() {
+    QStringList lines{text(), m_note};
+    lines.removeAll(QString());
+    setToolTip(lines.join(u'\n'));
 }
 
 void PathLabel::paintEvent(QPaintEvent*) {

@@ -50,9 +50,16 @@ class PathLabel : public QLabel {
 public:
     explicit PathLabel(QWidget* parent);
     void setCaption(const QString& caption);
+    /// A sentence that the tool tip shows below the caption.
+    void setNote(const QString& note);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    void showToolTip();
+
+    QString m_note;
 };
 
 /// The band at the foot of the main window, on which the path lies.

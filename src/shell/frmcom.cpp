@@ -118,7 +118,8 @@ void FrmCom::makeCommands() {
                          .mnustop = &action(QStringLiteral("mnustop")),
                          .mnurun = &action(QStringLiteral("mnurun")),
                          .intervals = {&action(QStringLiteral("mnuone")), &action(QStringLiteral("mnutwo")),
-                                       &action(QStringLiteral("mnuthree")), &action(QStringLiteral("mnufive"))}},
+                                       &action(QStringLiteral("mnuthree")), &action(QStringLiteral("mnufive"))},
+                         .lastTransfer = c.Label4},
                         m_surroundings.dialogs, *this, m_surroundings.acquisition, this);
     m_printing = new Printing(
         m_model, {m_surroundings.dialogs, m_surroundings.printers, [this] { return pageInputs(m_state); }}, *this);
