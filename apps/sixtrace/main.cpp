@@ -26,7 +26,7 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     const std::jthread fonts = sixtrace::listFonts(std::move(fontSettings));
     QApplication::setApplicationName(QStringLiteral("sixtrace"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Sixtrace"));
+    // No display name: the desktop would append it to the title of every window.
     QApplication::setApplicationVersion(QStringLiteral(SIXTRACE_VERSION));
     QApplication::setQuitOnLastWindowClosed(false);
     sixtrace::applyLook(application);

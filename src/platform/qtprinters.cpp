@@ -4,11 +4,17 @@
 #include "platform/wholefile.h"
 #include "platform/workshop.h"
 
+#include <QComboBox>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
+#include <QLibrary>
+#include <QLineEdit>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <QPushButton>
+#include <QUuid>
 #include <QWidget>
 
 #include <cmath>
@@ -68,6 +74,12 @@ void apply(QPrinter& printer, const PrinterProperties& properties) {
 
 /// The printer of that name with its settings; null where the machine has none such.
 std::unique_ptr<QPrinter> printerFor(const PrinterProperties& properties) {
+    if (properties.DeviceName == QtPrinters::pdfDevice()) {
+        auto pdf = std::make_unique<QPrinter>(QPrinter::HighResolution);
+        pdf->setOutputFormat(QPrinter::PdfFormat);
+        apply(*pdf, properties);
+        return pdf;
+    }
     const QPrinterInfo info = QPrinterInfo::printerInfo(properties.DeviceName);
     if (info.isNull()) {
         return nullptr;
@@ -80,6 +92,15 @@ std::unique_ptr<QPrinter> printerFor(const PrinterProperties& properties) {
 /// The folders that pages for a file are made in.
 WorkshopKind writingPages() {
     return {QStringLiteral("sixtrace-page"), QRegularExpression(QStringLiteral("page\\.pdf"))};
+}
+
+/// Whether the print server has refused the last document of this thread. The toolkit does not tell; the server's own
+/// library, where it is in use, remembers how the last request went.
+bool serverRefused() {
+    constexpr int kFirstError = 0x0400; // of the protocol's statuses
+    static QLibrary library(QStringLiteral("cups"), 2);
+    static const auto lastError = reinterpret_cast<int (*)()>(library.resolve("cupsLastError"));
+    return lastError != nullptr && lastError() >= kFirstError;
 }
 
 /// A document for a printer, or for a file, which gets it whole or not at all.
@@ -103,7 +124,7 @@ public:
             return RuntimeError::of(ErrorNumber::Printer);
         }
         if (m_target.isEmpty()) {
-            return success();
+            return serverRefused() ? Outcome(RuntimeError::of(ErrorNumber::Printer)) : success();
         }
         QFile document(m_printer->outputFileName());
         if (!document.open(QIODevice::ReadOnly)) {
@@ -119,19 +140,74 @@ private:
     QString m_target; ///< empty where it goes to the printer
 };
 
+/// What a printer cannot reach at the edges of its paper, in points, as the paper lies. Drivers tell it for the
+/// upright sheet whichever way the paper lies; lying, the sheet has its upper edge at the left.
+QMarginsF unreachable(const QPageLayout& layout) {
+    const QMarginsF upright = layout.minimumMargins();
+    if (layout.orientation() == QPageLayout::Portrait) {
+        return upright;
+    }
+    return {upright.bottom(), upright.left(), upright.top(), upright.right()};
+}
+
+/// Gives the dialog's entry for a file the name that it has among the devices.
+void namePdfDevice(QPrintDialog& box) {
+    if (auto* list = box.findChild<QComboBox*>(QStringLiteral("printers")); list != nullptr && list->count() > 0) {
+        list->setItemText(list->count() - 1, QtPrinters::pdfDevice());
+    }
+}
+
+/// Makes of the toolkit's print dialog one that only sets the printer.
+void makeSetup(QPrintDialog& box, const QString& title) {
+    if (!title.isEmpty()) {
+        box.setWindowTitle(title);
+    }
+    // There is nothing to print: no range of pages, and no file to name. Where the desktop brings a dialog of its own,
+    // none of these is there to be hidden.
+    for (const char* name : {"gbPrintRange", "lOutput", "filename", "fileBrowser"}) {
+        if (auto* part = box.findChild<QWidget*>(QLatin1String(name))) {
+            part->hide();
+        }
+    }
+    if (auto* file = box.findChild<QLineEdit*>(QStringLiteral("filename"))) {
+        // The dialog asks before a file is overwritten, also where none is written.
+        file->setText(QDir::temp().filePath(QUuid::createUuid().toString(QUuid::WithoutBraces) +
+                                            QStringLiteral(".pdf")));
+    }
+    const QDialogButtonBox own(QDialogButtonBox::Ok);
+    if (const auto* strip = box.findChild<QDialogButtonBox*>()) {
+        for (QAbstractButton* button : strip->buttons()) {
+            if (strip->buttonRole(button) == QDialogButtonBox::AcceptRole) {
+                button->setText(own.button(QDialogButtonBox::Ok)->text());
+            } else if (strip->buttonRole(button) == QDialogButtonBox::ActionRole) {
+                button->click(); // shows copies, sides and colours, which are what this dialog is for
+            }
+        }
+    }
+}
+
 } // namespace
 
+QString QtPrinters::pdfDevice() {
+    return QStringLiteral("Sixtrace PDF");
+}
+
 QStringList QtPrinters::names() const {
-    return QPrinterInfo::availablePrinterNames();
+    return QPrinterInfo::availablePrinterNames() + QStringList{pdfDevice()};
 }
 
 QString QtPrinters::defaultName() const {
-    return QPrinterInfo::defaultPrinterName();
+    const QString standard = QPrinterInfo::defaultPrinterName();
+    return standard.isEmpty() && QPrinterInfo::availablePrinterNames().isEmpty() ? pdfDevice() : standard;
 }
 
 PrinterProperties QtPrinters::initial(const QString& name) const {
     PrinterProperties properties;
     properties.DeviceName = name;
+    if (name == pdfDevice()) {
+        properties.DriverName = name;
+        return properties;
+    }
     const QPrinterInfo info = QPrinterInfo::printerInfo(name);
     if (info.isNull()) {
         return properties;
@@ -157,7 +233,9 @@ Result<Sheet> QtPrinters::sheet(const PrinterProperties& properties) const {
     layout.setUnits(QPageLayout::Point);
     const auto twips = [](double points) { return static_cast<int>(std::lround(points * kTwipsPerPoint)); };
     const QSizeF paper = layout.fullRect(QPageLayout::Point).size();
-    const QMarginsF edge = layout.minimumMargins();
+    // A document has no edges that a device could not reach.
+    const bool isDocument = properties.DeviceName == pdfDevice();
+    const QMarginsF edge = isDocument ? QMarginsF() : unreachable(layout);
     Sheet sheet;
     sheet.Width = twips(paper.width());
     sheet.Height = twips(paper.height());
@@ -169,6 +247,9 @@ Result<Sheet> QtPrinters::sheet(const PrinterProperties& properties) const {
 }
 
 Result<std::unique_ptr<PrintJob>> QtPrinters::begin(const PrinterProperties& properties) {
+    if (properties.DeviceName == pdfDevice() && properties.OutputFile.isEmpty()) {
+        return RuntimeError::of(ErrorNumber::BadFileNumber);
+    }
     auto printer = printerFor(properties);
     if (printer == nullptr) {
         return RuntimeError::of(ErrorNumber::Printer);
@@ -187,6 +268,10 @@ bool QtPrinters::ShowPrinter(PrinterDialog& dialog, quintptr windowHandle) {
     properties.PaperSize = dialog.PaperSize;
     properties.PrintQuality = dialog.PrintQuality;
     properties.Orientation = dialog.Orientation;
+    properties.Copies = dialog.Copies;
+    properties.ColorMode = dialog.ColorMode;
+    properties.Duplex = dialog.Duplex;
+    properties.OutputFile = dialog.OutputFile;
     auto printer = printerFor(properties);
     if (printer == nullptr) {
         // The printer has gone since it was chosen: the dialog is the way to another.
@@ -195,14 +280,25 @@ bool QtPrinters::ShowPrinter(PrinterDialog& dialog, quintptr windowHandle) {
     QPrintDialog box(printer.get(), QWidget::find(windowHandle));
     box.setOption(QAbstractPrintDialog::PrintSelection, (dialog.Flags & PrinterDialog::kNoSelection) == 0);
     box.setOption(QAbstractPrintDialog::PrintPageRange, (dialog.Flags & PrinterDialog::kNoPageNumbers) == 0);
-    box.setOption(QAbstractPrintDialog::PrintToFile, (dialog.Flags & PrinterDialog::kDisablePrintToFile) == 0);
+    // The toolkit's entry for a file is the program's own PDF device, one of the machine's like any other: it is not the
+    // mark "print to file" of the old dialogs, which the flags may forbid.
+    box.setOption(QAbstractPrintDialog::PrintToFile, true);
+    namePdfDevice(box);
+    const bool isSetup = (dialog.Flags & PrinterDialog::kPrintSetup) != 0;
+    if (isSetup) {
+        makeSetup(box, dialog.Title);
+    }
     if (box.exec() != QDialog::Accepted) {
         return false;
     }
-    const bool toFile = !printer->outputFileName().isEmpty();
-    dialog.Flags = toFile ? dialog.Flags | PrinterDialog::kPrintToFile : dialog.Flags & ~PrinterDialog::kPrintToFile;
-    dialog.OutputFile = printer->outputFileName();
-    dialog.PrinterName = toFile ? dialog.PrinterName : printer->printerName();
+    const bool isPdf = printer->outputFormat() == QPrinter::PdfFormat;
+    dialog.Flags = isPdf ? dialog.Flags | PrinterDialog::kPrintToFile : dialog.Flags & ~PrinterDialog::kPrintToFile;
+    if (!isPdf) {
+        dialog.OutputFile.clear();
+    } else if (!isSetup) {
+        dialog.OutputFile = printer->outputFileName();
+    }
+    dialog.PrinterName = isPdf ? pdfDevice() : printer->printerName();
     dialog.Copies = printer->copyCount();
     dialog.Orientation = printer->pageLayout().orientation() == QPageLayout::Landscape ? 2 : 1;
     dialog.ColorMode = printer->colorMode() == QPrinter::Color ? 2 : 1;

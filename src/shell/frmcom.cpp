@@ -138,7 +138,10 @@ void FrmCom::makeAreas() {
                                        &action(QStringLiteral("mnuthree")), &action(QStringLiteral("mnufive"))}},
                         m_surroundings.dialogs, m_links, m_surroundings.acquisition, this);
     m_printing = new Printing(
-        m_model, {m_surroundings.dialogs, m_surroundings.printers, [this] { return m_links.pageInputs(); }}, *this);
+        m_model,
+        {m_surroundings.dialogs, m_surroundings.printers, [this] { return m_links.pageInputs(); },
+         [this] { return action(QStringLiteral("mnuPrintSet")).iconText(); }},
+        *this);
     m_bitmapSave = new BitmapSave({c.Picture3, c.Picture2}, m_surroundings.dialogs, this);
 }
 

@@ -5,13 +5,17 @@
 #include "capture/capturefile.h"
 #include "capture/mdllan.h"
 #include "capture/scenes.h"
+#include "platform/dialogsheet.h"
 #include "platform/framepanel.h"
 #include "platform/labels.h"
 #include "platform/listcombo.h"
+#include "platform/profilefile.h"
 #include "platform/toolbar.h"
 
+#include <QComboBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QTimer>
 
 namespace sixtrace {
 namespace {
@@ -149,6 +153,78 @@ TEST_F(Languages, AWindowThatIsOpenKeepsItsCaptionsUntilItIsLoadedAgain) {
     ASSERT_TRUE(button.isNull());
     item("mnuAbout").trigger();
     EXPECT_EQ(control<QPushButton>("cmdOK").text(), QStringLiteral("OK"));
+}
+
+/// A dialog that is made once and loaded for every use.
+class ReusedDialog : public DialogSheet {
+public:
+    ReusedDialog()
+        : DialogSheet(200, 100) {
+        setObjectName(QStringLiteral("reused"));
+        setWindowTitle(QStringLiteral("设计 "));
+        label = addLabel("Label1", QStringLiteral("标签"), QRect(0, 0, 50, 20));
+        button = addButton("Command1", QStringLiteral("按钮"), 0, 20);
+        list = new QComboBox(this);
+        list->setObjectName(QStringLiteral("Combo1"));
+        list->addItems({QStringLiteral("一"), QStringLiteral("二")});
+    }
+    QLabel* label;
+    QPushButton* button;
+    QComboBox* list;
+};
+
+TEST_F(Languages, ADialogThatWasUnloadedStartsFromItsDesignAtTheNextLoad) {
+    write(QStringLiteral("English.Lan"),
+          "[reused]\nCaption=Design\nLabel1=label\nCommand1=button\n[reusedCombo1]\n0=one\n1=two\n");
+    model->AppDir = path(QString()) + QLatin1Char('/');
+    ReusedDialog dialog;
+    SetLanFile(*model, 1);
+    ApplyLanguage(dialog, *model);
+    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Design"));
+    EXPECT_EQ(dialog.label->text(), QStringLiteral("label"));
+    EXPECT_EQ(dialog.list->itemText(1), QStringLiteral("two"));
+    SetLanFile(*model, 0); // whose file is missing
+    ApplyLanguage(dialog, *model);
+    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("设计 "));
+    EXPECT_EQ(dialog.label->text(), QStringLiteral("标签"));
+    EXPECT_EQ(dialog.button->text(), QStringLiteral("按钮"));
+    EXPECT_EQ(dialog.list->itemText(0), QStringLiteral("一"));
+    EXPECT_EQ(dialog.list->itemText(1), QStringLiteral("二"));
+    // A list that has other entries by now keeps them, and a control that has gone is passed over.
+    dialog.list->addItem(QStringLiteral("three"));
+    delete dialog.button;
+    ApplyLanguage(dialog, *model);
+    EXPECT_EQ(dialog.list->itemText(2), QStringLiteral("three"));
+}
+
+TEST_F(Languages, WindowsThatAreUnloadedFollowALanguageWhoseFileIsMissing) {
+    QFile::copy(QStringLiteral(SIXTRACE_SOURCE_DIR "/lang/English.Lan"), path(QStringLiteral("English.Lan")));
+    load();
+    const auto titleOfTransfer = [this] {
+        QString title;
+        QString caption;
+        QTimer watch;
+        QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
+            if (auto* dialog = qobject_cast<DialogSheet*>(QApplication::activeModalWidget())) {
+                title = dialog->windowTitle();
+                caption = dialog->findChild<QLabel*>(QStringLiteral("Label2"))->text();
+                dialog->close();
+            }
+        });
+        watch.start(0);
+        item("mnuAcquire").trigger();
+        return title + QLatin1Char('/') + caption;
+    };
+    for (const char* port : {"0", "1"}) {
+        writeProfile(QStringLiteral("Common"), QStringLiteral("ComPort"), QString::fromLatin1(port), iniFile());
+        item("mnuEnglish").trigger();
+        const QString english = titleOfTransfer();
+        EXPECT_TRUE(english.contains(QStringLiteral("Store as"), Qt::CaseInsensitive) ||
+                    english.contains(QStringLiteral("Save as"), Qt::CaseInsensitive))
+            << english.toStdString();
+        item("mnuChinese").trigger();
+        EXPECT_TRUE(titleOfTransfer().endsWith(QStringLiteral("存储为："))) << port;
+    }
 }
 
 TEST_F(Languages, AFileCanGiveTimeAndVoltTextsUntilALoadRewritesThem) {
