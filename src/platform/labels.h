@@ -45,14 +45,27 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 };
 
-/// A label that shows a path: elided in its middle when painted, complete as caption and tool tip.
+/// A label that shows a path: elided in its middle when painted, complete as caption and tool tip. A small mark before
+/// it says that there is something to know about the file.
 class PathLabel : public QLabel {
+    Q_OBJECT
 public:
     explicit PathLabel(QWidget* parent);
+    /// Takes a mark away.
     void setCaption(const QString& caption);
+    /// What is wrong with the file: it stands in the tool tip, above the path. Empty takes the mark away.
+    void setFault(const QString& fault);
+    [[nodiscard]] bool hasFault() const { return m_hasFault; }
+
+Q_SIGNALS:
+    /// A path has been set, be it the one that was there.
+    void captionSet(const QString& caption);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    bool m_hasFault = false;
 };
 
 /// The band at the foot of the main window, on which the path lies.

@@ -14,6 +14,8 @@
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QPushButton>
+#include <QRadioButton>
+#include <QShowEvent>
 #include <QUuid>
 #include <QWidget>
 
@@ -150,41 +152,73 @@ QMarginsF unreachable(const QPageLayout& layout) {
     return {upright.bottom(), upright.left(), upright.top(), upright.right()};
 }
 
-/// Gives the dialog's entry for a file the name that it has among the devices.
-void namePdfDevice(QPrintDialog& box) {
-    if (auto* list = box.findChild<QComboBox*>(QStringLiteral("printers")); list != nullptr && list->count() > 0) {
-        list->setItemText(list->count() - 1, QtPrinters::pdfDevice());
-    }
-}
+/// The toolkit's print dialog, which fills its parts when it shows; what it has of its own mind is put right then. Where
+/// the desktop brings a dialog of its own, none of these parts is there.
+class PrintBox : public QPrintDialog {
+public:
+    /// Sides and colours as they are set; the dialog forgets them as it is made.
+    PrintBox(QPrinter& printer, QWidget* owner, const PrinterProperties& set, bool isSetup)
+        : QPrintDialog(&printer, owner)
+        , m_isSetup(isSetup)
+        , m_duplex(set.Duplex)
+        , m_colorMode(set.ColorMode) {}
 
-/// Makes of the toolkit's print dialog one that only sets the printer.
-void makeSetup(QPrintDialog& box, const QString& title) {
-    if (!title.isEmpty()) {
-        box.setWindowTitle(title);
-    }
-    // There is nothing to print: no range of pages, and no file to name. Where the desktop brings a dialog of its own,
-    // none of these is there to be hidden.
-    for (const char* name : {"gbPrintRange", "lOutput", "filename", "fileBrowser"}) {
-        if (auto* part = box.findChild<QWidget*>(QLatin1String(name))) {
-            part->hide();
+protected:
+    void showEvent(QShowEvent* event) override {
+        QPrintDialog::showEvent(event);
+        if (event->spontaneous()) {
+            return;
+        }
+        if (auto* list = findChild<QComboBox*>(QStringLiteral("printers")); list != nullptr && list->count() > 0) {
+            list->setItemText(list->count() - 1, QtPrinters::pdfDevice());
+        }
+        showSet();
+        if (m_isSetup) {
+            makeSetup();
         }
     }
-    if (auto* file = box.findChild<QLineEdit*>(QStringLiteral("filename"))) {
-        // The dialog asks before a file is overwritten, also where none is written.
-        file->setText(QDir::temp().filePath(QUuid::createUuid().toString(QUuid::WithoutBraces) +
-                                            QStringLiteral(".pdf")));
+
+private:
+    /// It would show how the device stands of itself, not how the user has set it.
+    void showSet() {
+        const char* const sides = m_duplex == 2 ? "duplexLong" : m_duplex == 3 ? "duplexShort" : "noDuplex";
+        const char* const colours = m_colorMode == 1 ? "grayscale" : "color";
+        for (const char* name : {sides, colours}) {
+            auto* choice = findChild<QRadioButton*>(QLatin1String(name));
+            if (choice != nullptr && choice->isEnabled()) {
+                choice->click();
+            }
+        }
     }
-    const QDialogButtonBox own(QDialogButtonBox::Ok);
-    if (const auto* strip = box.findChild<QDialogButtonBox*>()) {
+    /// There is nothing to print: no range of pages, no file to name, and no button that says so.
+    void makeSetup() {
+        for (const char* name : {"gbPrintRange", "lOutput", "filename", "fileBrowser"}) {
+            if (auto* part = findChild<QWidget*>(QLatin1String(name))) {
+                part->hide();
+            }
+        }
+        if (auto* file = findChild<QLineEdit*>(QStringLiteral("filename"))) {
+            // The dialog asks before a file is overwritten, also where none is written.
+            file->setText(QDir::temp().filePath(QUuid::createUuid().toString(QUuid::WithoutBraces) + u".pdf"));
+        }
+        const auto* strip = findChild<QDialogButtonBox*>();
+        if (strip == nullptr) {
+            return;
+        }
+        const QDialogButtonBox own(QDialogButtonBox::Ok);
         for (QAbstractButton* button : strip->buttons()) {
             if (strip->buttonRole(button) == QDialogButtonBox::AcceptRole) {
                 button->setText(own.button(QDialogButtonBox::Ok)->text());
-            } else if (strip->buttonRole(button) == QDialogButtonBox::ActionRole) {
+            } else if (strip->buttonRole(button) == QDialogButtonBox::ResetRole) {
                 button->click(); // shows copies, sides and colours, which are what this dialog is for
             }
         }
     }
-}
+
+    bool m_isSetup;
+    int m_duplex;
+    int m_colorMode;
+};
 
 } // namespace
 
@@ -277,17 +311,16 @@ bool QtPrinters::ShowPrinter(PrinterDialog& dialog, quintptr windowHandle) {
         // The printer has gone since it was chosen: the dialog is the way to another.
         printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
     }
-    QPrintDialog box(printer.get(), QWidget::find(windowHandle));
+    const bool isSetup = (dialog.Flags & PrinterDialog::kPrintSetup) != 0;
+    PrintBox box(*printer, QWidget::find(windowHandle), properties, isSetup);
+    if (isSetup && !dialog.Title.isEmpty()) {
+        box.setWindowTitle(dialog.Title);
+    }
     box.setOption(QAbstractPrintDialog::PrintSelection, (dialog.Flags & PrinterDialog::kNoSelection) == 0);
     box.setOption(QAbstractPrintDialog::PrintPageRange, (dialog.Flags & PrinterDialog::kNoPageNumbers) == 0);
     // The toolkit's entry for a file is the program's own PDF device, one of the machine's like any other: it is not the
     // mark "print to file" of the old dialogs, which the flags may forbid.
     box.setOption(QAbstractPrintDialog::PrintToFile, true);
-    namePdfDevice(box);
-    const bool isSetup = (dialog.Flags & PrinterDialog::kPrintSetup) != 0;
-    if (isSetup) {
-        makeSetup(box, dialog.Title);
-    }
     if (box.exec() != QDialog::Accepted) {
         return false;
     }

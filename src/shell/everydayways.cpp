@@ -10,7 +10,9 @@
 #include "platform/ticklist.h"
 #include "shell/accessiblenames.h"
 #include "shell/capturedrop.h"
+#include "shell/capturefaults.h"
 #include "shell/frmcom.h"
+#include "shell/readoutcopy.h"
 #include "shell/screenwords.h"
 #include "view/cursorkeys.h"
 #include "view/markerkeys.h"
@@ -67,6 +69,8 @@ void addEverydayWays(FrmCom& form, const EverydayAreas& areas) {
     new MarkerKeys(areas.markers, c.image1, &form);
     setTabOrder(c, *cursorKeys);
     keepAccessibleNames(form, areas.mnuChinese);
+    new ReadoutCopy(c, form);
+    markFaultsOfCaptures(*c.Label4);
     new ScreenWords(c, areas.mnuChinese, &form);
     new CaptureDrop(form, [&loading = areas.loading](const QString& path) { loading.openDropped(path); });
 }

@@ -13,6 +13,7 @@
 #include "shell/languagemenus.h"
 #include "shell/mainmenu.h"
 #include "shell/programicon.h"
+#include "shell/screenfit.h"
 #include "shell/startup.h"
 #include "view/appearance.h"
 #include "view/cursors.h"
@@ -20,7 +21,6 @@
 #include "view/screenarea.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMenuBar>
@@ -59,10 +59,9 @@ FrmCom::FrmCom(publicM& model, FrmComSurroundings surroundings)
     fillMainMenu(*menuBar());
     auto* client = new QWidget(this);
     m_controls = makeFrmComControls(*client);
-    setCentralWidget(client);
+    fitToScreen(*this, *client, {kClientWidth, kClientHeight}, kMenuBarHeight, screen()->availableGeometry());
     // Keys reach no control until the user picks one, or walks to the first with Tab.
     client->setFocus();
-    setFixedSize(kClientWidth, kMenuBarHeight + kClientHeight);
     makeAreas();
     connectCommands();
     addEverydayWays(*this,
@@ -190,8 +189,7 @@ void FrmCom::Toolbar1_ButtonClick(int index) {
 }
 
 void FrmCom::centre() {
-    const QRect area = screen()->geometry();
-    move(area.left() + (area.width() - width()) / 2, area.top() + (area.height() - height()) / 2);
+    move(centredPlace(size(), screen()->geometry(), screen()->availableGeometry()));
 }
 
 void FrmCom::Form_Load() {
@@ -236,9 +234,7 @@ void FrmCom::closeEvent(QCloseEvent* event) {
 }
 
 void FrmCom::openFromDesktop(const QString& path) {
-    if (QApplication::activeModalWidget() == nullptr) {
-        m_loading->openDropped(path);
-    }
+    m_loading->openDropped(path);
 }
 
 FrmMessageOut& FrmCom::messageOut() {
