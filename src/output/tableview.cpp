@@ -60,6 +60,9 @@ QString TableView::selectedText() const {
     std::set<int> columns;
     const QModelIndexList cells = selectedIndexes();
     for (const QModelIndex& cell : cells) {
+        if (isColumnHidden(cell.column())) {
+            continue; // the heads of the rows
+        }
         columnsOfRow[cell.row()].insert(cell.column());
         columns.insert(cell.column());
     }

@@ -163,6 +163,13 @@ public:
         , m_duplex(set.Duplex)
         , m_colorMode(set.ColorMode) {}
 
+    /// 1 black and white, 2 colour, as chosen; the printer that the dialog has filled does not always know.
+    [[nodiscard]] int colorMode() const {
+        const auto* grey = findChild<QRadioButton*>(QStringLiteral("grayscale"));
+        const bool isGrey = grey != nullptr ? grey->isChecked() : printer()->colorMode() == QPrinter::GrayScale;
+        return isGrey ? 1 : 2;
+    }
+
 protected:
     void showEvent(QShowEvent* event) override {
         QPrintDialog::showEvent(event);
@@ -334,7 +341,7 @@ bool QtPrinters::ShowPrinter(PrinterDialog& dialog, quintptr windowHandle) {
     dialog.PrinterName = isPdf ? pdfDevice() : printer->printerName();
     dialog.Copies = printer->copyCount();
     dialog.Orientation = printer->pageLayout().orientation() == QPageLayout::Landscape ? 2 : 1;
-    dialog.ColorMode = printer->colorMode() == QPrinter::Color ? 2 : 1;
+    dialog.ColorMode = box.colorMode();
     dialog.Duplex = numberOf(printer->duplex());
     dialog.PaperBin = static_cast<int>(printer->paperSource()) + 1;
     const int paper = printer->pageLayout().pageSize().windowsId();

@@ -98,17 +98,21 @@ TEST_F(DesktopCallsOnABus, ACallBeforeTheMainWindowStandsWaitsForIt) {
 }
 
 TEST_F(DesktopCallsOnABus, TheCallIsAnsweredBeforeAnythingIsSaidAboutItsFile) {
-    bool answered = false;
-    bool opened = false;
     ASSERT_TRUE(calls.answerOn(connection("program")));
+    QDBusMessage message = QDBusMessage::createMethodCall(kId, QStringLiteral("/org/sixtrace/Sixtrace"),
+                                                          QStringLiteral("org.freedesktop.Application"),
+                                                          QStringLiteral("Open"));
+    message.setArguments({QStringList{QUrl::fromLocalFile(path(QStringLiteral("missing.bin"))).toString()},
+                          QVariantMap()});
+    const QDBusPendingCall pending = connection("desktop").asyncCall(message);
+    bool opened = false;
     calls.reach({.raise = {}, .isBusy = {}, .open = [&](const QString&) {
-                     EXPECT_TRUE(QTest::qWaitFor([&] { return answered; }, kPatienceMs))
+                     EXPECT_TRUE(QTest::qWaitFor([&] { return pending.isFinished(); }, kPatienceMs))
                          << "a message box is closed by the user, whenever he likes";
                      opened = true;
                  }});
-    answered = open(QStringLiteral("missing.bin"));
-    EXPECT_TRUE(answered);
     EXPECT_TRUE(QTest::qWaitFor([&] { return opened; }, kPatienceMs));
+    EXPECT_FALSE(pending.isError());
 }
 
 TEST_F(DesktopCallsOnABus, OfTwoCapturesThatWaitTheLaterOneOpens) {

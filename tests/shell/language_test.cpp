@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "shell/frmcomfixture.h"
+#include "shell/frmmessageout.h"
 
 #include "capture/applylanguage.h"
 #include "capture/capturefile.h"
 #include "capture/mdllan.h"
 #include "capture/scenes.h"
+#include "output/datatable.h"
+#include "output/frmprintpreview.h"
+#include "output/frmprintsetup.h"
+#include "output/printing.h"
 #include "platform/dialogsheet.h"
 #include "platform/framepanel.h"
 #include "platform/labels.h"
@@ -13,6 +18,8 @@
 #include "platform/toolbar.h"
 
 #include <QComboBox>
+#include <QDialogButtonBox>
+#include <QLibraryInfo>
 #include <QPointer>
 #include <QPushButton>
 #include <QTimer>
@@ -30,6 +37,7 @@ TEST_F(Languages, EnglishFileRelabelsTheWindowFromItsSections) {
     EXPECT_EQ(item("mnuFile").text(), QStringLiteral("&File"));
     EXPECT_EQ(item("mnuCom").text(), QStringLiteral("&Comm"));
     EXPECT_EQ(control<ReadoutLabel>("LabP").text(), QStringLiteral("Period:"));
+    EXPECT_EQ(item("MnuGridColor").text(), QStringLiteral("Grid Color"));
     EXPECT_EQ(control<ReadoutLabel>("LabMax").text(), QStringLiteral("Peak-peak:"));
     EXPECT_EQ(control<QLabel>("Label1").text(), QStringLiteral("Scale          Step"));
     const auto& cursorTypes = control<ListCombo>("Combo3");
@@ -48,6 +56,10 @@ TEST_F(Languages, ChineseFileBringsTheChineseCaptionsBack) {
     item("mnuEnglish").trigger();
     item("mnuChinese").trigger();
     EXPECT_EQ(item("mnuFile").text(), QStringLiteral("文件(&F)"));
+    EXPECT_EQ(item("MnuGridColor").text(), QStringLiteral("网格颜色"));
+    EXPECT_EQ(item("mnubackgroundcolor").text(), QStringLiteral("背景颜色"));
+    EXPECT_EQ(item("mnuChinese").text(), QStringLiteral("中文"));
+    EXPECT_EQ(item("mnuEnglish").text(), QStringLiteral("English")) << "who looks for it reads this";
     EXPECT_EQ(control<ReadoutLabel>("LabP").text(), QStringLiteral("周期："));
     EXPECT_EQ(control<QLabel>("Label1").text(), QStringLiteral("刻度          位置        ")) << "to the blank";
     EXPECT_EQ(control<ListCombo>("Combo3").List(3), QStringLiteral("全部"));
@@ -215,15 +227,62 @@ TEST_F(Languages, WindowsThatAreUnloadedFollowALanguageWhoseFileIsMissing) {
         item("mnuAcquire").trigger();
         return QString(title + QLatin1Char('/') + caption);
     };
-    for (const char* port : {"0", "1"}) {
-        ASSERT_TRUE(
-            writeProfile(QStringLiteral("Common"), QStringLiteral("ComPort"), QString::fromLatin1(port), iniFile()));
-        item("mnuEnglish").trigger();
-        const QString english = titleOfTransfer();
-        EXPECT_TRUE(english.endsWith(QStringLiteral("Save as:"))) << english.toStdString();
-        item("mnuChinese").trigger();
-        EXPECT_TRUE(titleOfTransfer().endsWith(QStringLiteral("存储为："))) << port;
-    }
+    item("mnuEnglish").trigger();
+    EXPECT_EQ(titleOfTransfer(), QStringLiteral("USB Transmission /Save as:"));
+    item("mnuChinese").trigger();
+    EXPECT_EQ(titleOfTransfer(), QStringLiteral("USB Transmission /存储为："));
+    // The transfer over a serial line is only hidden by its Cancel: it is loaded still, and keeps its language.
+    ASSERT_TRUE(writeProfile(QStringLiteral("Common"), QStringLiteral("ComPort"), QStringLiteral("1"), iniFile()));
+    EXPECT_EQ(titleOfTransfer(), QStringLiteral("正在接收数据/存储为："));
+    item("mnuEnglish").trigger();
+    EXPECT_EQ(titleOfTransfer(), QStringLiteral("正在接收数据/存储为："));
+}
+
+TEST_F(Languages, WindowsThatAreLoadedKeepTheirLanguageThroughASwitch) {
+    installLanguages();
+    load();
+    item("mnuEnglish").trigger();
+    const QWidget& message = form->messageOut();
+    item("mnuTabular").trigger();
+    item("mnuPageSet").trigger();
+    item("mnuPrintView").trigger();
+    const QWidget& table = *form->dataTable().window();
+    const QWidget& setup = *form->printing().setup();
+    const QWidget& preview = *form->printing().preview();
+    const auto texts = [&] {
+        QStringList found;
+        for (const QWidget* window : {&message, &table, &setup, &preview}) {
+            found << window->windowTitle();
+            for (const char* name : {"Command1", "CmdExit", "cmdNo"}) {
+                if (const auto* button = window->findChild<QPushButton*>(QString::fromLatin1(name))) {
+                    found << button->text();
+                }
+            }
+        }
+        return found;
+    };
+    const QStringList english = texts();
+    ASSERT_EQ(english.size(), 7);
+    EXPECT_TRUE(english.contains(QStringLiteral("Data Table")));
+    item("mnuChinese").trigger();
+    EXPECT_EQ(texts(), english);
+    item("mnuTabular").trigger(); // shown again, not loaded again
+    EXPECT_EQ(texts(), english);
+}
+
+TEST_F(Languages, TheToolkitsOwnWordsFollowAtOnce) {
+    const auto ok = [] { return QDialogButtonBox(QDialogButtonBox::Cancel).buttons().front()->text(); };
+    load();
+    const QString translations = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+    ASSERT_TRUE(QFile::exists(translations + QStringLiteral("/qtbase_zh_CN.qm"))) << "they come with the toolkit";
+    EXPECT_EQ(ok(), QStringLiteral("取消"));
+    item("mnuEnglish").trigger();
+    EXPECT_EQ(ok(), QStringLiteral("Cancel"));
+    item("mnuChinese").trigger();
+    item("mnuChinese").trigger();
+    EXPECT_EQ(ok(), QStringLiteral("取消"));
+    item("mnuEnglish").trigger();
+    EXPECT_EQ(ok(), QStringLiteral("Cancel"));
 }
 
 TEST_F(Languages, AFileCanGiveTimeAndVoltTextsUntilALoadRewritesThem) {
