@@ -40,7 +40,7 @@ void CaptureLoading::openChosen(const QString& path) {
         return;
     }
     SimpleWav(path, m_scope);
-    m_scope.screen.loadedPath = path;
+    m_scope.screen.showPath(path);
     MarkerClamp(m_scope.screen, m_scope.screen.CurChannel);
 }
 

@@ -112,8 +112,13 @@ struct ScreenState {
 
     // The paths at the window's foot.
     QString loadedPath; ///< Label4
+    unsigned pathsShown = 0; ///< grows with every path, be it the one that was there: the file may be another
     QString modelName;  ///< Label5
 
+    void showPath(const QString& path) {
+        loadedPath = path;
+        ++pathsShown;
+    }
     [[nodiscard]] TraceStyle traceStyle() const { return lineTicked ? TraceStyle::Lines : TraceStyle::Points; }
 };
 

@@ -9,7 +9,9 @@
 #include "platform/ticklist.h"
 #include "shell/accessiblenames.h"
 #include "shell/capturedrop.h"
+#include "shell/capturefaults.h"
 #include "shell/frmcom.h"
+#include "shell/readoutcopy.h"
 #include "shell/screenwords.h"
 #include "view/cursorkeys.h"
 #include "view/markerkeys.h"
@@ -66,6 +68,8 @@ void addEverydayWays(FrmCom& form, const EverydayAreas& areas) {
     new MarkerKeys(areas.mouse, c.image1, areas.showState, &form);
     setTabOrder(c, *cursorKeys);
     keepAccessibleNames(form, areas.mnuChinese);
+    new ReadoutCopy(c, form);
+    markFaultsOfCaptures(*c.Label4);
     new ScreenWords(c, areas.mnuChinese, &form);
     new CaptureDrop(form, areas.openDropped);
 }

@@ -17,12 +17,12 @@
 #include "shell/languagemenus.h"
 #include "shell/mainmenu.h"
 #include "shell/programicon.h"
+#include "shell/screenfit.h"
 #include "shell/startup.h"
 #include "view/cursors.h"
 #include "view/timevoltcontrols.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMenuBar>
@@ -61,10 +61,9 @@ FrmCom::FrmCom(publicM& model, FrmComSurroundings surroundings)
     fillMainMenu(*menuBar());
     auto* client = new QWidget(this);
     m_controls = makeFrmComControls(*client);
-    setCentralWidget(client);
+    fitToScreen(*this, *client, {kClientWidth, kClientHeight}, kMenuBarHeight, screen()->availableGeometry());
     // Keys reach no control until the user picks one, or walks to the first with Tab.
     client->setFocus();
-    setFixedSize(kClientWidth, kMenuBarHeight + kClientHeight);
     makeScreen();
     makeCommands();
     connectCommands();
@@ -122,7 +121,10 @@ void FrmCom::makeCommands() {
                          .lastTransfer = c.Label4},
                         m_surroundings.dialogs, *this, m_surroundings.acquisition, this);
     m_printing = new Printing(
-        m_model, {m_surroundings.dialogs, m_surroundings.printers, [this] { return pageInputs(m_state); }}, *this);
+        m_model,
+        {m_surroundings.dialogs, m_surroundings.printers, [this] { return pageInputs(m_state); },
+         [this] { return action(QStringLiteral("mnuPrintSet")).iconText(); }},
+        *this);
     m_bitmapSave = new BitmapSave({c.Picture3, c.Picture2}, m_surroundings.dialogs, this);
 }
 
@@ -178,8 +180,7 @@ void FrmCom::Toolbar1_ButtonClick(int index) {
 }
 
 void FrmCom::centre() {
-    const QRect area = screen()->geometry();
-    move(area.left() + (area.width() - width()) / 2, area.top() + (area.height() - height()) / 2);
+    move(centredPlace(size(), screen()->geometry(), screen()->availableGeometry()));
 }
 
 void FrmCom::Form_Load() {
@@ -216,10 +217,8 @@ void FrmCom::closeEvent(QCloseEvent* event) {
 }
 
 void FrmCom::openFromDesktop(const QString& path) {
-    if (QApplication::activeModalWidget() == nullptr) {
-        m_loading->openDropped(path);
-        showState();
-    }
+    m_loading->openDropped(path);
+    showState();
 }
 
 FrmMessageOut& FrmCom::messageOut() {
@@ -241,7 +240,7 @@ void FrmCom::loadCapture(const QString& path) {
 }
 
 void FrmCom::showCapturePath(const QString& path) {
-    m_state.loadedPath = path;
+    m_state.showPath(path);
     showState();
 }
 

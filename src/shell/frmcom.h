@@ -57,7 +57,7 @@ public:
     [[nodiscard]] Acquisition& acquisition() { return *m_acquisition; }
     [[nodiscard]] DataTable& dataTable() { return *m_table; }
     [[nodiscard]] Printing& printing() { return *m_printing; }
-    /// Opens a capture that the desktop hands over; not while a dialog waits for its answer.
+    /// Opens a capture that the desktop hands over; no dialog waits for an answer then.
     void openFromDesktop(const QString& path);
 
 protected:

@@ -345,7 +345,8 @@ void ScreenWidgets::showReadouts() {
     showTitle(*c.Frame2, m_screen.titles.timeBase);
     showTitle(*c.Frame3, m_screen.titles.voltage);
     showTitle(*c.Frame4, m_screen.titles.channel);
-    if (c.Label4->text() != m_screen.loadedPath) {
+    if (m_shownPaths != m_screen.pathsShown) {
+        m_shownPaths = m_screen.pathsShown;
         c.Label4->setCaption(m_screen.loadedPath);
     }
     if (c.Label5->text() != m_screen.modelName) {

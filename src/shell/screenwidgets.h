@@ -52,6 +52,7 @@ private:
     FrmComControls m_controls;
     Ticks m_ticks;
     unsigned m_shownChanges = 0; ///< of the pictures
+    unsigned m_shownPaths = 0;
     int m_frontMarker = -1;      ///< marker that lies over all others
 };
 

@@ -335,9 +335,17 @@ TEST_F(FrmComOpen, ToolButton2Opens) {
 TEST_F(FrmComOpen, ToolButtonsWithoutAHandlerDoNothing) {
     load();
     const QImage before = control<PictureBox>("Picture2").picture().view().copy();
+    QStringList chosen;
+    for (const QAction* action : form->findChildren<QAction*>()) {
+        QObject::connect(action, &QAction::triggered, action, [&chosen, action] { chosen << action->objectName(); });
+    }
     for (const int index : {1, 5, 10, 15}) {
         control<ToolBar>("Toolbar1").button(index).click();
+        EXPECT_EQ(chosen, QStringList()) << index;
     }
+    control<ToolBar>("Toolbar1").button(7).click();
+    EXPECT_EQ(chosen, QStringList{QStringLiteral("mnuGraticule")}) << "as the buttons beside them do";
+    control<ToolBar>("Toolbar1").button(7).click();
     EXPECT_TRUE(dialogs.fileRequests.empty());
     EXPECT_EQ(control<PictureBox>("Picture2").picture().view(), before);
     EXPECT_EQ(ends, 0);
