@@ -109,10 +109,10 @@ private:
         const int channel = channelOfId(start[2]);
         if (channel < 0) {
             m_label = QStringLiteral("channel \"%1\"").arg(printable(std::string_view(start).substr(2)));
-            fault(m_at + 2,
-                  QStringLiteral("%1: unknown channel id; its values land in the channel before it").arg(m_label));
+            fault(m_at + 2, QStringLiteral("%1: unknown channel id; its values land in %2").arg(m_label, m_channel));
         } else {
             m_label = channelName(channel);
+            m_channel = m_label;
             bool& seen = m_seen.at(static_cast<std::size_t>(channel));
             if (seen) {
                 fault(m_at, QStringLiteral("%1: a second block of this channel; it replaces the first").arg(m_label));
@@ -159,7 +159,7 @@ private:
             return false;
         }
         checkRange(slots, slotsAt, "ScreenPoints", 1, INT32_MAX, QStringLiteral("at least 1 is needed to draw"));
-        checkRange(count, countAt, "SampleCount", 1, kSampleRows, QStringLiteral("a channel holds 1 to 10231 samples"));
+        checkRange(count, countAt, "SampleCount", 0, kSampleRows, QStringLiteral("a channel holds 0 to 10231 samples"));
         checkRange(time, timeAt, "TimeIndex", 0, kTimeBaseRows - 1, QStringLiteral("time bases are 0 to 27"));
         checkRange(zero, zeroAt, "ZeroLevel", -100, 100, QStringLiteral("the screen reaches from -100 to 100"));
         checkRange(volt, voltAt, "VoltIndex", 1, kVoltRows, QStringLiteral("volt ranges are 1 to 10"));
@@ -183,10 +183,11 @@ private:
             fault(m_size, QStringLiteral("%1: the file ends behind sample %2 of %3").arg(m_label).arg(held).arg(count));
             return false;
         }
-        if (m_at > m_size) {
+        const std::int64_t end = first + 2 * std::max<std::int64_t>({slots, count, 0});
+        if (end > m_size) {
             fault(m_size, QStringLiteral("%1: the file ends %2 bytes before the end of the block's slots")
                               .arg(m_label)
-                              .arg(m_at - m_size));
+                              .arg(end - m_size));
         }
         return true;
     }
@@ -196,7 +197,8 @@ private:
     std::int64_t m_at = 0;
     bool m_hasProbe = true;
     bool m_cut = false;
-    Text m_label;
+    Text m_label;                    ///< of the block, as its faults name it
+    Text m_channel = channelName(0); ///< takes the values of a block whose id is unknown
     std::array<bool, kChannels> m_seen{};
     std::vector<CaptureFault> m_faults;
 };

@@ -143,7 +143,7 @@ public:
         const double count = m_model.SampleCount[m_channel];
         const double slots = m_model.ScreenPoints[m_channel];
         m_model.FilePos += count > 1 ? 2 * (count - 1) : 0; // the last sample that was read
-        m_model.FilePos += count >= slots ? 2 : 2 * (slots - count) + 2;
+        m_model.FilePos += 2 + 2 * std::max(slots - count, 0.0);
     }
 
     /// Rewrites the row of the channel; a missing table row or an overflowing factor leaves it.
@@ -306,12 +306,11 @@ void SimpleWav(const QString& path, publicM& model, CaptureView& view) {
         return;
     }
     applyForm(*form, model, view);
-    loader.skipNumber();
     for (int channel = 0; channel < kChannels; ++channel) {
         clearChannel(channel, model, view, loader);
     }
     loader.select(0);
-    model.FilePos = 11;
+    model.FilePos = 11; // behind the number of the header, which nobody looks at
     while (!loader.atEnd() && loader.nextBlock()) {
         readBlock(model, view, loader);
     }

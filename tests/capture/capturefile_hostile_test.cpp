@@ -271,6 +271,16 @@ TEST_F(HostileCapture, AFullCaptureIsReadWhole) {
     }
 }
 
+TEST_F(HostileCapture, SamplesStandWhereTheyStoodWhenTheWindowMovesOnFromThem) {
+    // 300,000 bytes of filling lie between the two blocks: the window over the file cannot hold both.
+    load("V11", {{.screenPoints = 150000, .samples = {21, 22, 23, 24}, .filling = 149996},
+                 {.mark = "CH2", .samples = {31, 32, 33, 34}}});
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(model->SampleData(0, i), 21 + i);
+        EXPECT_EQ(model->SampleData(1, i), 31 + i);
+    }
+}
+
 TEST_F(HostileCapture, ManyBlocksBeyondTheReadersWindowAreAllRead) {
     std::vector<Block> blocks(3000);
     blocks.push_back({.mark = "CHD", .samples = {6, 6, 6, 7}});

@@ -44,6 +44,14 @@ protected:
     }
 };
 
+TEST_F(OpenBinFileTest, AFirstBlockOfUnknownIdLandsInChannel0WhichStaysAbsent) {
+    ASSERT_EQ(open({{.mark = "CHX", .timeIndex = 3, .samples = {41, 42}}}), BinFileOutcome::Loaded);
+    EXPECT_EQ(model->TimeIndex[0], 3);
+    EXPECT_EQ(model->SampleCount[0], 2);
+    EXPECT_EQ(model->SampleData(0, 1), 42);
+    EXPECT_EQ(model->ChannelPresent, PerChannel<std::uint8_t>{});
+}
+
 TEST_F(OpenBinFileTest, ReadsTheOrderOfItsOwn) {
     ASSERT_EQ(open({{}, {.mark = "CHD", .samples = {-7, -8}}}), BinFileOutcome::Loaded);
     EXPECT_EQ(model->ChannelPresent, (PerChannel<std::uint8_t>{1, 0, 0, 0, 0, 1}));
