@@ -34,6 +34,30 @@ target_include_directories(sixtrace_build INTERFACE "${CMAKE_SOURCE_DIR}/src")
 target_compile_definitions(sixtrace_build INTERFACE
     QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_USE_QSTRINGBUILDER)
 
+# sixtrace_precompiled(NAME [PROGRAMS] LINKS ...): the headers of cmake/pch_NAME.h, compiled once for every target that
+# reuses them by sixtrace_use_precompiled. Programs and libraries are compiled for other positions, so that a program
+# cannot use what was precompiled for a library: PROGRAMS says that NAME is for programs.
+function(sixtrace_precompiled NAME)
+    cmake_parse_arguments(ARG "PROGRAMS" "" "LINKS" ${ARGN})
+    if(NOT SIXTRACE_PCH)
+        return()
+    endif()
+    add_library(sixtrace_pch_${NAME} OBJECT "${CMAKE_SOURCE_DIR}/cmake/pch.cpp")
+    target_link_libraries(sixtrace_pch_${NAME} PRIVATE ${ARG_LINKS} sixtrace_build)
+    set_target_properties(sixtrace_pch_${NAME} PROPERTIES AUTOMOC OFF AUTORCC OFF)
+    if(ARG_PROGRAMS)
+        set_target_properties(sixtrace_pch_${NAME} PROPERTIES POSITION_INDEPENDENT_CODE OFF)
+        target_compile_options(sixtrace_pch_${NAME} PRIVATE -fPIE)
+    endif()
+    target_precompile_headers(sixtrace_pch_${NAME} PRIVATE "${CMAKE_SOURCE_DIR}/cmake/pch_${NAME}.h")
+endfunction()
+
+function(sixtrace_use_precompiled TARGET NAME)
+    if(SIXTRACE_PCH)
+        target_precompile_headers(${TARGET} REUSE_FROM sixtrace_pch_${NAME})
+    endif()
+endfunction()
+
 # sixtrace_tells_version(SOURCE ...): these sources, and only these, are compiled anew for another version.
 function(sixtrace_tells_version)
     set_source_files_properties(${ARGN} PROPERTIES COMPILE_DEFINITIONS "SIXTRACE_VERSION=\"${PROJECT_VERSION}\"")
@@ -47,9 +71,8 @@ function(sixtrace_core NAME)
     add_library(sixtrace::${NAME} ALIAS sixtrace_${NAME})
     target_link_libraries(sixtrace_${NAME} PUBLIC Qt6::Core Qt6::Gui ${ARG_LINKS} PRIVATE sixtrace_build)
     target_include_directories(sixtrace_${NAME} PUBLIC "${CMAKE_SOURCE_DIR}/src")
-    if(SIXTRACE_PCH)
-        target_precompile_headers(sixtrace_${NAME} PRIVATE "${CMAKE_SOURCE_DIR}/cmake/pch_core.h")
-    endif()
+    set_target_properties(sixtrace_${NAME} PROPERTIES AUTOMOC OFF AUTORCC OFF)
+    sixtrace_use_precompiled(sixtrace_${NAME} core)
 endfunction()
 
 # sixtrace_windows(NAME SOURCES ... LINKS ...): the windows of a folder, as library sixtrace::NAME_windows.
@@ -59,9 +82,7 @@ function(sixtrace_windows NAME)
     add_library(sixtrace::${NAME}_windows ALIAS sixtrace_${NAME}_windows)
     target_link_libraries(sixtrace_${NAME}_windows
         PUBLIC sixtrace::${NAME} Qt6::Widgets ${ARG_LINKS} PRIVATE sixtrace_build)
-    if(SIXTRACE_PCH)
-        target_precompile_headers(sixtrace_${NAME}_windows PRIVATE "${CMAKE_SOURCE_DIR}/cmake/pch_windows.h")
-    endif()
+    sixtrace_use_precompiled(sixtrace_${NAME}_windows windows)
 endfunction()
 
 # sixtrace_plugin(NAME SOURCES ... LINKS ...): a shared library that is loaded at run time. It knows neither Qt nor the
@@ -79,4 +100,5 @@ function(sixtrace_program NAME)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
     add_executable(${NAME} ${ARG_SOURCES})
     target_link_libraries(${NAME} PRIVATE ${ARG_LINKS} sixtrace_build)
+    set_target_properties(${NAME} PROPERTIES AUTOMOC OFF AUTORCC OFF)
 endfunction()

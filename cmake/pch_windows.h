@@ -1,9 +1,19 @@
-// Precompiled by every library of windows.
+// Precompiled once for every library of windows.
 #pragma once
 
-#include <QtWidgets>
+#include "pch_core.h"
 
-#include <algorithm>
-#include <array>
-#include <cstdint>
-#include <optional>
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMouseEvent>
+#include <QPushButton>
+#include <QTimer>
+#include <QWidget>

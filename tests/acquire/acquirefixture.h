@@ -10,6 +10,7 @@
 #include "platform/profilefile.h"
 #include "shell/frmcom.h"
 #include "support/scripteddialogs.h"
+#include "support/sourcefolder.h"
 #include "support/strings.h"
 
 #include <QAction>

@@ -2,6 +2,7 @@
 #include "apps/program.h"
 #include "capture/capturewriter.h"
 #include "capture/scenes.h"
+#include "support/sourcefolder.h"
 
 #include <QFile>
 #include <QImage>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The arrows between the libraries go downwards only, and the windowless cores stay windowless.
 #include "architecture/includes.h"
+#include "support/sourcefolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The tables in docs/behaviour name tests and sources; a name that no longer holds misleads whoever looks for it.
+#include "support/sourcefolder.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -2,6 +2,7 @@
 // Workbooks as programs that are not ours find them, cell by cell.
 #include "output/biffworkbook.h"
 #include "output/tablefixture.h"
+#include "support/sourcefolder.h"
 
 #include <QFile>
 #include <QProcess>

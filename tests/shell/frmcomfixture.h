@@ -5,6 +5,7 @@
 #include "platform/look.h"
 #include "shell/frmcom.h"
 #include "support/scripteddialogs.h"
+#include "support/sourcefolder.h"
 
 #include <QAction>
 #include <QApplication>

@@ -6,6 +6,7 @@
 #include "capture/mdllan.h"
 #include "platform/captions.h"
 #include "platform/framepanel.h"
+#include "support/sourcefolder.h"
 
 #include <QRandomGenerator>
 

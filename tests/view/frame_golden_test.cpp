@@ -3,6 +3,7 @@
 #include "capture/capturefile.h"
 #include "capture/plaincaptureview.h"
 #include "capture/scenes.h"
+#include "support/sourcefolder.h"
 #include "view/scene.h"
 
 #include <QDir>
