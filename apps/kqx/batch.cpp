@@ -14,8 +14,10 @@
 #include <map>
 #include <mutex>
 #include <set>
+#include <span>
 #include <sys/stat.h>
 #include <thread>
+#include <utility>
 #include <unistd.h>
 
 namespace sixtrace::kqx {

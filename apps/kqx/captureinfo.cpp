@@ -148,6 +148,14 @@ void appendInfoJson(std::string& out, std::string_view file, const CaptureRecord
     out += "}\n";
 }
 
+void appendTitle(std::string& out, std::string_view file, std::size_t index) {
+    if (index > 0) {
+        out += '\n';
+    }
+    out += validUtf8(file);
+    out += ":\n";
+}
+
 void appendInfoText(std::string& out, const CaptureRecord& record) {
     out += "form ";
     out += record.form();

@@ -18,6 +18,9 @@ void appendInfoJson(std::string& out, std::string_view file, const CaptureRecord
 /// Appends the line of a file that is no capture.
 void appendErrorJson(std::string& out, std::string_view file, const CaptureRecord& record);
 
+/// The line above what is told of file number `index` of several.
+void appendTitle(std::string& out, std::string_view file, std::size_t index);
+
 /// The same for people.
 void appendInfoText(std::string& out, const CaptureRecord& record);
 

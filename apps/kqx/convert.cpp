@@ -19,7 +19,8 @@ const Usage& usage() {
     static const Usage made{
         "convert", "FILE OUT | FILE...",
         "Writes all samples of captures, with times in seconds and volts at the probe's tip: as comma-separated values "
-        "(.csv), as NumPy arrays (.npz) or as a sigrok session (.sr). OUT's extension chooses, or --to; OUT may be - for "
+        "(.csv), as NumPy arrays (.npz) or as a sigrok session (.sr). OUT's extension chooses, or --to; OUT may be - "
+        "for "
         "standard output.",
         withOptions({{"channels", "list", "Write only these channels, ch1, ch2, A, B, C or D, parted by commas."}},
                     writingOptions("Make files of this kind: csv, npz or sr."))};

@@ -29,7 +29,7 @@ constexpr int kLongestTimeoutS = 30;
 QString portLocation(const QString& port) {
     bool isNumber = false;
     const int number = port.toInt(&isNumber);
-    return isNumber ? serialPortLocation(programFolder(), number) : QFileInfo(port).absoluteFilePath();
+    return isNumber ? serialPortLocation(kqxProgramFolder(), number) : QFileInfo(port).absoluteFilePath();
 }
 
 /// A name in `folder` that no file bears: stamped with the time, and numbered when the minute has one already.
@@ -170,7 +170,7 @@ int fetch(const QStringList& arguments) {
     }
     catchInterrupt();
     const auto link = parser.isSet(serial) ? serialLink(location, static_cast<int>(patience * 1000))
-                                           : usbLink(ttLibraryFolder(programFolder()));
+                                           : usbLink(ttLibraryFolder(kqxProgramFolder()));
     int fetched = 0;
     QElapsedTimer clock;
     for (int i = 0; i < captures && !interrupted(); ++i) {

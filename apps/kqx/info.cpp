@@ -52,7 +52,7 @@ int info(const std::vector<std::string>& arguments) {
                 appendInfoJson(answer.out, name, record);
             } else if (record.isCapture()) {
                 if (titled) {
-                    answer.out += (i > 0 ? "\n" : "") + validUtf8(name) + ":\n";
+                    appendTitle(answer.out, name, i);
                 }
                 appendInfoText(answer.out, record);
             }

@@ -106,7 +106,7 @@ int measure(const std::vector<std::string>& arguments) {
                 return;
             }
             if (form == Form::Plain && record.isCapture() && titled) {
-                answer.out += (i > 0 ? "\n" : "") + validUtf8(name) + ":\n";
+                appendTitle(answer.out, name, i);
             }
             std::vector<LabelledMeasures> plain;
             for (std::size_t c = 0; c < record.channels.size(); ++c) {

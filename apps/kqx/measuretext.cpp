@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "measuretext.h"
 
+#include "capture/numbertexts.h"
 #include "capture/unitladder.h"
 #include "jsontext.h"
 

@@ -191,8 +191,9 @@ std::optional<std::string> sessionRefusal(const std::vector<SampleColumn>& colum
     if (groups.size() == 1 && whole && groups.front().samples > 0) {
         return std::nullopt;
     }
-    std::string text = groups.size() == 1 ? "a session needs samples at a whole number of hertz; the capture has"
-                                          : "channels of one session share rate and length; choose with --channels from";
+    std::string text = groups.size() == 1
+                           ? "a session needs samples at a whole number of hertz; the capture has"
+                           : "channels of one session share rate and length; choose with --channels from";
     for (const Group& group : groups) {
         text += (&group == &groups.front() ? " " : ", ") + group.labels + " (" + std::to_string(group.samples) +
                 (group.samples == 1 ? " sample, " : " samples, ") + rateText(group.rate) + ')';

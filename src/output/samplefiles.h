@@ -10,8 +10,8 @@
 
 namespace sixtrace {
 
-// The samples of a capture in files that other programs read: times in seconds, which are index x interval, and volts at
-// the probe's tip. All samples that the file holds, in the order of their index.
+// The samples of a capture in files that other programs read: times in seconds, which are index x interval, and volts
+// at the probe's tip. All samples that the file holds, in the order of their index.
 
 /// A channel that is written.
 struct SampleColumn {
@@ -19,12 +19,12 @@ struct SampleColumn {
     const ChannelRecord& channel;
 };
 
-/// Comma-separated values: one time column where all channels share the interval, else one before each channel. Lines end
-/// in LF; a channel's cells behind its last sample are empty.
+/// Comma-separated values: one time column where all channels share the interval, else one before each channel. Lines
+/// end in LF; a channel's cells behind its last sample are empty.
 [[nodiscard]] std::string samplesCsv(const std::vector<SampleColumn>& columns);
 
-/// Arrays t_LABEL (64-bit reals), v_LABEL (32-bit reals) and the text `info`, as NumPy stores them in one archive. Nothing
-/// where memory is short.
+/// Arrays t_LABEL (64-bit reals), v_LABEL (32-bit reals) and the text `info`, as NumPy stores them in one archive.
+/// Nothing where memory is short.
 [[nodiscard]] std::optional<std::string> samplesNpz(const std::vector<SampleColumn>& columns, std::string_view info);
 
 /// Why channels cannot share a session, in words; nothing where they can.
