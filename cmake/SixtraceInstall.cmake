@@ -22,6 +22,8 @@ function(sixtrace_install)
     set(packaging "${CMAKE_SOURCE_DIR}/packaging")
     set(id org.sixtrace.Sixtrace)
     install(TARGETS sixtrace kqx sixtrace-instrument RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+    # kqx starts this one for the commands that need the desktop's libraries; nobody calls it by hand.
+    install(TARGETS kqx-desktop RUNTIME DESTINATION "${SIXTRACE_INSTALL_LIBRARY}")
     install(TARGETS ttdll LIBRARY DESTINATION "${SIXTRACE_INSTALL_LIBRARY}")
     install(FILES "${CMAKE_SOURCE_DIR}/src/ttdll/ttdll.ini" DESTINATION "${SIXTRACE_INSTALL_SHARED}")
     install(DIRECTORY "${CMAKE_SOURCE_DIR}/lang/" DESTINATION "${SIXTRACE_INSTALL_SHARED}" FILES_MATCHING PATTERN "*.Lan")

@@ -37,6 +37,14 @@ void DialogSheet::showOver(QWidget* owner) {
     m_untilHidden = before;
 }
 
+void DialogSheet::startFromDesign() {
+    if (m_design) {
+        m_design->restore(*this);
+    } else {
+        m_design.emplace(*this);
+    }
+}
+
 void DialogSheet::hideEvent(QHideEvent* event) {
     QDialog::hideEvent(event);
     if (m_untilHidden != nullptr && !event->spontaneous()) {

@@ -83,7 +83,12 @@ TEST_F(Kqx, WrongUseOfACommandEndsWith2) {
     const QString file = scene("V11", "sine");
     const std::vector<QStringList> wrong{
         {u"info"_s},
-        {u"info"_s, file, file},
+        {u"info"_s, u"--jobs"_s, u"0"_s, file},
+        {u"measure"_s},
+        {u"measure"_s, u"--json"_s, u"--csv"_s, file},
+        {u"measure"_s, u"--channels"_s, u"ch3"_s, file},
+        {u"convert"_s, file},
+        {u"convert"_s, file, path(u"o.ods"_s)},
         {u"info"_s, u"--frob"_s, file},
         {u"screen"_s, file},
         {u"screen"_s, file, path(u"o.png"_s), u"--scale"_s, u"0"_s},
@@ -102,7 +107,9 @@ TEST_F(Kqx, InfoAsJsonHoldsTheFieldsUnderTheirNames) {
     const Ran ran = kqx({u"info"_s, u"--json"_s, put(captureBytes(*captureForm("V11"), {block()}))});
     EXPECT_EQ(ran.exitCode, 0);
     EXPECT_TRUE(ran.err.isEmpty());
+    EXPECT_EQ(ran.out.count('\n'), 1) << "one line";
     const QJsonObject expected{
+        {u"file"_s, path(u"capture.bin"_s)},
         {u"form"_s, u"V11"_s},
         {u"FileKind"_s, 4},
         {u"faults"_s, QJsonArray{}},
@@ -112,7 +119,8 @@ TEST_F(Kqx, InfoAsJsonHoldsTheFieldsUnderTheirNames) {
              {u"SampleCount"_s, 3},    {u"ScanPoint"_s, 2},     {u"TimeIndex"_s, 16},       {u"ZeroLevel"_s, 60},
              {u"VoltIndex"_s, 5},      {u"ProbeExp"_s, 1},      {u"SampleInterval"_s, 0.1}, {u"Frequency"_s, 1000},
              {u"Period"_s, 1000},      {u"VoltPerCount"_s, 20}, {u"TimeIndexFile"_s, 16},   {u"VoltIndexFile"_s, 5},
-             {u"TimeIndexView"_s, 16}, {u"VoltIndexView"_s, 4}, {u"PeakToPeak"_s, 40},
+             {u"TimeIndexView"_s, 16}, {u"VoltIndexView"_s, 4}, {u"PeakToPeak"_s, 40},      {u"peak_to_peak_v"_s, 8},
+             {u"interval_s"_s, 1e-7},  {u"probe"_s, 10},
          }}},
     };
     EXPECT_EQ(QJsonDocument::fromJson(ran.out).object(), expected) << ran.out.toStdString();
@@ -206,6 +214,92 @@ TEST_F(Kqx, APictureThatCannotBeWrittenEndsWith1) {
     const Ran ran = kqx({u"screen"_s, scene("V11", "sine"), path(u"none/o.png"_s)});
     EXPECT_EQ(ran.exitCode, 1);
     EXPECT_TRUE(ran.err.contains("Path not found"));
+}
+
+TEST_F(Kqx, AScreenGoesToAPngOnly) {
+    const QString file = scene("V11", "sine");
+    const Ran ran = kqx({u"screen"_s, file, path(u"o.jpg"_s)});
+    EXPECT_EQ(ran.exitCode, 2);
+    EXPECT_TRUE(ran.err.contains("has to end in .png")) << ran.err.toStdString();
+    EXPECT_FALSE(QFile::exists(path(u"o.jpg"_s)));
+    EXPECT_EQ(kqx({u"screen"_s, file, path(u"O.PNG"_s)}).exitCode, 0);
+    EXPECT_EQ(QImage(path(u"O.PNG"_s)).size(), QSize(601, 401));
+}
+
+TEST_F(Kqx, ACaptureIsNotReplacedByItsPicture) {
+    const QString file = scene("V11", "sine");
+    ASSERT_TRUE(QFile::rename(file, path(u"odd.png"_s)));
+    const Ran ran = kqx({u"screen"_s, path(u"odd.png"_s), path(u"odd.png"_s)});
+    EXPECT_EQ(ran.exitCode, 1);
+    EXPECT_EQ(kqx({u"info"_s, path(u"odd.png"_s)}).exitCode, 0);
+}
+
+TEST_F(Kqx, NamesThatAreNoTextAreOpenedAndToldInJson) {
+    const QByteArray odd = path(QString()).toUtf8().append("/b\xFF\x80.bin");
+    ASSERT_EQ(std::rename(scene("V11", "six").toUtf8().constData(), odd.constData()), 0);
+    // A process can be given such a name by a shell only: texts of this toolkit are no bytes.
+    const auto shell = [this](const QString& line) {
+        QProcess process;
+        process.setWorkingDirectory(path(QString()));
+        process.start(u"sh"_s, {u"-c"_s, QString(line).replace(u"KQX"_s, QStringLiteral(SIXTRACE_BIN "/kqx"))});
+        process.waitForFinished(60000);
+        return Ran{process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
+    };
+    const Ran info = shell(u"KQX info --json b*.bin"_s);
+    EXPECT_EQ(info.exitCode, 0) << info.err.toStdString();
+    const QJsonObject json = QJsonDocument::fromJson(info.out).object();
+    EXPECT_EQ(json[u"file"_s].toString(), u"b\uFFFD\uFFFD.bin"_s);
+    EXPECT_EQ(json[u"file_bytes"_s].toString(), u"62ff802e62696e"_s);
+    EXPECT_EQ(json[u"channels"_s].toArray().size(), 6);
+    EXPECT_EQ(shell(u"KQX screen b*.bin out.png"_s).exitCode, 0);
+    EXPECT_EQ(picture(), golden("six_lines.png"));
+    EXPECT_EQ(shell(u"KQX table b*.bin t.csv && KQX page b*.bin p.pdf && KQX convert b*.bin c.csv"_s).exitCode, 0);
+    // The name of a result is made of the same bytes.
+    EXPECT_EQ(shell(u"KQX convert --to npz b*.bin"_s).exitCode, 0);
+    EXPECT_EQ(shell(u"test -f b$(printf '\\377\\200').npz"_s).exitCode, 0);
+}
+
+TEST_F(Kqx, SaysNothingThatNobodyAskedForOnStandardError) {
+    const QString file = scene("V11", "sine");
+    const QByteArray locale = qgetenv("LC_ALL");
+    const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
+    qputenv("LC_ALL", "C");
+    qunsetenv("XDG_RUNTIME_DIR");
+    for (const QStringList& arguments : std::vector<QStringList>{{u"info"_s, file},
+                                                                 {u"measure"_s, file},
+                                                                 {u"screen"_s, file, path(u"o.png"_s)},
+                                                                 {u"table"_s, file, path(u"o.csv"_s)},
+                                                                 {u"page"_s, file, path(u"o.pdf"_s)},
+                                                                 {u"fetch"_s, u"--help"_s},
+                                                                 {u"open"_s, u"--help"_s}}) {
+        const Ran ran = kqx(arguments);
+        EXPECT_EQ(ran.exitCode, 0);
+        EXPECT_EQ(ran.err, QByteArray()) << arguments.join(u' ').toStdString();
+    }
+    qputenv("LC_ALL", locale);
+    qputenv("XDG_RUNTIME_DIR", runtime);
+}
+
+TEST_F(Kqx, OpenTellsWhatItTakesAndWhyItCannot) {
+    EXPECT_TRUE(kqx({u"open"_s, u"--help"_s}).out.contains("FILE"));
+    const QByteArray bus = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+    const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + path(u"no-bus"_s).toUtf8());
+    qputenv("XDG_RUNTIME_DIR", path(QString()).toUtf8());
+    const QString file = scene("V11", "sine");
+    for (const QStringList& arguments :
+         {QStringList{u"open"_s}, QStringList{u"open"_s, file}, QStringList{u"open"_s, u"--"_s, file}}) {
+        const Ran ran = kqx(arguments);
+        EXPECT_EQ(ran.exitCode, 1) << arguments.join(u' ').toStdString();
+        EXPECT_TRUE(ran.err.contains("no session bus")) << ran.err.toStdString();
+    }
+    const Ran gone = kqx({u"open"_s, u"--"_s, path(u"-gone.bin"_s)});
+    EXPECT_EQ(gone.exitCode, 1);
+    EXPECT_TRUE(gone.err.contains("no such file"));
+    EXPECT_EQ(kqx({u"open"_s, file, file}).exitCode, 2);
+    EXPECT_EQ(kqx({u"open"_s, u"--frob"_s}).exitCode, 2);
+    bus.isNull() ? qunsetenv("DBUS_SESSION_BUS_ADDRESS") : qputenv("DBUS_SESSION_BUS_ADDRESS", bus);
+    runtime.isNull() ? qunsetenv("XDG_RUNTIME_DIR") : qputenv("XDG_RUNTIME_DIR", runtime);
 }
 
 } // namespace

@@ -14,7 +14,7 @@ class CompanionHardships : public CompanionFolder {
 protected:
     CompanionHardships() {
         put(text("capture.bin"), captureBytes(*captureForm("V11"), *sceneBlocks(text("sine"), 1)));
-        bring({text("kqx"), text("libttdll.so"), text("ttdll.ini"), text("English.Lan"), text("ChineseS.Lan")});
+        bring({text("kqx"), text("kqx-desktop"), text("libttdll.so"), text("ttdll.ini"), text("English.Lan"), text("ChineseS.Lan")});
     }
     [[nodiscard]] Ran kqx(const QStringList& arguments, const QString& out = {}, bool asOrdinaryUser = false) const {
         QProcess process;

@@ -25,7 +25,7 @@ struct Ran {
 class UsbBus : public ::testing::Test {
 protected:
     UsbBus() {
-        for (const char* name : {"kqx", "libttdll.so"}) {
+        for (const char* name : {"kqx", "kqx-desktop", "libttdll.so"}) {
             const QString file = QString::fromLatin1(name);
             EXPECT_TRUE(QFile::copy(QStringLiteral(SIXTRACE_BIN "/") + file, folder.filePath(file)));
         }
