@@ -9,7 +9,14 @@
 namespace sixtrace::kqx {
 
 /// What the process says at its end.
-enum ExitCode { Done = 0, Failed = 1, WrongUse = 2 };
+enum ExitCode {
+    Done = 0,
+    Failed = 1,
+    WrongUse = 2,
+    NoInstrument = 3, ///< no port or link to an instrument, or nobody answers there
+    IsBitmap = 4,     ///< what was fetched is a bitmap and no capture
+    NotStored = 5,    ///< what was fetched has no place to stand
+};
 
 /// A sentence on standard error, and the code to end with.
 int failWith(ExitCode code, std::string_view text);

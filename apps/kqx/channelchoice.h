@@ -11,7 +11,7 @@
 namespace sixtrace::kqx {
 
 /// Which channels a command works on.
-using ChannelChoice = std::array<bool, CaptureRecord::kChannels>;
+using ChannelChoice = std::array<bool, kChannels>;
 
 /// The channels of --channels, all of them without it. Nothing for a wrong list, once a sentence has said so.
 [[nodiscard]] std::optional<ChannelChoice> channelsOf(const Arguments& arguments);

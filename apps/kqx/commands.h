@@ -6,7 +6,6 @@
 #include "captureinfo.h"
 
 #include "capture/capturefile.h"
-#include "capture/captureview.h"
 #include "capture/publicm.h"
 #include "platform/bytefile.h"
 
@@ -40,7 +39,7 @@ struct OpenedFile {
 
 /// Opens a capture as the program does, and reads its record; the answer takes the faults. Whether there is a capture
 /// to work on.
-[[nodiscard]] bool openCapture(const std::string& file, publicM& model, CaptureView& view, OpenedFile& opened,
+[[nodiscard]] bool openCapture(const std::string& file, const Scope& scope, OpenedFile& opened,
                                Answer& answer);
 
 /// Parses the arguments behind a subcommand. Nothing when the command goes on, else the code to end with: help was
@@ -52,6 +51,7 @@ std::optional<int> parse(QCommandLineParser& parser, const QString& command, con
 int fetch(const QStringList& arguments);
 int open(const std::vector<std::string>& arguments);
 int page(const std::vector<std::string>& arguments);
+int ports(const QStringList& arguments);
 int screen(const std::vector<std::string>& arguments);
 int table(const std::vector<std::string>& arguments);
 

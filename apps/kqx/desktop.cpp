@@ -43,7 +43,7 @@ int ofTexts(const std::vector<std::string>& arguments) {
 
 constexpr std::array kDesktopCommands{
     Command{"fetch", ofTexts<fetch>}, Command{"open", open},   Command{"page", page, Writes::Pages},
-    Command{"screen", screen},        Command{"table", table},
+    Command{"ports", ofTexts<ports>}, Command{"screen", screen}, Command{"table", table},
 };
 
 /// Letters on a page come from the fonts of a platform that needs no display.
@@ -110,7 +110,7 @@ QString kqxProgramFolder() {
     return programFolderOf(kqxFolder());
 }
 
-bool openCapture(const std::string& file, publicM& model, CaptureView& view, OpenedFile& opened, Answer& answer) {
+bool openCapture(const std::string& file, const Scope& scope, OpenedFile& opened, Answer& answer) {
     readRecord(file, opened.file, opened.record);
     if (!opened.record.faults.empty()) {
         answer.err += faultLines(file, opened.record);
@@ -119,8 +119,8 @@ bool openCapture(const std::string& file, publicM& model, CaptureView& view, Ope
     if (!opened.record.isCapture()) {
         return false;
     }
-    SimpleWav(Spelled(file).path(), model, view);
-    return model.FileKind != 0;
+    SimpleWav(Spelled(file).path(), scope);
+    return scope.model.FileKind != 0;
 }
 
 std::optional<int> parse(QCommandLineParser& parser, const QString& command, const QStringList& arguments,

@@ -3,7 +3,6 @@
 #include "commands.h"
 #include "jsontext.h"
 
-#include "capture/plaincaptureview.h"
 #include "output/pagesetup.h"
 #include "output/printresult.h"
 #include "platform/pdfprinter.h"
@@ -43,11 +42,8 @@ bool readMargins(const QString& list, MdlPrinter& settings) {
     return true;
 }
 
-Result<QByteArray> composePage(publicM& model, const PlainCaptureView& view, MdlPrinter& settings, PdfPrinter& paper) {
-    PageInputs inputs;
-    inputs.frame.selected = view.ticks;
-    inputs.frame.markerTop = view.markerTops;
-    inputs.rows = view.rows;
+Result<QByteArray> composePage(publicM& model, const ScreenState& screen, MdlPrinter& settings, PdfPrinter& paper) {
+    const PageInputs inputs = pageInputs(screen);
     Printer printer(paper);
     PageComposer composer(model, settings, printer);
     const Outcome done = composer.PrintResult(printer, 100, inputs);
@@ -78,15 +74,15 @@ void compose(const Task& task, const PageWishes& wishes, bool keepExisting, Answ
     // The libraries that draw letters are not made for two pages at a time.
     static std::mutex onePage;
     const auto model = defaultModel();
-    PlainCaptureView view(*model);
+    UnseenScreen view(*model);
     OpenedFile opened;
-    if (!openCapture(task.file, *model, view, opened, answer)) {
+    if (!openCapture(task.file, view.scope(), opened, answer)) {
         return;
     }
     MdlPrinter settings = wishes.settings;
     const std::unique_lock lock(onePage);
     PdfPrinter printer(wishes.paper, wishes.landscape);
-    const auto document = composePage(*model, view, settings, printer);
+    const auto document = composePage(*model, view.state, settings, printer);
     if (!document) {
         answer.complain(validUtf8(task.file) +
                         ": the page could not be composed: " + document.error().description.toStdString());

@@ -3,9 +3,7 @@
 #include "commands.h"
 #include "jsontext.h"
 
-#include "capture/plaincaptureview.h"
-#include "view/frame.h"
-#include "view/geometry.h"
+#include "view/offscreenscope.h"
 
 #include <QBuffer>
 
@@ -15,40 +13,6 @@ namespace {
 
 constexpr int kGreatestScale = 16;
 constexpr int kGreatestThumbnail = 4096;
-
-/// A window without a window: its frames go to a picture.
-class ScreenView final : public PlainCaptureView {
-public:
-    ScreenView(publicM& model, bool graticule, bool line)
-        : PlainCaptureView(model)
-        , m_model(model) {
-        m_inputs.graticule = graticule;
-        m_inputs.line = line;
-        picture2.BackColor = model.BackColor;
-        picHidden0.BackColor = model.BackColor;
-        picture2.Cls();
-    }
-
-    Picture picture2{kSurfaceWidth, kSurfaceHeight};
-    Picture picHidden0{kSurfaceWidth, kSurfaceHeight};
-
-    void PicReDrawT() override {
-        m_inputs.selected = ticks;
-        m_inputs.markerTop = markerTops;
-        m_renderer.PicReDrawT(m_model, m_inputs, picture2, picHidden0);
-    }
-
-    /// A tick redraws, as it does in the window.
-    void setTick(int channel, bool ticked) override {
-        PlainCaptureView::setTick(channel, ticked);
-        PicReDrawT();
-    }
-
-private:
-    publicM& m_model;
-    FrameInputs m_inputs;
-    FrameRenderer m_renderer;
-};
 
 const Usage& usage() {
     static const Usage made{
@@ -67,8 +31,8 @@ const Usage& usage() {
 
 /// How the screen becomes a picture.
 struct PictureWishes {
-    bool graticule = true;
-    bool line = true;
+    Graticule graticule = Graticule::Dotted;
+    TraceStyle style = TraceStyle::Lines;
     int scale = 1;
     std::optional<int> thumbnail;
 };
@@ -93,15 +57,15 @@ QByteArray pngOf(const QImage& image) {
 
 void draw(const Task& task, const PictureWishes& wishes, bool keepExisting, Answer& answer) {
     const auto model = defaultModel();
-    ScreenView view(*model, wishes.graticule, wishes.line);
+    OffscreenScope view(*model, wishes.graticule, wishes.style);
     OpenedFile opened;
-    if (!openCapture(task.file, *model, view, opened, answer)) {
+    if (!openCapture(task.file, view.scope(), opened, answer)) {
         return;
     }
     if (wishes.thumbnail && !opened.record.faults.empty()) {
         return;
     }
-    const QByteArray png = pngOf(scaled(view.picture2.view(), wishes));
+    const QByteArray png = pngOf(scaled(view.Picture2.view(), wishes));
     if (png.isEmpty()) {
         answer.complain(validUtf8(task.file) + ": the picture could not be made");
         answer.code = Failed;
@@ -132,8 +96,8 @@ int screen(const std::vector<std::string>& arguments) {
         return *code;
     }
     PictureWishes wishes;
-    wishes.graticule = !given.has("cross");
-    wishes.line = !given.has("points");
+    wishes.graticule = given.has("cross") ? Graticule::Cross : Graticule::Dotted;
+    wishes.style = given.has("points") ? TraceStyle::Points : TraceStyle::Lines;
     const auto factor = wholeNumber(given.value("scale", "1"), 1, kGreatestScale);
     if (!factor) {
         return failWith(WrongUse, "--scale takes a whole number from 1 to 16");

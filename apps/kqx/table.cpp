@@ -4,7 +4,6 @@
 #include "jsontext.h"
 
 #include "capture/mdllan.h"
-#include "capture/plaincaptureview.h"
 #include "output/analysistable.h"
 #include "output/tableexport.h"
 #include "output/tablefill.h"
@@ -98,9 +97,9 @@ void emptyMissing(TableCells& cells, const CaptureRecord& record) {
 void write(const Task& task, const Tasks& tasks, const TableWishes& wishes, Answer& answer) {
     const auto model = defaultModel();
     model->LanFile = wishes.languageFile;
-    PlainCaptureView view(*model);
+    UnseenScreen view(*model);
     OpenedFile opened;
-    if (!openCapture(task.file, *model, view, opened, answer)) {
+    if (!openCapture(task.file, view.scope(), opened, answer)) {
         return;
     }
     TableCells cells(NumberMarks::system().decimal);

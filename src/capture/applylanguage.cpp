@@ -2,6 +2,7 @@
 #include "capture/applylanguage.h"
 
 #include "platform/captions.h"
+#include "platform/dialogsheet.h"
 #include "platform/profilefile.h"
 
 #include <QComboBox>
@@ -56,6 +57,10 @@ void applyCaption(QObject& control, const ProfileText& texts, const QString& sec
 } // namespace
 
 void ApplyLanguage(QWidget& form, const publicM& model) {
+    // Some dialogs are made once and loaded again and again; each load is from the design, whatever language was before.
+    if (auto* dialog = dynamic_cast<DialogSheet*>(&form)) {
+        dialog->startFromDesign();
+    }
     // Every caption as GetLanString would give it, from one reading of the file.
     const ProfileText texts(model.LanFile);
     const QString section = form.objectName();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "capture/capturerecord.h"
 
-#include "capture/samplespread.h"
+#include "capture/filelayout.h"
 #include "platform/bytefile.h"
 
 #include <algorithm>
@@ -10,18 +10,11 @@
 #include <cstring>
 #include <limits>
 #include <optional>
+#include <type_traits>
 
 namespace sixtrace {
 
 namespace {
-
-constexpr std::array<std::string_view, 6> kTags{"bin", "V01", "W01", "V11", "W11", "V10"};
-constexpr std::array<std::string_view, CaptureRecord::kChannels> kLabels{"ch1", "ch2", "A", "B", "C", "D"};
-constexpr std::string_view kIds = "12ABCD";
-constexpr std::int64_t kSampleRows = 10231; ///< samples that a channel can hold
-constexpr std::int64_t kTimeBaseRows = 28;
-constexpr std::int64_t kVoltRows = 10;
-constexpr std::int64_t kHeader = 10;
 
 std::string printable(std::string_view bytes) {
     static constexpr std::string_view kDigits = "0123456789abcdef";
@@ -54,12 +47,17 @@ void narrow(To& target, std::int64_t value) {
     }
 }
 
+/// Largest minus smallest sample, in counts; 0 for none.
 std::int64_t spreadOf(std::span<const std::byte> samples) {
-    if (samples.size() < 2) {
-        return 0;
+    const std::size_t count = samples.size() / layout::kSampleSize;
+    int least = count > 0 ? sampleAt(samples, 0) : 0;
+    int greatest = least;
+    for (std::size_t i = 1; i < count; ++i) {
+        const int sample = sampleAt(samples, i);
+        least = std::min(least, sample);
+        greatest = std::max(greatest, sample);
     }
-    const SampleExtremes extremes = extremesOf(samples.data(), samples.size() / 2);
-    return std::int64_t{extremes.greatest} - extremes.least;
+    return std::int64_t{greatest} - least;
 }
 
 /// The walk over one file.
@@ -72,7 +70,7 @@ public:
 
     void run() {
         if (header()) {
-            m_at = kHeader;
+            m_at = layout::kHeaderSize;
             while (m_at < m_size && block()) {
             }
         }
@@ -93,8 +91,8 @@ private:
     }
 
     bool header() {
-        const std::string head(text(0, kHeader));
-        if (head.substr(0, 3) != "KQX") {
+        const std::string head(text(0, layout::kHeaderSize));
+        if (head.substr(0, 3) != layout::kMagic) {
             fault(0, [&] {
                 return head.empty() ? std::string("the file is empty")
                                     : "not a capture: it begins with \"" + printable(head.substr(0, 3)) +
@@ -102,13 +100,13 @@ private:
             });
             return false;
         }
-        const auto tag = std::find(kTags.begin(), kTags.end(), head.substr(3, 3));
-        if (tag == kTags.end()) {
+        const CaptureForm* form = captureForm(std::string_view(head).substr(3, layout::kTagSize));
+        if (form == nullptr) {
             fault(3, [&] { return "unknown version tag \"" + printable(head.substr(3, 3)) + '"'; });
             return false;
         }
-        m_record.FileKind = static_cast<std::int16_t>(tag - kTags.begin() + 1);
-        if (head.size() < kHeader) {
+        m_record.FileKind = form->fileKind;
+        if (head.size() < layout::kHeaderSize) {
             fault(static_cast<std::int64_t>(head.size()),
                   [] { return std::string("the file ends inside its header"); });
             return false;
@@ -116,45 +114,34 @@ private:
         return true;
     }
 
+    /// The value at the walk's place, which it leaves behind; nothing where the file ends in it.
     template<typename T>
-    std::optional<T> field(const char* name) {
+    std::optional<T> number(std::string_view name) {
         const auto bytes = m_file.stretch(m_at, sizeof(T));
         const bool whole = bytes.size() == sizeof(T);
         if (!whole && !m_cut) {
             m_cut = true;
-            fault(std::min(m_at, m_size), [&] { return m_label + ": the file ends in the field " + name; });
+            fault(std::min(m_at, m_size), [&] { return m_label + ": the file ends in the field " + std::string(name); });
         }
-        m_at += static_cast<std::int64_t>(sizeof(T));
+        m_at += static_cast<std::int64_t>(layout::kFieldSize);
         return whole ? std::optional<T>(decoded<T>(bytes.data())) : std::nullopt;
     }
 
-    /// Which values of a field are sound, and how that is said.
-    struct Range {
-        std::int64_t least;
-        std::int64_t greatest;
-        const char* rule;
-    };
-
     template<typename T>
-    void ranged(T& target, const char* name, const Range& range) {
+    void read(const layout::Field& field, T& target) {
         const std::int64_t at = m_at;
-        const auto value = field<T>(name);
+        const auto value = number<T>(field.name);
         if (!value) {
             return;
         }
         target = *value;
-        if (*value < range.least || *value > range.greatest) {
-            fault(at, [&] { return m_label + ": " + name + " is " + std::to_string(*value) + ", " + range.rule; });
-        }
-    }
-
-    void real(float& target, const char* name) {
-        const std::int64_t at = m_at;
-        if (const auto value = field<float>(name)) {
-            target = *value;
+        const auto name = [&] { return m_label + ": " + std::string(field.name) + " is "; };
+        if constexpr (std::is_floating_point_v<T>) {
             if (!std::isfinite(*value)) {
-                fault(at, [&] { return m_label + ": " + name + " is not a number"; });
+                fault(at, [&] { return name() + "not a number"; });
             }
+        } else if (*value < field.range.least || *value > field.range.greatest) {
+            fault(at, [&] { return name() + std::to_string(*value) + ", " + std::string(field.range.rule); });
         }
     }
 
@@ -163,7 +150,7 @@ private:
         if (m_at + 1 == m_size && start == std::string_view("\0", 1)) {
             return false; // a capture that came over USB ends in one zero byte more
         }
-        if (!std::string_view("CH").starts_with(start.substr(0, 2))) {
+        if (!layout::kBlockMark.starts_with(start.substr(0, layout::kBlockMark.size()))) {
             fault(m_at, [&] {
                 return std::to_string(m_size - m_at) + " bytes behind the last channel are no channel block";
             });
@@ -173,16 +160,16 @@ private:
             fault(m_at, [] { return std::string("the file ends in the mark of a channel block"); });
             return false;
         }
-        const auto id = kIds.find(start[2]);
-        if (id == std::string_view::npos) {
+        const auto id = channelOfId(start[2]);
+        if (!id) {
             m_label = "channel \"" + printable(start.substr(2)) + '"';
             fault(m_at + 2, [&] {
-                return m_label + ": unknown channel id; its values land in " + std::string(kLabels.at(m_channel));
+                return m_label + ": unknown channel id; its values land in " + std::string(recordLabel(m_channel));
             });
         } else {
-            m_channel = id;
-            m_label = kLabels.at(id);
-            bool& seen = m_record.channels.at(id).present;
+            m_channel = static_cast<std::size_t>(*id);
+            m_label = recordLabel(m_channel);
+            bool& seen = m_record.channels.at(m_channel).present;
             if (seen) {
                 fault(m_at, [&] { return m_label + ": a second block of this channel; it replaces the first"; });
             }
@@ -197,36 +184,31 @@ private:
             return false;
         }
         ChannelRecord& channel = m_record.channels.at(m_channel);
-        static constexpr std::int64_t kGreatest = std::numeric_limits<std::int32_t>::max();
-        static constexpr Range kAny{-kGreatest - 1, kGreatest, ""};
         m_cut = false;
-        static_cast<void>(field<std::int32_t>("length"));
-        ranged(channel.ScreenPoints, "ScreenPoints", {1, kGreatest, "at least 1 is needed to draw"});
-        ranged(channel.SampleCount, "SampleCount", {0, kSampleRows, "a channel holds 0 to 10231 samples"});
-        ranged(channel.ScanPoint, "ScanPoint", kAny);
-        ranged(channel.TimeIndex, "TimeIndex", {0, kTimeBaseRows - 1, "time bases are 0 to 27"});
-        std::int32_t level = 0;
-        const bool leveled = m_at + 4 <= m_size;
-        ranged(level, "ZeroLevel", {-100, 100, "the screen reaches from -100 to 100"});
-        if (leveled) {
-            narrow(channel.ZeroLevel, std::int64_t{100} - level);
+        static_cast<void>(number<std::int32_t>("length"));
+        channel.ProbeExp = m_record.FileKind == 1 ? std::int16_t{0} : channel.ProbeExp;
+        for (const layout::Field& field : layout::blockFields(m_record.FileKind)) {
+            if (field.id == layout::FieldId::ZeroLevel) {
+                readZeroLevel(field, channel);
+            } else {
+                layout::withMember(field.id, channel, [&](auto& member) { read(field, member); });
+            }
         }
-        ranged(channel.VoltIndex, "VoltIndex", {1, kVoltRows, "volt ranges are 1 to 10"});
-        if (m_record.FileKind == 1) {
-            channel.ProbeExp = 0;
-        } else {
-            ranged(channel.ProbeExp, "ProbeExp", {0, 3, "probes are 0 to 3"});
-            m_at += 2; // the field is four bytes wide
-        }
-        real(channel.SampleInterval, "SampleInterval");
-        real(channel.Frequency, "Frequency");
-        real(channel.Period, "Period");
-        real(channel.VoltPerCount, "VoltPerCount");
         narrow(channel.TimeIndexFile, channel.TimeIndex);
         narrow(channel.VoltIndexFile, channel.VoltIndex);
         narrow(channel.VoltIndexView, channel.VoltIndexFile - 1);
         channel.samples = {};
         return !m_cut && samples(channel);
+    }
+
+    /// The file counts upward from -100, the record, as the model, downward from 0.
+    void readZeroLevel(const layout::Field& field, ChannelRecord& channel) {
+        std::int32_t level = 0;
+        const bool held = m_at + static_cast<std::int64_t>(layout::kFieldSize) <= m_size;
+        read(field, level);
+        if (held) {
+            narrow(channel.ZeroLevel, std::int64_t{100} - level);
+        }
     }
 
     bool samples(ChannelRecord& channel) {
@@ -243,8 +225,7 @@ private:
         }
         narrow(channel.PeakToPeak, spreadOf(channel.samples));
 
-        // The next block is looked for behind the slots, and one slot further where there is no sample.
-        m_at += 2 * (std::max<std::int64_t>(count, 1) - 1) + 2 + 2 * std::max<std::int64_t>(slots - count, 0);
+        m_at += layout::samplesToNextBlock(channel.SampleCount, channel.ScreenPoints);
         const std::int64_t held = std::max<std::int64_t>(0, m_size - first) / 2;
         if (held < count) {
             fault(m_size, [&] {
@@ -275,11 +256,11 @@ private:
 } // namespace
 
 std::string_view CaptureRecord::form() const {
-    return isCapture() ? kTags.at(static_cast<std::size_t>(FileKind) - 1) : std::string_view();
+    return isCapture() ? captureForms().at(static_cast<std::size_t>(FileKind) - 1).tag : std::string_view();
 }
 
 std::string_view recordLabel(std::size_t channel) {
-    return kLabels.at(channel);
+    return kChannelNames.at(channel);
 }
 
 void readRecord(ByteFile& file, CaptureRecord& record) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "capture/channels.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -48,7 +50,6 @@ struct ChannelRecord {
 };
 
 struct CaptureRecord {
-    static constexpr std::size_t kChannels = 6;
     static constexpr std::size_t kFaultLimit = 50; ///< so many faults are named
 
     std::int16_t FileKind = 0; ///< 0 where the file is no capture: the only fault says why

@@ -38,7 +38,6 @@ constexpr std::array<std::string_view, kMeasures> kKeys{"samples",
                                                         "instrument_period_s"};
 
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
-constexpr std::int32_t kScanTimeRow = 22; ///< time-base rows from here on are slow scans
 constexpr double kMicro = 1e-6;
 constexpr double kMillivoltsInAVolt = 1000;
 constexpr double kPercent = 100;

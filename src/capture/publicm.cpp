@@ -30,7 +30,6 @@ constexpr std::array<VoltRow, kVoltRows> kVolts{{
     {5, u"5.00 V", 10},
 }};
 
-constexpr std::string_view kIds = "12ABCD";
 
 } // namespace
 
@@ -62,13 +61,8 @@ QString channelLabel(int channel) {
 }
 
 QString channelName(int channel) {
-    const QLatin1Char id(kIds.at(static_cast<std::size_t>(channel)));
-    return channel < 2 ? QStringLiteral("ch") + id : QString(id);
-}
-
-int channelOfId(char id) {
-    const auto position = kIds.find(id);
-    return position == std::string_view::npos ? -1 : static_cast<int>(position);
+    const std::string_view name = kChannelNames.at(static_cast<std::size_t>(channel));
+    return QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()));
 }
 
 double probeFactor(int probeExp) {

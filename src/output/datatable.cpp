@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "output/datatable.h"
 
+#include "platform/windowtofront.h"
+
 namespace sixtrace {
 
 DataTable::DataTable(publicM& model, Dialogs& dialogs, QObject* parent)
@@ -14,9 +16,7 @@ DataTable::~DataTable() {
 
 void DataTable::mnuTabular_Click() {
     loadTable();
-    m_window->show();
-    m_window->raise();
-    m_window->activateWindow();
+    bringToFront(*m_window);
 }
 
 void DataTable::loadTable() {

@@ -14,9 +14,9 @@
 #include "platform/programfolder.h"
 
 #include <QCheckBox>
+#include <QContextMenuEvent>
 #include <QElapsedTimer>
 #include <QFileInfo>
-#include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
 #include <QMouseEvent>
@@ -34,10 +34,6 @@ constexpr int kMargin = 16;
 constexpr int kUnitTop = 12;
 constexpr int kUnitHeight = 20;
 constexpr int kTableTop = 36;
-constexpr int kRowHeight = 22;
-constexpr int kHeadHeight = 26;
-constexpr int kFirstColumn = 72;
-constexpr int kColumn = 106;
 constexpr int kFrameWidth = 520;
 constexpr int kFrameHeight = 64;
 constexpr int kButtonWidth = 92;
@@ -96,26 +92,8 @@ void frmData::makeTable() {
     m_MSFlexGrid1 = new TableView(this);
     m_MSFlexGrid1->setObjectName(QStringLiteral("MSFlexGrid1"));
     m_MSFlexGrid1->setAccessibleName(windowTitle());
-    m_MSFlexGrid1->verticalHeader()->hide();
-    m_MSFlexGrid1->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    m_MSFlexGrid1->verticalHeader()->setMinimumSectionSize(kRowHeight);
-    m_MSFlexGrid1->verticalHeader()->setDefaultSectionSize(kRowHeight);
     m_MSFlexGrid1->setModel(m_tableModel);
     m_MSFlexGrid1->setItemDelegate(new NumberDelegate(m_MSFlexGrid1));
-    QHeaderView* head = m_MSFlexGrid1->horizontalHeader();
-    head->setFixedHeight(kHeadHeight);
-    head->setHighlightSections(false);
-    head->setStretchLastSection(true);
-    for (int col = 0; col < TableCells::kCols; ++col) {
-        m_MSFlexGrid1->setColumnWidth(col, col == 0 ? kFirstColumn : kColumn);
-    }
-    m_MSFlexGrid1->setAlternatingRowColors(true);
-    m_MSFlexGrid1->setWordWrap(false);
-    m_MSFlexGrid1->setTabKeyNavigation(false);
-    QPalette pale = m_MSFlexGrid1->palette();
-    pale.setColor(QPalette::Highlight, QColor::fromRgb(bench::kSelectedRow));
-    pale.setColor(QPalette::HighlightedText, QColor::fromRgb(bench::kInk));
-    m_MSFlexGrid1->setPalette(pale);
 }
 
 void frmData::makeSaveFrame() {
@@ -127,7 +105,7 @@ void frmData::makeSaveFrame() {
         auto* box = new QCheckBox(QString::fromUtf16(kCaptions[col]), m_Frame1);
         box->setObjectName(QStringLiteral("SaveCheck(%1)").arg(col));
         const int right = col + 1 < kCheckLeft.size() ? kCheckLeft[col + 1] : kFrameWidth;
-        box->setGeometry(kCheckLeft[col], kCheckTop, right - kCheckLeft[col], kRowHeight);
+        box->setGeometry(kCheckLeft[col], kCheckTop, right - kCheckLeft[col], TableView::kRowHeight);
         box->setChecked(true);
         box->installEventFilter(this);
         m_SaveCheck[col] = box;
@@ -152,6 +130,8 @@ void frmData::Form_Load() {
     m_Timer1.start();
     SetLanFile(m_model, m_model.LanguageId);
     ApplyLanguage(*this, m_model);
+    m_tableModel->setHeadTip(GetLanString(m_model, objectName(), QStringLiteral("HeadTip"),
+                                          QStringLiteral("数值为仪器输入端的电压，未乘以探头系数。")));
 }
 
 void frmData::Timer1_Timer() {
@@ -262,6 +242,13 @@ bool frmData::eventFilter(QObject* watched, QEvent* event) {
         const auto* press = static_cast<QMouseEvent*>(event);
         if (press->button() == Qt::RightButton) {
             m_mnuSelect->popup(press->globalPosition().toPoint());
+            return true;
+        }
+    }
+    if (event->type() == QEvent::ContextMenu) {
+        const auto* asked = static_cast<QContextMenuEvent*>(event);
+        if (asked->reason() == QContextMenuEvent::Keyboard) {
+            m_mnuSelect->popup(asked->globalPos());
             return true;
         }
     }

@@ -12,6 +12,7 @@
 
 #include <QCloseEvent>
 #include <QCursor>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -27,6 +28,7 @@ constexpr int kMenuBarHeight = 26;
 constexpr std::int32_t kPaperHeightA4 = 16840; // twips
 constexpr std::int32_t kPaperWidthA4 = 11907;
 constexpr double kDisplayDotsPerInch = 96;
+constexpr double kKeyStep = 600; // twips that an arrow key moves the page by
 constexpr int kLeftButton = 1;
 constexpr int kRightButton = 2;
 /// Neither a selection nor a file can be printed from here.
@@ -102,7 +104,17 @@ void frmPrintPreview::makeMenus() {
 void frmPrintPreview::Form_Load() {
     SetLanFile(m_model, m_model.LanguageId);
     ApplyLanguage(*this, m_model);
-    // A4, unless a printer knows better.
+    takePaper();
+    m_imgView->setSize(m_settings.PaperWidth, m_settings.PaperHeight);
+    m_scale.BaseZoom = m_scale.baseZoom(); // 0 until the page setup has been through
+    if (!m_scale.RePrintOnZoom) {
+        compose(m_scale.BaseZoom);
+    }
+    mnuView100_Click();
+}
+
+/// A4, unless a printer knows better.
+void frmPrintPreview::takePaper() {
     m_settings.PaperHeight = kPaperHeightA4;
     m_settings.PaperWidth = kPaperWidthA4;
     if (const auto sheet = m_surroundings.printer.sheet();
@@ -110,12 +122,17 @@ void frmPrintPreview::Form_Load() {
         m_settings.PaperHeight = sheet.value().Height;
         m_settings.PaperWidth = sheet.value().Width;
     }
-    m_imgView->setSize(m_settings.PaperWidth, m_settings.PaperHeight);
-    m_scale.BaseZoom = m_scale.baseZoom(); // 0 until the page setup has been through
-    if (!m_scale.RePrintOnZoom) {
-        compose(m_scale.BaseZoom);
+}
+
+void frmPrintPreview::showPresent() {
+    const std::int32_t width = m_settings.PaperWidth;
+    const std::int32_t height = m_settings.PaperHeight;
+    takePaper();
+    compose(m_scale.RePrintOnZoom ? ViewPercent : m_scale.BaseZoom);
+    if (m_settings.PaperWidth != width || m_settings.PaperHeight != height) {
+        m_imgView->setSize(m_settings.PaperWidth / 100.0 * ViewPercent, m_settings.PaperHeight / 100.0 * ViewPercent);
+        PlacePage();
     }
-    mnuView100_Click();
 }
 
 /// What goes wrong leaves the page as far as it came, without a word to the user.
@@ -230,12 +247,14 @@ void frmPrintPreview::mnuPrint_Click() {
         }
         return;
     }
-    for (int copy = 0; copy < chosen.value() && m_settings.PreviewOwner != nullptr; ++copy) {
-        const Outcome printed = m_settings.PreviewOwner->PrintResult(printer, m_scale.BaseZoom);
-        if (!printed) {
-            failed(printed.error());
-            return;
-        }
+    Outcome printed = success();
+    for (int copy = 0; copy < chosen.value() && printed && m_settings.PreviewOwner != nullptr; ++copy) {
+        printed = m_settings.PreviewOwner->PrintResult(printer, m_scale.BaseZoom);
+    }
+    // Each document was one copy; what the user has set stays set.
+    setCopies(printer, chosen.value());
+    if (!printed) {
+        failed(printed.error());
     }
 }
 
@@ -261,11 +280,37 @@ void frmPrintPreview::frameA_MouseMove(int Button, double X, double Y) {
     if ((Button & kLeftButton) == 0) {
         return;
     }
+    movePage(X - X0, Y - Y0);
+}
+
+void frmPrintPreview::movePage(double dx, double dy) {
     const double left = m_imgView->Left();
     const double top = m_imgView->Top();
-    const std::int32_t dx = dragOnAxis(X - X0, left, m_imgView->Width(), windowWidth());
-    const std::int32_t dy = dragOnAxis(Y - Y0, top, m_imgView->Height(), windowHeight());
-    m_imgView->Move(std::nearbyint(left) + dx, std::nearbyint(top) + dy);
+    m_imgView->Move(std::nearbyint(left) + dragOnAxis(dx, left, m_imgView->Width(), windowWidth()),
+                    std::nearbyint(top) + dragOnAxis(dy, top, m_imgView->Height(), windowHeight()));
+}
+
+void frmPrintPreview::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+    case Qt::Key_Escape:
+        close();
+        break;
+    // A key brings what lies in its direction into sight.
+    case Qt::Key_Left:
+        movePage(kKeyStep, 0);
+        break;
+    case Qt::Key_Right:
+        movePage(-kKeyStep, 0);
+        break;
+    case Qt::Key_Up:
+        movePage(0, kKeyStep);
+        break;
+    case Qt::Key_Down:
+        movePage(0, -kKeyStep);
+        break;
+    default:
+        QMainWindow::keyPressEvent(event);
+    }
 }
 
 void frmPrintPreview::resizeEvent(QResizeEvent* event) {

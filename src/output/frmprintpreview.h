@@ -39,6 +39,8 @@ public:
     void mnuViewPage_Click();
     void mnuHelp_Click();
 
+    /// Composes the page anew, from the capture and the printer of the moment; scale and place stay.
+    void showPresent();
     /// Shows the scale in the title.
     void changeCaption();
     void PlacePage();
@@ -49,13 +51,16 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
     void makeMenus();
     void Form_Load();
     void compose(std::int32_t percent);
+    void takePaper();
     void applyScale();
+    void movePage(double dx, double dy);
     [[nodiscard]] double windowWidth() const; ///< inside of the form, twips
     [[nodiscard]] double windowHeight() const;
     void frameA_MouseDown(int Button, double X, double Y);

@@ -51,6 +51,11 @@ Outcome fillDialog(Printer& printer, PrinterDialog& dialog, int flags) {
     dialog.PaperSize = properties.PaperSize;
     dialog.PrintQuality = properties.PrintQuality;
     dialog.Orientation = properties.Orientation;
+    // What was set before is set still, until the user sets something else.
+    dialog.Copies = properties.Copies;
+    dialog.ColorMode = properties.ColorMode;
+    dialog.Duplex = properties.Duplex;
+    dialog.OutputFile = properties.OutputFile;
     dialog.Flags = flags;
     return success();
 }
@@ -113,6 +118,14 @@ Result<int> showPrinterForPreview(Printer& printer, int flags, quintptr windowHa
     printer.TrackDefault = false;
     const Outcome taken = takePrinter(printer, dialog);
     return taken ? Result<int>(copies) : taken.error();
+}
+
+void setCopies(Printer& printer, int copies) {
+    if (auto present = printer.properties()) {
+        PrinterProperties properties = present.value();
+        properties.Copies = copies;
+        printer.set(properties);
+    }
 }
 
 void tracePrinter(Printer& printer, const PrinterDialog& dialog) {

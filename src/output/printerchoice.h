@@ -29,6 +29,9 @@ inline constexpr int kPrintSetFlags = kPrintFlags | PrinterDialog::kPrintSetup;
 /// cancelled.
 [[nodiscard]] Result<int> showPrinterForPreview(Printer& printer, int flags, quintptr windowHandle);
 
+/// Sets the number of copies that the printer makes of a document.
+void setCopies(Printer& printer, int copies);
+
 /// Tells the log what is set after the dialog.
 void tracePrinter(Printer& printer, const PrinterDialog& dialog);
 

@@ -6,18 +6,9 @@
 #include "output/printerchoice.h"
 #include "platform/dialogs.h"
 #include "platform/qtprinters.h"
+#include "platform/windowtofront.h"
 
 namespace sixtrace {
-
-namespace {
-
-void bringToFront(QWidget& window) {
-    window.show();
-    window.raise();
-    window.activateWindow();
-}
-
-} // namespace
 
 Printing::Printing(publicM& model, Surroundings surroundings, QWidget& form)
     : QObject(&form)
@@ -80,6 +71,8 @@ void Printing::mnuPrintView_Click() {
         form->setAttribute(Qt::WA_DeleteOnClose);
         m_preview = form;
         form->move(m_form.frameGeometry().center() - form->rect().center());
+    } else {
+        preview()->showPresent();
     }
     bringToFront(*m_preview);
 }
@@ -102,6 +95,7 @@ void Printing::mnuPrint_Click() {
 
 void Printing::mnuPrintSet_Click() {
     PrinterDialog dialog;
+    dialog.Title = m_surroundings.setupTitle ? m_surroundings.setupTitle() : QString();
     const auto chosen = choosePrinter(m_printer, dialog, kPrintSetFlags, m_form.winId());
     if (!chosen) {
         tell(chosen.error());

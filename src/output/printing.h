@@ -30,6 +30,8 @@ public:
         PrintDevices* printers = nullptr;
         /// Rows, ticks, markers and styles of the moment.
         std::function<PageInputs()> inputs;
+        /// Title of the dialog that sets the printer, in the language of the moment.
+        std::function<QString()> setupTitle = {};
     };
 
     Printing(publicM& model, Surroundings surroundings, QWidget& form);

@@ -46,8 +46,14 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
 }
 
 QVariant TableModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation != Qt::Horizontal || section < 0 || section >= TableCells::kCols) {
+    if (orientation == Qt::Vertical) {
+        return data(index(section, 0), role);
+    }
+    if (section < 0 || section >= TableCells::kCols) {
         return {};
+    }
+    if (role == Qt::ToolTipRole) {
+        return m_headTip;
     }
     if (role == Qt::DisplayRole) {
         return m_cells.TextMatrix(0, section);

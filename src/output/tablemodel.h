@@ -7,7 +7,8 @@
 
 namespace sixtrace {
 
-/// Shows the cells of the data table to a view: row 0 of the table is the horizontal header, row r the item row r - 1.
+/// Shows the cells of the data table to a view: row 0 of the table is the horizontal header, row r the item row r - 1,
+/// whose head is its cell of column 0.
 /// It owns nothing; who writes the cells tells it what has changed.
 class TableModel : public QAbstractTableModel {
 public:
@@ -15,6 +16,8 @@ public:
         : QAbstractTableModel(parent)
         , m_cells(cells) {}
 
+    /// What the heads of the columns tell when asked.
+    void setHeadTip(const QString& text) { m_headTip = text; }
     /// Around a change of the count of rows.
     void beginRows() { beginResetModel(); }
     void endRows() { endResetModel(); }
@@ -28,6 +31,7 @@ public:
 
 private:
     const TableCells& m_cells;
+    QString m_headTip;
 };
 
 } // namespace sixtrace

@@ -56,4 +56,39 @@ void setCaptionOf(QObject& control, const QString& caption) {
     }
 }
 
+NotedCaptions::NotedCaptions(const QWidget& form)
+    : m_title(form.windowTitle()) {
+    const auto controls = form.findChildren<QObject*>();
+    for (QObject* control : controls) {
+        const CaptionKind kind = captionKind(*control);
+        if (kind == CaptionKind::None || control->objectName().isEmpty()) {
+            continue;
+        }
+        Noted noted{control, kind == CaptionKind::ComboBox ? QString() : captionOf(*control), {}};
+        if (const auto* combo = qobject_cast<const QComboBox*>(control)) {
+            for (int entry = 0; entry < combo->count(); ++entry) {
+                noted.entries.append(combo->itemText(entry));
+            }
+        }
+        m_controls.push_back(std::move(noted));
+    }
+}
+
+void NotedCaptions::restore(QWidget& form) const {
+    form.setWindowTitle(m_title);
+    for (const Noted& noted : m_controls) {
+        if (noted.control.isNull()) {
+            continue;
+        }
+        auto* combo = qobject_cast<QComboBox*>(noted.control.data());
+        if (combo == nullptr) {
+            setCaptionOf(*noted.control, noted.caption);
+        } else if (combo->count() == noted.entries.size()) {
+            for (int entry = 0; entry < combo->count(); ++entry) {
+                combo->setItemText(entry, noted.entries.at(entry));
+            }
+        }
+    }
+}
+
 } // namespace sixtrace

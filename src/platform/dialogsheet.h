@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/captions.h"
+
 #include <QDialog>
+
+#include <optional>
 
 class QEventLoop;
 class QLabel;
@@ -26,6 +30,10 @@ public:
     /// over the owner's controls must not meet the dialog's.
     void showOver(QWidget* owner);
 
+    /// Gives the dialog the captions of its design again: what was unloaded starts from its design at the next load. The
+    /// first call notes them, so it comes before anything that relabels the dialog.
+    void startFromDesign();
+
 protected:
     [[nodiscard]] QLabel* addLabel(const char* name, const QString& caption, const QRect& place,
                                    Qt::Alignment alignment = Qt::AlignLeft, QWidget* parent = nullptr);
@@ -42,6 +50,7 @@ protected:
 
 private:
     QEventLoop* m_untilHidden = nullptr;
+    std::optional<NotedCaptions> m_design;
 };
 
 } // namespace sixtrace

@@ -12,6 +12,21 @@ namespace {
 constexpr int kSecondWordCentre = 112;
 constexpr int kSecondWordWidth = 34;
 constexpr int kPathInset = 10;
+constexpr int kMarkSize = 13;
+constexpr int kMarkGap = 5;
+
+/// A triangle with an exclamation mark.
+void paintMark(QPainter& painter, const QRectF& place) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor::fromRgb(bench::kFault));
+    painter.drawPolygon(QPolygonF{place.bottomLeft(), QPointF(place.center().x(), place.top()), place.bottomRight()});
+    painter.setBrush(Qt::white);
+    painter.drawRect(QRectF(place.center().x() - 0.75, place.top() + 4.5, 1.5, 4));
+    painter.drawRect(QRectF(place.center().x() - 0.75, place.top() + 9.5, 1.5, 1.5));
+    painter.restore();
+}
 
 /// The largest size, from `full` down to 9 px, at which a text is no wider than `width`.
 int fittingPixels(const QString& text, int width, int full) {
@@ -103,7 +118,30 @@ PathLabel::PathLabel(QWidget* parent)
 
 void PathLabel::setCaption(const QString& caption) {
     setText(caption);
-    setToolTip(caption);
+    setFault({});
+    Q_EMIT captionSet(caption);
+}
+
+void PathLabel::setFault(const QString& fault) {
+    m_fault = fault;
+    setAccessibleDescription(fault);
+    showToolTip();
+    update();
+}
+
+void PathLabel::setNote(const QString& note) {
+    m_note = note;
+    showToolTip();
+}
+
+void PathLabel::showToolTip() {
+    QStringList lines{m_fault, text(), m_note};
+    lines.removeAll(QString());
+    const QString tip = lines.join(u'\n');
+    // Names of files are text, whatever they look like; a tool tip would take some of them for markup.
+    setToolTip(Qt::mightBeRichText(tip)
+                   ? QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(tip.toHtmlEscaped())
+                   : tip);
 }
 
 void PathLabel::paintEvent(QPaintEvent*) {
@@ -111,7 +149,12 @@ void PathLabel::paintEvent(QPaintEvent*) {
     const QFont font = interfaceFont(kSmallTextPixels);
     painter.setFont(font);
     painter.setPen(palette().color(QPalette::WindowText));
-    const QRect inner = rect().adjusted(kPathInset, 0, -kPathInset, 0);
+    QRect inner = rect().adjusted(kPathInset, 0, -kPathInset, 0);
+    if (hasFault()) {
+        paintMark(painter, QRectF(inner.left(), (height() - kMarkSize) / 2.0, kMarkSize, kMarkSize));
+        inner.setLeft(inner.left() + kMarkSize + kMarkGap);
+        painter.setPen(palette().color(QPalette::WindowText));
+    }
     painter.drawText(inner, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                      QFontMetrics(font).elidedText(text(), Qt::ElideMiddle, inner.width()));
 }

@@ -45,14 +45,32 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 };
 
-/// A label that shows a path: elided in its middle when painted, complete as caption and tool tip.
+/// A label that shows a path: elided in its middle when painted, complete as caption and tool tip. A small mark before
+/// it says that there is something to know about the file.
 class PathLabel : public QLabel {
+    Q_OBJECT
 public:
     explicit PathLabel(QWidget* parent);
+    /// Takes a mark away.
     void setCaption(const QString& caption);
+    /// A sentence that the tool tip shows below the caption.
+    void setNote(const QString& note);
+    /// What is wrong with the file: it stands in the tool tip, above the path. Empty takes the mark away.
+    void setFault(const QString& fault);
+    [[nodiscard]] bool hasFault() const { return !m_fault.isEmpty(); }
+
+Q_SIGNALS:
+    /// A path has been set, be it the one that was there.
+    void captionSet(const QString& caption);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    void showToolTip();
+
+    QString m_fault;
+    QString m_note;
 };
 
 /// The band at the foot of the main window, on which the path lies.

@@ -21,6 +21,7 @@ inline constexpr QRgb kAlternateRow = 0xFFF7F8FA;
 inline constexpr QRgb kReadOnlyField = 0xFFECEEF1;
 inline constexpr QRgb kInk = 0xFF1F2733;
 inline constexpr QRgb kMuted = 0xFF5B6675;
+inline constexpr QRgb kFault = 0xFFB3261E;
 inline constexpr QRgb kDisabledText = 0xFF9AA3AF;
 inline constexpr QRgb kDisabledIcon = 0xFFA9B1BC;
 inline constexpr QRgb kFrameLine = 0xFFC5CBD3;

@@ -50,6 +50,7 @@ struct PrinterDialog {
     static constexpr int kReturnContext = 0x100;
     static constexpr int kDisablePrintToFile = 0x80000;
 
+    QString Title; ///< of a dialog that only sets the printer; empty for the toolkit's own
     QString PrinterName;
     QString DriverName;
     QString Port;

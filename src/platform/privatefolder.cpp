@@ -16,10 +16,34 @@
 
 namespace sixtrace {
 
+namespace {
+
+/// Makes a folder and those above it that are missing. A failure shows in what is done there next.
+void makeMissing(const QString& folder) {
+#ifdef Q_OS_UNIX
+    if (folder.isEmpty() || QFileInfo::exists(folder)) {
+        return;
+    }
+    makeMissing(QFileInfo(folder).path());
+    mkdir(QFile::encodeName(folder).constData(), S_IRWXU);
+#else
+    ensureFolder(folder);
+#endif
+}
+
+} // namespace
+
 Result<QString> privateFolder() {
     const QString cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
-    ensureFolder(cache);
+    makeMissing(cache);
     return privateFolderAt(cache + QStringLiteral("/sixtrace"));
+}
+
+Result<QString> makePrivateFolder(const QString& path) {
+    const QString behind = QFileInfo(path).canonicalFilePath();
+    const QString place = behind.isEmpty() ? QDir::cleanPath(path) : behind;
+    makeMissing(QFileInfo(place).path());
+    return privateFolderAt(place);
 }
 
 Result<QString> privateFolderAt(const QString& path) {

@@ -229,7 +229,11 @@ Outcome writeProfile(const QString& section, const QString& key, const QString& 
     if (const auto change = changeOf(file, section, key, value); change && change->saysSoAlready()) {
         return success();
     }
-    QLockFile lock(file + QStringLiteral(".lock"));
+    const QString lockName = file + QStringLiteral(".lock");
+    if (const QFileInfo present(lockName); present.exists() && !present.isFile()) {
+        return RuntimeError::of(ErrorNumber::PathAccess); // reading a pipe in its place would wait for the other end
+    }
+    QLockFile lock(lockName);
     lock.setStaleLockTime(kLockOrphanedMs);
     thread_local LockPatience patience;
     if (!lock.tryLock(patience.milliseconds(file))) {

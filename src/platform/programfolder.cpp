@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/programfolder.h"
 
+#include "platform/privatefolder.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -38,7 +40,9 @@ QString programFolderOf(const QString& executables) {
         return withSeparator(QDir::toNativeSeparators(executables));
     }
     const QString own = ownFolder();
-    ensureFolder(own);
+    // It holds code that the program loads: nobody else may put anything there. One that is not this user's is left as
+    // it is, and what cannot be written there is told where it is written.
+    static_cast<void>(makePrivateFolder(own));
     if (forAll) {
         furnishProgramFolder(own, installed);
         furnishProgramFolder(own, beside(executables, SIXTRACE_LIBRARY_FROM_PROGRAMS));
@@ -63,7 +67,8 @@ void furnishProgramFolder(const QString& own, const QString& installed) {
         QFile::link(source.filePath(name), target.filePath(name));
     }
     const QString settings = QStringLiteral("ttdll.ini");
-    if (!QFileInfo::exists(target.filePath(settings)) &&
+    const QFileInfo theirs(source.filePath(settings));
+    if (!QFileInfo::exists(target.filePath(settings)) && theirs.isFile() &&
         QFile::copy(source.filePath(settings), target.filePath(settings))) {
         QFile::setPermissions(target.filePath(settings), QFile::ReadOwner | QFile::WriteOwner);
     }

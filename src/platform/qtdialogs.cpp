@@ -33,7 +33,7 @@ QMessageBox::Icon boxIcon(MessageIcon icon) {
 }
 
 QString boxTitle(const QString& title) {
-    return title.isEmpty() ? QApplication::applicationDisplayName() : title;
+    return title.isEmpty() ? QStringLiteral("Sixtrace") : title;
 }
 
 std::optional<FileChoice> choose(const FileRequest& request, QFileDialog::AcceptMode mode) {

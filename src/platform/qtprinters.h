@@ -5,9 +5,12 @@
 
 namespace sixtrace {
 
-/// The printers that the desktop knows, and its dialog for them.
+/// The printers that the desktop knows, and its dialog for them. Behind them stands one of the program's own, which
+/// makes PDF files and is always there; it is the default where there is no other.
 class QtPrinters : public PrintDevices {
 public:
+    [[nodiscard]] static QString pdfDevice();
+
     [[nodiscard]] QStringList names() const override;
     [[nodiscard]] QString defaultName() const override;
     [[nodiscard]] PrinterProperties initial(const QString& name) const override;

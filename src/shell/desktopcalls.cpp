@@ -8,6 +8,16 @@
 
 namespace sixtrace {
 
+namespace {
+/// How soon after the end of a dialog its capture comes: no user waits for that.
+constexpr int kLookAgainMs = 100;
+} // namespace
+
+DesktopCalls::DesktopCalls() {
+    m_soon.setSingleShot(true);
+    connect(&m_soon, &QTimer::timeout, this, &DesktopCalls::openWaiting);
+}
+
 bool DesktopCalls::answerOn(QDBusConnection bus) {
     // First the object, then the name: whoever waits for the name may call at once.
     return bus.isConnected() &&
@@ -17,9 +27,18 @@ bool DesktopCalls::answerOn(QDBusConnection bus) {
 
 void DesktopCalls::reach(Window window) {
     m_window = std::move(window);
-    if (!m_waiting.isEmpty()) {
-        m_window.open(std::exchange(m_waiting, QString()));
+    m_soon.start(0);
+}
+
+void DesktopCalls::openWaiting() {
+    if (m_waiting.isEmpty() || !m_window.open) {
+        return;
     }
+    if (m_window.isBusy && m_window.isBusy()) {
+        m_soon.start(kLookAgainMs);
+        return;
+    }
+    m_window.open(std::exchange(m_waiting, QString()));
 }
 
 void DesktopCalls::raise(const QVariantMap& platformData) {
@@ -43,11 +62,8 @@ void DesktopCalls::Open(const QStringList& uris, const QVariantMap& platformData
         if (path.isEmpty()) {
             continue;
         }
-        if (m_window.open) {
-            m_window.open(path);
-        } else {
-            m_waiting = path;
-        }
+        m_waiting = path;
+        m_soon.start(0);
         return;
     }
 }

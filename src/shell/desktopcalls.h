@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QTimer>
 #include <QVariantMap>
 
 #include <functional>
@@ -18,7 +19,8 @@ inline constexpr const char* kDesktopPath = "/org/sixtrace/Sixtrace";
 
 /// What the desktop asks of the running program over the session bus, by the interface that freedesktop.org names
 /// for programs of a desktop entry: come to the front, and open a capture. A call that comes before the
-/// main window stands waits for it. Without a bus, or where another copy of the program has the name, there are no
+/// main window stands waits for it, and so does a capture that comes while a dialog waits for its answer; the caller
+/// does not wait: what opening it has to say is said to the user, behind the answer. Without a bus, or where another copy of the program has the name, there are no
 /// calls.
 class DesktopCalls : public QObject {
     Q_OBJECT
@@ -27,8 +29,12 @@ class DesktopCalls : public QObject {
 public:
     struct Window {
         std::function<void()> raise;
+        /// Whether the window cannot take a capture just now.
+        std::function<bool()> isBusy;
         std::function<void(const QString& path)> open;
     };
+
+    DesktopCalls();
 
     /// Whether calls will come.
     bool answerOn(QDBusConnection bus);
@@ -45,9 +51,11 @@ public Q_SLOTS:
 
 private:
     void raise(const QVariantMap& platformData);
+    void openWaiting();
 
     Window m_window;
-    QString m_waiting;
+    QString m_waiting; ///< path of the capture to open next; empty for none
+    QTimer m_soon;
 };
 
 } // namespace sixtrace

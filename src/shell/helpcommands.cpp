@@ -2,6 +2,7 @@
 #include "shell/helpcommands.h"
 
 #include "platform/programfolder.h"
+#include "platform/windowtofront.h"
 #include "shell/frmabout.h"
 
 #include <QFileInfo>
@@ -40,7 +41,11 @@ void HelpCommands::mnuContent_Click() {
 }
 
 void HelpCommands::mnuAbout_Click() {
-    (new frmAbout(m_model, m_surroundings.dialogs, &m_form))->show();
+    // One that was closed is gone as soon as events run again; it does not come back.
+    if (m_about.isNull() || !m_about->isVisible()) {
+        m_about = new frmAbout(m_model, m_surroundings.dialogs, &m_form);
+    }
+    bringToFront(*m_about);
 }
 
 } // namespace sixtrace

@@ -4,6 +4,8 @@
 #include "capture/publicm.h"
 
 #include <QObject>
+#include <QPointer>
+#include <QWidget>
 
 #include <functional>
 
@@ -31,6 +33,7 @@ private:
     publicM& m_model;
     Surroundings m_surroundings;
     QWidget& m_form;
+    QPointer<QWidget> m_about; ///< while it is loaded
 };
 
 } // namespace sixtrace

@@ -5,6 +5,7 @@
 #include "capture/mdllan.h"
 #include "capture/settings.h"
 #include "platform/toolbar.h"
+#include "platform/toolkitlanguage.h"
 
 #include <QAction>
 
@@ -56,6 +57,7 @@ void LanguageMenus::switchTo(std::int16_t languageId) {
     tick(languageId);
     m_model.LanguageId = languageId;
     writeIni(QStringLiteral("Common"), QStringLiteral("Language"), QString::number(languageId), m_model.IniFile);
+    setToolkitLanguage(languageId);
     SetLanFile(m_model, languageId);
     ApplyLanguage(*m_widgets.form, m_model);
     for (const ToolTip& tip : kToolTips) {

@@ -25,12 +25,17 @@ std::string stamp() {
 } // namespace
 
 void Log::write(const std::string& text) const {
-    const int file = open(m_path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NOFOLLOW | O_CLOEXEC, 0600);
+    const int file = open(m_path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC,
+                          0600);
     if (file < 0) {
         return;
     }
     struct stat state {};
-    const bool full = fstat(file, &state) == 0 && state.st_size > kLargestLog && ftruncate(file, 0) != 0;
+    if (fstat(file, &state) != 0 || !S_ISREG(state.st_mode)) {
+        close(file); // a pipe or a device that lies in its place
+        return;
+    }
+    const bool full = state.st_size > kLargestLog && ftruncate(file, 0) != 0;
     const std::string line = full ? std::string() : stamp() + text + '\n';
     static_cast<void>(::write(file, line.data(), line.size()) < 0); // nowhere to tell of it
     close(file);

@@ -5,6 +5,7 @@
 #include <array>
 #include <cctype>
 #include <charconv>
+#include <filesystem>
 #include <fstream>
 #include <optional>
 
@@ -93,7 +94,12 @@ bool take(Settings& settings, const std::string& key, const std::string& value) 
 Settings readSettings(const std::string& folder, std::string& complaint) {
     Settings settings;
     settings.folder = folder;
-    std::ifstream file(folder + "ttdll.ini");
+    const std::string path = folder + "ttdll.ini";
+    std::error_code unknown;
+    if (!std::filesystem::is_regular_file(path, unknown)) {
+        return settings; // opening a pipe would wait for its other end
+    }
+    std::ifstream file(path);
     std::string text(kLongestFile, '\0');
     file.read(text.data(), static_cast<std::streamsize>(text.size()));
     text.resize(static_cast<std::size_t>(std::max<std::streamsize>(file.gcount(), 0)));

@@ -310,5 +310,27 @@ TEST_F(HostileCapture, FlippedBytesNeverReadDifferentlyFromStepByStep) {
     }
 }
 
+TEST_F(HostileCapture, OfAFileWithManyBlocksOnlyTheFirstOnesAndTheLastDrawAFrame) {
+    // 100 blocks alternate between two channels; each has no sample and one slot.
+    std::vector<Block> blocks;
+    for (int i = 0; i < 100; ++i) {
+        Block block{.mark = i % 2 == 0 ? "CH1" : "CHD", .sampleCount = 0};
+        block.screenPoints = 1;
+        block.timeIndex = i % 28;
+        block.samples.clear();
+        block.filling = 2;
+        blocks.push_back(block);
+    }
+    load("V11", blocks);
+    EXPECT_EQ(view->frames, 6 + 64 + 1 + 1) << "cleared ticks, the first blocks, the last block, the end";
+    EXPECT_EQ(view->selectedRow, 5);
+    EXPECT_EQ(view->CurChannel, 5);
+    EXPECT_TRUE(view->ticks[0]);
+    EXPECT_TRUE(view->markers[0].shown);
+    EXPECT_EQ(view->timeRow, 99 % 28);
+    EXPECT_EQ(view->titles.channel, u"D   "_s);
+    EXPECT_EQ(model->TimeIndexView[0], 98 % 28);
+}
+
 } // namespace
 } // namespace sixtrace

@@ -3,11 +3,14 @@
 #include "platform/toolbar.h"
 
 #include <QAbstractItemModelTester>
+#include <QClipboard>
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QMenu>
 #include <QPainter>
 #include <QPointer>
 #include <QScreen>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QStyledItemDelegate>
 #include <QTimer>
@@ -293,8 +296,89 @@ TEST_F(DataTableWindow, TheHeadRowAndTheSequenceColumnAreOfOneTableWithTheCells)
     openAndFill({block('1', 1, {4})});
     const auto& view = part<QTableView>("MSFlexGrid1");
     EXPECT_FALSE(view.horizontalHeader()->isHidden());
-    EXPECT_TRUE(view.verticalHeader()->isHidden()) << "column 0 numbers the rows";
+    EXPECT_FALSE(view.verticalHeader()->isHidden());
+    EXPECT_TRUE(view.isColumnHidden(0)) << "column 0 stands in the heads of the rows";
     EXPECT_FALSE(cells().flags(cells().index(0, 1)).testFlag(Qt::ItemIsEditable));
+}
+
+TEST_F(DataTableWindow, TheSequenceColumnStaysWhenTheOthersScrollAway) {
+    load();
+    openAndFill({block('1', 1, ramp(60, 1)), block('D', 1, ramp(60, 1))});
+    item("mnuTabular").trigger();
+    auto& view = part<QTableView>("MSFlexGrid1");
+    view.horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
+    view.setColumnWidth(2, 600);
+    ASSERT_TRUE(QTest::qWaitFor([&view] { return view.horizontalScrollBar()->maximum() > 0; }, 60'000));
+    view.horizontalScrollBar()->setValue(view.horizontalScrollBar()->maximum());
+    ASSERT_LT(view.columnViewportPosition(1), 0) << "the first channel has gone";
+    EXPECT_EQ(view.verticalHeader()->mapTo(&view, QPoint()).x(), view.contentsRect().left());
+    EXPECT_EQ(view.verticalHeader()->width(), 72);
+    EXPECT_FALSE(view.verticalHeader()->visibleRegion().isEmpty());
+    EXPECT_EQ(cells().headerData(0, Qt::Vertical, Qt::DisplayRole).toString(), text("1"));
+    EXPECT_EQ(cells().headerData(59, Qt::Vertical, Qt::DisplayRole).toString(), text("60"));
+}
+
+TEST_F(DataTableWindow, AWiderWindowGivesItsWidthToAllChannelsAlike) {
+    load();
+    openAndFill({block('1', 1, ramp(60, 1))});
+    item("mnuTabular").trigger();
+    const auto& view = part<QTableView>("MSFlexGrid1");
+    for (const int width : {760, 1600}) {
+        table()->resize(width, 700);
+        QCoreApplication::sendPostedEvents();
+        for (int col = 1; col <= 6; ++col) {
+            EXPECT_NEAR(view.columnWidth(col), view.viewport()->width() / 6.0, 1) << col << " of " << width;
+            EXPECT_GE(view.columnWidth(col), 106);
+        }
+        EXPECT_FALSE(view.horizontalScrollBar()->isVisible());
+    }
+}
+
+TEST_F(DataTableWindow, CopyTakesTheWholeSelectionAsTabSeparatedText) {
+    load();
+    openAndFill({block('1', 1, {5, 6, 7}), block('2', 1, {8, 9})});
+    item("mnuTabular").trigger();
+    auto& view = part<QTableView>("MSFlexGrid1");
+    const auto copied = [&view] {
+        QApplication::clipboard()->setText(text("before"));
+        QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
+        return QApplication::clipboard()->text();
+    };
+    view.clearSelection();
+    EXPECT_EQ(copied(), text("before")) << "nothing selected, nothing copied";
+    auto* const selection = view.selectionModel();
+    const QModelIndex first = cells().index(0, 1);
+    selection->select(QItemSelection(first, cells().index(2, 2)), QItemSelectionModel::ClearAndSelect);
+    EXPECT_EQ(copied(), text("5\t8\n6\t9\n7\t"));
+    selection->select(first, QItemSelectionModel::ClearAndSelect);
+    selection->select(cells().index(2, 2), QItemSelectionModel::Select);
+    selection->select(cells().index(1, 2), QItemSelectionModel::Select);
+    EXPECT_EQ(copied(), text("5\t\n\t9\n\t"));
+    view.selectAll();
+    EXPECT_EQ(copied(), text("5\t8\t\t\t\t\n6\t9\t\t\t\t\n7\t\t\t\t\t")) << "the values, not the heads";
+}
+
+TEST_F(DataTableWindow, TheHeadTellsThatTheProbeFactorIsNotInTheValues) {
+    installLanguages();
+    load();
+    const auto tip = [this] { return cells().headerData(3, Qt::Horizontal, Qt::ToolTipRole).toString(); };
+    openAndFill({block('1', 1, {5})});
+    EXPECT_EQ(tip(), text("数值为仪器输入端的电压，未乘以探头系数。"));
+    item("mnuEnglish").trigger();
+    openAndFill({block('1', 1, {5})});
+    EXPECT_EQ(tip(), text("Values are voltages at the instrument's input, without the probe factor."));
+}
+
+TEST_F(DataTableWindow, TheSelectMenuIsReachedByTheMenuKeyToo) {
+    load();
+    item("mnuTabular").trigger();
+    auto& menu = part<QMenu>("mnuSelect");
+    for (int col = 0; col < 7; ++col) {
+        QContextMenuEvent asked(QContextMenuEvent::Keyboard, QPoint(2, 2), box(col).mapToGlobal(QPoint(2, 2)));
+        QCoreApplication::sendEvent(&box(col), &asked);
+        EXPECT_TRUE(menu.isVisible()) << col;
+        menu.close();
+    }
 }
 
 TEST_F(DataTableWindow, TheRightButtonOnTheFrameOrABoxOpensTheSelectMenu) {

@@ -153,6 +153,100 @@ TEST_F(Preview, DraggingNeverBringsTheNearEdgeInsideNorLetsTheFarEdgeLeave) {
     EXPECT_EQ(page().pos(), QPoint(0, 0));
 }
 
+TEST_F(Preview, ThePointOfThePressStaysThroughAllMovesOfADrag) {
+    openPreview();
+    const QPoint press(300, 200);
+    QTest::mousePress(&page(), Qt::LeftButton, {}, press);
+    // The place is told inside of the picture, which follows: a hand that moves by 20 and then rests is 20 away from the
+    // press once, and at it from then on.
+    move(page(), press + QPoint(0, -20), Qt::LeftButton);
+    EXPECT_EQ(page().Top(), -300);
+    move(page(), press, Qt::LeftButton);
+    EXPECT_EQ(page().Top(), -300);
+    move(page(), press + QPoint(-3, -40), Qt::LeftButton);
+    EXPECT_EQ(page().Left(), -45);
+    EXPECT_EQ(page().Top(), -900);
+    move(page(), press + QPoint(2, 10), Qt::LeftButton);
+    EXPECT_EQ(page().Left(), -15);
+    EXPECT_EQ(page().Top(), -750);
+    QTest::mouseRelease(&page(), Qt::LeftButton, {}, press);
+}
+
+TEST_F(Preview, AScaleChosenBeforeASetupIsThePresentOneBehindIt) {
+    for (const bool redraws : {false, true}) {
+        printing().previewScale().RePrintOnZoom = redraws;
+        frmPrintPreview& preview = openPreview();
+        typePercent("150");
+        drag(-100, -100);
+        QTimer::singleShot(0, form.get(), [this] {
+            field(*printing().setup(), "txtMargin(1)").setText(QStringLiteral("2"));
+            press(*printing().setup(), "cmdYes");
+        });
+        choose("mnuSetup");
+        EXPECT_EQ(preview.ViewPercent, 150);
+        EXPECT_EQ(page().Width(), 17850);
+        EXPECT_EQ(page().Height(), 25260);
+        EXPECT_EQ(page().pos(), QPoint(0, 0)) << "it is applied again";
+        EXPECT_EQ(preview.windowTitle(), QStringLiteral("打印预览 ( 显示比例：150%)"));
+        preview.close();
+        unloadClosed();
+    }
+}
+
+TEST_F(Preview, ChosenAgainItShowsTheCaptureOfTheMomentAtTheSamePlaceAndScale) {
+    for (const bool redraws : {false, true}) {
+        printing().previewScale().RePrintOnZoom = redraws;
+        frmPrintPreview& preview = openPreview();
+        typePercent("200");
+        drag(-40, -60);
+        const QPoint place = page().pos();
+        const QImage before = page().Picture();
+        model->LineColor[0] = 0x00112233;
+        item("mnuPrintView").trigger();
+        EXPECT_EQ(printing().preview(), &preview);
+        EXPECT_NE(page().Picture(), before);
+        EXPECT_EQ(page().Picture().size(), before.size());
+        EXPECT_EQ(page().pos(), place);
+        EXPECT_EQ(preview.ViewPercent, 200);
+        model->LineColor[0] = 0x000000FF;
+        item("mnuPrintView").trigger();
+        EXPECT_EQ(page().Picture(), before);
+        preview.close();
+        unloadClosed();
+    }
+}
+
+TEST_F(Preview, ChosenAgainItHasThePaperOfThePrinterOfTheMoment) {
+    openPreview();
+    typePercent("50");
+    auto lying = printing().printer().properties().value();
+    lying.Orientation = 2;
+    printing().printer().set(lying);
+    item("mnuPrintView").trigger();
+    EXPECT_EQ(page().Width(), 8420);
+    EXPECT_EQ(page().Height(), 5950);
+    EXPECT_EQ(page().Left(), 1490);
+}
+
+TEST_F(Preview, ArrowKeysBringWhatLiesInTheirDirectionIntoSightAndEscapeCloses) {
+    frmPrintPreview& preview = openPreview();
+    QTest::keyClick(&preview, Qt::Key_Down);
+    EXPECT_EQ(page().Top(), -600);
+    QTest::keyClick(&preview, Qt::Key_Right);
+    EXPECT_EQ(page().Left(), 11400 - 11900) << "the far edge does not leave";
+    QTest::keyClick(&preview, Qt::Key_Left);
+    EXPECT_EQ(page().Left(), 0);
+    QTest::keyClick(&preview, Qt::Key_Up);
+    EXPECT_EQ(page().Top(), 0);
+    QTest::keyClick(&preview, Qt::Key_Up);
+    EXPECT_EQ(page().Top(), 0);
+    QTest::keyClick(&preview, Qt::Key_A);
+    EXPECT_TRUE(preview.isVisible());
+    QTest::keyClick(&preview, Qt::Key_Escape);
+    unloadClosed();
+    EXPECT_EQ(printing().preview(), nullptr);
+}
+
 TEST_F(Preview, MovesWithoutTheLeftButtonLeaveThePage) {
     openPreview();
     move(page(), QPoint(10, 10), Qt::NoButton);

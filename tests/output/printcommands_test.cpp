@@ -53,6 +53,48 @@ TEST_F(PrintCommands, PrinterChosenInMnuPrintSetIsUsedByLaterPrintsAndPreviews) 
     EXPECT_EQ(devices.documents[0].properties.Orientation, 2);
 }
 
+TEST_F(PrintCommands, WhatIsSetInOneDialogIsFilledIntoTheNextOnes) {
+    devices.standing = [](PrinterProperties& properties) { properties.Duplex = 2; };
+    devices.answer = [](PrinterDialog& box) {
+        box.Copies = 2;
+        box.Duplex = 3;
+        box.ColorMode = 1;
+        return true;
+    };
+    item("mnuPrintSet").trigger();
+    ASSERT_EQ(devices.shown.size(), 1U);
+    EXPECT_EQ(devices.shown[0].Duplex, 2) << "as the device stands of itself";
+    EXPECT_EQ(devices.shown[0].Copies, 1);
+    devices.answer = [](PrinterDialog&) { return true; };
+    item("mnuPrint").trigger();
+    ASSERT_EQ(devices.shown.size(), 2U);
+    EXPECT_EQ(devices.shown[1].Copies, 2);
+    EXPECT_EQ(devices.shown[1].Duplex, 3);
+    EXPECT_EQ(devices.shown[1].ColorMode, 1);
+    ASSERT_EQ(devices.documents.size(), 1U);
+    EXPECT_EQ(devices.documents[0].properties.Duplex, 3) << "accepted untouched, nothing changes";
+    EXPECT_EQ(devices.documents[0].properties.Copies, 2);
+    openPreview();
+    choose("mnuPrint");
+    ASSERT_EQ(devices.shown.size(), 3U);
+    EXPECT_EQ(devices.shown[2].Copies, 2);
+    EXPECT_EQ(devices.documents.size(), 3U) << "each copy from the preview is a document";
+    EXPECT_EQ(devices.documents[2].properties.Copies, 1);
+    item("mnuPrint").trigger();
+    EXPECT_EQ(devices.shown[3].Copies, 2) << "and the setting outlasts it";
+}
+
+TEST_F(PrintCommands, TheDialogThatOnlySetsThePrinterBearsTheNameOfItsCommand) {
+    installLanguages();
+    for (const auto& [language, title] : {std::pair("mnuChinese", "打印机设置"), {"mnuEnglish", "Printer Setup"}}) {
+        item(language).trigger();
+        item("mnuPrintSet").trigger();
+        EXPECT_EQ(devices.shown.back().Title, QString::fromUtf8(title));
+        item("mnuPrint").trigger();
+        EXPECT_TRUE(devices.shown.back().Title.isEmpty());
+    }
+}
+
 TEST_F(PrintCommands, NameInOtherCaseThanDeviceNameIsNoChange) {
     auto kept = printing().printer().properties().value();
     kept.DriverName = QStringLiteral("kept");

@@ -5,11 +5,17 @@
 
 #include "platform/pdfprinter.h"
 #include "platform/qtprinters.h"
+#include "platform/toolkitlanguage.h"
 #include "platform/wholefile.h"
 
 #include <QApplication>
+#include <QComboBox>
+#include <QDialogButtonBox>
 #include <QImage>
+#include <QLineEdit>
 #include <QPrintDialog>
+#include <QPushButton>
+#include <QSpinBox>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -273,6 +279,190 @@ TEST_F(PaperTest, AQueueTellsItsPaperAndAPrinterThatHasGoneIsError482) {
     const auto missing = machine.sheet(gone);
     ASSERT_FALSE(missing);
     EXPECT_EQ(missing.error().code(), 482);
+}
+
+TEST_F(PaperTest, APageThatTheQueueRefusesIsTold) {
+    PrivateQueue* const queue = startedQueue();
+    ASSERT_NE(queue, nullptr);
+    ASSERT_TRUE(queue->run(QStringLiteral("cupsreject"), {QStringLiteral("Test")})) << queue->error.toStdString();
+    AcceptingPrinters machine;
+    openOver(machine);
+    item("mnuPrint").trigger();
+    ASSERT_TRUE(queue->run(QStringLiteral("cupsaccept"), {QStringLiteral("Test")})) << queue->error.toStdString();
+    EXPECT_EQ(answering.messages, QStringList{QStringLiteral("482\r\nPrinter error")});
+    EXPECT_EQ(answering.messageIcons, std::vector{MessageIcon::Exclamation});
+    item("mnuPrint").trigger();
+    EXPECT_EQ(answering.messages.size(), 1) << "a queue that takes the page is silent";
+}
+
+TEST_F(PaperTest, AQueueStandsAsItsOwnDefaultsSay) {
+    PrivateQueue* const queue = startedQueue();
+    ASSERT_NE(queue, nullptr);
+    ASSERT_TRUE(queue->add(QStringLiteral("Sides"), QStringLiteral("Duplex=DuplexTumble")));
+    const QtPrinters machine;
+    EXPECT_EQ(machine.initial(QStringLiteral("Sides")).Duplex, 3);
+    EXPECT_EQ(machine.initial(QStringLiteral("Test")).Duplex, 1);
+}
+
+TEST_F(PaperTest, PaperOnItsSideTurnsTheEdgesThatTheDeviceCannotReach) {
+    ASSERT_NE(startedQueue(), nullptr);
+    const QtPrinters machine;
+    PrinterProperties properties = machine.initial(QStringLiteral("Test"));
+    // The driver reaches from 18, 36 to 577, 806 points of A4's 595 by 842.
+    const Sheet upright = machine.sheet(properties).value();
+    EXPECT_EQ(upright.ScaleWidth, 11180);
+    EXPECT_EQ(upright.ScaleHeight, 15400);
+    EXPECT_EQ(upright.left, 360);
+    EXPECT_EQ(upright.top, 720);
+    properties.Orientation = 2;
+    const Sheet lying = machine.sheet(properties).value();
+    EXPECT_EQ(lying.Width, 16840);
+    EXPECT_EQ(lying.Height, 11900);
+    EXPECT_EQ(lying.ScaleWidth, 15400);
+    EXPECT_EQ(lying.ScaleHeight, 11180);
+    EXPECT_EQ(lying.left, 720);
+    EXPECT_EQ(lying.top, 360);
+}
+
+/// Looks at the toolkit's print dialog as soon as it shows, and lets it go.
+class DialogWatch : public QTimer {
+public:
+    explicit DialogWatch(std::function<void(QPrintDialog&)> look) {
+        connect(this, &QTimer::timeout, this, [this, look] {
+            if (auto* const box = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget())) {
+                ++seen;
+                stop();
+                look(*box);
+            }
+        });
+        start(10);
+    }
+    int seen = 0;
+};
+
+QString acceptButton(const QPrintDialog& box) {
+    const auto* strip = box.findChild<QDialogButtonBox*>();
+    for (QAbstractButton* button : strip->buttons()) {
+        if (strip->buttonRole(button) == QDialogButtonBox::AcceptRole) {
+            return button->text();
+        }
+    }
+    return {};
+}
+
+TEST_F(PaperTest, TheDialogStartsFromWhatIsSetAndAcceptedUntouchedChangesNothing) {
+    ASSERT_NE(startedQueue(), nullptr);
+    QtPrinters machine;
+    PrinterDialog dialog;
+    dialog.PrinterName = QStringLiteral("Test");
+    dialog.PrintQuality = 600;
+    dialog.PaperSize = 9;
+    dialog.Orientation = 2;
+    dialog.Copies = 2;
+    dialog.Duplex = 3;
+    dialog.ColorMode = 1;
+    dialog.Flags = 0x10C;
+    setToolkitLanguage(1);
+    DialogWatch watch([](QPrintDialog& box) {
+        EXPECT_TRUE(acceptButton(box).contains(QStringLiteral("Print")));
+        box.accept();
+    });
+    EXPECT_TRUE(machine.ShowPrinter(dialog, 0));
+    EXPECT_EQ(watch.seen, 1);
+    EXPECT_EQ(dialog.PrinterName, QStringLiteral("Test"));
+    EXPECT_EQ(dialog.Copies, 2);
+    EXPECT_EQ(dialog.Duplex, 3);
+    EXPECT_EQ(dialog.ColorMode, 1);
+    EXPECT_EQ(dialog.Orientation, 2);
+    EXPECT_EQ(dialog.PaperSize, 9);
+    EXPECT_TRUE(dialog.OutputFile.isEmpty());
+}
+
+TEST_F(PaperTest, TheSetupIsASetupByTitleAndButtonAndHasNoPagesToChoose) {
+    ASSERT_NE(startedQueue(), nullptr);
+    QtPrinters machine;
+    PrinterDialog dialog;
+    dialog.Title = QStringLiteral("Printer Setup");
+    dialog.PrinterName = QStringLiteral("Test");
+    dialog.PrintQuality = 600;
+    dialog.PaperSize = 9;
+    dialog.Orientation = 1;
+    dialog.Flags = 0x14C;
+    setToolkitLanguage(1);
+    DialogWatch watch([](QPrintDialog& box) {
+        EXPECT_EQ(box.windowTitle(), QStringLiteral("Printer Setup"));
+        EXPECT_TRUE(acceptButton(box).contains(QStringLiteral("OK"))) << acceptButton(box).toStdString();
+        for (const char* name : {"gbPrintRange", "filename", "fileBrowser", "lOutput"}) {
+            const auto* part = box.findChild<QWidget*>(QLatin1String(name));
+            ASSERT_NE(part, nullptr) << name;
+            EXPECT_FALSE(part->isVisible()) << name;
+        }
+        auto* copies = box.findChild<QSpinBox*>(QStringLiteral("copies"));
+        ASSERT_NE(copies, nullptr);
+        EXPECT_TRUE(copies->isVisible()) << "what a printer is set to can be seen";
+        copies->setValue(3);
+        box.accept();
+    });
+    EXPECT_TRUE(machine.ShowPrinter(dialog, 0));
+    EXPECT_EQ(watch.seen, 1);
+    EXPECT_EQ(dialog.Copies, 3);
+}
+
+TEST_F(PaperTest, TheDevicesEndWithThePdfDeviceWhichIsChosenLikeAnyOther) {
+    ASSERT_NE(startedQueue(), nullptr);
+    QtPrinters machine;
+    EXPECT_EQ(machine.names().last(), QStringLiteral("Sixtrace PDF"));
+    EXPECT_TRUE(machine.names().contains(QStringLiteral("Test")));
+    EXPECT_EQ(machine.defaultName(), QStringLiteral("Test")) << "a real printer comes first";
+    PrinterDialog dialog;
+    dialog.PrinterName = QStringLiteral("Test");
+    dialog.PrintQuality = 600;
+    dialog.Orientation = 1;
+    dialog.Flags = 0x80004; // the preview's, which knows no print to file
+    const QString file = path(QStringLiteral("chosen.pdf"));
+    DialogWatch watch([&file](QPrintDialog& box) {
+        auto* list = box.findChild<QComboBox*>(QStringLiteral("printers"));
+        ASSERT_NE(list, nullptr);
+        EXPECT_EQ(list->itemText(list->count() - 1), QStringLiteral("Sixtrace PDF"));
+        list->setCurrentIndex(list->count() - 1);
+        box.findChild<QLineEdit*>(QStringLiteral("filename"))->setText(file);
+        box.accept();
+    });
+    EXPECT_TRUE(machine.ShowPrinter(dialog, 0));
+    EXPECT_EQ(dialog.PrinterName, QStringLiteral("Sixtrace PDF"));
+    EXPECT_EQ(dialog.OutputFile, file);
+}
+
+/// The machine's printers where the machine has none.
+class NoQueues : public QtPrinters {
+public:
+    QStringList names() const override { return {pdfDevice()}; }
+    QString defaultName() const override { return pdfDevice(); }
+    QString file;
+    bool ShowPrinter(PrinterDialog& dialog, quintptr) override {
+        dialog.OutputFile = file;
+        return true;
+    }
+};
+
+TEST_F(PaperTest, WithoutAnyQueuePreviewAndPrintingWorkOnThePdfDevice) {
+    NoQueues machine;
+    machine.file = path(QStringLiteral("page.pdf"));
+    openOver(machine);
+    openPreview();
+    ASSERT_FALSE(page().Picture().isNull());
+    EXPECT_EQ(printing().settings().PaperWidth, 11900); // A4 to the point
+    EXPECT_EQ(printing().settings().PaperHeight, 16840);
+    EXPECT_TRUE(groundOf(page().Picture()).isValid()) << "a page with its frame, not a blank sheet";
+    item("mnuPrint").trigger();
+    EXPECT_TRUE(answering.messages.isEmpty()) << answering.messages.join(u'/').toStdString();
+    const QByteArray document = read(QStringLiteral("page.pdf"));
+    ASSERT_TRUE(document.startsWith("%PDF"));
+    expectLegend(textOf(document));
+    machine.file.clear();
+    item("mnuPrint").trigger();
+    EXPECT_EQ(answering.messages, QStringList{QStringLiteral("52\r\nBad file name or number")})
+        << "a document needs a name";
 }
 
 TEST_F(PaperTest, APrinterThatHasGoneStillGetsADialogToChooseAnother) {

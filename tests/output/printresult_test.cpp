@@ -55,6 +55,49 @@ TEST_F(PageTest, OnAWidePageTheFrameNarrowsTo1Point5TimesItsHeight) {
     EXPECT_EQ(printer.frame().place, QRectF(1134, 677, 13393, 8932));
 }
 
+TEST_F(PageTest, WhereTheHeightDecidesTheLegendTakesFromItOnce) {
+    layOnItsSide();
+    settings.PrintMarginBottom = 1701;
+    addChannel(0);
+    addChannel(3);
+    print();
+    // 11300 - 567 - 1701 = 9032 from margin to margin; the frame takes what the legend and the gap of 110 leave.
+    const double legend = printer.frame().place.top() - 110 - 567;
+    EXPECT_GT(legend, 2 * 240); // two rows of 12 points
+    EXPECT_LT(legend, 2 * 480);
+    EXPECT_NEAR(printer.frame().place.height(), 9032 - legend - 110 + 10, 1);
+    EXPECT_NEAR(printer.frame().place.width(), (9032 - legend - 110) * 1.5 + 10, 2);
+    EXPECT_NEAR(printer.frame().place.bottom(), 11300 - 1701 + 10, 1) << "it ends at the lower margin";
+}
+
+TEST_F(PageTest, AnUntickedChannelIsNowhereOnThePage) {
+    addChannel(0);
+    addChannel(2);
+    print();
+    const std::size_t withBoth = printer.drawn.size();
+    const QImage both = printer.frame().picture;
+    printer.drawn.clear();
+    inputs.frame.selected[2] = false;
+    print();
+    EXPECT_EQ(printer.drawn.size(), withBoth - 3) << "legend row, label and tick";
+    for (const DrawnItem& text : printer.of(DrawnItem::Kind::Text)) {
+        EXPECT_FALSE(text.text.startsWith(QStringLiteral("A"))) << text.text.toStdString();
+    }
+    const QRgb trace = pixelOfColour(model->LineColor[2]);
+    const auto traced = [trace](const QImage& frame) {
+        for (int y = 0; y < frame.height(); ++y) {
+            for (int x = 0; x < frame.width(); ++x) {
+                if (frame.pixel(x, y) == trace) {
+                    return true;
+                }
+            }
+        }
+        return false;
+    };
+    EXPECT_TRUE(traced(both));
+    EXPECT_FALSE(traced(printer.frame().picture));
+}
+
 TEST_F(PageTest, OnATallPageTheFrameTakesTheFullWidthAndTwoThirdsOfItAsHeight) {
     addChannel(0);
     addChannel(3);
@@ -239,7 +282,7 @@ TEST_F(PageTest, FineTicksOfTheMiddleReach100TwipsToTheLeftAnd110ToTheRight) {
     picture.BackColor = 0;
     ASSERT_TRUE(picture.setSize(12010, 8010));
     picture.ForeColor = kWhite;
-    drawPageGraticule(picture, 12000, 8000, true, 12);
+    drawPageGraticule(picture, 12000, 8000, Graticule::Dotted, 12);
     const int row = 1800 / 4; // the ninth of forty, on no division
     const auto lit = [&](int x) { return picture.Image().pixel(x, row) == 0xFFFFFFFF; };
     EXPECT_FALSE(lit(5900 / 4 - 1));
@@ -250,12 +293,34 @@ TEST_F(PageTest, FineTicksOfTheMiddleReach100TwipsToTheLeftAnd110ToTheRight) {
     EXPECT_FALSE(lit(110 / 4 + 4));
 }
 
+TEST_F(PageTest, FineTicksStandWithoutTheGraticuleToo) {
+    PicturePage picture(360); // four twips a pixel, lines of four pixels
+    picture.BackColor = 0;
+    ASSERT_TRUE(picture.setSize(12010, 8010));
+    picture.ForeColor = kWhite;
+    drawPageGraticule(picture, 12000, 8000, Graticule::Cross, 12);
+    const auto lit = [&](int x, int y) { return picture.Image().pixel(x, y) == 0xFFFFFFFF; };
+    // The ninth row of forty and the first column of sixty: on no division, so no long tick covers them.
+    for (const int x : {20, 1476, 1500, 2980}) {
+        EXPECT_TRUE(lit(x, 450)) << x;
+    }
+    for (const int x : {40, 1460, 1540, 2960}) {
+        EXPECT_FALSE(lit(x, 450)) << x;
+    }
+    for (const int y : {20, 980, 1025, 1980}) {
+        EXPECT_TRUE(lit(51, y)) << y;
+    }
+    for (const int y : {40, 960, 1040, 1960}) {
+        EXPECT_FALSE(lit(51, y)) << y;
+    }
+}
+
 TEST_F(PageTest, FineTicksStandAtAllFourEdgesAndOnBothCentreLines) {
     PicturePage picture(360); // four twips a pixel, lines of four pixels
     picture.BackColor = 0;
     ASSERT_TRUE(picture.setSize(12010, 8010));
     picture.ForeColor = kWhite;
-    drawPageGraticule(picture, 12000, 8000, true, 12);
+    drawPageGraticule(picture, 12000, 8000, Graticule::Dotted, 12);
     const auto lit = [&](int x, int y) { return picture.Image().pixel(x, y) == 0xFFFFFFFF; };
     // The ninth row of forty: 110 twips at the right edge.
     EXPECT_FALSE(lit((12000 - 110) / 4 - 1, 450));

@@ -136,12 +136,16 @@ bool PrivateQueue::start() {
         }
         QThread::msleep(100);
     }
+    return add(QStringLiteral("Test"), QStringLiteral("PageSize=A4")) &&
+           run(QStringLiteral("lpadmin"), {QStringLiteral("-d"), QStringLiteral("Test")});
+}
+
+bool PrivateQueue::add(const QString& name, const QString& option) {
     return run(QStringLiteral("lpadmin"),
-               {QStringLiteral("-p"), QStringLiteral("Test"), QStringLiteral("-E"), QStringLiteral("-v"),
+               {QStringLiteral("-p"), name, QStringLiteral("-E"), QStringLiteral("-v"),
                 QStringLiteral("file:") + jobFile(), QStringLiteral("-m"),
                 QStringLiteral("lsb/usr/cupsfilters/Generic-PDF_Printer-PDF.ppd"), QStringLiteral("-o"),
-                QStringLiteral("PageSize=A4")}) &&
-           run(QStringLiteral("lpadmin"), {QStringLiteral("-d"), QStringLiteral("Test")});
+                QStringLiteral("PageSize=A4"), QStringLiteral("-o"), option});
 }
 
 QByteArray PrivateQueue::waitForJob() {

@@ -21,11 +21,15 @@ public:
     [[nodiscard]] QByteArray waitForJob();
     [[nodiscard]] QString jobFile() const { return m_folder.filePath(QStringLiteral("job.pdf")); }
 
+    /// Adds another queue of the same kind, with an option of the driver.
+    [[nodiscard]] bool add(const QString& name, const QString& option);
+    /// A command of the print system, from wherever the machine keeps it.
+    [[nodiscard]] bool run(const QString& program, const QStringList& arguments);
+
     QString error;
 
 private:
     [[nodiscard]] bool writeSettings();
-    [[nodiscard]] bool run(const QString& program, const QStringList& arguments);
 
     QTemporaryDir m_folder;
     quint16 m_port = 0;

@@ -28,6 +28,7 @@ public:
     std::vector<PrinterDialog> shown;           ///< dialogs as they were filled
     std::function<bool(PrinterDialog&)> answer; ///< none cancels
     int unprintable = 600;                      ///< twips of width and height, both edges together
+    std::function<void(PrinterProperties&)> standing; ///< how the devices stand of themselves
     bool broken = false;                        ///< no document can be begun
 
     QStringList names() const override { return installed; }
@@ -37,6 +38,9 @@ public:
         properties.DeviceName = name;
         properties.DriverName = QStringLiteral("driver of ") + name;
         properties.Port = QStringLiteral("port of ") + name;
+        if (standing) {
+            standing(properties);
+        }
         return properties;
     }
     Result<Sheet> sheet(const PrinterProperties& properties) const override {

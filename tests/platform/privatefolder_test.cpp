@@ -7,6 +7,10 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
+#if defined(Q_OS_UNIX)
+#include <sys/stat.h>
+#endif
+
 using namespace Qt::StringLiterals;
 
 namespace sixtrace {
@@ -51,6 +55,60 @@ TEST_F(PrivateFolderOfTheUser, AFileInItsPlaceLeavesTimedAcquisitionWithoutOne) 
     ASSERT_FALSE(file.ok());
     EXPECT_EQ(file.error().number, ErrorNumber::PathAccess);
 }
+
+#if defined(Q_OS_UNIX)
+/// A mask for new files, for the length of a test.
+class Mask {
+public:
+    explicit Mask(mode_t mask)
+        : m_before(umask(mask)) {}
+    ~Mask() { umask(m_before); }
+    Mask(const Mask&) = delete;
+    Mask& operator=(const Mask&) = delete;
+
+private:
+    mode_t m_before;
+};
+
+mode_t modeOf(const QString& path) {
+    struct stat found {};
+    return lstat(QFile::encodeName(path).constData(), &found) == 0 ? found.st_mode & 07777U : 0;
+}
+
+TEST(PrivateFolder, IsPrivateWithAllThatHadToBeMadeAboveItWhateverTheMask) {
+    const QTemporaryDir place;
+    for (const mode_t mask : {mode_t{0}, mode_t{022}, mode_t{077}}) {
+        const Mask masked(mask);
+        const QString top = place.filePath(QStringLiteral("top%1").arg(mask));
+        const Result<QString> made = makePrivateFolder(top + u"/middle/own"_s);
+        ASSERT_TRUE(made.ok());
+        EXPECT_EQ(made.value(), top + u"/middle/own/");
+        for (const QString& folder : {top, QString(top + u"/middle"), QString(top + u"/middle/own")}) {
+            EXPECT_EQ(modeOf(folder), mode_t{0700}) << folder.toStdString();
+        }
+    }
+}
+
+TEST(PrivateFolder, OneThatOthersCouldEnterIsClosedToThem) {
+    const QTemporaryDir place;
+    const QString own = place.filePath(u"own"_s);
+    ASSERT_EQ(mkdir(QFile::encodeName(own).constData(), 0700), 0);
+    ASSERT_EQ(chmod(QFile::encodeName(own).constData(), 0777), 0);
+    ASSERT_TRUE(makePrivateFolder(own).ok());
+    EXPECT_EQ(modeOf(own), mode_t{0700});
+}
+
+TEST(PrivateFolder, ALinkOfTheUsersLeadsToTheFolderThatIsMeant) {
+    const QTemporaryDir place;
+    const QString target = place.filePath(u"elsewhere"_s);
+    ASSERT_EQ(mkdir(QFile::encodeName(target).constData(), 0700), 0);
+    ASSERT_EQ(chmod(QFile::encodeName(target).constData(), 0755), 0);
+    ASSERT_TRUE(QFile::link(target, place.filePath(u"own"_s)));
+    const Result<QString> made = makePrivateFolder(place.filePath(u"own"_s));
+    ASSERT_TRUE(made.ok());
+    EXPECT_EQ(modeOf(target), mode_t{0700});
+}
+#endif
 
 TEST(PrivateFolder, CannotBeMadeWhereItsOwnFolderIsMissing) {
     const QTemporaryDir place;

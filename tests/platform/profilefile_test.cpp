@@ -11,6 +11,7 @@
 #include <QTemporaryDir>
 
 #include <array>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -339,6 +340,20 @@ TEST_F(ProfileFile, WritesBehindOneThatWaitedInVainForTheLockWaitAMomentOnlyAndH
     for (const int end : {locked[0], locked[1], release[0], release[1]}) {
         close(end);
     }
+}
+
+TEST_F(ProfileFile, APipeInItsPlaceOrInThatOfItsLockBlocksNothing) {
+    put("[A]\nk=1\n");
+    const QString lock = path(u"some.ini.lock"_s);
+    ASSERT_EQ(mkfifo(QFile::encodeName(lock).constData(), 0600), 0);
+    EXPECT_FALSE(set(u"A"_s, u"k"_s, u"2"_s));
+    EXPECT_EQ(content(), "[A]\nk=1\n");
+    ASSERT_TRUE(QFile::remove(lock));
+    EXPECT_TRUE(set(u"A"_s, u"k"_s, u"2"_s));
+    ASSERT_TRUE(QFile::remove(path()));
+    ASSERT_EQ(mkfifo(QFile::encodeName(path()).constData(), 0600), 0);
+    EXPECT_EQ(get(u"A"_s, u"k"_s), u"fallback"_s);
+    EXPECT_FALSE(set(u"A"_s, u"k"_s, u"3"_s));
 }
 
 TEST_F(ProfileFile, PermissionsAreKept) {

@@ -8,6 +8,10 @@
 
 #include <gtest/gtest.h>
 
+#if defined(Q_OS_UNIX)
+#include <sys/stat.h>
+#endif
+
 namespace sixtrace {
 namespace {
 
@@ -94,6 +98,29 @@ TEST_F(ProgramFolder, OfAFolderThatCannotBeWrittenIsTheUsersOwn) {
     EXPECT_EQ(programFolderOf(at("gone")), at("home/sixtrace/"));
     EXPECT_TRUE(QFileInfo(at("home/sixtrace")).isDir());
 }
+
+#if defined(Q_OS_UNIX)
+TEST_F(ProgramFolder, OfTheUserIsClosedToOthersWhateverTheMask) {
+    install();
+    const mode_t before = umask(0);
+    static_cast<void>(programFolderOf(at("bin")));
+    umask(before);
+    for (const char* folder : {"home", "home/sixtrace"}) {
+        struct stat found {};
+        ASSERT_EQ(stat(QFile::encodeName(at(folder)).constData(), &found), 0);
+        EXPECT_EQ(found.st_mode & 07777U, 0700U) << folder;
+    }
+}
+
+TEST_F(ProgramFolder, APipeInThePlaceOfTheLibrarysSettingsIsNotCopied) {
+    install();
+    const QByteArray settings = QFile::encodeName(at("share/sixtrace/ttdll.ini"));
+    ASSERT_TRUE(QFile::remove(at("share/sixtrace/ttdll.ini")));
+    ASSERT_EQ(mkfifo(settings.constData(), 0600), 0);
+    EXPECT_EQ(programFolderOf(at("bin")), at("home/sixtrace/"));
+    EXPECT_FALSE(QFileInfo::exists(at("home/sixtrace/ttdll.ini")));
+}
+#endif
 
 TEST_F(ProgramFolder, IsFurnishedFromTheExecutablesFolderToo) {
     put("bin/English.Lan", "beside");

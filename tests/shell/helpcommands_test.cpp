@@ -58,6 +58,26 @@ TEST_F(HelpCommandsTest, AboutShowsNameAndVersionModelesslyAndOkUnloadsIt) {
     EXPECT_TRUE(about.isNull());
 }
 
+TEST_F(HelpCommandsTest, ThereIsOneAboutBoxHoweverOftenItIsAskedFor) {
+    load();
+    const auto boxes = [this] {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return form->findChildren<QWidget*>(QStringLiteral("frmAbout"));
+    };
+    item("mnuAbout").trigger();
+    const QPointer<QWidget> first = boxes().value(0);
+    first->showMinimized();
+    item("mnuAbout").trigger();
+    ASSERT_EQ(boxes().size(), 1);
+    EXPECT_EQ(boxes().front(), first.data());
+    EXPECT_FALSE(first->isMinimized()) << "and it comes to the front";
+    first->close();
+    item("mnuAbout").trigger(); // before the closed one has gone
+    ASSERT_EQ(boxes().size(), 1);
+    EXPECT_TRUE(boxes().front()->isVisible());
+    EXPECT_TRUE(first.isNull());
+}
+
 TEST_F(HelpCommandsTest, Command1OfTheMessageWindowHidesItAndLeavesItLoaded) {
     load();
     FrmMessageOut& window = form->messageOut();

@@ -1,17 +1,28 @@
 // SPDX-License-Identifier: MIT
 #include "shell/frmcomfixture.h"
+#include "shell/frmmessageout.h"
 
 #include "capture/applylanguage.h"
 #include "capture/capturefile.h"
 #include "capture/mdllan.h"
 #include "capture/scenes.h"
+#include "output/datatable.h"
+#include "output/frmprintpreview.h"
+#include "output/frmprintsetup.h"
+#include "output/printing.h"
+#include "platform/dialogsheet.h"
 #include "platform/framepanel.h"
 #include "platform/labels.h"
 #include "platform/listcombo.h"
+#include "platform/profilefile.h"
 #include "platform/toolbar.h"
 
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QLibraryInfo>
 #include <QPointer>
 #include <QPushButton>
+#include <QTimer>
 
 namespace sixtrace {
 namespace {
@@ -26,6 +37,7 @@ TEST_F(Languages, EnglishFileRelabelsTheWindowFromItsSections) {
     EXPECT_EQ(item("mnuFile").text(), QStringLiteral("&File"));
     EXPECT_EQ(item("mnuCom").text(), QStringLiteral("&Comm"));
     EXPECT_EQ(control<ReadoutLabel>("LabP").text(), QStringLiteral("Period:"));
+    EXPECT_EQ(item("MnuGridColor").text(), QStringLiteral("Grid Color"));
     EXPECT_EQ(control<ReadoutLabel>("LabMax").text(), QStringLiteral("Peak-peak:"));
     EXPECT_EQ(control<QLabel>("Label1").text(), QStringLiteral("Scale          Step"));
     const auto& cursorTypes = control<ListCombo>("Combo3");
@@ -44,6 +56,10 @@ TEST_F(Languages, ChineseFileBringsTheChineseCaptionsBack) {
     item("mnuEnglish").trigger();
     item("mnuChinese").trigger();
     EXPECT_EQ(item("mnuFile").text(), QStringLiteral("文件(&F)"));
+    EXPECT_EQ(item("MnuGridColor").text(), QStringLiteral("网格颜色"));
+    EXPECT_EQ(item("mnubackgroundcolor").text(), QStringLiteral("背景颜色"));
+    EXPECT_EQ(item("mnuChinese").text(), QStringLiteral("中文"));
+    EXPECT_EQ(item("mnuEnglish").text(), QStringLiteral("English")) << "who looks for it reads this";
     EXPECT_EQ(control<ReadoutLabel>("LabP").text(), QStringLiteral("周期："));
     EXPECT_EQ(control<QLabel>("Label1").text(), QStringLiteral("刻度          位置        ")) << "to the blank";
     EXPECT_EQ(control<ListCombo>("Combo3").List(3), QStringLiteral("全部"));
@@ -149,6 +165,124 @@ TEST_F(Languages, AWindowThatIsOpenKeepsItsCaptionsUntilItIsLoadedAgain) {
     ASSERT_TRUE(button.isNull());
     item("mnuAbout").trigger();
     EXPECT_EQ(control<QPushButton>("cmdOK").text(), QStringLiteral("OK"));
+}
+
+/// A dialog that is made once and loaded for every use.
+class ReusedDialog : public DialogSheet {
+public:
+    ReusedDialog()
+        : DialogSheet(200, 100) {
+        setObjectName(QStringLiteral("reused"));
+        setWindowTitle(QStringLiteral("设计 "));
+        label = addLabel("Label1", QStringLiteral("标签"), QRect(0, 0, 50, 20));
+        button = addButton("Command1", QStringLiteral("按钮"), 0, 20);
+        list = new QComboBox(this);
+        list->setObjectName(QStringLiteral("Combo1"));
+        list->addItems({QStringLiteral("一"), QStringLiteral("二")});
+    }
+    QLabel* label;
+    QPushButton* button;
+    QComboBox* list;
+};
+
+TEST_F(Languages, ADialogThatWasUnloadedStartsFromItsDesignAtTheNextLoad) {
+    write(QStringLiteral("English.Lan"),
+          "[reused]\nCaption=Design\nLabel1=label\nCommand1=button\n[reusedCombo1]\n0=one\n1=two\n");
+    model->AppDir = path(QString()) + QLatin1Char('/');
+    ReusedDialog dialog;
+    SetLanFile(*model, 1);
+    ApplyLanguage(dialog, *model);
+    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Design"));
+    EXPECT_EQ(dialog.label->text(), QStringLiteral("label"));
+    EXPECT_EQ(dialog.list->itemText(1), QStringLiteral("two"));
+    SetLanFile(*model, 0); // whose file is missing
+    ApplyLanguage(dialog, *model);
+    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("设计 "));
+    EXPECT_EQ(dialog.label->text(), QStringLiteral("标签"));
+    EXPECT_EQ(dialog.button->text(), QStringLiteral("按钮"));
+    EXPECT_EQ(dialog.list->itemText(0), QStringLiteral("一"));
+    EXPECT_EQ(dialog.list->itemText(1), QStringLiteral("二"));
+    // A list that has other entries by now keeps them, and a control that has gone is passed over.
+    dialog.list->addItem(QStringLiteral("three"));
+    delete dialog.button;
+    ApplyLanguage(dialog, *model);
+    EXPECT_EQ(dialog.list->itemText(2), QStringLiteral("three"));
+}
+
+TEST_F(Languages, WindowsThatAreUnloadedFollowALanguageWhoseFileIsMissing) {
+    QFile::copy(QStringLiteral(SIXTRACE_SOURCE_DIR "/lang/English.Lan"), path(QStringLiteral("English.Lan")));
+    load();
+    const auto titleOfTransfer = [this] {
+        QString title;
+        QString caption;
+        QTimer watch;
+        QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
+            if (auto* dialog = dynamic_cast<DialogSheet*>(QApplication::activeModalWidget())) {
+                title = dialog->windowTitle();
+                caption = dialog->findChild<QLabel*>(QStringLiteral("Label2"))->text();
+                dialog->close();
+            }
+        });
+        watch.start(0);
+        item("mnuAcquire").trigger();
+        return QString(title + QLatin1Char('/') + caption);
+    };
+    item("mnuEnglish").trigger();
+    EXPECT_EQ(titleOfTransfer(), QStringLiteral("USB Transmission /Save as:"));
+    item("mnuChinese").trigger();
+    EXPECT_EQ(titleOfTransfer(), QStringLiteral("USB Transmission /存储为："));
+    // The transfer over a serial line is only hidden by its Cancel: it is loaded still, and keeps its language.
+    ASSERT_TRUE(writeProfile(QStringLiteral("Common"), QStringLiteral("ComPort"), QStringLiteral("1"), iniFile()));
+    EXPECT_EQ(titleOfTransfer(), QStringLiteral("正在接收数据/存储为："));
+    item("mnuEnglish").trigger();
+    EXPECT_EQ(titleOfTransfer(), QStringLiteral("正在接收数据/存储为："));
+}
+
+TEST_F(Languages, WindowsThatAreLoadedKeepTheirLanguageThroughASwitch) {
+    installLanguages();
+    load();
+    item("mnuEnglish").trigger();
+    const QWidget& message = form->messageOut();
+    item("mnuTabular").trigger();
+    item("mnuPageSet").trigger();
+    item("mnuPrintView").trigger();
+    const QWidget& table = *form->dataTable().window();
+    const QWidget& setup = *form->printing().setup();
+    const QWidget& preview = *form->printing().preview();
+    const auto texts = [&] {
+        QStringList found;
+        for (const QWidget* window : {&message, &table, &setup, &preview}) {
+            found << window->windowTitle();
+            for (const char* name : {"Command1", "CmdExit", "cmdNo"}) {
+                if (const auto* button = window->findChild<QPushButton*>(QString::fromLatin1(name))) {
+                    found << button->text();
+                }
+            }
+        }
+        return found;
+    };
+    const QStringList english = texts();
+    ASSERT_EQ(english.size(), 7);
+    EXPECT_TRUE(english.contains(QStringLiteral("Data Table")));
+    item("mnuChinese").trigger();
+    EXPECT_EQ(texts(), english);
+    item("mnuTabular").trigger(); // shown again, not loaded again
+    EXPECT_EQ(texts(), english);
+}
+
+TEST_F(Languages, TheToolkitsOwnWordsFollowAtOnce) {
+    const auto ok = [] { return QDialogButtonBox(QDialogButtonBox::Cancel).buttons().front()->text(); };
+    load();
+    const QString translations = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+    ASSERT_TRUE(QFile::exists(translations + QStringLiteral("/qtbase_zh_CN.qm"))) << "they come with the toolkit";
+    EXPECT_EQ(ok(), QStringLiteral("取消"));
+    item("mnuEnglish").trigger();
+    EXPECT_EQ(ok(), QStringLiteral("Cancel"));
+    item("mnuChinese").trigger();
+    item("mnuChinese").trigger();
+    EXPECT_EQ(ok(), QStringLiteral("取消"));
+    item("mnuEnglish").trigger();
+    EXPECT_EQ(ok(), QStringLiteral("Cancel"));
 }
 
 TEST_F(Languages, AFileCanGiveTimeAndVoltTextsUntilALoadRewritesThem) {

@@ -11,8 +11,10 @@
 
 #include <cstring>
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <link.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/un.h>
 #include <unistd.h>
 
@@ -189,6 +191,21 @@ TEST_F(TransferLibrary, ALogThatHasGrownLongBeginsAnew) {
     EXPECT_EQ(library.InitializeTt(0), 0);
     EXPECT_TRUE(logHas("socket: nobody listens at "));
     EXPECT_LT(log().size(), 1000U);
+}
+
+TEST_F(TransferLibrary, PipesInThePlaceOfLogAndSettingsHoldNothingUp) {
+    ASSERT_TRUE(QFile::remove(path(u"ttdll.ini"_s)));
+    for (const QString& name : {u"ttdll.log"_s, u"ttdll.ini"_s}) {
+        ASSERT_EQ(::mkfifo(QFile::encodeName(path(name)).constData(), 0600), 0);
+    }
+    EXPECT_EQ(library.InitializeTt(0), 0);
+    // With a reader at its other end, too, nothing is written there.
+    const int reader = ::open(QFile::encodeName(path(u"ttdll.log"_s)).constData(), O_RDONLY | O_NONBLOCK);
+    ASSERT_GE(reader, 0);
+    EXPECT_EQ(library.InitializeTt(0), 0);
+    char byte = 0;
+    EXPECT_LE(::read(reader, &byte, 1), 0);
+    ::close(reader);
 }
 
 TEST_F(TransferLibrary, ALinkInThePlaceOfTheLogIsNotFollowed) {

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#include "shell/program.h"
+
+#include "platform/windowtofront.h"
+#include "shell/frmsplash.h"
+
+#include <QApplication>
+
+namespace sixtrace {
+
+Program::Program(FrmComSurroundings surroundings)
+    : m_surroundings(std::move(surroundings))
+    , m_model(std::make_unique<publicM>())
+    , m_splash(std::make_unique<frmSplash>([this] { loadMain(); }, [this] { showMain(); })) {}
+
+Program::~Program() = default;
+
+void Program::start() {
+    m_splash->show();
+}
+
+void Program::loadMain() {
+    if (m_frmCom == nullptr) {
+        m_frmCom = std::make_unique<FrmCom>(*m_model, m_surroundings);
+    }
+}
+
+void Program::showMain() {
+    loadMain(); // a splash that goes before its first tick has not loaded it
+    m_frmCom->show();
+    m_calls.reach({.raise = [this] { bringToFront(*m_frmCom); },
+                   .isBusy = [] { return QApplication::activeModalWidget() != nullptr; },
+                   .open = [this](const QString& path) { m_frmCom->openFromDesktop(path); }});
+}
+
+} // namespace sixtrace
