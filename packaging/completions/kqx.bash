@@ -11,7 +11,7 @@ _kqx() {
     local list="--files-from --null --jobs" write="--files-from --null --jobs --out-dir --to --no-clobber" options
     case $command in
     convert) options="--help --channels $write" ;;
-    fetch) options="--help --serial --usb --output -o --every --count --timeout" ;;
+    fetch) options="--help --serial --usb --output -o --every --count --timeout --force" ;;
     info) options="--help --json $list" ;;
     measure) options="--help --json --csv --channels --all $list" ;;
     open) options="--help" ;;

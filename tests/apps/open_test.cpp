@@ -51,13 +51,13 @@ protected:
         m_daemon.waitForFinished();
     }
     /// Runs kqx open by a shell, which can spell any name, and answers its calls meanwhile.
-    [[nodiscard]] Ran open(const QString& arguments) const {
+    [[nodiscard]] Ran open(const QString& arguments, const QString& programs = QStringLiteral(SIXTRACE_BIN)) const {
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, QString::fromLatin1(m_address));
         process.setProcessEnvironment(environment);
         process.setWorkingDirectory(m_folder.path());
-        process.start(u"sh"_s, {u"-c"_s, QStringLiteral("exec " SIXTRACE_BIN "/kqx open ") + arguments});
+        process.start(u"sh"_s, {u"-c"_s, u"exec "_s + programs + u"/kqx open "_s + arguments});
         for (const QDeadlineTimer end(60000); process.state() != QProcess::NotRunning && !end.hasExpired();) {
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
         }
@@ -70,6 +70,7 @@ protected:
         ASSERT_NE(file, nullptr);
         std::fclose(file);
     }
+    [[nodiscard]] QString folder() const { return m_folder.path(); }
     [[nodiscard]] QString address(const QString& name) const { return u"file://"_s + m_folder.path() + u'/' + name; }
 
     StandIn program;
@@ -108,6 +109,18 @@ TEST_F(KqxOpen, NamesAreHandedOnByteByByte) {
     EXPECT_EQ(open(u"b*.bin"_s).exitCode, 0);
     EXPECT_EQ(program.calls,
               (QStringList{u"Open "_s + address(u"-dash.bin"_s), u"Open "_s + address(u"b%FF%25.bin"_s)}));
+}
+
+TEST_F(KqxOpen, AProgramThatCannotBeStartedIsTold) {
+    QDBusConnection(u"stand-in"_s).unregisterService(u"org.sixtrace.Sixtrace"_s);
+    // A folder with kqx and without the program.
+    put("a.bin");
+    for (const QString& name : {u"kqx"_s, u"kqx-desktop"_s}) {
+        ASSERT_TRUE(QFile::copy(QStringLiteral(SIXTRACE_BIN "/") + name, folder() + u'/' + name));
+    }
+    const Ran ran = open(u"a.bin"_s, folder());
+    EXPECT_EQ(ran.exitCode, 1);
+    EXPECT_EQ(ran.err, "kqx: sixtrace could not be started\n");
 }
 
 TEST_F(KqxOpen, WhatIsNoFileIsNotHandedOn) {
