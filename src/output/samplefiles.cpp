@@ -23,27 +23,6 @@ void putLittle(char* at, T value) {
     }
 }
 
-/// The volts of all samples as 32-bit reals.
-std::string voltsOf(const ChannelRecord& channel) {
-    const double volts = voltsPerCount(channel);
-    const std::size_t count = channel.heldSamples();
-    std::string bytes(count * sizeof(float), '\0');
-    for (std::size_t i = 0; i < count; ++i) {
-        putLittle(bytes.data() + i * sizeof(float), static_cast<float>(sampleAt(channel.samples, i) * volts));
-    }
-    return bytes;
-}
-
-std::string timesOf(const ChannelRecord& channel) {
-    const double interval = secondsPerSample(channel);
-    const std::size_t count = channel.heldSamples();
-    std::string bytes(count * sizeof(double), '\0');
-    for (std::size_t i = 0; i < count; ++i) {
-        putLittle(bytes.data() + i * sizeof(double), static_cast<double>(i) * interval);
-    }
-    return bytes;
-}
-
 /// What stands before the values of an array: its type and its shape, "(3,)" for a row and "()" for a single value.
 std::string arrayHead(const std::string& type, const std::string& shape) {
     constexpr std::size_t kAlignment = 64;
@@ -53,6 +32,29 @@ std::string arrayHead(const std::string& type, const std::string& shape) {
     head += '\n';
     putLittle(head.data() + 8, static_cast<std::uint16_t>(head.size() - 10));
     return head;
+}
+
+/// Appends the volts of all samples as 32-bit reals.
+void appendVolts(std::string& bytes, const ChannelRecord& channel) {
+    const double volts = voltsPerCount(channel);
+    const std::size_t count = channel.heldSamples();
+    const std::size_t start = bytes.size();
+    bytes.resize(start + count * sizeof(float));
+    char* at = bytes.data() + start;
+    for (std::size_t i = 0; i < count; ++i, at += sizeof(float)) {
+        putLittle(at, static_cast<float>(sampleAt(channel.samples, i) * volts));
+    }
+}
+
+void appendTimes(std::string& bytes, const ChannelRecord& channel) {
+    const double interval = secondsPerSample(channel);
+    const std::size_t count = channel.heldSamples();
+    const std::size_t start = bytes.size();
+    bytes.resize(start + count * sizeof(double));
+    char* at = bytes.data() + start;
+    for (std::size_t i = 0; i < count; ++i, at += sizeof(double)) {
+        putLittle(at, static_cast<double>(i) * interval);
+    }
 }
 
 std::string rowShape(std::size_t count) {
@@ -153,8 +155,8 @@ std::optional<std::string> samplesNpz(const std::vector<SampleColumn>& columns, 
     for (const SampleColumn& column : columns) {
         const std::string label(column.label);
         const std::string shape = rowShape(column.channel.heldSamples());
-        arrays.push_back({"t_" + label + ".npy", arrayHead("<f8", shape) + timesOf(column.channel)});
-        arrays.push_back({"v_" + label + ".npy", arrayHead("<f4", shape) + voltsOf(column.channel)});
+        appendTimes(arrays.emplace_back(Array{"t_" + label + ".npy", arrayHead("<f8", shape)}).bytes, column.channel);
+        appendVolts(arrays.emplace_back(Array{"v_" + label + ".npy", arrayHead("<f4", shape)}).bytes, column.channel);
     }
     arrays.push_back({"info.npy", textArray(info)});
     ZipArchive archive;
@@ -207,7 +209,7 @@ std::optional<std::string> samplesSession(const std::vector<SampleColumn>& colum
     std::vector<std::string> volts;
     for (std::size_t i = 0; i < columns.size(); ++i) {
         metadata += "analog" + std::to_string(i + 1) + '=' + std::string(columns[i].label) + '\n';
-        volts.push_back(voltsOf(columns[i].channel));
+        appendVolts(volts.emplace_back(), columns[i].channel);
     }
     ZipArchive archive;
     archive.add("version", "2", ZipArchive::Packing::Stored);

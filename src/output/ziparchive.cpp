@@ -3,7 +3,8 @@
 
 #include <zip.h>
 
-#include <memory>
+#include <cstring>
+#include <utility>
 
 namespace sixtrace {
 
@@ -12,21 +13,63 @@ namespace {
 /// The first moment that an archive can tell.
 constexpr zip_uint16_t kNoTime = 0;
 constexpr zip_uint16_t kFirstDate = (1U << 5) | 1U;
+constexpr std::size_t kRoomForHeads = 100; ///< of an entry: before its bytes, and in the list at the end
 
-struct SourceFree {
-    void operator()(zip_source_t* source) const { zip_source_free(source); }
-};
-using Source = std::unique_ptr<zip_source_t, SourceFree>;
+/// Where the library writes the archive: a text in memory, grown at its end or overwritten where the library goes back.
+struct Target {
+    std::string content;
+    std::size_t at = 0;
+    zip_error_t error{};
 
-std::optional<std::string> contentOf(zip_source_t* source) {
-    zip_stat_t about;
-    if (zip_source_stat(source, &about) != 0 || zip_source_open(source) != 0) {
-        return std::nullopt;
+    zip_int64_t write(const void* data, std::size_t length) {
+        if (at + length > content.size()) {
+            content.resize(at + length);
+        }
+        std::memcpy(content.data() + at, data, length);
+        at += length;
+        return static_cast<zip_int64_t>(length);
     }
-    std::string content(about.size, '\0');
-    const zip_int64_t got = zip_source_read(source, content.data(), content.size());
-    zip_source_close(source);
-    return got == static_cast<zip_int64_t>(content.size()) ? std::optional(std::move(content)) : std::nullopt;
+    zip_int64_t seek(void* data, std::size_t length) {
+        const zip_int64_t place = zip_source_seek_compute_offset(at, content.size(), data, length, &error);
+        at = place < 0 ? at : static_cast<std::size_t>(place);
+        return place < 0 ? -1 : 0;
+    }
+    zip_int64_t stat(void* data) const {
+        auto* const about = static_cast<zip_stat_t*>(data);
+        zip_stat_init(about);
+        about->size = content.size();
+        about->valid |= ZIP_STAT_SIZE;
+        return sizeof(zip_stat_t);
+    }
+};
+
+zip_int64_t serve(void* user, void* data, zip_uint64_t length, zip_source_cmd_t command) {
+    Target& target = *static_cast<Target*>(user);
+    switch (command) {
+    case ZIP_SOURCE_SUPPORTS:
+        return zip_source_make_command_bitmap(
+            ZIP_SOURCE_OPEN, ZIP_SOURCE_READ, ZIP_SOURCE_CLOSE, ZIP_SOURCE_STAT, ZIP_SOURCE_ERROR, ZIP_SOURCE_FREE,
+            ZIP_SOURCE_SEEK, ZIP_SOURCE_TELL, ZIP_SOURCE_BEGIN_WRITE, ZIP_SOURCE_WRITE, ZIP_SOURCE_COMMIT_WRITE,
+            ZIP_SOURCE_ROLLBACK_WRITE, ZIP_SOURCE_SEEK_WRITE, ZIP_SOURCE_TELL_WRITE, ZIP_SOURCE_REMOVE, -1);
+    case ZIP_SOURCE_BEGIN_WRITE:
+        target.content.clear();
+        target.at = 0;
+        return 0;
+    case ZIP_SOURCE_WRITE:
+        return target.write(data, length);
+    case ZIP_SOURCE_SEEK:
+    case ZIP_SOURCE_SEEK_WRITE:
+        return target.seek(data, length);
+    case ZIP_SOURCE_TELL:
+    case ZIP_SOURCE_TELL_WRITE:
+        return static_cast<zip_int64_t>(target.at);
+    case ZIP_SOURCE_STAT:
+        return target.stat(data);
+    case ZIP_SOURCE_ERROR:
+        return zip_error_to_data(&target.error, data, length);
+    default:
+        return 0; // nothing to open, close or free; nothing is read back
+    }
 }
 
 } // namespace
@@ -34,14 +77,16 @@ std::optional<std::string> contentOf(zip_source_t* source) {
 std::optional<std::string> ZipArchive::file() const {
     zip_error_t error;
     zip_error_init(&error);
-    const Source target(zip_source_buffer_create(nullptr, 0, 0, &error));
-    if (target == nullptr) {
-        return std::nullopt;
+    Target target;
+    std::size_t size = 0;
+    for (const Entry& entry : m_entries) {
+        size += entry.bytes.size() + 2 * (entry.name.size() + kRoomForHeads);
     }
-    zip_source_keep(target.get()); // the archive gives up its own hold when it is closed
-    zip_t* const archive = zip_open_from_source(target.get(), ZIP_TRUNCATE, &error);
+    target.content.reserve(size);
+    zip_source_t* const source = zip_source_function_create(serve, &target, &error);
+    zip_t* const archive = source == nullptr ? nullptr : zip_open_from_source(source, ZIP_TRUNCATE, &error);
     if (archive == nullptr) {
-        zip_source_free(target.get());
+        zip_source_free(source);
         return std::nullopt;
     }
     bool added = true;
@@ -63,7 +108,7 @@ std::optional<std::string> ZipArchive::file() const {
         zip_discard(archive);
         return std::nullopt;
     }
-    return contentOf(target.get());
+    return std::move(target.content);
 }
 
 } // namespace sixtrace

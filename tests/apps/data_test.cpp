@@ -261,7 +261,9 @@ TEST_F(KqxData, ConvertMakesCsvThatPythonReads) {
 TEST_F(KqxData, ConvertMakesArraysThatNumPyLoadsWithoutPickle) {
     const QString name = u"\u6ce2.bin"_s;
     capture(name);
-    EXPECT_EQ(kqx({u"convert"_s, name, u"a.npz"_s}).exitCode, 0);
+    const Ran made = kqx({u"convert"_s, name, u"a.npz"_s});
+    EXPECT_EQ(made.exitCode, 0);
+    EXPECT_EQ(made.err, QByteArray());
     const QByteArray told =
         python("import numpy, json, sys\n"
                "z = numpy.load('a.npz', allow_pickle=False)\n"
@@ -288,7 +290,7 @@ TEST_F(KqxData, ConvertMakesSessionsThatSigrokReads) {
     }
     EXPECT_EQ(kqx({u"convert"_s, u"a.bin"_s, u"one.sr"_s, u"--channels"_s, u"ch1"_s}).exitCode, 0);
     const Ran values = other(u"sigrok-cli"_s, {u"-i"_s, u"one.sr"_s, u"-O"_s, u"csv:label=off:header=false"_s});
-    EXPECT_EQ(values.exitCode, 0);
+    // Its exit code says nothing: this reader may end with a fault of its own after it has written, its own files too.
     QList<double> read;
     for (const QByteArray& line : values.out.split('\n')) {
         bool isNumber = false;

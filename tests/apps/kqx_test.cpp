@@ -302,5 +302,89 @@ TEST_F(Kqx, OpenTellsWhatItTakesAndWhyItCannot) {
     runtime.isNull() ? qunsetenv("XDG_RUNTIME_DIR") : qputenv("XDG_RUNTIME_DIR", runtime);
 }
 
+TEST_F(Kqx, HelpIsWrappedForATerminal) {
+    for (const QString& command : {u"info"_s, u"measure"_s, u"convert"_s, u"screen"_s, u"table"_s}) {
+        const QByteArray help = kqx({command, u"--help"_s}).out;
+        EXPECT_TRUE(help.startsWith(QByteArray("Usage: kqx ").append(command.toUtf8()).append(" [options] FILE")))
+            << help.toStdString();
+        qsizetype longest = 0;
+        for (const QByteArray& line : help.split('\n')) {
+            longest = std::max(longest, line.size());
+            EXPECT_FALSE(line.endsWith(' ')) << line.toStdString();
+        }
+        EXPECT_LE(longest, 79) << help.toStdString();
+        EXPECT_GE(longest, 70) << help.toStdString();
+    }
+    EXPECT_TRUE(kqx({u"screen"_s, u"-h"_s})
+                    .out.contains("\n  --points           Draw points instead of lines.\n"
+                                  "  --cross            Draw the cross instead of the graticule.\n"));
+    EXPECT_TRUE(kqx({u"convert"_s, u"-h"_s})
+                    .out.contains("\n  --channels <list>  Write only these channels, ch1, ch2, A, B, "
+                                  "C or D, parted\n                     by commas.\n"));
+    EXPECT_TRUE(
+        kqx({u"convert"_s, u"-h"_s}).out.contains("\n  --files-from <list>\n                     Take the names"));
+}
+
+TEST_F(Kqx, WrongOptionsAreToldWithTheirNames) {
+    const QString file = scene("V11", "sine");
+    const std::vector<std::pair<QStringList, QByteArray>> wrong{
+        {{u"--frob"_s}, "kqx: unknown option --frob\n"},
+        {{u"--frob=3"_s}, "kqx: unknown option --frob\n"},
+        {{u"-x"_s}, "kqx: unknown option -x\n"},
+        {{u"--json=yes"_s}, "kqx: --json takes no value\n"},
+        {{u"--jobs"_s}, "kqx: --jobs lacks its value\n"},
+        {{u"--jobs=x"_s}, "kqx: --jobs takes a whole number from 1 to 256\n"},
+        {{u"--jobs="_s}, "kqx: --jobs takes a whole number from 1 to 256\n"},
+        {{u"--jobs=2x"_s}, "kqx: --jobs takes a whole number from 1 to 256\n"},
+        {{u"--jobs=257"_s}, "kqx: --jobs takes a whole number from 1 to 256\n"},
+    };
+    for (const auto& [arguments, sentence] : wrong) {
+        const Ran ran = kqx(QStringList{u"info"_s, file} + arguments);
+        EXPECT_EQ(ran.exitCode, 2);
+        EXPECT_EQ(ran.err, sentence);
+    }
+    EXPECT_EQ(kqx({u"info"_s, file, u"--jobs=1"_s, u"--jobs"_s, u"256"_s}).exitCode, 0);
+}
+
+TEST_F(Kqx, BehindTwoDashesEverythingIsAName) {
+    const QString file = scene("V11", "sine");
+    ASSERT_TRUE(QFile::rename(file, path(u"--json"_s)));
+    QProcess process;
+    process.setWorkingDirectory(path(QString()));
+    process.start(QStringLiteral(SIXTRACE_BIN "/kqx"), {u"info"_s, u"--"_s, u"--json"_s});
+    ASSERT_TRUE(process.waitForFinished(60000));
+    EXPECT_EQ(process.exitCode(), 0);
+    EXPECT_TRUE(process.readAllStandardOutput().startsWith("form V11"));
+}
+
+TEST_F(Kqx, InfoForPeopleTellsRowsOfBothFamiliesAndWhatIsNoRow) {
+    const auto told = [this](const char* tag, std::int32_t time, std::int32_t volt, std::int16_t probe) {
+        CaptureBlock made = block();
+        made.timeIndex = time;
+        made.voltIndex = volt;
+        made.probeExp = probe;
+        return kqx({u"info"_s, put(captureBytes(*captureForm(tag), {made}))}).out;
+    };
+    EXPECT_TRUE(told("V11", 2, 1, 0).contains("time base       25 nS (row 2)\n  volts           5.00mv (row 0)\n"));
+    EXPECT_TRUE(told("W11", 2, 10, 3).contains("time base       20 nS (row 2)\n  volts           5000 V (row 9)\n"));
+    EXPECT_TRUE(told("V10", 26, 2, 1).contains("time base       2   S (row 26)\n"));
+    EXPECT_TRUE(told("W01", 27, 2, 1).contains("time base       5   S (row 27)\n"));
+    EXPECT_TRUE(told("V01", 0, 2, 1).contains("time base       5  nS (row 0)\n"));
+    EXPECT_TRUE(told("V11", 28, 11, 0)
+                    .contains("time base       no such row (row 28)\n  volts           no such row (row 10)\n"));
+    EXPECT_TRUE(told("V11", -1, 0, 0)
+                    .contains("time base       no such row (row -1)\n  volts           no such row (row -1)\n"));
+    EXPECT_TRUE(told("V11", 3, 1, 4).contains("volts           no such probe (row 0)\n  probe           1:10000\n"));
+    EXPECT_TRUE(told("V11", 3, 1, -1).contains("volts           no such probe (row 0)\n  probe           1:0.1\n"));
+    EXPECT_TRUE(told("V11", 3, 1, 0).contains("zero level      40\n  scan point      2\n"));
+}
+
+TEST_F(Kqx, InfoOfSeveralFilesNamesEach) {
+    const QString file = put(captureBytes(*captureForm("V11"), {block()}));
+    const Ran one = kqx({u"info"_s, file});
+    const Ran two = kqx({u"info"_s, file, file});
+    EXPECT_EQ(two.out, QByteArray(file.toUtf8() + ":\n" + one.out + "\n" + file.toUtf8() + ":\n" + one.out));
+}
+
 } // namespace
 } // namespace sixtrace::test

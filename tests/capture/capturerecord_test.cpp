@@ -27,6 +27,7 @@ protected:
         const CaptureRecord& record = read(content);
         model = std::make_unique<publicM>();
         model->fillTables();
+        view = std::make_unique<test::RecordedScreen>(*model);
         load(content);
         EXPECT_EQ(record.FileKind, model->FileKind) << what;
         if (record.FileKind == 0) {
