@@ -30,8 +30,8 @@ public:
     /// over the owner's controls must not meet the dialog's.
     void showOver(QWidget* owner);
 
-    /// Gives the dialog the captions of its design again: what was unloaded starts from its design at the next load. The
-    /// first call notes them, so it comes before anything that relabels the dialog.
+    /// Gives the dialog the captions of its design again: what was unloaded starts from its design at the next load.
+    /// The first call notes them, so it comes before anything that relabels the dialog.
     void startFromDesign();
 
 protected:

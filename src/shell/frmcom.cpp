@@ -136,11 +136,10 @@ void FrmCom::makeAreas() {
                          .intervals = {&action(QStringLiteral("mnuone")), &action(QStringLiteral("mnutwo")),
                                        &action(QStringLiteral("mnuthree")), &action(QStringLiteral("mnufive"))}},
                         m_surroundings.dialogs, m_links, m_surroundings.acquisition, this);
-    m_printing = new Printing(
-        m_model,
-        {m_surroundings.dialogs, m_surroundings.printers, [this] { return m_links.pageInputs(); },
-         [this] { return action(QStringLiteral("mnuPrintSet")).iconText(); }},
-        *this);
+    m_printing = new Printing(m_model,
+                              {m_surroundings.dialogs, m_surroundings.printers, [this] { return m_links.pageInputs(); },
+                               [this] { return action(QStringLiteral("mnuPrintSet")).iconText(); }},
+                              *this);
     m_bitmapSave = new BitmapSave({c.Picture3, c.Picture2}, m_surroundings.dialogs, this);
 }
 
