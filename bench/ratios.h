@@ -39,7 +39,7 @@ private:
 };
 
 /// Runs all benchmarks with interleaved repetitions, at least nine, and prints each ratio of their medians beside its
-/// goal.
+/// goal. A ratio that lacks one of its two figures is told as not taken, and makes the run an error.
 inline int runAndCompare(int argc, char** argv, const std::vector<Ratio>& ratios) {
     std::vector<char*> arguments(argv, argv + argc);
     std::string repetitions = "--benchmark_repetitions=9";
@@ -54,13 +54,20 @@ inline int runAndCompare(int argc, char** argv, const std::vector<Ratio>& ratios
     MedianReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     std::printf("\n%-52s %9s   %s\n", "ratio of medians", "measured", "goal");
+    int result = 0;
     for (const Ratio& ratio : ratios) {
         const double baseline = reporter.median(ratio.baseline);
-        const double measured = baseline > 0 ? reporter.median(ratio.thing) / baseline : 0;
+        const double thing = reporter.median(ratio.thing);
+        if (baseline <= 0 || thing <= 0) {
+            std::printf("%-52s %9s   at most %.4f   NOT TAKEN\n", ratio.name.c_str(), "-", ratio.goal);
+            result = 1;
+            continue;
+        }
+        const double measured = thing / baseline;
         std::printf("%-52s %9.4f   at most %.4f%s\n", ratio.name.c_str(), measured, ratio.goal,
                     measured > ratio.goal ? "   MISSED" : "");
     }
-    return 0;
+    return result;
 }
 
 } // namespace sixtrace::bench

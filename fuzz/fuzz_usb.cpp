@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Both USB exchanges over a link that answers with any bytes, comes short anywhere and is cancelled anywhere.
+// The USB exchange over a link that answers with any bytes, comes short anywhere and is cancelled anywhere.
 #include "acquire/usbexchange.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -53,70 +52,44 @@ private:
     bool m_open = false;
 };
 
-class SilentDialogs final : public Dialogs {
-public:
-    std::optional<FileChoice> ShowOpen(const FileRequest&) override { return std::nullopt; }
-    std::optional<FileChoice> ShowSave(const FileRequest&) override { return std::nullopt; }
-    std::optional<Colour> ShowColor(Colour) override { return std::nullopt; }
-    void message(const QString& text, MessageIcon, const QString&) override { require(!text.isEmpty()); }
-    Answer question(const QString&, MessageIcon, const QString&) override { return Answer::No; }
-    std::optional<QString> input(const QString&, const QString&, const QString&) override { return std::nullopt; }
-};
-
-class SilentForm final : public UsbForm {
-public:
-    SilentForm(QString path, int cancelAt)
-        : m_path(std::move(path))
-        , m_cancelAt(cancelAt) {}
-    UsbTransfer* transfer = nullptr;
-
-    QString Text1() override { return QStringLiteral("D.bin"); }
-    QString Text2() override { return m_path; }
-    void setText1(const QString&) override {}
-    void setText2(const QString& path) override { m_path = path; }
-    void setText5(std::int32_t) override {}
-    void setText6(std::int32_t length) override { require(length >= 0 && length <= 2147583); }
-    void setBarMaximum(std::int32_t) override {}
-    void setBar(std::int32_t) override {}
-    void setCommand4Enabled(bool) override {}
-    void yield() override {
-        if (--m_cancelAt == 0) {
-            transfer->CancelButton_Click();
-        }
-    }
-    void waitForTimer1() override {}
-    void unload() override {}
-
-private:
-    QString m_path;
-    int m_cancelAt;
-};
-
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const QTemporaryDir folder;
-    static const auto model = std::make_unique<publicM>();
     const QByteArray input(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
     const int how = input.isEmpty() ? 0 : static_cast<unsigned char>(input[0]);
     const int cancelAt = input.size() < 2 ? 0 : static_cast<unsigned char>(input[1]);
-    SilentDialogs dialogs;
-    model->LanguageId = static_cast<std::int16_t>(how & 1);
-    {
-        FuzzedLink link(input.mid(2), (how & 6) != 6);
-        SilentForm form(folder.filePath(QStringLiteral("D.bin")), cancelAt);
-        UsbTransfer transfer(link, form, dialogs, *model);
-        form.transfer = &transfer;
-        model->ReceiveResult = 0;
-        transfer.Command4_Click();
-        require(!transfer.UsbBusy());
-        if (model->ReceiveResult == 1) {
-            require(QFileInfo(model->ReceivedFile).size() >= 1);
-        }
-        QFile::remove(model->ReceivedFile);
-    }
+    const QString path = folder.filePath(QStringLiteral("D.bin"));
     FuzzedLink link(input.mid(2), (how & 6) != 6);
-    static_cast<void>(getfromUSB(link, dialogs, *model, folder.filePath(QStringLiteral("AutoGet.bin"))));
-    QFile::remove(model->ReceivedFile);
+    static_cast<void>(link.InitializeTt(0));
+    TransferGate gate;
+    int yields = 0;
+    bool cancelled = false;
+    TransferReport report;
+    {
+        const auto pass = gate.enter();
+        report = exchangeUsb(*pass, link,
+                             {.storeAt = [&path](const UsbAnnounced& announced) -> Result<QString> {
+                                  require(announced.length >= 0 && announced.length <= 2147583);
+                                  require(announced.blocks == announced.length / kUsbBlockSize);
+                                  return path;
+                              },
+                              .cancelled = [&cancelled] { return cancelled; },
+                              .yield =
+                                  [&] {
+                                      if (++yields == cancelAt) {
+                                          cancelled = true;
+                                          link.closeTt(0);
+                                      }
+                                  }});
+    }
+    require(!gate.held());
+    require((report.end == TransferEnd::Error) == report.error.has_value());
+    require((report.end == TransferEnd::Cancelled) == cancelled);
+    if (report.end == TransferEnd::Finished) {
+        require(QFileInfo(path).size() == qint64{report.announced.value()} + 1);
+    }
+    require(!report.whole() || report.stored == report.announced);
+    QFile::remove(path);
     return 0;
 }

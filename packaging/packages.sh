@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=sh disable=SC2034
-# The Debian packages that ./run and ./test need, and how the missing ones get installed. Sourced, not run.
+# The Debian packages that ./run, ./test and the benches need, and how the missing ones get installed. Sourced by the
+# scripts; run as "sh packaging/packages.sh bench" it installs what the benches need.
 
 # To build and to run the programs. The fonts are the dialogs' Latin and Chinese ones.
 build_packages="g++ cmake ninja-build ccache pkg-config git
@@ -14,6 +15,9 @@ test_packages="libgtest-dev libgmock-dev libumockdev-dev umockdev
     dbus-daemon desktop-file-utils appstream mandoc libxml2-utils libglib2.0-bin shared-mime-info dpkg-dev file
     catdoc gnumeric python3 python3-openpyxl python3-xlrd
     cups cups-client cups-filters poppler-utils"
+
+# What the programs of bench/ need on top: the measuring library, and the pair that the serial line is compared to.
+bench_packages="libbenchmark-dev lrzsz"
 
 # As root, or through sudo. Where nobody can type a password, sudo has to do without one.
 as_root() {
@@ -59,3 +63,10 @@ require_packages() {
         exit 1
     fi
 }
+
+case ${0##*/}:${1:-} in
+packages.sh:bench)
+    # shellcheck disable=SC2086 # lists of names
+    require_packages $build_packages $bench_packages
+    ;;
+esac

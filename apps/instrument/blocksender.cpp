@@ -9,7 +9,6 @@ namespace sixtrace {
 namespace {
 
 constexpr char kDataFilling = 0x1A;
-constexpr int kWrongLengthBy = 1000;
 constexpr int kLostByte = 9;
 const QByteArray kNoise = QByteArrayLiteral("\xA5\x5A\x7E");
 
@@ -89,7 +88,7 @@ QByteArray BlockSender::sendHeader() {
     m_state = State::HeaderSent;
     m_offset = 0;
     m_number = 1;
-    const qsizetype length = m_content.size() + (m_plan.has(FaultKind::WrongLength) ? kWrongLengthBy : 0);
+    const int length = m_plan.told(static_cast<int>(m_content.size()));
     const QByteArray field = m_name + '\0' + QByteArray::number(length) + '\0';
     return faulty(0, block(0, field, field.size() > line::kShortData ? line::kLongData : line::kShortData, '\0'));
 }
@@ -143,6 +142,7 @@ QByteArray BlockSender::faulty(int blockIndex, QByteArray bytes) {
     if (takeFault(FaultKind::LostBlock, blockIndex)) {
         return {};
     }
+    m_late = takeFault(FaultKind::Late, blockIndex);
     if (takeFault(FaultKind::Crc, blockIndex)) {
         flip(bytes, bytes.size() - 1);
     }

@@ -6,6 +6,7 @@
 #include <QByteArray>
 
 #include <map>
+#include <utility>
 
 namespace sixtrace {
 
@@ -36,6 +37,8 @@ public:
     /// Whether a receiver has asked for anything yet.
     [[nodiscard]] bool begun() const { return m_state != State::Waiting; }
     [[nodiscard]] bool over() const { return m_state >= State::Done; }
+    /// Whether the last answer is to leave late; asked once for each answer.
+    [[nodiscard]] bool takeLate() { return std::exchange(m_late, false); }
 
     /// The bytes of one block with a right check value: `number` modulo 256, data filled to `size` with `filling`.
     [[nodiscard]] static QByteArray block(int number, QByteArray data, int size, char filling);
@@ -58,6 +61,7 @@ private:
     int m_number = 1;       ///< of the block being sent
     unsigned char m_previous = 0;
     bool m_silent = false;
+    bool m_late = false;
 };
 
 } // namespace sixtrace

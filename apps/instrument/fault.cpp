@@ -12,7 +12,7 @@ namespace sixtrace {
 
 namespace {
 
-constexpr std::array<std::pair<const char*, FaultKind>, 13> kNames{{
+constexpr std::array<std::pair<const char*, FaultKind>, 15> kNames{{
     {"crc", FaultKind::Crc},
     {"complement", FaultKind::Complement},
     {"sequence", FaultKind::Sequence},
@@ -25,6 +25,8 @@ constexpr std::array<std::pair<const char*, FaultKind>, 13> kNames{{
     {"stop", FaultKind::Stop},
     {"bitmap", FaultKind::Bitmap},
     {"wrong-length", FaultKind::WrongLength},
+    {"short-length", FaultKind::ShortLength},
+    {"late", FaultKind::Late},
     {"unplug", FaultKind::Unplug},
 }};
 
@@ -63,6 +65,14 @@ const Fault* FetchPlan::at(FaultKind kind, int block) const {
         return fault.kind == kind && fault.block == block;
     });
     return found == faults.cend() ? nullptr : &*found;
+}
+
+int FetchPlan::told(int length) const {
+    constexpr int kWrongBy = 1000;
+    if (has(FaultKind::WrongLength)) {
+        return length + kWrongBy;
+    }
+    return has(FaultKind::ShortLength) ? std::max(length - kWrongBy, 0) : length;
 }
 
 std::optional<FetchPlan> parsePlan(const QString& text) {

@@ -22,6 +22,8 @@ enum class FaultKind {
     Stop,        ///< half a block, then nothing more
     Bitmap,      ///< a picture in place of a capture
     WrongLength, ///< a length that is 1000 bytes too large
+    ShortLength, ///< a length that is 1000 bytes too small
+    Late,        ///< a block that comes a second late
     Unplug,      ///< the line goes away before a block
 };
 
@@ -46,6 +48,8 @@ struct FetchPlan {
 
     [[nodiscard]] bool has(FaultKind kind) const;
     [[nodiscard]] const Fault* at(FaultKind kind, int block) const;
+    /// The length that a header tells of a file of `length` bytes.
+    [[nodiscard]] int told(int length) const;
 };
 
 /// One line of a script: faults and "scene=NAME" separated by blanks, "#" begins a comment. Nothing for a line that

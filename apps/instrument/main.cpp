@@ -106,16 +106,16 @@ int serveLinks(const ServeRequest& request) {
     QTextStream out(stdout);
     if (!request.serial.isEmpty()) {
         auto server = std::make_unique<SerialServer>(feed, request.serial, rate);
-        if (!server->open()) {
-            return fail(Failed, QStringLiteral("%1: the serial line cannot be made").arg(request.serial));
+        if (const auto complaint = server->open()) {
+            return fail(Failed, QStringLiteral("%1: %2").arg(request.serial, *complaint));
         }
         links.push_back(std::move(server));
         out << "serial line at " << request.serial << Qt::endl;
     }
     if (!request.usb.isEmpty()) {
         auto server = std::make_unique<UsbServer>(feed, request.usb);
-        if (!server->open()) {
-            return fail(Failed, QStringLiteral("%1: the socket cannot be made").arg(request.usb));
+        if (const auto complaint = server->open()) {
+            return fail(Failed, QStringLiteral("%1: %2").arg(request.usb, *complaint));
         }
         links.push_back(std::move(server));
         out << "USB link at " << request.usb << Qt::endl;

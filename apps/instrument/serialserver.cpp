@@ -1,14 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "instrument/serialserver.h"
 
+#include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <fcntl.h>
 #include <poll.h>
 #include <pty.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -20,6 +24,7 @@ using namespace std::chrono_literals;
 
 constexpr auto kReplugAfter = 2s;
 constexpr auto kPatience = 15s; ///< longer than a receiver waits before it asks again
+constexpr auto kLateBy = 1s;
 constexpr auto kSlice = 2ms;    ///< bytes leave in slices of this length
 
 } // namespace
@@ -31,9 +36,38 @@ SerialServer::SerialServer(CaptureFeed& feed, QString link, int bytesPerSecond)
 
 SerialServer::~SerialServer() {
     close();
+    if (m_name >= 0) {
+        ::close(m_name);
+    }
 }
 
-bool SerialServer::open() {
+/// Takes the link's name among those of all instruments of the machine: an address without a file, which goes with the
+/// process however that ends. A link alone would not tell, as the number of its terminal may be another's by now.
+bool SerialServer::claimName() {
+    const QFileInfo link(m_link);
+    const QString whole = QFileInfo(link.absolutePath()).canonicalFilePath() + u'/' + link.fileName();
+    const QByteArray digest = QCryptographicHash::hash(QFile::encodeName(whole), QCryptographicHash::Sha256).toHex();
+    const QByteArray name = '\0' + QByteArrayLiteral("sixtrace-instrument-") + digest;
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::copy(name.cbegin(), name.cend(), address.sun_path);
+    m_name = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const auto size = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + static_cast<std::size_t>(name.size()));
+    return m_name >= 0 && bind(m_name, reinterpret_cast<const sockaddr*>(&address), size) == 0;
+}
+
+std::optional<QString> SerialServer::open() {
+    if (!claimName()) {
+        return QStringLiteral("another instrument serves there");
+    }
+    const QFileInfo link(m_link);
+    if (link.isSymLink() && link.exists() && !link.symLinkTarget().startsWith(QLatin1String("/dev/pts/"))) {
+        return QStringLiteral("it leads to %1, which is no instrument's").arg(link.symLinkTarget());
+    }
+    return makeLine() ? std::nullopt : std::optional(QStringLiteral("the serial line cannot be made"));
+}
+
+bool SerialServer::makeLine() {
     std::array<char, 128> name{};
     termios raw{};
     cfmakeraw(&raw);
@@ -74,12 +108,12 @@ ServerClock::time_point SerialServer::wakeAt() const {
     if (m_master < 0) {
         return m_replugAt;
     }
-    return m_out.isEmpty() || m_full ? ServerClock::time_point::max() : m_nextByte;
+    return m_out.isEmpty() || m_full ? ServerClock::time_point::max() : std::max(m_nextByte, m_heldUntil);
 }
 
 bool SerialServer::step() {
     if (m_master < 0) {
-        if (ServerClock::now() >= m_replugAt && !open()) {
+        if (ServerClock::now() >= m_replugAt && !makeLine()) {
             m_replugAt = ServerClock::now() + kReplugAfter;
         }
         return false;
@@ -114,6 +148,9 @@ bool SerialServer::readRequests() {
                 m_sender.emplace(fetch.name, fetch.content, fetch.plan);
             }
             m_out += m_sender->answer(static_cast<unsigned char>(bytes[static_cast<std::size_t>(i)]));
+            if (m_sender->takeLate()) {
+                m_heldUntil = ServerClock::now() + kLateBy;
+            }
             if (m_sender->state() == BlockSender::State::Unplugged) {
                 endFetch();
                 close();
@@ -138,6 +175,9 @@ void SerialServer::sendDue() {
     m_full = false;
     while (!m_out.isEmpty()) {
         const auto now = ServerClock::now();
+        if (now < m_heldUntil) {
+            return;
+        }
         qsizetype due = m_out.size();
         if (m_bytesPerSecond > 0) {
             if (now < m_nextByte) {

@@ -20,9 +20,9 @@ public:
     SerialServer(CaptureFeed& feed, QString link, int bytesPerSecond);
     ~SerialServer() override;
 
-    /// Makes the terminal and the link; false where one of them cannot be made. A link of that name is replaced,
-    /// anything else is not.
-    [[nodiscard]] bool open();
+    /// Makes the terminal and the link; a sentence where that cannot be done. A link that an instrument has left is
+    /// replaced; anything else is not, least of all the link of an instrument that still runs.
+    [[nodiscard]] std::optional<QString> open();
 
     [[nodiscard]] pollfd waitFor() override;
     [[nodiscard]] ServerClock::time_point wakeAt() const override;
@@ -33,16 +33,20 @@ private:
     void sendDue();
     void close();
     void endFetch();
+    [[nodiscard]] bool claimName();
+    [[nodiscard]] bool makeLine();
 
     CaptureFeed& m_feed;
     QString m_link;
     int m_bytesPerSecond;
+    int m_name = -1; ///< a socket that holds the link's name for as long as this process runs
     int m_master = -1;
     int m_slave = -1; ///< kept open: the line lives on while no client has it open
     std::optional<BlockSender> m_sender;
     QByteArray m_out;
     bool m_full = false; ///< the client does not read
     ServerClock::time_point m_nextByte;
+    ServerClock::time_point m_heldUntil; ///< nothing leaves before
     ServerClock::time_point m_lastRequest;
     ServerClock::time_point m_replugAt;
 };

@@ -16,7 +16,14 @@
 namespace sixtrace::kqx {
 
 /// What the process says at its end.
-enum ExitCode { Done = 0, Failed = 1, WrongUse = 2 };
+enum ExitCode {
+    Done = 0,
+    Failed = 1,
+    WrongUse = 2,
+    NoInstrument = 3, ///< no port or link to an instrument, or nobody answers there
+    IsBitmap = 4,     ///< what was fetched is a bitmap and no capture
+    NotStored = 5,    ///< what was fetched has no place to stand
+};
 
 /// A sentence on standard error, and the code to end with.
 int fail(ExitCode code, const QString& text);
@@ -41,6 +48,7 @@ int fetch(const QStringList& arguments);
 int info(const QStringList& arguments);
 int open(const QStringList& arguments);
 int page(const QStringList& arguments);
+int ports(const QStringList& arguments);
 int screen(const QStringList& arguments);
 int table(const QStringList& arguments);
 

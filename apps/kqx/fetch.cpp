@@ -2,8 +2,8 @@
 // kqx fetch: captures from the instrument into files, over the receivers that the application uses.
 #include "commands.h"
 #include "fetchlinks.h"
+#include "fetchtarget.h"
 
-#include "acquire/filenames.h"
 #include "platform/programfolder.h"
 #include "platform/serialports.h"
 #include "platform/ttlink.h"
@@ -12,12 +12,9 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QEventLoop>
-#include <QFile>
 #include <QFileInfo>
 #include <QTextStream>
 #include <QTimer>
-
-#include <cstdio>
 
 namespace sixtrace::kqx {
 
@@ -32,62 +29,32 @@ QString portLocation(const QString& port) {
     return isNumber ? serialPortLocation(programFolder(), number) : QFileInfo(port).absoluteFilePath();
 }
 
-/// A name in `folder` that no file bears: stamped with the time, and numbered when the minute has one already.
-QString freeName(const QString& folder, bool bitmap) {
-    const QString stem = folder + u'/' + stampedName(QDateTime::currentDateTime()).chopped(4);
-    const QString suffix = bitmap ? QStringLiteral(".bmp") : QStringLiteral(".bin");
-    QString name = stem + suffix;
-    for (int i = 2; QFileInfo::exists(name); ++i) {
-        name = stem + QStringLiteral("-%1").arg(i) + suffix;
-    }
-    return name;
-}
-
-/// Where the captures go.
-struct Target {
-    QString folder;
-    QString file; ///< empty where names carry the time
-};
-
-/// Gives the received file its final name in one step; an existing file of that name is replaced only if the user
-/// has given it.
-bool place(const QString& received, const QString& name) {
-    return std::rename(QFile::encodeName(received).constData(), QFile::encodeName(name).constData()) == 0;
-}
-
 /// The folders that fetches receive into. A bitmap bears the name that the instrument gives it.
 WorkshopKind fetching() {
     return {QStringLiteral(".kqx-fetch"), QRegularExpression(QStringLiteral("capture\\.bin|.*bmp"))};
 }
 
 /// One fetch into a folder of its own beside the target, so that nothing half stands under a final name.
-bool fetchOne(FetchLink& link, const Target& target) {
-    const Workshop workshop(target.folder, fetching());
+ExitCode fetchOne(FetchLink& link, const FetchTarget& target) {
+    const Workshop workshop(target.folder(), fetching());
     if (!workshop.isValid()) {
-        fail(Failed, QStringLiteral("%1 cannot be written").arg(target.folder));
-        return false;
+        return static_cast<ExitCode>(fail(NotStored, QStringLiteral("%1 cannot be written").arg(target.folder())));
     }
-    const QString before = QDir::currentPath();
-    // A bitmap over the serial line goes to the current folder by its bare name.
-    if (!QDir::setCurrent(workshop.path())) {
-        fail(Failed, QStringLiteral("%1 cannot be entered").arg(workshop.path()));
-        return false;
+    const Fetched fetched = link.fetch(workshop.path());
+    if (fetched.how != Fetched::How::Whole) {
+        return static_cast<ExitCode>(
+            fail(fetched.how == Fetched::How::NoInstrument ? NoInstrument : Failed, fetched.sentence));
     }
-    const Result<QString> received = link.fetch(workshop.filePath(QStringLiteral("capture.bin")));
-    QDir::setCurrent(before);
-    if (!received) {
-        fail(Failed, received.error().description);
-        return false;
+    const Result<QString> name = target.place(fetched.file, fetched.bitmap);
+    if (!name) {
+        return static_cast<ExitCode>(
+            fail(NotStored, QStringLiteral("the file cannot be stored: %1").arg(name.error().description)));
     }
-    const QString file = QDir(workshop.path()).absoluteFilePath(received.value());
-    const QString name =
-        target.file.isEmpty() ? freeName(target.folder, file.endsWith(QLatin1String("bmp"))) : target.file;
-    if (!place(file, name)) {
-        fail(Failed, QStringLiteral("%1 cannot be written").arg(name));
-        return false;
+    QTextStream(stdout) << QDir::toNativeSeparators(name.value()) << Qt::endl;
+    if (fetched.bitmap) {
+        return static_cast<ExitCode>(fail(IsBitmap, QStringLiteral("the file is a bitmap and no capture")));
     }
-    QTextStream(stdout) << QDir::toNativeSeparators(name) << Qt::endl;
-    return true;
+    return Done;
 }
 
 void pause(qint64 milliseconds) {
@@ -103,25 +70,16 @@ void pause(qint64 milliseconds) {
     loop.exec();
 }
 
-std::optional<Target> targetOf(const QString& output) {
-    if (output.isEmpty()) {
-        return Target{QDir::currentPath(), {}};
-    }
-    const QFileInfo info(output);
-    if (info.isDir()) {
-        return Target{QDir::cleanPath(info.absoluteFilePath()), {}};
-    }
-    return QFileInfo(info.absolutePath()).isDir() ? std::optional(Target{info.absolutePath(), info.absoluteFilePath()})
-                                                  : std::nullopt;
-}
-
 } // namespace
 
 int fetch(const QStringList& arguments) {
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("Fetches captures from the instrument and prints the name of each file. Files appear whole or "
-                       "not at all. Ctrl+C stops after the read in progress, a second one at once."));
+                       "not at all. Ctrl+C stops after the read in progress, a second one at once.\n\n"
+                       "Exit codes: 0 done, 1 a transfer broke off or its file is not whole, 2 wrong use, 3 no "
+                       "instrument or no port, 4 the file is a bitmap and no capture (stored with the ending .bmp), 5 "
+                       "the file cannot be stored. Of several captures the first that failed gives the code."));
     const QCommandLineOption serial(QStringLiteral("serial"),
                                     QStringLiteral("Fetch over a serial line: a number 1 to 16 or a terminal device."),
                                     QStringLiteral("port"));
@@ -139,7 +97,9 @@ int fetch(const QStringList& arguments) {
                                      QStringLiteral("Seconds until a read of the serial line counts as failed, 10 by "
                                                     "default."),
                                      QStringLiteral("seconds"), QStringLiteral("10"));
-    parser.addOptions({serial, usb, output, every, count, timeout});
+    const QCommandLineOption force(QStringLiteral("force"),
+                                   QStringLiteral("Let --output overwrite a file that is there."));
+    parser.addOptions({serial, usb, output, every, count, timeout, force});
     if (const auto code = parse(parser, QStringLiteral("fetch"), arguments, {})) {
         return *code;
     }
@@ -157,34 +117,39 @@ int fetch(const QStringList& arguments) {
     if (parser.isSet(serial) == parser.isSet(usb)) {
         return fail(WrongUse, QStringLiteral("give either --serial PORT or --usb"));
     }
-    const auto target = targetOf(parser.value(output));
+    const auto target = FetchTarget::of(parser.value(output), parser.isSet(force));
     if (!target) {
-        return fail(Failed, QStringLiteral("%1: no such folder").arg(parser.value(output)));
+        return fail(NotStored, target.error().description);
     }
-    if (captures > 1 && !target->file.isEmpty()) {
+    if (captures > 1 && !target.value().isFolder()) {
         return fail(WrongUse, QStringLiteral("several captures need a folder, not one file"));
     }
     const QString location = parser.isSet(serial) ? portLocation(parser.value(serial)) : QString();
     if (parser.isSet(serial) && location.isEmpty()) {
-        return fail(Failed, QStringLiteral("there is no serial port %1").arg(parser.value(serial)));
+        return fail(NoInstrument, QStringLiteral("there is no serial port %1 (kqx ports tells what there is)")
+                                      .arg(parser.value(serial)));
     }
     catchInterrupt();
     const auto link = parser.isSet(serial) ? serialLink(location, static_cast<int>(patience * 1000))
                                            : usbLink(ttLibraryFolder(programFolder()));
     int fetched = 0;
+    ExitCode firstFailure = Done;
     QElapsedTimer clock;
     for (int i = 0; i < captures && !interrupted(); ++i) {
         clock.start();
-        fetched += fetchOne(*link, *target) ? 1 : 0;
+        const ExitCode code = fetchOne(*link, target.value());
+        fetched += code == Done ? 1 : 0;
+        firstFailure = firstFailure == Done ? code : firstFailure;
         const auto left = static_cast<qint64>(seconds * 1000) - clock.elapsed();
         if (i + 1 < captures && left > 0 && !interrupted()) {
             pause(left);
         }
     }
     if (captures > 1 && fetched < captures) {
-        return fail(Failed, QStringLiteral("%1 of %2 captures fetched").arg(fetched).arg(captures));
+        return fail(firstFailure == Done ? Failed : firstFailure,
+                    QStringLiteral("%1 of %2 captures fetched").arg(fetched).arg(captures));
     }
-    return fetched == captures ? Done : Failed;
+    return fetched == captures ? Done : firstFailure == Done ? Failed : firstFailure;
 }
 
 } // namespace sixtrace::kqx

@@ -4,10 +4,11 @@
 #include "acquire/serialreceive.h"
 #include "acquire/usbexchange.h"
 #include "platform/mscomm.h"
+#include "platform/ttlink.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <QTextStream>
+#include <QThread>
 
 #include <csignal>
 #include <unistd.h>
@@ -16,14 +17,30 @@ namespace sixtrace::kqx {
 
 namespace {
 
+constexpr int kEnglish = 1;
+
 volatile std::sig_atomic_t g_interrupted = 0;
 
 void noteInterrupt(int) {
     g_interrupted = 1;
 }
 
-RuntimeError sentence(const QString& text) {
-    return {ErrorNumber::DeviceIo, text};
+Fetched noInstrument(const QString& sentence) {
+    return {.how = Fetched::How::NoInstrument,
+            .file = {},
+            .bitmap = false,
+            .sentence = sentence + QStringLiteral(" (kqx ports tells what there is)")};
+}
+
+/// The companion judges by the report alone: what is not whole is no capture.
+Fetched judged(const TransferReport& report) {
+    if (report.whole()) {
+        return {Fetched::How::Whole, report.path, report.bitmap, {}};
+    }
+    if (report.end == TransferEnd::BrokenOff && !report.announced) {
+        return noInstrument(QStringLiteral("no instrument answers: ") + sentenceOf(report, kEnglish));
+    }
+    return {Fetched::How::BrokenOff, {}, false, sentenceOf(report, kEnglish)};
 }
 
 /// A line on the terminal that is written over and over; nothing where errors go elsewhere.
@@ -52,122 +69,113 @@ private:
     QString m_shown;
 };
 
-class SerialLink final : public FetchLink, private ReceiveForm {
+class SerialLink final : public FetchLink {
 public:
     SerialLink(const QString& location, int timeoutMs)
         : m_port([location](int) { return location; }) {
         m_receive.ReadTimeoutMs = static_cast<std::int16_t>(timeoutMs);
     }
 
-    Result<QString> fetch(const QString& path) override {
-        m_path = path;
-        m_size = -1;
+    Fetched fetch(const QString& folder) override {
         const Outcome set = m_port.setSettings(QStringLiteral("115200,N,8,1"));
         const Outcome opened = set ? m_port.setPortOpen(true) : set;
         if (!opened) {
-            return sentence(QStringLiteral("the serial port does not open: %1").arg(opened.error().description));
+            return noInstrument(
+                QStringLiteral("the serial port does not open: %1").arg(opened.error().description));
         }
-        const Result<std::int32_t> result = m_receive.YModemReceive();
+        const auto pass = m_gate.enter();
+        m_retries = 0;
+        // With the line gone nothing can come any more, so that further tries are spared.
+        TransferReport report =
+            m_receive.YModemReceive(*pass, {.path = folder + QStringLiteral("/capture.bin"),
+                                            .bitmapFolder = folder + u'/',
+                                            .cancelled = [this] { return interrupted() || m_port.lost(); },
+                                            .show = [this](const ReceiveStep& step) { show(step); },
+                                            .yield = [] { QCoreApplication::processEvents(); }});
+        if (m_port.lost() && !interrupted() && !report.whole()) {
+            report.end = TransferEnd::Error;
+            report.error = RuntimeError{ErrorNumber::DeviceIo, QStringLiteral("the serial line has gone")};
+        }
         static_cast<void>(m_port.setPortOpen(false)); // closing cannot fail
         m_line.clear();
-        if (!result) {
-            return sentence(QStringLiteral("the transfer failed: %1").arg(result.error().description));
-        }
-        if (result.value() < 0) {
-            return sentence(m_model->XferCancel == 1 ? QStringLiteral("cancelled")
-                                                     : QStringLiteral("the transfer failed: the instrument does not "
-                                                                      "answer as it should"));
-        }
-        if (m_size < 0 || QFileInfo(m_model->ReceivedFile).size() < m_size || result.value() == 0) {
-            return sentence(QStringLiteral("the transfer failed: the instrument ended it early"));
-        }
-        return m_model->ReceivedFile;
+        return judged(report);
     }
 
 private:
-    QString Text2() override { return m_path; }
-    void setText1(const QString&) override {}
-    void setText2(const QString& path) override { m_path = path; }
-    void setText3(int) override {}
-    void setText4(int retries) override { m_retries = retries; }
-    void setAmounts(const QString& received, const QString& size) override {
-        m_line.show(QStringLiteral("%1 of %2").arg(received, size) +
-                    (m_retries > 0 ? QStringLiteral(", retry %1").arg(m_retries) : QString()));
-    }
-    void setBarMaximum(std::int32_t maximum) override { m_size = maximum - 1; }
-    void setBar(std::int32_t) override {}
-    void yield() override {
-        if (interrupted()) {
-            m_model->XferCancel = 1;
+    void show(const ReceiveStep& step) {
+        if (const auto* retried = std::get_if<Retried>(&step)) {
+            m_retries = retried->retries;
+        } else if (const auto* block = std::get_if<BlockTaken>(&step)) {
+            m_line.show(QStringLiteral("%1 of %2").arg(amountText(block->total, block->size),
+                                                      amountText(block->size, block->size)) +
+                        (m_retries > 0 ? QStringLiteral(", retry %1").arg(m_retries) : QString()));
+            m_retries = 0;
         }
-        QCoreApplication::processEvents();
     }
 
-    std::unique_ptr<publicM> m_model = std::make_unique<publicM>();
     MSComm m_port;
-    SerialReceive m_receive{m_port, *this, *m_model};
+    SerialReceive m_receive{m_port};
+    TransferGate m_gate;
     ProgressLine m_line;
-    QString m_path;
-    std::int32_t m_size = -1;
     int m_retries = 0;
 };
 
-/// The transfer by hand with a terminal in place of the window: its messages become the error.
-class UsbLink final : public FetchLink, private UsbForm, private Dialogs {
+class UsbLink final : public FetchLink {
 public:
     explicit UsbLink(const QString& folder)
-        : m_library(folder) {
-        m_model->LanguageId = 1;
-    }
+        : m_library(folder) {}
 
-    Result<QString> fetch(const QString& path) override {
-        m_path = path;
-        m_complaint.clear();
-        m_model->ReceiveResult = 0;
-        m_transfer.Command4_Click();
-        m_line.clear();
-        if (m_model->ReceiveResult < 1) {
-            return sentence(m_complaint.isEmpty() ? QStringLiteral("cancelled") : m_complaint);
+    Fetched fetch(const QString& folder) override {
+        if (m_library.InitializeTt(0) == 0) {
+            return noInstrument(usbOpenFailedText(kEnglish));
         }
-        return m_model->ReceivedFile;
+        const auto pass = m_gate.enter();
+        bool cut = false;
+        std::int32_t length = 0;
+        TransferReport report = exchangeUsb(
+            *pass, m_library,
+            {.storeAt = [&](const UsbAnnounced& announced) -> Result<QString> {
+                 length = announced.length;
+                 const QString name = announced.bitmap ? QStringLiteral("/capture.bmp") : QStringLiteral("/capture.bin");
+                 return QString(folder + name);
+             },
+             .cancelled = [&cut] { return cut; },
+             .blockCame =
+                 [&](std::int32_t block) {
+                     m_line.show(QStringLiteral("%1 of %2 bytes").arg((block + 1) * kUsbBlockSize).arg(length));
+                 },
+             .yield =
+                 [&] {
+                     if (interrupted() && !cut) {
+                         cut = true;
+                         m_library.closeTt(0); // the next read fails
+                     }
+                 }});
+        // A file cut at its announced size may hold bytes that came twice: then the instrument has some left.
+        report.inOrder = !report.whole() || !m_library.hasMore();
+        m_line.clear();
+        close(report);
+        Fetched fetched = judged(report);
+        if (fetched.how != Fetched::How::Whole) {
+            fetched.sentence += QStringLiteral(" (ttdll.log beside the program may tell more)");
+        }
+        return fetched;
     }
 
 private:
-    QString Text1() override { return QStringLiteral("capture.bin"); }
-    QString Text2() override { return m_path; }
-    void setText1(const QString&) override {}
-    void setText2(const QString& path) override { m_path = path; }
-    void setText5(std::int32_t received) override {
-        m_line.show(QStringLiteral("%1 of %2 bytes").arg(received).arg(m_length));
-    }
-    void setText6(std::int32_t length) override { m_length = length; }
-    void setBarMaximum(std::int32_t) override {}
-    void setBar(std::int32_t) override {}
-    void setCommand4Enabled(bool) override {}
-    void yield() override {
-        if (interrupted() && m_transfer.UsbBusy()) {
-            m_transfer.CancelButton_Click();
+    void close(const TransferReport& report) {
+        if (report.end == TransferEnd::Cancelled) {
+            QThread::msleep(kRecoveryMs);
+            static_cast<void>(m_library.InitializeTt(1)); // puts the link in order as far as that goes
         }
+        m_library.closeTt(report.whole() ? 0 : 1);
     }
-    void waitForTimer1() override { usleep(300000); }
-    void unload() override {}
 
-    std::optional<FileChoice> ShowOpen(const FileRequest&) override { return std::nullopt; }
-    std::optional<FileChoice> ShowSave(const FileRequest&) override { return std::nullopt; }
-    std::optional<Colour> ShowColor(Colour) override { return std::nullopt; }
-    void message(const QString& text, MessageIcon, const QString&) override {
-        m_complaint = text + QStringLiteral(" (ttdll.log beside the program may tell more)");
-    }
-    Answer question(const QString&, MessageIcon, const QString&) override { return Answer::No; }
-    std::optional<QString> input(const QString&, const QString&, const QString&) override { return std::nullopt; }
+    static constexpr unsigned long kRecoveryMs = 300;
 
     TtLibrary m_library;
-    std::unique_ptr<publicM> m_model = std::make_unique<publicM>();
-    UsbTransfer m_transfer{m_library, *this, *this, *m_model};
+    TransferGate m_gate;
     ProgressLine m_line;
-    QString m_path;
-    QString m_complaint;
-    std::int32_t m_length = 0;
 };
 
 } // namespace

@@ -1,13 +1,26 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/runtimeerror.h"
+#include "acquire/transferreport.h"
 
 #include <QString>
 
 #include <memory>
 
 namespace sixtrace::kqx {
+
+/// What one fetch has brought.
+struct Fetched {
+    enum class How {
+        Whole,        ///< every byte that the header announced lies in the file
+        BrokenOff,    ///< there is no whole file
+        NoInstrument, ///< no way to an instrument, or nobody answers there
+    };
+    How how = How::BrokenOff;
+    QString file;     ///< of a whole one
+    bool bitmap = false;
+    QString sentence; ///< why there is none
+};
 
 /// A way to the instrument.
 class FetchLink {
@@ -17,9 +30,8 @@ public:
     FetchLink& operator=(const FetchLink&) = delete;
     virtual ~FetchLink() = default;
 
-    /// Fetches one capture to `path`, or to the bare name of a bitmap in the current folder; gives the file's path, or
-    /// a sentence that says why there is none.
-    [[nodiscard]] virtual Result<QString> fetch(const QString& path) = 0;
+    /// Fetches one file into a folder.
+    [[nodiscard]] virtual Fetched fetch(const QString& folder) = 0;
 };
 
 [[nodiscard]] std::unique_ptr<FetchLink> serialLink(const QString& location, int timeoutMs);

@@ -28,11 +28,12 @@ struct Command {
     Writes writes = Writes::Text;
 };
 
-constexpr std::array<Command, 6> kCommands{{
+constexpr std::array<Command, 7> kCommands{{
     {"fetch", "fetch captures from the instrument", fetch},
     {"info", "tell what a capture file holds, and what is wrong with it", info},
     {"open", "open a capture in the running program, or start it", open},
     {"page", "write the printed page of a capture as a PDF file", page, Writes::Pages},
+    {"ports", "tell which ways to an instrument there are, and why one does not open", ports},
     {"screen", "write the screen of a capture as a PNG file", screen},
     {"table", "write the samples of a capture as text, CSV or workbook", table},
 }};

@@ -4,11 +4,12 @@
 #include "acquire/frmcomset.h"
 #include "capture/settings.h"
 #include "platform/dialogs.h"
+#include "platform/labels.h"
 #include "platform/privatefolder.h"
 #include "platform/serialports.h"
 
 #include <QAction>
-#include <QScopedValueRollback>
+#include <QWidget>
 
 namespace sixtrace {
 
@@ -82,17 +83,29 @@ Acquisition::~Acquisition() = default;
 
 recFrm& Acquisition::receiver() {
     if (m_recFrm == nullptr) {
-        m_recFrm = std::make_unique<recFrm>(m_model, m_dialogs, m_locatePort,
-                                            [this](const QString& text) { m_neighbours.setMessageOut(text); });
+        m_recFrm = std::make_unique<recFrm>(
+            m_model, m_dialogs, m_locatePort, m_gate,
+            recFrm::Endings{.caption = [this](const QString& text) { m_neighbours.setMessageOut(text); },
+                            .report = [this](const TransferReport& report) { tellEnd(report); }});
     }
     return *m_recFrm;
 }
 
 FrmUSB& Acquisition::usbWindow() {
     if (m_FrmUSB == nullptr) {
-        m_FrmUSB = std::make_unique<FrmUSB>(m_model, m_dialogs, m_usb);
+        m_FrmUSB = std::make_unique<FrmUSB>(m_model, m_dialogs, m_usb, m_gate,
+                                            [this](const TransferReport& report) { tellEnd(report); });
     }
     return *m_FrmUSB;
+}
+
+/// The part of the window that shows a transfer goes away at its end, so that nothing else tells how it went.
+void Acquisition::tellEnd(const TransferReport& report) {
+    if (m_items.lastTransfer != nullptr) {
+        const QString label =
+            m_model.LanguageId == 0 ? QStringLiteral("上次传输：%1") : QStringLiteral("Last transfer: %1");
+        m_items.lastTransfer->setNote(label.arg(sentenceOf(report, m_model.LanguageId)));
+    }
 }
 
 std::int16_t Acquisition::storedComPort() const {
@@ -147,6 +160,7 @@ void Acquisition::mnustop_Click() {
     m_items.mnustop->setChecked(true);
     enableCommands(true);
     m_model.AutoRun = false; // the timer stops itself at its next tick
+    m_gate.giveUp();
 }
 
 void Acquisition::mnurun_Click() {
@@ -170,42 +184,68 @@ void Acquisition::Timetime1_Timer() {
 }
 
 void Acquisition::getdata() {
-    if (m_fetching) {
+    // Held until all is told and loaded: a tick may also fall into a message box.
+    const auto pass = m_gate.enter();
+    if (!pass) {
         return;
     }
-    const QScopedValueRollback<bool> fetching(m_fetching, true);
     m_model.ComPort = storedComPort();
     if (m_model.ComPort < 1) {
-        getfromUSB();
+        getfromUSB(*pass);
     } else {
-        getfromCOM();
+        if (!getfromCOM(*pass)) {
+            return; // the port is the other transfer's, and so is the file
+        }
         static_cast<void>(receiver().MSComm1().setPortOpen(false)); // closing cannot fail
     }
     // Whatever the outcome: after a failure this is the file of the fetch before, or one that is not complete.
     m_neighbours.loadCapture(m_model.ReceivedFile);
 }
 
-void Acquisition::getfromCOM() {
-    Outcome opened = success();
+bool Acquisition::getfromCOM(const TransferPass& pass) {
     if (!receiver().MSComm1().PortOpen()) {
-        opened = receiver().OpenCom();
+        const Outcome opened = receiver().OpenCom();
+        if (!opened) {
+            m_dialogs.message(opened.error().description, MessageIcon::Exclamation);
+            return true;
+        }
     }
-    const Result<std::int32_t> result = opened ? receiver().YModemReceive() : Result<std::int32_t>(opened.error());
-    if (result) {
-        m_model.ReceiveResult = result.value();
+    const TransferReport report = receiver().YModemReceive(pass);
+    if (report.end == TransferEnd::Superseded) {
+        return false;
+    }
+    if (report.error) {
+        m_dialogs.message(report.error->description, MessageIcon::Exclamation);
     } else {
-        m_dialogs.message(result.error().description, MessageIcon::Exclamation);
+        m_model.ReceiveResult = receiveResult(report);
     }
+    return true;
 }
 
-void Acquisition::getfromUSB() {
-    const Result<QString> path = m_autoGetFile();
-    if (!path) {
-        m_dialogs.message(usbErrorText(path.error()), MessageIcon::Plain);
-        mnustop_Click();
-    } else if (sixtrace::getfromUSB(m_usb, m_dialogs, m_model, path.value()) == AutoUsbEnding::Failed) {
-        mnustop_Click();
+void Acquisition::getfromUSB(const TransferPass& pass) {
+    static_cast<void>(m_usb.InitializeTt(0)); // a link that is not there shows at the first bytes
+    const TransferReport report = exchangeUsb(pass, m_usb, {.storeAt = [this](const UsbAnnounced&) {
+                                                  Result<QString> path = m_autoGetFile();
+                                                  if (path) {
+                                                      m_model.ReceivedFile = path.value();
+                                                  }
+                                                  return path;
+                                              }});
+    tellEnd(report);
+    if (report.end == TransferEnd::Finished) {
+        pass.file().close();
+        m_usb.closeTt(0);
+        m_model.ReceiveResult = 1;
+        return;
     }
+    if (report.error) {
+        m_dialogs.message(usbErrorText(*report.error), MessageIcon::Plain);
+    } else {
+        m_dialogs.message(usbDataFailedText(m_model.LanguageId), MessageIcon::Information);
+    }
+    pass.file().close();
+    m_usb.closeTt(1);
+    mnustop_Click();
 }
 
 } // namespace sixtrace

@@ -19,6 +19,7 @@ class QAction;
 namespace sixtrace {
 
 class Dialogs;
+class PathLabel;
 class frmComSet;
 
 /// What acquisition asks of the other areas.
@@ -55,6 +56,8 @@ public:
         QAction* mnustop;
         QAction* mnurun;
         std::array<QAction*, 4> intervals; ///< mnuone, mnutwo, mnuthree, mnufive
+        /// Where a tool tip tells how the last transfer ended.
+        PathLabel* lastTransfer = nullptr;
     };
 
     Acquisition(publicM& model, const Items& items, Dialogs& dialogs, AcquisitionNeighbours& neighbours,
@@ -77,12 +80,16 @@ public:
     [[nodiscard]] recFrm& receiver();
     [[nodiscard]] FrmUSB& usbWindow();
     [[nodiscard]] QTimer& timer() { return m_Timetime1; }
+    /// The one place that lets transfers run.
+    [[nodiscard]] TransferGate& gate() { return m_gate; }
     [[nodiscard]] std::int16_t AutoGetInterval() const { return m_AutoGetInterval; }
 
 private:
     void getdata();
-    void getfromCOM();
-    void getfromUSB();
+    /// False when another transfer has taken the place of this one.
+    [[nodiscard]] bool getfromCOM(const TransferPass& pass);
+    void getfromUSB(const TransferPass& pass);
+    void tellEnd(const TransferReport& report);
     void chooseInterval(std::size_t chosen);
     void enableCommands(bool enabled);
     [[nodiscard]] std::int16_t storedComPort() const;
@@ -96,11 +103,11 @@ private:
     TtLink& m_usb;
     std::function<Result<QString>()> m_autoGetFile;
     MSComm::Locator m_locatePort;
+    TransferGate m_gate;
     std::unique_ptr<recFrm> m_recFrm;
     std::unique_ptr<FrmUSB> m_FrmUSB;
     QTimer m_Timetime1;
     std::int16_t m_AutoGetInterval = 0; ///< chosen in the menu and read by nobody: ticks come every second
-    bool m_fetching = false;            ///< a tick that falls into a running fetch is dropped
 };
 
 } // namespace sixtrace

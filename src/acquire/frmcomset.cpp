@@ -9,6 +9,7 @@
 #include "platform/framepanel.h"
 #include "platform/listcombo.h"
 #include "platform/profilefile.h"
+#include "platform/serialports.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -80,7 +81,7 @@ void frmComSet::Form_Load() {
     SetLanFile(m_model, m_model.LanguageId);
     ApplyLanguage(*this, m_model);
     m_receiver.load();
-    m_ports = probePorts(m_receiver.MSComm1());
+    probePorts(m_ports, m_receiver.MSComm1());
     for (int k = 1; k <= m_ports.count; ++k) {
         m_Combo1->addItem(QStringLiteral("COM") + QString::number(m_ports.number[static_cast<std::size_t>(k)]));
     }
@@ -91,6 +92,22 @@ void frmComSet::Form_Load() {
     }
     m_Combo1->setListIndex(m_model.ComPort); // an index that does not exist changes nothing: no entry is chosen then
     showLineDefaults();
+    showToolTips();
+}
+
+void frmComSet::showToolTips() {
+    const bool chinese = m_model.LanguageId == 0;
+    const QString more = chinese
+                             ? QStringLiteral("命令 kqx ports 列出所有端口，并说明某个端口为何不在此列。")
+                             : QStringLiteral("The command kqx ports lists all ports, and why one does not appear here.");
+    for (int k = 1; k < m_Combo1->ListCount(); ++k) {
+        const QString location = m_receiver.MSComm1().locationOf(m_ports.number[static_cast<std::size_t>(k)]);
+        QStringList parts{location, adapterAt(location).text()};
+        parts.removeAll(QString());
+        m_Combo1->setItemData(k, parts.join(QStringLiteral(", ")), Qt::ToolTipRole);
+    }
+    const QString chosen = m_Combo1->currentData(Qt::ToolTipRole).toString();
+    m_Combo1->setToolTip(chosen.isEmpty() ? more : QString(chosen + u'\n' + more));
 }
 
 void frmComSet::showLineDefaults() {
@@ -102,6 +119,7 @@ void frmComSet::showLineDefaults() {
 
 void frmComSet::Combo1_Click() {
     m_Frame1->setEnabled(m_Combo1->ListIndex() >= 1);
+    showToolTips();
 }
 
 void frmComSet::Command1_Click() {
@@ -127,14 +145,7 @@ Outcome frmComSet::tryPort() {
     if (!number) {
         return number.error();
     }
-    Outcome done = port.setCommPort(number.value());
-    if (done) {
-        done = port.setSettings(m_model.ComSetText);
-    }
-    if (done) {
-        done = port.setPortOpen(true);
-    }
-    return done ? port.setPortOpen(false) : done;
+    return port.tryPort(number.value(), m_model.ComSetText);
 }
 
 void frmComSet::CmdSet_Click() {

@@ -26,6 +26,8 @@ public:
 private:
     void Form_Load();
     void showLineDefaults();
+    /// Tells device and adapter of each port, and where to read on about one that does not appear.
+    void showToolTips();
     /// The settings text of the lists; the parity letters stand one place off the words, and stay so.
     [[nodiscard]] QString settingsText() const;
     [[nodiscard]] Outcome tryPort();

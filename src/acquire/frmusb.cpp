@@ -5,6 +5,7 @@
 #include "acquire/transferrows.h"
 #include "capture/applylanguage.h"
 #include "capture/mdllan.h"
+#include "platform/dialogs.h"
 #include "platform/programfolder.h"
 
 #include <QCoreApplication>
@@ -24,14 +25,18 @@ namespace {
 constexpr int kHeight = 216;
 constexpr int kAmountsRow = 118; ///< top of the amounts under the bar
 constexpr int kTimer1Ms = 300;
+constexpr int kSuffix = 3;
 
 } // namespace
 
-FrmUSB::FrmUSB(publicM& model, Dialogs& dialogs, TtLink& link)
+FrmUSB::FrmUSB(publicM& model, Dialogs& dialogs, TtLink& link, TransferGate& gate,
+               std::function<void(const TransferReport&)> tellEnd)
     : DialogSheet(rows::kWidth, kHeight)
     , m_model(model)
     , m_dialogs(dialogs)
-    , m_transfer(link, *this, dialogs, model) {
+    , m_link(link)
+    , m_gate(gate)
+    , m_tellEnd(std::move(tellEnd)) {
     setObjectName(QStringLiteral("FrmUSB"));
     setWindowTitle(QStringLiteral("USB Transmission "));
     const auto caption = [this](const char* name, const char16_t* text, int row) {
@@ -56,6 +61,7 @@ FrmUSB::FrmUSB(publicM& model, Dialogs& dialogs, TtLink& link)
 
 void FrmUSB::showModally(QWidget* owner) {
     Form_Load();
+    makeOwnFolder();
     showOver(owner);
 }
 
@@ -75,16 +81,112 @@ void FrmUSB::Form_Load() {
     m_model.ReceiveResult = 0;
 }
 
-void FrmUSB::Command4_Click() {
+/// A dialog that names the folder "data" has to find it, and so has the file.
+void FrmUSB::makeOwnFolder() const {
     const QString own = m_model.AppDir + QStringLiteral("data");
     if (QFileInfo(m_Text2->text()).path() == own) {
         ensureFolder(own);
     }
-    m_transfer.Command4_Click();
+}
+
+void FrmUSB::Command4_Click() {
+    const auto pass = m_gate.enterForStart();
+    if (!pass) {
+        return;
+    }
+    if (m_link.InitializeTt(0) == 0) {
+        m_dialogs.message(usbOpenFailedText(m_model.LanguageId), MessageIcon::Information);
+        return;
+    }
+    makeOwnFolder();
+    m_pass = &*pass;
+    m_UsbBusy = true;
+    m_Command4->setEnabled(false);
+    m_UsbCancel = false;
+    const TransferReport report = transfer(*pass);
+    m_pass = nullptr;
+    m_tellEnd(report);
+    switch (report.end) {
+    case TransferEnd::Finished:
+        pass->file().close();
+        m_Command4->setEnabled(true);
+        m_link.closeTt(0);
+        m_UsbBusy = false;
+        m_model.ReceiveResult = 1;
+        hide();
+        return;
+    case TransferEnd::Error:
+        m_dialogs.message(usbErrorText(*report.error), MessageIcon::Plain);
+        m_link.closeTt(1);
+        hide();
+        return;
+    default:
+        break;
+    }
+    if (m_UsbCancel) {
+        m_UsbCancel = false; // Cancel has done the rest
+        return;
+    }
+    m_dialogs.message(usbDataFailedText(m_model.LanguageId), MessageIcon::Information);
+    pass->file().close();
+    m_link.closeTt(1);
+    m_Command4->setEnabled(true);
+    m_UsbBusy = false;
+}
+
+TransferReport FrmUSB::transfer(const TransferPass& pass) {
+    return exchangeUsb(pass, m_link,
+                       {.storeAt = [this](const UsbAnnounced& announced) { return storeAt(announced); },
+                        .cancelled = [this] { return m_UsbCancel; },
+                        .blockCame =
+                            [this](std::int32_t block) {
+                                m_ProgressBar1->setValue(block);
+                                m_Text5->setText(QString::number(m_Text5->text().toInt() + kUsbBlockSize));
+                            },
+                        .yield = [] { QCoreApplication::processEvents(); }});
+}
+
+Result<QString> FrmUSB::storeAt(const UsbAnnounced& announced) {
+    m_Text6->setText(QString::number(announced.length));
+    if (announced.bitmap) {
+        const Outcome named = nameBitmap();
+        if (!named) {
+            return named.error();
+        }
+    }
+    m_model.ReceivedFile = m_Text2->text();
+    setBarRange(*m_ProgressBar1, announced.blocks);
+    m_Text5->setText(QStringLiteral("0"));
+    return m_model.ReceivedFile;
+}
+
+/// "bmp" in place of the last three characters of name and path.
+Outcome FrmUSB::nameBitmap() {
+    for (QLineEdit* field : {m_Text1, m_Text2}) {
+        if (field->text().size() < kSuffix) {
+            return RuntimeError::of(ErrorNumber::InvalidCall);
+        }
+        field->setText(field->text().chopped(kSuffix) + QStringLiteral("bmp"));
+    }
+    return success();
 }
 
 void FrmUSB::CancelButton_Click() {
-    m_transfer.CancelButton_Click();
+    m_UsbCancel = true;
+    if (m_UsbBusy) {
+        if (m_pass != nullptr) {
+            m_pass->file().close();
+        }
+        m_link.closeTt(0);
+        waitForTimer1();
+        // A second open and close put the link in order after a transfer that was cut off.
+        m_link.InitializeTt(1);
+        m_link.closeTt(1);
+        m_UsbBusy = false;
+    }
+    m_Command4->setEnabled(true);
+    m_model.ReceiveResult = 0;
+    hide();
 }
 
 /// The window's close box and the Escape key.
@@ -115,45 +217,10 @@ void FrmUSB::Command1_Click() {
     m_Text1->setText(choice->fileName.mid(folder.value().size() + 1));
 }
 
-QString FrmUSB::Text1() {
-    return m_Text1->text();
-}
-QString FrmUSB::Text2() {
-    return m_Text2->text();
-}
-void FrmUSB::setText1(const QString& name) {
-    m_Text1->setText(name);
-}
-void FrmUSB::setText2(const QString& path) {
-    m_Text2->setText(path);
-}
-void FrmUSB::setText5(std::int32_t received) {
-    m_Text5->setText(QString::number(received));
-}
-void FrmUSB::setText6(std::int32_t length) {
-    m_Text6->setText(QString::number(length));
-}
-void FrmUSB::setBarMaximum(std::int32_t blocks) {
-    setBarRange(*m_ProgressBar1, blocks);
-}
-void FrmUSB::setBar(std::int32_t block) {
-    m_ProgressBar1->setValue(block);
-}
-void FrmUSB::setCommand4Enabled(bool enabled) {
-    m_Command4->setEnabled(enabled);
-}
-void FrmUSB::yield() {
-    QCoreApplication::processEvents();
-}
-
 void FrmUSB::waitForTimer1() {
     QEventLoop untilTick;
     QTimer::singleShot(kTimer1Ms, &untilTick, &QEventLoop::quit);
     untilTick.exec();
-}
-
-void FrmUSB::unload() {
-    hide();
 }
 
 } // namespace sixtrace

@@ -2,7 +2,10 @@
 #pragma once
 
 #include "acquire/usbexchange.h"
+#include "capture/publicm.h"
 #include "platform/dialogsheet.h"
+
+#include <functional>
 
 class QLineEdit;
 class QProgressBar;
@@ -10,15 +13,21 @@ class QPushButton;
 
 namespace sixtrace {
 
+class Dialogs;
+
 /// The window of a USB transfer by hand. Made once; loading and unloading are states of it, so that the folder chosen
-/// last outlives them. The exchange itself is UsbTransfer's.
-class FrmUSB : public DialogSheet, private UsbForm {
+/// last and the two flags outlive them. The exchange itself is exchangeUsb().
+class FrmUSB : public DialogSheet {
 public:
-    FrmUSB(publicM& model, Dialogs& dialogs, TtLink& link);
+    /// `tellEnd` takes how each transfer ended.
+    FrmUSB(publicM& model, Dialogs& dialogs, TtLink& link, TransferGate& gate,
+           std::function<void(const TransferReport&)> tellEnd);
 
     /// Loads the form and shows it over the main window until it is unloaded.
     void showModally(QWidget* owner);
     [[nodiscard]] const QString& LastSaveDir() const { return m_LastSaveDir; }
+    /// True from Start on, and still after a run-time error, so that the next Cancel puts the link in order.
+    [[nodiscard]] bool UsbBusy() const { return m_UsbBusy; }
 
     void Command1_Click();
     void Command4_Click();
@@ -30,22 +39,21 @@ protected:
 private:
     void Form_Load();
 
-    QString Text1() override;
-    QString Text2() override;
-    void setText1(const QString& name) override;
-    void setText2(const QString& path) override;
-    void setText5(std::int32_t received) override;
-    void setText6(std::int32_t length) override;
-    void setBarMaximum(std::int32_t blocks) override;
-    void setBar(std::int32_t block) override;
-    void setCommand4Enabled(bool enabled) override;
-    void yield() override;
-    void waitForTimer1() override;
-    void unload() override;
+    [[nodiscard]] TransferReport transfer(const TransferPass& pass);
+    [[nodiscard]] Result<QString> storeAt(const UsbAnnounced& announced);
+    Outcome nameBitmap();
+    void makeOwnFolder() const;
+    /// Lets events run until the next tick of Timer1, at most 300 ms.
+    static void waitForTimer1();
 
     publicM& m_model;
     Dialogs& m_dialogs;
-    UsbTransfer m_transfer;
+    TtLink& m_link;
+    TransferGate& m_gate;
+    std::function<void(const TransferReport&)> m_tellEnd;
+    const TransferPass* m_pass = nullptr; ///< of the running transfer
+    bool m_UsbBusy = false;
+    bool m_UsbCancel = false;
     QString m_LastSaveDir;
     QLineEdit* m_Text1;
     QLineEdit* m_Text2;

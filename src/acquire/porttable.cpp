@@ -10,8 +10,8 @@ Result<std::int16_t> PortTable::at(int k) const {
     return number[static_cast<std::size_t>(k)];
 }
 
-PortTable probePorts(const PortProbe& probe) {
-    PortTable table;
+void probePorts(PortTable& table, const PortProbe& probe) {
+    table.count = 0;
     for (int port = 1; port <= kHighestPort; ++port) {
         const Outcome opened = probe(port);
         if (opened || opened.error().number == ErrorNumber::PortAlreadyOpen) {
@@ -19,7 +19,6 @@ PortTable probePorts(const PortProbe& probe) {
             table.number[static_cast<std::size_t>(table.count)] = static_cast<std::int16_t>(port);
         }
     }
-    return table;
 }
 
 } // namespace sixtrace

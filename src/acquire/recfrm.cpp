@@ -16,6 +16,9 @@
 #include <QProgressBar>
 #include <QPushButton>
 
+#include <limits>
+#include <utility>
+
 namespace sixtrace {
 
 namespace {
@@ -25,27 +28,28 @@ constexpr std::int16_t kReadTimeoutMs = 10000;
 constexpr std::int16_t kCancelledTimeoutMs = 10;
 constexpr int kAmountsRow = 154; ///< top of the amounts under the bar
 
+/// One function for each kind of step.
+template<typename... Functions>
+struct Steps : Functions... {
+    using Functions::operator()...;
+};
+template<typename... Functions>
+Steps(Functions...) -> Steps<Functions...>;
+
 } // namespace
 
-PortTable probePorts(MSComm& port) {
-    return probePorts([&port](int number) -> Outcome {
-        Outcome chosen = port.setCommPort(number);
-        if (!chosen) {
-            return chosen;
-        }
-        Outcome opened = port.setPortOpen(true);
-        return opened ? port.setPortOpen(false) : opened;
-    });
+void probePorts(PortTable& table, MSComm& port) {
+    probePorts(table, [&port](int number) { return port.tryPort(number); });
 }
 
-recFrm::recFrm(publicM& model, Dialogs& dialogs, MSComm::Locator locatePort,
-               std::function<void(const QString&)> tellEnd)
+recFrm::recFrm(publicM& model, Dialogs& dialogs, MSComm::Locator locatePort, TransferGate& gate, Endings endings)
     : DialogSheet(rows::kWidth, kHeight)
     , m_model(model)
     , m_dialogs(dialogs)
-    , m_tellEnd(std::move(tellEnd))
+    , m_gate(gate)
+    , m_endings(std::move(endings))
     , m_MSComm1(std::move(locatePort))
-    , m_receive(m_MSComm1, *this, model) {
+    , m_receive(m_MSComm1) {
     setObjectName(QStringLiteral("recFrm"));
     setWindowTitle(QStringLiteral("正在接收数据"));
     const auto caption = [this](const char* name, const char16_t* text, int row) {
@@ -89,7 +93,7 @@ void recFrm::Form_Load() {
     m_Text2->setText(serialStorePath(m_model.AppDir, QDateTime::currentDateTime()));
     SetLanFile(m_model, m_model.LanguageId);
     ApplyLanguage(*this, m_model);
-    m_ports = probePorts(m_MSComm1);
+    probePorts(m_ports, m_MSComm1);
 }
 
 /// The port goes with the form.
@@ -101,6 +105,7 @@ void recFrm::unload() {
 
 void recFrm::showModally(QWidget* owner) {
     load();
+    makeOwnFolder();
     showOver(owner);
 }
 
@@ -123,17 +128,35 @@ Outcome recFrm::OpenCom() {
     return done ? m_MSComm1.setPortOpen(true) : done;
 }
 
-Result<std::int32_t> recFrm::YModemReceive() {
+/// A dialog that names the folder "dat" has to find it, and so has the file.
+void recFrm::makeOwnFolder() const {
     const QString folder = QFileInfo(m_Text2->text()).path();
     if (withSeparator(folder) == m_model.AppDir + withSeparator(QStringLiteral("dat"))) {
         ensureFolder(folder);
     }
-    return m_receive.YModemReceive();
+}
+
+TransferReport recFrm::YModemReceive(const TransferPass& pass) {
+    makeOwnFolder();
+    pass.onEnd([this] { static_cast<void>(m_MSComm1.setPortOpen(false)); }); // closing cannot fail
+    m_model.XferCancel = 0;
+    m_model.ReceivedFile = m_Text2->text();
+    TransferReport report =
+        m_receive.YModemReceive(pass, {.path = m_model.ReceivedFile,
+                                       .bitmapFolder = {},
+                                       .cancelled = [this] { return m_model.XferCancel == 1; },
+                                       .show = [this](const ReceiveStep& step) { show(step); },
+                                       .yield = [] { QCoreApplication::processEvents(); }});
+    if (report.end != TransferEnd::Superseded) {
+        m_endings.report(report);
+    }
+    return report;
 }
 
 void recFrm::Command2_Click() {
-    if (receiving()) {
-        return; // a fetch of timed acquisition still waits; there is one port and one file
+    const auto pass = m_gate.enterForStart();
+    if (!pass) {
+        return;
     }
     m_receive.ReadTimeoutMs = kReadTimeoutMs;
     if (!m_MSComm1.PortOpen()) {
@@ -144,15 +167,18 @@ void recFrm::Command2_Click() {
         }
     }
     m_Command2->setEnabled(false);
-    const Result<std::int32_t> result = YModemReceive();
-    m_model.ReceiveResult = result ? result.value() : -1;
-    if (!result) {
-        m_dialogs.message(result.error().description, MessageIcon::Exclamation);
+    const TransferReport report = YModemReceive(*pass);
+    if (report.end == TransferEnd::Superseded) {
+        return; // result, form and port are the other transfer's
+    }
+    m_model.ReceiveResult = receiveResult(report);
+    if (report.error) {
+        m_dialogs.message(report.error->description, MessageIcon::Exclamation);
     }
     if (m_model.ReceiveResult >= 1) {
-        m_tellEnd(QStringLiteral("接收成功!"));
+        m_endings.caption(QStringLiteral("接收成功!"));
     } else {
-        m_tellEnd(m_model.XferCancel == 1 ? QStringLiteral("用户中断") : QStringLiteral("接收失败!"));
+        m_endings.caption(m_model.XferCancel == 1 ? QStringLiteral("用户中断") : QStringLiteral("接收失败!"));
     }
     m_Command2->setEnabled(true);
     unload();
@@ -161,6 +187,7 @@ void recFrm::Command2_Click() {
 void recFrm::CancelButton_Click() {
     hide();
     m_model.XferCancel = 1;
+    m_gate.giveUp();
     if (m_receive.ReadTimeoutMs > kCancelledTimeoutMs) {
         m_receive.ReadTimeoutMs = kCancelledTimeoutMs;
     }
@@ -189,33 +216,28 @@ void recFrm::Command1_Click() {
     m_Text2->setText(choice->fileName);
 }
 
-QString recFrm::Text2() {
-    return m_Text2->text();
-}
-void recFrm::setText1(const QString& name) {
-    m_Text1->setText(name);
-}
-void recFrm::setText2(const QString& path) {
-    m_Text2->setText(path);
-}
-void recFrm::setText3(int blockNo) {
-    m_Text3->setText(QString::number(blockNo));
-}
-void recFrm::setText4(int retries) {
-    m_Text4->setText(QString::number(retries));
-}
-void recFrm::setAmounts(const QString& received, const QString& size) {
-    m_Text5->setText(received);
-    m_Text6->setText(size);
-}
-void recFrm::setBarMaximum(std::int32_t maximum) {
-    setBarRange(*m_ProgressBar1, maximum);
-}
-void recFrm::setBar(std::int32_t value) {
-    m_ProgressBar1->setValue(value);
-}
-void recFrm::yield() {
-    QCoreApplication::processEvents();
+void recFrm::show(const ReceiveStep& step) {
+    std::visit(Steps{
+                   [this](const HeaderRead& header) {
+                       m_Text1->setText(header.name);
+                       if (header.size < std::numeric_limits<std::int32_t>::max()) {
+                           setBarRange(*m_ProgressBar1, header.size + 1);
+                       }
+                   },
+                   [this](const StoresAs& bitmap) {
+                       m_Text2->setText(bitmap.path);
+                       m_model.ReceivedFile = bitmap.path;
+                   },
+                   [this](const BytesCame& came) { m_ProgressBar1->setValue(came.total); },
+                   [this](const BlockTaken& block) {
+                       m_Text3->setText(QString::number(block.next));
+                       m_Text4->setText(QStringLiteral("0"));
+                       m_Text5->setText(amountText(block.total, block.size));
+                       m_Text6->setText(amountText(block.size, block.size));
+                   },
+                   [this](const Retried& retried) { m_Text4->setText(QString::number(retried.retries)); },
+               },
+               step);
 }
 
 } // namespace sixtrace

@@ -3,6 +3,7 @@
 
 #include "acquire/porttable.h"
 #include "acquire/serialreceive.h"
+#include "capture/publicm.h"
 #include "platform/dialogsheet.h"
 #include "platform/mscomm.h"
 
@@ -20,10 +21,14 @@ class Dialogs;
 /// The window of a serial transfer, and the holder of the serial port. By hand it is shown and the user presses Start;
 /// timed acquisition loads it without showing it. Made once; loading and unloading are states of it, so that what has
 /// to outlive an unloading (the read time-out, the port table) stays.
-class recFrm : public DialogSheet, private ReceiveForm {
+class recFrm : public DialogSheet {
 public:
-    /// `tellEnd` takes the sentence that says how a transfer by hand ended.
-    recFrm(publicM& model, Dialogs& dialogs, MSComm::Locator locatePort, std::function<void(const QString&)> tellEnd);
+    /// What is told at the end of a transfer: the caption of the message window, after one by hand, and the report.
+    struct Endings {
+        std::function<void(const QString&)> caption;
+        std::function<void(const TransferReport&)> report;
+    };
+    recFrm(publicM& model, Dialogs& dialogs, MSComm::Locator locatePort, TransferGate& gate, Endings endings);
 
     /// Runs Form_Load unless the form is loaded.
     void load();
@@ -33,8 +38,9 @@ public:
 
     /// Opens the port of the settings, or closes it if it is open.
     Outcome OpenCom();
-    Result<std::int32_t> YModemReceive();
-    [[nodiscard]] bool receiving() const { return m_receive.running(); }
+    /// Receives into the path of Text2 and shows how it goes. A transfer that has to make room for another one loses its
+    /// port.
+    [[nodiscard]] TransferReport YModemReceive(const TransferPass& pass);
     [[nodiscard]] std::int16_t ReadTimeoutMs() const { return m_receive.ReadTimeoutMs; }
     [[nodiscard]] MSComm& MSComm1() { return m_MSComm1; }
     [[nodiscard]] const PortTable& ports() const { return m_ports; }
@@ -50,19 +56,13 @@ private:
     void Form_Load();
     void unload();
 
-    QString Text2() override;
-    void setText1(const QString& name) override;
-    void setText2(const QString& path) override;
-    void setText3(int blockNo) override;
-    void setText4(int retries) override;
-    void setAmounts(const QString& received, const QString& size) override;
-    void setBarMaximum(std::int32_t maximum) override;
-    void setBar(std::int32_t value) override;
-    void yield() override;
+    void show(const ReceiveStep& step);
+    void makeOwnFolder() const;
 
     publicM& m_model;
     Dialogs& m_dialogs;
-    std::function<void(const QString&)> m_tellEnd;
+    TransferGate& m_gate;
+    Endings m_endings;
     MSComm m_MSComm1;
     SerialReceive m_receive;
     PortTable m_ports;
@@ -77,7 +77,7 @@ private:
     QPushButton* m_Command2;
 };
 
-/// Tries ports 1 to 16 with a serial control, which is left closed.
-[[nodiscard]] PortTable probePorts(MSComm& port);
+/// Tries ports 1 to 16 with a serial control, which is left as it is.
+void probePorts(PortTable& table, MSComm& port);
 
 } // namespace sixtrace

@@ -1,115 +1,81 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "capture/publicm.h"
-#include "platform/binaryfile.h"
-#include "platform/byteport.h"
-#include "platform/runtimeerror.h"
+#include "acquire/serialline.h"
+#include "acquire/transferreport.h"
 
-#include <QByteArray>
 #include <QString>
 
 #include <array>
 #include <cstdint>
+#include <functional>
+#include <variant>
 
 namespace sixtrace {
 
-/// The bytes of the block protocol. Negative acknowledge and abort are the instrument's own, not those of the
-/// published protocol.
-namespace line {
-inline constexpr int kShortBlock = 1;
-inline constexpr int kLongBlock = 2;
-inline constexpr int kEndOfTransmission = 4;
-inline constexpr int kAcknowledge = 6;
-inline constexpr int kAbortTail = 8;
-inline constexpr int kNegativeAcknowledge = 15;
-inline constexpr int kAbort = 18;
-inline constexpr int kRequestCrc = 67;
-inline constexpr int kShortData = 128;
-inline constexpr int kLongData = 1024;
-} // namespace line
+/// A header was read: the file's name as it came over the line, and the size that it tells.
+struct HeaderRead {
+    QString name;
+    std::int32_t size = 0;
+};
+/// A bitmap goes to a path of its own.
+struct StoresAs {
+    QString path;
+};
+/// Data bytes, padding included, that came before the file's last block.
+struct BytesCame {
+    std::int32_t total = 0;
+};
+/// A block was accepted.
+struct BlockTaken {
+    int next = 1; ///< number of the data block that is due
+    std::int32_t total = 0;
+    std::int32_t size = 0;
+};
+/// A block failed, or something else came in its place.
+struct Retried {
+    int retries = 0;
+};
+/// One step of a receive, in the order in which a window shows them.
+using ReceiveStep = std::variant<HeaderRead, StoresAs, BytesCame, BlockTaken, Retried>;
 
-/// What a receive shows and asks while it runs: the fields of the receive window, by their names.
-class ReceiveForm {
-public:
-    ReceiveForm() = default;
-    ReceiveForm(const ReceiveForm&) = delete;
-    ReceiveForm& operator=(const ReceiveForm&) = delete;
-    virtual ~ReceiveForm() = default;
-
-    [[nodiscard]] virtual QString Text2() = 0;      ///< path to store to
-    virtual void setText1(const QString& name) = 0; ///< name that came over the line
-    virtual void setText2(const QString& path) = 0;
-    virtual void setText3(int blockNo) = 0;
-    virtual void setText4(int retries) = 0;
-    virtual void setAmounts(const QString& received, const QString& size) = 0; ///< Text5 and Text6
-    virtual void setBarMaximum(std::int32_t maximum) = 0;                      ///< the minimum is 0
-    virtual void setBar(std::int32_t value) = 0;
-    virtual void yield() = 0; ///< lets waiting events run
+/// What a receive is to do, and whom it asks and tells meanwhile.
+struct ReceiveJob {
+    QString path;         ///< where the file goes
+    QString bitmapFolder; ///< with a separator at its end; a bitmap goes here by its bare name. Empty: current folder
+    std::function<bool()> cancelled = [] { return false; };
+    std::function<void(const ReceiveStep& step)> show = [](const ReceiveStep&) {};
+    std::function<void()> yield = [] {}; ///< lets waiting events run
 };
 
 /// The receiving side of the block protocol, over a byte port: one file per transfer, a header block first. It keeps
-/// what outlives a transfer (ReadTimeoutMs, the block buffer) and owns the file being written. Not responsible for
-/// opening the port. One transfer at a time; the owner sees to that with running().
+/// what outlives a transfer and is not responsible for opening the port.
 class SerialReceive {
 public:
-    SerialReceive(BytePort& port, ReceiveForm& form, publicM& model)
-        : m_port(port)
-        , m_form(form)
-        , m_model(model) {}
+    explicit SerialReceive(BytePort& port)
+        : m_port(port) {}
 
     /// Time-out of every protocol read in milliseconds; 0 reads without limit.
     std::int16_t ReadTimeoutMs = 0;
+    /// Data field of the block being handled. A short header block runs on into what is left from before.
+    std::array<char, line::kLongData> RecvBlock{};
 
-    /// Receives the file that the instrument sends to the path of Text2. The data bytes received, padding included;
-    /// -1 after a failure or a cancel; or the run-time error that ended the transfer.
-    Result<std::int32_t> YModemReceive();
+    /// Receives the file that the instrument sends.
+    [[nodiscard]] TransferReport YModemReceive(const TransferPass& pass, const ReceiveJob& job);
     /// The older shape of the same loop, without header block, into "test.bmp" of the current folder. Nothing calls it.
-    Result<std::int32_t> XModemReceive();
+    [[nodiscard]] TransferReport XModemReceive(const TransferPass& pass);
 
-    /// The next byte, or -1 at the time-out.
-    [[nodiscard]] int ReadByteWithTimeout(int timeoutMs);
-    /// Reads until the line has been silent for 100 ms. A sender that never pauses is left alone after ten seconds.
-    void ReadFlush();
-    /// Reads `count` bytes into `buffer`; gives `count`, or -1 when they are not all there in time. What has come then
-    /// stays in the port.
-    [[nodiscard]] int SerialInputBlock(char* buffer, int count, int timeoutMs);
-    /// Sends a byte, after throwing away all that has come in.
-    void WriteByte(int byte);
-
-    [[nodiscard]] bool running() const { return m_running; }
+    [[nodiscard]] BytePort& port() { return m_port; }
 
 private:
-    enum class Next { Block, Retry, Resend, End };
-
-    Result<std::int32_t> receiveBlocks();
-    Result<Next> takeBlock();
-    Outcome takeHeader();
-    Outcome takeData(int size);
-    void showProgress();
-    bool retryAborts();
-    std::int32_t abortTransfer();
-    std::int32_t endTransfer();
-    [[nodiscard]] bool readCheckedBlock(int size);
-    [[nodiscard]] int readFieldEnd(int from) const;
-
-    Result<std::int32_t> receivePlainBlocks();
-    Result<Next> takePlainBlock(bool withCrc);
-    [[nodiscard]] bool readPlainBlock(int size, bool withCrc);
-
     BytePort& m_port;
-    ReceiveForm& m_form;
-    publicM& m_model;
-    BinaryFile m_file; ///< file number 1
-    std::array<char, line::kLongData> RecvBlock{};
-    std::int16_t BlockNo = 1;
-    std::int32_t TotalBytes = 0;
-    std::int32_t FileSize = 0;
-    int Retries = 0;
-    int SendByte = line::kRequestCrc;
-    bool m_lost = false; ///< the line went away during a wait without limit
-    bool m_running = false;
 };
+
+/// The 32-bit result of a receive: the data bytes that came, padding included, or -1 after a failure or a cancel.
+[[nodiscard]] std::int32_t receiveResult(const TransferReport& report);
+
+/// An amount as the receive window shows it: in " b" while the file has at most 3 KiB, else in whole " k".
+[[nodiscard]] QString amountText(std::int32_t bytes, std::int32_t fileSize);
 
 /// The last part of a name that may come from a stranger: what stands behind every "/", "\" and ":".
 [[nodiscard]] QString withoutFolder(const QString& name);

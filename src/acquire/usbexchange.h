@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "capture/publicm.h"
-#include "platform/binaryfile.h"
-#include "platform/dialogs.h"
-#include "platform/runtimeerror.h"
+#include "acquire/transfergate.h"
+#include "acquire/transferreport.h"
 #include "platform/ttlink.h"
 
-#include <QByteArray>
 #include <QString>
 
 #include <array>
 #include <cstdint>
+#include <functional>
+#include <optional>
 
 namespace sixtrace {
 
@@ -26,71 +25,29 @@ using UsbHeader = std::array<char, kUsbHeaderSize>;
 /// Whether a header announces a bitmap.
 [[nodiscard]] bool usbIsBitmap(const UsbHeader& header);
 
-/// Sends "START" and gives the header that comes back; nothing when either fails.
-[[nodiscard]] std::optional<UsbHeader> usbStart(TtLink& link);
-
 /// What the sentences for the user are, by language (0 Chinese, otherwise English).
 [[nodiscard]] QString usbOpenFailedText(int languageId);
 [[nodiscard]] QString usbDataFailedText(int languageId);
 [[nodiscard]] QString usbErrorText(const RuntimeError& error);
 
-/// What a transfer by hand shows and asks: the parts of the USB window, by their names.
-class UsbForm {
-public:
-    UsbForm() = default;
-    UsbForm(const UsbForm&) = delete;
-    UsbForm& operator=(const UsbForm&) = delete;
-    virtual ~UsbForm() = default;
-
-    [[nodiscard]] virtual QString Text1() = 0; ///< name of the file
-    [[nodiscard]] virtual QString Text2() = 0; ///< path to store to
-    virtual void setText1(const QString& name) = 0;
-    virtual void setText2(const QString& path) = 0;
-    virtual void setText5(std::int32_t received) = 0;
-    virtual void setText6(std::int32_t length) = 0;
-    virtual void setBarMaximum(std::int32_t blocks) = 0;
-    virtual void setBar(std::int32_t block) = 0;
-    virtual void setCommand4Enabled(bool enabled) = 0;
-    virtual void yield() = 0;         ///< lets waiting events run
-    virtual void waitForTimer1() = 0; ///< lets events run until the next tick of Timer1, at most 300 ms
-    virtual void unload() = 0;
+/// What a header has announced.
+struct UsbAnnounced {
+    std::int32_t length = 0;
+    std::int32_t blocks = 0; ///< whole blocks of 64 bytes; the rest comes behind them
+    bool bitmap = false;
 };
 
-/// The transfer by hand: open, "START", header, blocks of 64 bytes, one file. It owns the busy and cancel flags and the
-/// file being written; the window owns it and forwards its two buttons.
-class UsbTransfer {
-public:
-    UsbTransfer(TtLink& link, UsbForm& form, Dialogs& dialogs, publicM& model)
-        : m_link(link)
-        , m_form(form)
-        , m_dialogs(dialogs)
-        , m_model(model) {}
-
-    void Command4_Click();
-    void CancelButton_Click();
-
-    [[nodiscard]] bool UsbBusy() const { return m_busy; }
-
-private:
-    enum class Ending { Done, Failed };
-    Result<Ending> exchange();
-    Outcome nameBitmap();
-    void failed();
-
-    TtLink& m_link;
-    UsbForm& m_form;
-    Dialogs& m_dialogs;
-    publicM& m_model;
-    BinaryFile m_file; ///< file number 1
-    bool m_busy = false;
-    bool m_cancel = false;
+/// What an exchange is to do, and whom it asks and tells meanwhile.
+struct UsbJob {
+    /// Where the file goes, asked once the header has come; an error ends the exchange as a run-time error.
+    std::function<Result<QString>(const UsbAnnounced& announced)> storeAt;
+    std::function<bool()> cancelled = [] { return false; };
+    std::function<void(std::int32_t block)> blockCame = [](std::int32_t) {}; ///< counted from 0
+    std::function<void()> yield = [] {};                                     ///< lets waiting events run
 };
 
-/// How an automatic transfer ended.
-enum class AutoUsbEnding { Done, Failed };
-
-/// The transfer of timed acquisition: the same exchange into `path`, with no window and no pause. On anything but
-/// success it has told the user, and timed acquisition has to stop.
-[[nodiscard]] AutoUsbEnding getfromUSB(TtLink& link, Dialogs& dialogs, publicM& model, const QString& path);
+/// "START", header, blocks of 64 bytes, the rest, one file, over a link that is open. The link is the caller's to close.
+/// The last, short read is not judged by the exchange, only told by the report: the file then ends in zero bytes.
+[[nodiscard]] TransferReport exchangeUsb(const TransferPass& pass, TtLink& link, const UsbJob& job);
 
 } // namespace sixtrace

@@ -1,18 +1,16 @@
 // SPDX-License-Identifier: MIT
 // The older shape of the receive loop: data blocks only, true handling of repeated blocks, and a fall back to a
 // checksum of one byte. It shows nothing, cannot be cancelled and stands apart from every path of the program.
+#include "acquire/blockloop.h"
 #include "acquire/crc16.h"
-#include "acquire/serialreceive.h"
 
-#include <QScopedValueRollback>
-
-#include <limits>
+#include <QByteArrayView>
 
 namespace sixtrace {
 
 namespace {
 
-constexpr int kMostRetries = 5;
+const std::function<void()> kNoYield = [] {};
 
 int sumOf(QByteArrayView data) {
     int sum = 0;
@@ -22,42 +20,53 @@ int sumOf(QByteArrayView data) {
     return sum;
 }
 
-} // namespace
+class XModem : private BlockLoop {
+public:
+    XModem(SerialReceive& receive, const TransferPass& pass)
+        : BlockLoop(receive, pass) {}
 
-Result<std::int32_t> SerialReceive::XModemReceive() {
-    const QScopedValueRollback<bool> running(m_running, true);
-    m_lost = false;
-    Retries = 0;
-    BlockNo = 1;
-    TotalBytes = 0;
-    SendByte = line::kRequestCrc;
-    const Outcome opened = m_file.open(QStringLiteral("test.bmp"));
-    if (!opened) {
-        return opened.error();
+    TransferReport run() {
+        TransferReport report;
+        report.path = QStringLiteral("test.bmp");
+        const Outcome opened = m_pass.file().open(report.path);
+        const Result<TransferEnd> end = opened ? receiveBlocks() : Result<TransferEnd>(opened.error());
+        report.end = end ? end.value() : TransferEnd::Error;
+        if (!end) {
+            report.error = end.error();
+        }
+        report.total = TotalBytes;
+        m_pass.file().close();
+        return report;
     }
-    ReadFlush();
-    WriteByte(SendByte);
-    Result<std::int32_t> result = receivePlainBlocks();
-    m_file.close();
-    return result;
-}
 
-Result<std::int32_t> SerialReceive::receivePlainBlocks() {
-    bool withCrc = true;
+private:
+    Result<TransferEnd> receiveBlocks();
+    Result<Next> takeBlock();
+    [[nodiscard]] bool readBlock(int size);
+
+    bool m_withCrc = true;
+};
+
+Result<TransferEnd> XModem::receiveBlocks() {
+    m_line.ReadFlush(kNoYield);
+    m_line.WriteByte(SendByte);
     for (;;) {
-        const Result<Next> next = takePlainBlock(withCrc);
+        const Result<Next> next = takeBlock();
         if (!next) {
             return next.error();
         }
-        if (m_lost) {
+        if (m_pass.ended()) {
+            return TransferEnd::Superseded;
+        }
+        if (m_line.lost()) {
             return RuntimeError::of(ErrorNumber::DeviceIo);
         }
         if (next.value() == Next::Block) {
             continue;
         }
         if (next.value() == Next::End) {
-            WriteByte(line::kAcknowledge);
-            return TotalBytes;
+            m_line.WriteByte(line::kAcknowledge);
+            return TransferEnd::Finished;
         }
         if (next.value() == Next::Retry) {
             ++Retries;
@@ -65,77 +74,62 @@ Result<std::int32_t> SerialReceive::receivePlainBlocks() {
         if (Retries == kMostRetries) {
             if (SendByte != line::kRequestCrc) {
                 SendByte = line::kAbort;
-                return abortTransfer();
+                sendAbort();
+                return TransferEnd::BrokenOff;
             }
-            withCrc = false;
+            m_withCrc = false;
             SendByte = line::kNegativeAcknowledge;
             Retries = 1;
         }
-        ReadFlush();
-        WriteByte(SendByte);
+        m_line.ReadFlush(kNoYield);
+        m_line.WriteByte(SendByte);
     }
 }
 
-Result<SerialReceive::Next> SerialReceive::takePlainBlock(bool withCrc) {
-    const int start = ReadByteWithTimeout(ReadTimeoutMs);
-    if (start < 0) {
+Result<XModem::Next> XModem::takeBlock() {
+    const Start start = readStart();
+    if (start.next != Next::Block) {
+        return start.next;
+    }
+    if (!readBlock(start.size)) {
         return Next::Retry;
     }
-    SendByte = line::kNegativeAcknowledge;
-    if (start == line::kEndOfTransmission) {
-        return Next::End;
-    }
-    if (start != line::kShortBlock && start != line::kLongBlock) {
-        return Next::Resend;
-    }
-    const int number = ReadByteWithTimeout(ReadTimeoutMs);
-    if (number < 0) {
-        return Next::Retry;
-    }
-    const int complement = ReadByteWithTimeout(ReadTimeoutMs);
-    if (complement < 0 || 255 - complement != number) {
-        return Next::Retry;
-    }
-    const int size = start == line::kShortBlock ? line::kShortData : line::kLongData;
-    if (!readPlainBlock(size, withCrc)) {
-        return Next::Retry;
-    }
-    const bool repeated = number == ((BlockNo - 1) & 0xFF);
-    if (!repeated && number != (BlockNo & 0xFF)) {
+    const bool repeated = start.number == ((BlockNo - 1) & 0xFF);
+    if (!repeated && start.number != (BlockNo & 0xFF)) {
         return Next::Retry;
     }
     if (!repeated) {
-        if (BlockNo == std::numeric_limits<std::int16_t>::max()) {
-            return RuntimeError::of(ErrorNumber::Overflow);
-        }
-        ++BlockNo;
-        TotalBytes += size; // 32766 blocks of 1024 bytes fit
-        const Outcome written = m_file.write(QByteArray::fromRawData(RecvBlock.data(), size));
+        const Outcome counted = countBlock(start.size);
+        const Outcome written = counted ? m_pass.file().write(data(start.size)) : counted;
         if (!written) {
             return written.error();
         }
     }
     Retries = 0;
-    SendByte = line::kAcknowledge;
-    WriteByte(SendByte);
+    answer(line::kAcknowledge);
     return Next::Block;
 }
 
-bool SerialReceive::readPlainBlock(int size, bool withCrc) {
+bool XModem::readBlock(int size) {
     for (int i = 0; i < size; ++i) {
-        const int byte = ReadByteWithTimeout(ReadTimeoutMs);
+        const int byte = readByte();
         if (byte < 0) {
             return false;
         }
-        RecvBlock[static_cast<std::size_t>(i)] = static_cast<char>(byte);
+        m_receive.RecvBlock[static_cast<std::size_t>(i)] = static_cast<char>(byte);
     }
-    const QByteArrayView data(RecvBlock.data(), size);
-    const int first = ReadByteWithTimeout(ReadTimeoutMs);
-    if (first < 0 || !withCrc) {
-        return first >= 0 && sumOf(data) == first;
+    const int first = readByte();
+    if (first < 0 || !m_withCrc) {
+        return first >= 0 && sumOf(data(size)) == first;
     }
-    const int second = ReadByteWithTimeout(ReadTimeoutMs);
-    return second >= 0 && crc16(data) == ((first << 8) | second);
+    const int second = readByte();
+    return second >= 0 && crc16(data(size)) == ((first << 8) | second);
+}
+
+} // namespace
+
+TransferReport SerialReceive::XModemReceive(const TransferPass& pass) {
+    return XModem(*this, pass).run();
 }
 
 } // namespace sixtrace

@@ -2,7 +2,7 @@
 #include "capture/capturecheck.h"
 
 #include "capture/bytesource.h"
-#include "capture/capturefile.h"
+#include "capture/filelayout.h"
 #include "capture/publicm.h"
 
 #include <QFileInfo>
@@ -11,12 +11,17 @@
 #include <array>
 #include <cctype>
 #include <cmath>
+#include <type_traits>
 
 namespace sixtrace {
 
 namespace {
 
 using Text = QString;
+
+QLatin1String latin(std::string_view text) {
+    return {text.data(), static_cast<qsizetype>(text.size())};
+}
 
 Text printable(std::string_view bytes) {
     Text text;
@@ -56,8 +61,8 @@ private:
     }
 
     bool header() {
-        const std::string head = bytes(10);
-        if (head.substr(0, 3) != "KQX") {
+        const std::string head = bytes(layout::kHeaderSize);
+        if (head.substr(0, 3) != layout::kMagic) {
             fault(0, head.empty() ? QStringLiteral("the file is empty")
                                   : QStringLiteral("not a capture: it begins with \"%1\" instead of \"KQX\"")
                                         .arg(printable(head.substr(0, 3))));
@@ -68,29 +73,26 @@ private:
             fault(3, QStringLiteral("unknown version tag \"%1\"").arg(printable(std::string_view(head).substr(3, 3))));
             return false;
         }
-        m_hasProbe = form->fileKind != 1;
-        if (head.size() < 10) {
+        m_fileKind = form->fileKind;
+        if (head.size() < layout::kHeaderSize) {
             fault(static_cast<std::int64_t>(head.size()), QStringLiteral("the file ends inside its header"));
             return false;
         }
-        m_at = 10;
+        m_at = layout::kHeaderSize;
         return true;
     }
 
+    /// The value at the walk's place, which it leaves behind; nothing where the file ends in it.
     template<typename T>
-    std::optional<T> field(const char* name) {
+    std::optional<T> number(std::string_view name) {
         const auto value = m_source.number<T>(static_cast<double>(m_at) + 1);
         if (!value && !m_cut) {
             m_cut = true;
             fault(std::min(m_at, m_size),
-                  QStringLiteral("%1: the file ends in the field %2").arg(m_label, QLatin1String(name)));
+                  QStringLiteral("%1: the file ends in the field %2").arg(m_label, latin(name)));
         }
-        m_at += static_cast<std::int64_t>(sizeof(T));
+        m_at += static_cast<std::int64_t>(layout::kFieldSize);
         return value;
-    }
-
-    void outOfRange(std::int64_t offset, const char* name, std::int64_t value, const Text& rule) {
-        fault(offset, QStringLiteral("%1: %2 is %3, %4").arg(m_label, QLatin1String(name)).arg(value).arg(rule));
     }
 
     bool startOfBlock() {
@@ -98,7 +100,7 @@ private:
         if (m_at + 1 == m_size && start == std::string_view("\0", 1)) {
             return false; // a capture that came over USB ends in one zero byte more
         }
-        if (start.substr(0, 2) != std::string_view("CH").substr(0, std::min<std::size_t>(2, start.size()))) {
+        if (start.substr(0, 2) != layout::kBlockMark.substr(0, std::min<std::size_t>(2, start.size()))) {
             fault(m_at, QStringLiteral("%1 bytes behind the last channel are no channel block").arg(m_size - m_at));
             return false;
         }
@@ -109,10 +111,10 @@ private:
         const int channel = channelOfId(start[2]);
         if (channel < 0) {
             m_label = QStringLiteral("channel \"%1\"").arg(printable(std::string_view(start).substr(2)));
-            fault(m_at + 2,
-                  QStringLiteral("%1: unknown channel id; its values land in the channel before it").arg(m_label));
+            fault(m_at + 2, QStringLiteral("%1: unknown channel id; its values land in %2").arg(m_label, m_channel));
         } else {
             m_label = channelName(channel);
+            m_channel = m_label;
             bool& seen = m_seen.at(static_cast<std::size_t>(channel));
             if (seen) {
                 fault(m_at, QStringLiteral("%1: a second block of this channel; it replaces the first").arg(m_label));
@@ -123,70 +125,66 @@ private:
         return true;
     }
 
+    /// What is wrong with the values of a block, told once the block is known to hold them all.
+    template<typename T>
+    void judge(const layout::Field& field, const std::optional<T>& value, std::int64_t offset,
+               std::vector<CaptureFault>& faults) const {
+        if (!value) {
+            return;
+        }
+        if constexpr (std::is_floating_point_v<T>) {
+            if (!std::isfinite(*value)) {
+                faults.push_back({offset, QStringLiteral("%1: %2 is not a number").arg(m_label, latin(field.name))});
+            }
+        } else if (*value < field.range.least || *value > field.range.greatest) {
+            faults.push_back({offset, QStringLiteral("%1: %2 is %3, %4")
+                                          .arg(m_label, latin(field.name))
+                                          .arg(*value)
+                                          .arg(QStringView(field.range.rule))});
+        }
+    }
+
     bool block() {
         if (!startOfBlock()) {
             return false;
         }
         m_cut = false;
-        static_cast<void>(field<std::int32_t>("length"));
-        const std::int64_t slotsAt = m_at;
-        const auto slots = field<std::int32_t>("ScreenPoints");
-        const std::int64_t countAt = m_at;
-        const auto count = field<std::int32_t>("SampleCount");
-        static_cast<void>(field<std::int32_t>("ScanPoint"));
-        const std::int64_t timeAt = m_at;
-        const auto time = field<std::int32_t>("TimeIndex");
-        const std::int64_t zeroAt = m_at;
-        const auto zero = field<std::int32_t>("ZeroLevel");
-        const std::int64_t voltAt = m_at;
-        const auto volt = field<std::int32_t>("VoltIndex");
-        if (m_hasProbe) {
-            const std::int64_t probeAt = m_at;
-            const auto probe = field<std::int16_t>("ProbeExp");
-            m_at += 2;
-            if (probe && (*probe < 0 || *probe > 3)) {
-                outOfRange(probeAt, "ProbeExp", *probe, QStringLiteral("probes are 0 to 3"));
-            }
-        }
-        for (const char* name : {"SampleInterval", "Frequency", "Period", "VoltPerCount"}) {
+        static_cast<void>(number<std::int32_t>("length"));
+        std::int32_t slots = 0;
+        std::int32_t count = 0;
+        std::vector<CaptureFault> faults;
+        for (const layout::Field* field : layout::blockFields(m_fileKind)) {
             const std::int64_t at = m_at;
-            const auto value = field<float>(name);
-            if (value && !std::isfinite(*value)) {
-                fault(at, QStringLiteral("%1: %2 is not a number").arg(m_label, QLatin1String(name)));
-            }
+            std::visit(
+                [&]<typename T>(const layout::Places<T>&) {
+                    const auto value = number<T>(field->name);
+                    judge(*field, value, at, faults);
+                    if constexpr (std::is_same_v<T, std::int32_t>) {
+                        slots = field == &layout::kScreenPoints ? value.value_or(0) : slots;
+                        count = field == &layout::kSampleCount ? value.value_or(0) : count;
+                    }
+                },
+                field->places);
         }
-        if (m_cut) {
-            return false;
+        for (const CaptureFault& found : faults) {
+            fault(found.offset, found.text);
         }
-        checkRange(slots, slotsAt, "ScreenPoints", 1, INT32_MAX, QStringLiteral("at least 1 is needed to draw"));
-        checkRange(count, countAt, "SampleCount", 1, kSampleRows, QStringLiteral("a channel holds 1 to 10231 samples"));
-        checkRange(time, timeAt, "TimeIndex", 0, kTimeBaseRows - 1, QStringLiteral("time bases are 0 to 27"));
-        checkRange(zero, zeroAt, "ZeroLevel", -100, 100, QStringLiteral("the screen reaches from -100 to 100"));
-        checkRange(volt, voltAt, "VoltIndex", 1, kVoltRows, QStringLiteral("volt ranges are 1 to 10"));
-        return samples(*slots, *count);
+        return !m_cut && samples(slots, count);
     }
 
-    void checkRange(const std::optional<std::int32_t>& value, std::int64_t offset, const char* name, std::int64_t least,
-                    std::int64_t greatest, const Text& rule) {
-        if (value && (*value < least || *value > greatest)) {
-            outOfRange(offset, name, *value, rule);
-        }
-    }
-
-    bool samples(std::int64_t slots, std::int64_t count) {
-        // The reader looks for the next block behind the slots, and one slot further when there is no sample.
+    bool samples(std::int32_t slots, std::int32_t count) {
         const std::int64_t first = m_at;
-        const std::int64_t read = std::max<std::int64_t>(count, 1);
-        m_at += 2 * (read - 1) + (count >= slots ? 2 : 2 * (slots - count) + 2);
+        m_at += static_cast<std::int64_t>(layout::samplesToNextBlock(count, slots));
         const std::int64_t held = std::max<std::int64_t>(0, m_size - first) / 2;
         if (held < std::max<std::int64_t>(count, 0)) {
             fault(m_size, QStringLiteral("%1: the file ends behind sample %2 of %3").arg(m_label).arg(held).arg(count));
             return false;
         }
-        if (m_at > m_size) {
+        const std::int64_t end = first + 2 * std::max<std::int64_t>({slots, count, 0});
+        if (end > m_size) {
             fault(m_size, QStringLiteral("%1: the file ends %2 bytes before the end of the block's slots")
                               .arg(m_label)
-                              .arg(m_at - m_size));
+                              .arg(end - m_size));
         }
         return true;
     }
@@ -194,9 +192,10 @@ private:
     ByteSource& m_source;
     std::int64_t m_size;
     std::int64_t m_at = 0;
-    bool m_hasProbe = true;
+    int m_fileKind = 0;
     bool m_cut = false;
-    Text m_label;
+    Text m_label;                    ///< of the block, as its faults name it
+    Text m_channel = channelName(0); ///< takes the values of a block whose id is unknown
     std::array<bool, kChannels> m_seen{};
     std::vector<CaptureFault> m_faults;
 };

@@ -2,34 +2,22 @@
 #include "capture/captureloading.h"
 
 #include "capture/capturefile.h"
+#include "capture/zeromarkers.h"
 #include "platform/dialogs.h"
-#include "platform/labels.h"
 #include "platform/programfolder.h"
 
 #include <QFileInfo>
 
 namespace sixtrace {
 
-CaptureLoading::CaptureLoading(publicM& model, const ChannelSelection& selection, Dialogs& dialogs, CaptureView& steps,
-                               CaptureLoadingNeighbours& neighbours, PathLabel& Label4,
-                               std::function<QString()> applicationFolder, QObject* parent)
-    : QObject(parent)
-    , m_model(model)
-    , m_selection(selection)
-    , m_dialogs(dialogs)
-    , m_steps(steps)
-    , m_neighbours(neighbours)
-    , m_Label4(Label4)
-    , m_applicationFolder(std::move(applicationFolder)) {}
-
 void CaptureLoading::beginOpen() {
-    m_steps.unloadTable();
-    m_model.AppDir = withSeparator(m_applicationFolder());
+    m_scope.duties.closeTable();
+    m_scope.model.AppDir = withSeparator(m_applicationFolder());
 }
 
 void CaptureLoading::mnuOpen_Click() {
     beginOpen();
-    const QString folder = m_model.AppDir + QStringLiteral("dat");
+    const QString folder = m_scope.model.AppDir + QStringLiteral("dat");
     ensureFolder(folder);
     const auto choice = m_dialogs.ShowOpen({.fileName = withSeparator(folder) + QStringLiteral("*.bin"),
                                             .filter = QStringLiteral("KQX bin (*.bin)|*.bin|所有文件|*.*"),
@@ -51,18 +39,14 @@ void CaptureLoading::openChosen(const QString& path) {
         m_dialogs.message(QStringLiteral(" no this file!\n\r\n\r") + path, MessageIcon::Critical);
         return;
     }
-    SimpleWav(path);
-    m_Label4.setCaption(path);
-    m_neighbours.MarkerClamp(m_selection.CurChannel);
+    SimpleWav(path, m_scope);
+    m_scope.screen.showPath(path);
+    MarkerClamp(m_scope.screen, m_scope.screen.CurChannel);
 }
 
 void CaptureLoading::mnuNew_Click() {
     // The model, the list and the markers keep their content: the next frame brings the traces back.
-    m_neighbours.clearScreen();
-}
-
-void CaptureLoading::SimpleWav(const QString& path) {
-    sixtrace::SimpleWav(path, m_model, m_steps);
+    m_scope.duties.blankDue();
 }
 
 void CaptureLoading::OpenBinFile() {
@@ -71,7 +55,7 @@ void CaptureLoading::OpenBinFile() {
     if (!choice) {
         return;
     }
-    switch (sixtrace::OpenBinFile(choice->fileName, m_model, m_steps)) {
+    switch (sixtrace::OpenBinFile(choice->fileName, m_scope)) {
     case BinFileOutcome::Loaded:
         break;
     case BinFileOutcome::MissingFile:

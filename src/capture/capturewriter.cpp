@@ -19,26 +19,23 @@ void put32(QByteArray& bytes, std::int32_t value) {
     put16(bytes, static_cast<std::uint16_t>(bits >> 16));
 }
 
-void putFloat(QByteArray& bytes, float value) {
+void put(QByteArray& bytes, std::int32_t value) {
+    put32(bytes, value);
+}
+/// The upper half of the field's four bytes stays empty.
+void put(QByteArray& bytes, std::int16_t value) {
+    put16(bytes, static_cast<std::uint16_t>(value));
+    put16(bytes, 0);
+}
+void put(QByteArray& bytes, float value) {
     put32(bytes, std::bit_cast<std::int32_t>(value));
 }
 
 QByteArray blockBody(const CaptureForm& form, const CaptureBlock& block) {
     QByteArray body;
-    put32(body, block.screenPoints);
-    put32(body, block.sampleCount);
-    put32(body, block.scanPoint);
-    put32(body, block.timeIndex);
-    put32(body, block.zeroLevel);
-    put32(body, block.voltIndex);
-    if (form.fileKind != 1) {
-        put16(body, static_cast<std::uint16_t>(block.probeExp));
-        put16(body, 0);
+    for (const layout::Field* field : layout::blockFields(form.fileKind)) {
+        std::visit([&](const auto& places) { put(body, block.*places.block); }, field->places);
     }
-    putFloat(body, block.sampleInterval);
-    putFloat(body, block.frequency);
-    putFloat(body, block.period);
-    putFloat(body, block.voltPerCount);
     for (const std::int16_t sample : block.samples) {
         put16(body, static_cast<std::uint16_t>(sample));
     }
@@ -51,12 +48,12 @@ QByteArray blockBody(const CaptureForm& form, const CaptureBlock& block) {
 } // namespace
 
 QByteArray captureBytes(const CaptureForm& form, const std::vector<CaptureBlock>& blocks) {
-    QByteArray bytes("KQX");
+    QByteArray bytes(layout::kMagic.data(), static_cast<qsizetype>(layout::kMagic.size()));
     bytes.append(form.tag.data(), static_cast<qsizetype>(form.tag.size()));
     put32(bytes, static_cast<std::int32_t>(blocks.size()));
     for (const CaptureBlock& block : blocks) {
         const QByteArray body = blockBody(form, block);
-        bytes += "CH";
+        bytes.append(layout::kBlockMark.data(), static_cast<qsizetype>(layout::kBlockMark.size()));
         bytes += block.id;
         put32(bytes, static_cast<std::int32_t>(body.size()));
         bytes += body;

@@ -1,94 +1,140 @@
 // SPDX-License-Identifier: MIT
 #include "capture/channellist.h"
 
-#include "capture/channelrows.h"
-#include "capture/readouts.h"
-#include "platform/framepanel.h"
-#include "platform/labels.h"
-#include "platform/ticklist.h"
+#include "capture/zeromarkers.h"
+#include "platform/numbers.h"
 
 namespace sixtrace {
 
-ChannelList::ChannelList(publicM& model, ChannelSelection& selection, const Widgets& widgets,
-                         ChannelListNeighbours& neighbours, QObject* parent)
-    : QObject(parent)
-    , m_model(model)
-    , m_selection(selection)
-    , m_widgets(widgets)
-    , m_neighbours(neighbours) {
-    connect(m_widgets.List1, &TickList::Click, this, &ChannelList::List1_Click);
-    connect(m_widgets.List1, &TickList::ItemCheck, this, &ChannelList::List1_ItemCheck);
+namespace {
+
+constexpr int kColumnGap = 10;
+constexpr int kLabelLength = 3;
+
+[[nodiscard]] bool isRow(int index, int rows) {
+    return index >= 0 && index < rows;
 }
 
-void ChannelList::addRows() {
-    for (int channel = 0; channel < kChannels; ++channel) {
-        const auto c = static_cast<std::size_t>(channel);
-        // Before the first load the row shows the exponent itself, not the factor that it stands for.
-        m_widgets.List1->addRow(channelRow(channelLabel(channel), m_model.TimeBaseText[0], m_model.VoltText[0],
-                                           RowGap::Eight, QString::number(m_model.ProbeExp[c])));
+/// A list is given the text of one of its entries and chooses the first that reads so: entries may be alike.
+template<std::size_t Rows>
+void chooseEntry(const std::array<QString, Rows>& list, int& chosen, int row) {
+    if (isRow(row, int{Rows})) {
+        const auto first = std::find(list.begin(), list.end(), list[static_cast<std::size_t>(row)]);
+        chosen = static_cast<int>(first - list.begin());
     }
 }
 
-void ChannelList::List1_Click() {
-    const int row = m_widgets.List1->ListIndex();
-    if (row < 0 || row >= kChannels) {
+/// Everything of a click but its texts.
+void selectChannel(const Scope& scope, int row) {
+    const publicM& model = scope.model;
+    ScreenState& screen = scope.screen;
+    standOutMarker(scope, row);
+    FillVoltList(screen, model.ProbeExp[row]);
+    screen.CurChannel = static_cast<std::int16_t>(row);
+    if (model.ChannelPresent[row] == 1) {
+        takeBarRange(scope, row);
+        placeBarAtMarker(screen, row);
+    }
+    chooseEntry(screen.timeList, screen.timeRow, model.TimeIndexView[row]);
+    chooseEntry(screen.voltList, screen.voltRow, model.VoltIndexView[row]);
+}
+
+} // namespace
+
+UnseenScreen::UnseenScreen(publicM& model)
+    : m_model(model) {
+    beginStart(scope());
+    endStart(scope());
+}
+
+void beginStart(const Scope& scope) {
+    const publicM& model = scope.model;
+    ScreenState& screen = scope.screen;
+    screen.timeList = model.TimeBaseText;
+    screen.voltList = model.VoltText;
+    // A list that is filled has chosen nothing yet.
+    screen.timeRow = -1;
+    screen.voltRow = -1;
+    screen.bar = {2 * model.VoltRange[0], model.VoltRange[0]};
+    for (int channel = 0; channel < kChannels; ++channel) {
+        // Before the first load the row shows the exponent itself, not the factor that it stands for.
+        screen.rows[channel] = channelRow(channelLabel(channel), model.TimeBaseText[0], model.VoltText[0],
+                                          RowGap::Eight, QString::number(model.ProbeExp[channel]));
+    }
+    for (int channel = kChannels - 1; channel >= 0; --channel) {
+        setTick(scope, channel, false);
+        screen.markers[channel].shown = false;
+    }
+}
+
+void endStart(const Scope& scope) {
+    scope.duties.frameDue();
+    List1_Click(scope);
+    scope.screen.CurChannel = -1;
+    scope.screen.ScrollLive = true;
+}
+
+QString channelRow(QStringView label, const QString& timeText, const QString& voltText, RowGap gap,
+                   const QString& factor) {
+    const QString columnGap(kColumnGap, u' ');
+    return label.left(kLabelLength) + columnGap + timeText + columnGap + voltText +
+           QString(static_cast<int>(gap), u' ') + u"/ " + factor;
+}
+
+QString probeFactorText(int probeExp) {
+    // The factors of real probes need no conversion and no decimal mark.
+    static const std::array known{QStringLiteral("1"), QStringLiteral("10"), QStringLiteral("100"),
+                                  QStringLiteral("1000")};
+    const auto index = static_cast<std::size_t>(probeExp);
+    return index < known.size() ? known[index] : generalText(probeFactor(probeExp));
+}
+
+void FillVoltList(ScreenState& screen, int probeExp) {
+    if (const auto* texts = voltListTexts(probeExp)) {
+        screen.voltList = *texts;
+    }
+}
+
+void List1_Click(const Scope& scope) {
+    ScreenState& screen = scope.screen;
+    const int row = screen.selectedRow;
+    if (!isRow(row, kChannels)) {
         return;
     }
-    const auto r = static_cast<std::size_t>(row);
-    m_neighbours.standOutMarker(row);
-    m_neighbours.FillVoltList(m_model.ProbeExp[r]);
-    m_selection.CurChannel = static_cast<std::int16_t>(row);
-    if (m_model.ChannelPresent[r] == 1) {
-        m_selection.ScrollLive = false;
-        m_neighbours.placeBarAtMarker(row);
-        m_selection.ScrollLive = true;
-    }
-    m_neighbours.showTimeAndVoltRows(m_model.TimeIndexView[r], m_model.VoltIndexView[r]);
-    const FrameTitles titles = frameTitles(m_widgets.List1->List(row), m_model.LanguageId);
-    m_widgets.Frame2->setCaption(titles.timeBase);
-    m_widgets.Frame3->setCaption(titles.voltage);
-    m_widgets.Frame1->setCaption(titles.cursor);
-    m_widgets.Frame4->setCaption(titles.channel);
-    m_neighbours.UpdateVoltCursors();
-    m_neighbours.printTime();
-    const MeasurementTexts texts = measurementTexts(m_model, row);
-    m_widgets.LabPe->setCaption(texts.period);
-    m_widgets.labPPe->setCaption(texts.frequency);
-    m_widgets.LabMaxx->setCaption(texts.peakToPeak);
+    selectChannel(scope, row);
+    screen.titles = frameTitles(screen.rows[row], scope.model.LanguageId);
+    scope.duties.readoutsDue();
+    screen.measurements = measurementTexts(scope.model, row);
 }
 
-void ChannelList::List1_ItemCheck(int Item) {
-    m_neighbours.showMarker(Item, m_widgets.List1->Selected(Item));
+void List1_ItemCheck(const Scope& scope, int Item) {
+    scope.screen.markers[Item].shown = scope.screen.ticks[Item];
     // During timed acquisition the next capture redraws anyway.
-    if (!m_model.AutoRun) {
-        m_neighbours.PicReDrawT();
+    if (!scope.model.AutoRun) {
+        scope.duties.frameDue();
     }
 }
 
-int ChannelList::ListIndex() const {
-    return m_widgets.List1->ListIndex();
-}
-void ChannelList::setListIndex(int row) {
-    m_widgets.List1->setListIndex(row);
-}
-QString ChannelList::rowText(int channel) const {
-    return m_widgets.List1->List(channel);
-}
-void ChannelList::setRowText(int channel, const QString& text) {
-    m_widgets.List1->setList(channel, text);
-}
-bool ChannelList::Selected(int channel) const {
-    return m_widgets.List1->Selected(channel);
-}
-void ChannelList::setTick(int channel, bool ticked) {
-    m_widgets.List1->setSelected(channel, ticked);
+void selectRow(const Scope& scope, int row) {
+    if (row < -1 || row >= kChannels) {
+        return;
+    }
+    scope.screen.selectedRow = row;
+    List1_Click(scope);
 }
 
-void ChannelList::showTraceColours(Colour screen) {
-    m_widgets.List1->setChipBack(screen);
-    for (int channel = 0; channel < kChannels; ++channel) {
-        m_widgets.List1->setChipColour(channel, m_model.LineColor[static_cast<std::size_t>(channel)]);
-    }
+void setTick(const Scope& scope, int channel, bool ticked) {
+    scope.screen.ticks[channel] = ticked;
+    scope.screen.selectedRow = channel;
+    List1_ItemCheck(scope, channel);
+    List1_Click(scope);
+}
+
+void setTickUnseen(const Scope& scope, int channel) {
+    scope.screen.ticks[channel] = true;
+    scope.screen.selectedRow = channel;
+    scope.screen.markers[channel].shown = true;
+    selectChannel(scope, channel);
 }
 
 } // namespace sixtrace

@@ -1,76 +1,44 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "capture/channelselection.h"
-#include "capture/publicm.h"
+#include "capture/screenstate.h"
 
-#include <QObject>
+#include <QString>
+#include <QStringView>
 
 namespace sixtrace {
 
-class FramePanel;
-class ReadoutLabel;
-class TickList;
+/// Blanks between volt text and "/ " in a row of the channel list. The writers differ by one blank: start-up and the
+/// time list write eight, all others seven.
+enum class RowGap { Seven = 7, Eight = 8 };
 
-/// What the channel list asks of the other areas when a row is picked or ticked.
-class ChannelListNeighbours {
-public:
-    ChannelListNeighbours() = default;
-    ChannelListNeighbours(const ChannelListNeighbours&) = delete;
-    ChannelListNeighbours& operator=(const ChannelListNeighbours&) = delete;
-    virtual ~ChannelListNeighbours() = default;
+/// A row of the channel list: label (the first three characters of `label`), ten blanks, time text, ten blanks, volt
+/// text, the gap, "/ " and the factor.
+[[nodiscard]] QString channelRow(QStringView label, const QString& timeText, const QString& voltText, RowGap gap,
+                                 const QString& factor);
 
-    /// All markers take the strip's colour, the one of `channel` its trace's.
-    virtual void standOutMarker(int channel) = 0;
-    virtual void showMarker(int channel, bool shown) = 0;
-    virtual void FillVoltList(int probeExp) = 0;
-    /// VScroll1 takes the place of a channel's marker.
-    virtual void placeBarAtMarker(int channel) = 0;
-    /// Combo1 and Combo2 take the texts of these entries; an entry that does not exist leaves its list as it is.
-    virtual void showTimeAndVoltRows(int timeRow, int voltRow) = 0;
-    virtual void UpdateVoltCursors() = 0;
-    virtual void printTime() = 0;
-    virtual void PicReDrawT() = 0;
-};
+/// Text of a probe factor as rows show it: 10 to the power of `probeExp`, "1", "10", "100" ...
+[[nodiscard]] QString probeFactorText(int probeExp);
 
-/// The channel list and the measurement labels: which channel the controls apply to, which traces are shown. Its rows
-/// are rewritten by several; what a row means is its own. Owned by the window, as are its widgets.
-class ChannelList : public QObject {
-public:
-    struct Widgets {
-        TickList* List1;
-        FramePanel* Frame1;
-        FramePanel* Frame2;
-        FramePanel* Frame3;
-        FramePanel* Frame4;
-        ReadoutLabel* LabPe;
-        ReadoutLabel* labPPe;
-        ReadoutLabel* LabMaxx;
-    };
+/// The lists, rows and the bar as they stand at the start, and six cleared ticks. The model's tables are filled.
+void beginStart(const Scope& scope);
+/// The first frame and the readouts of the row that the ticks have left current. No channel is chosen yet.
+void endStart(const Scope& scope);
 
-    ChannelList(publicM& model, ChannelSelection& selection, const Widgets& widgets, ChannelListNeighbours& neighbours,
-                QObject* parent);
+/// Relabels the volt list for a probe exponent 0 to 3; any other leaves it. The chosen row stays.
+void FillVoltList(ScreenState& screen, int probeExp);
 
-    /// The six rows as they stand after start-up.
-    void addRows();
-    void List1_Click();
-    void List1_ItemCheck(int Item);
+/// The selected row's channel becomes the one that lists, bar and readouts apply to. Does nothing without a row.
+void List1_Click(const Scope& scope);
+/// Row `Item` has been ticked or cleared: its marker shows it, and so does a new frame unless timed acquisition runs.
+void List1_ItemCheck(const Scope& scope, int Item);
 
-    [[nodiscard]] int ListIndex() const;
-    void setListIndex(int row);
-    [[nodiscard]] QString rowText(int channel) const;
-    void setRowText(int channel, const QString& text);
-    [[nodiscard]] bool Selected(int channel) const;
-    /// Moves the current row and raises both events, whether or not the tick changes.
-    void setTick(int channel, bool ticked);
-    /// The chips show each trace as it looks on the screen.
-    void showTraceColours(Colour screen);
-
-private:
-    publicM& m_model;
-    ChannelSelection& m_selection;
-    Widgets m_widgets;
-    ChannelListNeighbours& m_neighbours;
-};
+/// Makes a row current and raises its click, as a choice by the user does.
+void selectRow(const Scope& scope, int row);
+/// Sets or clears a tick by code: the row becomes current, and both its events follow whether or not the tick changes.
+void setTick(const Scope& scope, int channel, bool ticked);
+/// The same for a tick that another one will follow at once: no frame is drawn and no readout written, since nobody
+/// sees them and the next tick brings them.
+void setTickUnseen(const Scope& scope, int channel);
 
 } // namespace sixtrace

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <array>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -18,8 +19,25 @@ inline constexpr int kTimeBaseRows = 28;  ///< rows of TimeBaseTable and of the 
 inline constexpr int kVoltRows = 10;      ///< rows of VoltTable and of the volt list
 inline constexpr int kScanTimeRow = 22;   ///< time-base rows from here on are slow scans
 
+/// One element for each channel, addressed by the channel's number.
 template<typename T>
-using PerChannel = std::array<T, kChannels>;
+struct PerChannel : std::array<T, kChannels> {
+    using Elements = std::array<T, kChannels>;
+
+    [[nodiscard]] constexpr T& operator[](std::integral auto channel) {
+        return Elements::operator[](static_cast<std::size_t>(channel));
+    }
+    [[nodiscard]] constexpr const T& operator[](std::integral auto channel) const {
+        return Elements::operator[](static_cast<std::size_t>(channel));
+    }
+    /// The same with a check; throws std::out_of_range.
+    [[nodiscard]] constexpr T& at(std::integral auto channel) {
+        return Elements::at(static_cast<std::size_t>(channel));
+    }
+    [[nodiscard]] constexpr const T& at(std::integral auto channel) const {
+        return Elements::at(static_cast<std::size_t>(channel));
+    }
+};
 
 /// Samples by channels, sample-major: the element of channel c and sample i stands at c + 6 i. Fixed capacity.
 template<typename T>

@@ -62,13 +62,13 @@ void drawFineTicks(PicturePage& picture, double width, double height, int divisi
 
 } // namespace
 
-void drawPageGraticule(PicturePage& picture, double width, double height, bool dotted, int divisions) {
+void drawPageGraticule(PicturePage& picture, double width, double height, Graticule style, int divisions) {
     picture.DrawStyle = DrawStyle::Solid;
     picture.Line(0, 0, width, 0);
     picture.Line(0, 0, 0, height);
     picture.Line(width, 0, width, height);
     picture.Line(0, height, width, height);
-    if (dotted) {
+    if (style == Graticule::Dotted) {
         drawDottedDivisions(picture, width, height, divisions);
     } else {
         drawCross(picture, width, height, divisions);
@@ -81,7 +81,7 @@ void PageSink::samples(const PointRun& points) {
     for (int row = points.firstRow; row < points.firstRow + points.count; ++row) {
         m_points.emplace_back(m_model.PlotX(m_channel, row), m_model.PlotY(m_channel, row));
     }
-    if (m_line) {
+    if (m_style == TraceStyle::Lines) {
         m_picture.Polyline(m_points);
         return;
     }

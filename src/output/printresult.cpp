@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "output/printresult.h"
 
-#include "capture/capturefile.h"
+#include "capture/stripgeometry.h"
 #include "output/pageframe.h"
 #include "platform/numbers.h"
 #include "platform/picturepage.h"
@@ -42,6 +42,10 @@ Outcome first(std::initializer_list<Outcome> outcomes) {
 float previewScale(std::int32_t zoomPercent) {
     const NumberMarks marks;
     return static_cast<float>(Val(Format(zoomPercent / 100.0, u"0.0", marks)));
+}
+
+PageInputs pageInputs(const ScreenState& screen) {
+    return {frameInputs(screen), screen.rows};
 }
 
 PageComposer::PageComposer(publicM& model, const MdlPrinter& settings, Printer& printer)
@@ -183,7 +187,7 @@ void PageComposer::printLabels(PageTarget& target, const PageInputs& inputs, con
         }
         const auto c = static_cast<std::size_t>(channel);
         target.ForeColor = m_model.LineColor[c];
-        ChannelPageY[c] = (kMarkerHeight / 2 + inputs.frame.markerTop[c]) / kStripHeight * box.height;
+        ChannelPageY[c] = (strip::kMarkerHeight / 2 + inputs.frame.markerTop[c]) / strip::kHeight * box.height;
         const double zeroLine = box.top + ChannelPageY[c];
         target.CurrentX = box.left - kIndent;
         target.CurrentY = zeroLine - kGap;
@@ -210,9 +214,9 @@ Outcome PageComposer::PrinterDrawT(PicturePage& hidden, Box& box, PageTarget& ta
         if (!isShown(m_model, inputs.selected, channel)) {
             continue;
         }
-        PageSink sink(hidden, m_model, channel, inputs.line);
+        PageSink sink(hidden, m_model, channel, inputs.style);
         const PageArea page{static_cast<double>(box.width), static_cast<double>(box.height), ChannelPageY[c]};
-        ChannelPlot plot(m_model, channel, inputs.line, m_points, sink, page);
+        ChannelPlot plot(m_model, channel, inputs.style, m_points, sink, page);
         if (!plot.plot()) {
             return RuntimeError::of(plot.error());
         }

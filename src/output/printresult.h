@@ -19,6 +19,8 @@ struct PageInputs {
     PerChannel<QString> rows; ///< texts of the channel list
 };
 
+[[nodiscard]] PageInputs pageInputs(const ScreenState& screen);
+
 /// Composes pages: legend, channel labels with their zero ticks, and a framed copy of the scope screen. Printer and
 /// preview get the same page. The settings, the model and the printer are handed in and outlive it.
 class PageComposer {

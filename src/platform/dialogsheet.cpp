@@ -11,6 +11,8 @@
 #include <QPushButton>
 #include <QWindow>
 
+#include <utility>
+
 namespace sixtrace {
 
 DialogSheet::DialogSheet(int width, int height) {
@@ -19,7 +21,7 @@ DialogSheet::DialogSheet(int width, int height) {
 }
 
 void DialogSheet::showOver(QWidget* owner) {
-    if (m_untilHidden != nullptr) {
+    if (isVisible()) {
         return; // it is up already, and whoever showed it waits
     }
     if (owner != nullptr) {
@@ -27,11 +29,12 @@ void DialogSheet::showOver(QWidget* owner) {
         windowHandle()->setTransientParent(owner->window()->windowHandle());
         move(owner->window()->frameGeometry().center() - rect().center());
     }
+    // Hidden, it may be called again before the one who showed it first has come back from what went on meanwhile.
     QEventLoop untilHidden;
-    m_untilHidden = &untilHidden;
+    QEventLoop* const before = std::exchange(m_untilHidden, &untilHidden);
     show();
     untilHidden.exec();
-    m_untilHidden = nullptr;
+    m_untilHidden = before;
 }
 
 void DialogSheet::startFromDesign() {

@@ -123,14 +123,25 @@ void PathLabel::setCaption(const QString& caption) {
 }
 
 void PathLabel::setFault(const QString& fault) {
-    m_hasFault = !fault.isEmpty();
-    const QString tip = m_hasFault ? fault + QLatin1Char('\n') + text() : text();
+    m_fault = fault;
+    setAccessibleDescription(fault);
+    showToolTip();
+    update();
+}
+
+void PathLabel::setNote(const QString& note) {
+    m_note = note;
+    showToolTip();
+}
+
+void PathLabel::showToolTip() {
+    QStringList lines{m_fault, text(), m_note};
+    lines.removeAll(QString());
+    const QString tip = lines.join(u'\n');
     // Names of files are text, whatever they look like; a tool tip would take some of them for markup.
     setToolTip(Qt::mightBeRichText(tip)
                    ? QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(tip.toHtmlEscaped())
                    : tip);
-    setAccessibleDescription(fault);
-    update();
 }
 
 void PathLabel::paintEvent(QPaintEvent*) {
@@ -139,7 +150,7 @@ void PathLabel::paintEvent(QPaintEvent*) {
     painter.setFont(font);
     painter.setPen(palette().color(QPalette::WindowText));
     QRect inner = rect().adjusted(kPathInset, 0, -kPathInset, 0);
-    if (m_hasFault) {
+    if (hasFault()) {
         paintMark(painter, QRectF(inner.left(), (height() - kMarkSize) / 2.0, kMarkSize, kMarkSize));
         inner.setLeft(inner.left() + kMarkSize + kMarkGap);
         painter.setPen(palette().color(QPalette::WindowText));

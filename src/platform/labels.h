@@ -53,9 +53,11 @@ public:
     explicit PathLabel(QWidget* parent);
     /// Takes a mark away.
     void setCaption(const QString& caption);
+    /// A sentence that the tool tip shows below the caption.
+    void setNote(const QString& note);
     /// What is wrong with the file: it stands in the tool tip, above the path. Empty takes the mark away.
     void setFault(const QString& fault);
-    [[nodiscard]] bool hasFault() const { return m_hasFault; }
+    [[nodiscard]] bool hasFault() const { return !m_fault.isEmpty(); }
 
 Q_SIGNALS:
     /// A path has been set, be it the one that was there.
@@ -65,7 +67,10 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    bool m_hasFault = false;
+    void showToolTip();
+
+    QString m_fault;
+    QString m_note;
 };
 
 /// The band at the foot of the main window, on which the path lies.

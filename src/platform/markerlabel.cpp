@@ -12,6 +12,16 @@
 
 namespace sixtrace {
 
+namespace {
+
+/// Twips of the pixel that a place lies in. The label itself stands on whole pixels: fractions of a pointer would add
+/// up from move to move.
+double wholePixel(double place) {
+    return std::floor(place) * kTwips;
+}
+
+} // namespace
+
 MarkerLabel::MarkerLabel(QString caption, double width, double height, QWidget* parent)
     : QWidget(parent)
     , m_caption(std::move(caption))
@@ -71,15 +81,15 @@ void MarkerLabel::paintEvent(QPaintEvent*) {
 }
 
 void MarkerLabel::mousePressEvent(QMouseEvent* event) {
-    Q_EMIT mouseDown(buttonNumber(event->button()), event->position().x() * kTwips, event->position().y() * kTwips);
+    Q_EMIT mouseDown(buttonNumber(event->button()), wholePixel(event->position().y()));
 }
 
 void MarkerLabel::mouseMoveEvent(QMouseEvent* event) {
-    Q_EMIT mouseMove(buttonNumber(event->buttons()), event->position().x() * kTwips, event->position().y() * kTwips);
+    Q_EMIT mouseMove(buttonNumber(event->buttons()), wholePixel(event->position().y()));
 }
 
 void MarkerLabel::mouseReleaseEvent(QMouseEvent* event) {
-    Q_EMIT mouseUp(buttonNumber(event->button()), event->position().x() * kTwips, event->position().y() * kTwips);
+    Q_EMIT mouseUp(buttonNumber(event->button()), wholePixel(event->position().y()));
 }
 
 void MarkerLabel::mouseDoubleClickEvent(QMouseEvent*) {

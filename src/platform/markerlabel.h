@@ -9,7 +9,8 @@ namespace sixtrace {
 /// A small flat label on the marker strip. Its place is kept in twips as a number of its own; the widget follows it to
 /// the nearest pixel, so that positions survive arithmetic that the pixels would round away.
 ///
-/// Mouse signals carry the pointer's place inside the label, in twips, and button numbers as PictureBox does.
+/// Mouse signals carry the pointer's height inside the label, whole pixels in twips, and button numbers as PictureBox
+/// does.
 class MarkerLabel : public QWidget {
     Q_OBJECT
     Q_PROPERTY(QString caption READ caption WRITE setCaption)
@@ -34,9 +35,9 @@ public:
     [[nodiscard]] bool hasFocusLine() const { return m_focusLine; }
 
 Q_SIGNALS:
-    void mouseDown(int button, double x, double y);
-    void mouseMove(int button, double x, double y);
-    void mouseUp(int button, double x, double y);
+    void mouseDown(int button, double y);
+    void mouseMove(int button, double y);
+    void mouseUp(int button, double y);
     void doubleClicked();
 
 protected:

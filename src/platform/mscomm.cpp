@@ -5,9 +5,15 @@
 #include <QFileInfo>
 #include <QSet>
 #include <QStringList>
+#include <QThread>
 #include <QTimer>
 
 #include <optional>
+
+#ifdef Q_OS_UNIX
+#include <sys/ioctl.h>
+#include <termios.h>
+#endif
 
 namespace sixtrace {
 
@@ -15,6 +21,9 @@ namespace {
 
 /// Far more than any block, far less than a hostile sender could fill.
 constexpr qint64 kReceiveBuffer = 65536;
+
+/// For the ten bytes of an abort, the slowest line takes 200 ms.
+constexpr qint64 kLongestDrainMs = 500;
 
 /// Ports that this process holds: the system's own lock does not stop a privileged user's second open.
 QSet<QString>& heldPorts() {
@@ -56,12 +65,31 @@ MSComm::MSComm(Locator locate)
     m_clock.start();
     m_port.setReadBufferSize(kReceiveBuffer);
     QObject::connect(&m_port, &QSerialPort::errorOccurred, &m_port, [this](QSerialPort::SerialPortError error) {
-        m_lost = m_lost || error == QSerialPort::ResourceError;
+        if (error == QSerialPort::ResourceError || error == QSerialPort::ReadError) {
+            noteLoss();
+        }
     });
 }
 
 MSComm::~MSComm() {
-    heldPorts().remove(m_location);
+    close();
+}
+
+void MSComm::noteLoss() {
+    if (m_lost || !PortOpen()) {
+        return;
+    }
+    m_lost = true;
+    // Not from inside the port's own handling of the error.
+    QMetaObject::invokeMethod(
+        &m_port,
+        [this] {
+            if (m_lost && m_port.isOpen()) {
+                m_rest += m_port.readAll();
+                m_port.close();
+            }
+        },
+        Qt::QueuedConnection);
 }
 
 Outcome MSComm::setCommPort(int number) {
@@ -95,10 +123,7 @@ Outcome MSComm::setPortOpen(bool open) {
         return success();
     }
     if (!open) {
-        m_port.flush(); // what was sent last leaves before the line goes
-        m_port.close();
-        heldPorts().remove(m_location);
-        m_location.clear();
+        close();
         return success();
     }
     if (PortOpen()) {
@@ -109,6 +134,60 @@ Outcome MSComm::setPortOpen(bool open) {
         return RuntimeError::of(ErrorNumber::DeviceUnavailable);
     }
     return openAt(location);
+}
+
+Outcome MSComm::tryPort(int number, const QString& settings) {
+    if (PortOpen()) {
+        if (m_locate(number) == m_location) {
+            return success();
+        }
+        MSComm second(m_locate);
+        return second.tryPort(number, settings);
+    }
+    Outcome done = setCommPort(number);
+    if (done && !settings.isEmpty()) {
+        done = setSettings(settings);
+    }
+    if (done) {
+        done = setPortOpen(true);
+    }
+    return done ? setPortOpen(false) : done;
+}
+
+void MSComm::close() {
+    if (!PortOpen()) {
+        return;
+    }
+    if (m_port.isOpen()) {
+        drain();
+        m_port.close();
+    }
+    heldPorts().remove(m_location);
+    m_location.clear();
+    m_rest.clear();
+    m_lost = false;
+}
+
+/// Closing gives the line its old settings back. What was written last must have left by then, or its end would go out
+/// at another rate.
+void MSComm::drain() {
+    if (m_lost) {
+        return;
+    }
+    QElapsedTimer waited;
+    waited.start();
+    while (m_port.bytesToWrite() > 0 && waited.elapsed() < kLongestDrainMs &&
+           m_port.waitForBytesWritten(static_cast<int>(kLongestDrainMs - waited.elapsed()))) {
+    }
+#ifdef Q_OS_UNIX
+    int queued = 0;
+    while (::ioctl(m_port.handle(), TIOCOUTQ, &queued) == 0 && queued > 0 && waited.elapsed() < kLongestDrainMs) {
+        QThread::msleep(1);
+    }
+    if (queued == 0) {
+        static_cast<void>(::tcdrain(m_port.handle())); // the adapter's own buffer; a line that is stuck shows above
+    }
+#endif
 }
 
 Outcome MSComm::openAt(const QString& location) {
@@ -126,6 +205,7 @@ Outcome MSComm::openAt(const QString& location) {
     static_cast<void>(m_port.setRequestToSend(true));
     m_port.clearError();
     m_lost = false;
+    m_rest.clear();
     m_location = location;
     heldPorts().insert(location);
     return success();
@@ -148,21 +228,27 @@ RuntimeError MSComm::openError(const QString& location) const {
 }
 
 int MSComm::InBufferCount() {
-    return static_cast<int>(m_port.bytesAvailable());
+    return static_cast<int>(m_rest.size() + m_port.bytesAvailable());
 }
 
 void MSComm::discard() {
-    if (PortOpen()) {
+    m_rest.clear();
+    if (m_port.isOpen()) {
         m_port.clear(QSerialPort::Input);
     }
 }
 
 QByteArray MSComm::Input(int count) {
-    return PortOpen() ? m_port.read(count) : QByteArray();
+    QByteArray taken = m_rest.left(count);
+    m_rest.remove(0, taken.size());
+    if (m_port.isOpen()) {
+        taken += m_port.read(count - taken.size());
+    }
+    return taken;
 }
 
 void MSComm::Output(const QByteArray& bytes) {
-    if (PortOpen() && !m_lost) {
+    if (m_port.isOpen() && !m_lost) {
         m_port.write(bytes);
         m_port.flush();
     }
@@ -182,14 +268,16 @@ Waited MSComm::waitForBytes(int count, int timeoutMs) {
             loop.quit();
         }
     });
-    QObject::connect(&m_port, &QSerialPort::aboutToClose, &loop, &QEventLoop::quit);
+    // Closed by others, the port has no more to wait for. A line that is gone closes too, but lets a limit run out.
+    QObject::connect(&m_port, &QSerialPort::aboutToClose, &loop, [this, &loop, timeoutMs] {
+        if (!m_lost || timeoutMs <= 0) {
+            loop.quit();
+        }
+    });
     if (timeoutMs > 0) {
         timeOut.start(timeoutMs);
-    } else {
-        QObject::connect(&m_port, &QSerialPort::errorOccurred, &loop, &QEventLoop::quit);
-        if (!PortOpen() || m_lost) {
-            return Waited::Lost;
-        }
+    } else if (!PortOpen() || m_lost) {
+        return Waited::Lost;
     }
     loop.exec();
     if (InBufferCount() >= count) {

@@ -7,6 +7,7 @@
 #include <QEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QWheelEvent>
 
 #include <cmath>
 
@@ -103,11 +104,19 @@ void PositionBar::mouseReleaseEvent(QMouseEvent*) {
         return;
     }
     setSliderDown(false);
-    // A drag that ends where it began changes nothing, yet has to say that it is over.
     if (value() == m_valueAtPress) {
-        Q_EMIT Change();
+        Q_EMIT ScrollEnd();
     }
     update();
+}
+
+void PositionBar::wheelEvent(QWheelEvent* event) {
+    // As for the lists: a wheel turned while passing over the bar would move a trace unnoticed.
+    if (hasFocus()) {
+        QAbstractSlider::wheelEvent(event);
+    } else {
+        event->ignore();
+    }
 }
 
 void PositionBar::changeEvent(QEvent* event) {

@@ -7,7 +7,8 @@
 namespace sixtrace {
 
 /// The slim upright bar beside the marker strip. While the thumb is dragged it raises Scroll and already has the new
-/// value; when it is let go, or the value changes in any other way (by code too), it raises Change.
+/// value; when it is let go, or the value changes in any other way (by code too), it raises Change. A thumb that is let
+/// go where it was taken raises ScrollEnd alone: it may stand for more than the value can say.
 class PositionBar : public QAbstractSlider {
     Q_OBJECT
 public:
@@ -23,12 +24,14 @@ public:
 Q_SIGNALS:
     void Change();
     void Scroll();
+    void ScrollEnd();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:

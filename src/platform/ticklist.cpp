@@ -21,6 +21,7 @@ constexpr int kChipWidth = 22;
 constexpr int kChipHeight = 10;
 constexpr int kTextLeft = 52;
 constexpr int kChipRole = Qt::UserRole;
+constexpr int kMutedRole = Qt::UserRole + 1;
 
 QRect tickBox(const QRect& row) {
     return {row.left() + kTickLeft, row.top() + (row.height() - kTickSize - 1) / 2, kTickSize, kTickSize};
@@ -62,7 +63,7 @@ public:
         painter->fillRect(chip, toQColor(m_list.chipBack()));
         painter->fillRect(chip.adjusted(3, 4, -3, -4), toQColor(m_list.chipColour(index.row())));
         painter->setFont(option.font);
-        painter->setPen(QColor::fromRgb(m_list.isEnabled() ? bench::kInk : bench::kDisabledText));
+        painter->setPen(QColor::fromRgb(m_list.isEnabled() && !m_list.isMuted(index.row()) ? bench::kInk : bench::kDisabledText));
         painter->drawText(row.adjusted(kTextLeft, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                           index.data().toString());
         painter->restore();
@@ -138,6 +139,29 @@ void TickList::setChipColour(int row, Colour colour) {
 
 Colour TickList::chipColour(int row) const {
     return isRow(row) ? item(row)->data(kChipRole).toInt() : 0;
+}
+
+void TickList::setMuted(int row, bool muted) {
+    if (isRow(row) && isMuted(row) != muted) {
+        item(row)->setData(kMutedRole, muted);
+    }
+}
+
+bool TickList::isMuted(int row) const {
+    return isRow(row) && item(row)->data(kMutedRole).toBool();
+}
+
+void TickList::showTick(int row, bool ticked) {
+    if (isRow(row) && Selected(row) != ticked) {
+        item(row)->setCheckState(ticked ? Qt::Checked : Qt::Unchecked);
+    }
+}
+
+void TickList::showListIndex(int row) {
+    if (row != ListIndex()) {
+        setCurrentRow(row);
+        viewport()->update();
+    }
 }
 
 void TickList::setChipBack(Colour colour) {

@@ -26,6 +26,12 @@ public:
     /// Stroke of a row's chip; the chip's ground is the same for all rows.
     void setChipColour(int row, Colour colour);
     void setChipBack(Colour colour);
+    /// A muted row is painted in the ink of what is disabled; it can be ticked and chosen all the same.
+    void setMuted(int row, bool muted);
+    [[nodiscard]] bool isMuted(int row) const;
+    /// Shows a tick or a current row without raising an event.
+    void showTick(int row, bool ticked);
+    void showListIndex(int row);
     [[nodiscard]] Colour chipBack() const { return m_chipBack; }
     [[nodiscard]] Colour chipColour(int row) const;
 

@@ -7,6 +7,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace sixtrace {
 
 namespace {
@@ -16,6 +18,8 @@ constexpr const char* kLibraryFile = "ttdll.dll";
 #else
 constexpr const char* kLibraryFile = "libttdll.so";
 #endif
+
+constexpr std::int32_t kLongestDescription = 65536;
 
 template<typename Function>
 void resolve(QLibrary& library, const char* name, Function& function) {
@@ -49,6 +53,8 @@ bool TtLibrary::load() {
     resolve(m_library, "ReadThread", m_read);
     resolve(m_library, "senddatatoTt", m_send);
     resolve(m_library, "getTtData", m_get);
+    resolve(m_library, "hasMoreTt", m_more);
+    resolve(m_library, "describeTt", m_describe);
     if (m_initialize == nullptr || m_close == nullptr || m_write == nullptr || m_read == nullptr || m_send == nullptr) {
         m_get = nullptr;
     }
@@ -85,6 +91,19 @@ std::int32_t TtLibrary::senddatatoTt(const char* bytes, std::int32_t count) {
 std::int32_t TtLibrary::getTtData(char* buffer, std::int32_t count) {
     std::int32_t done = 0;
     return load() ? m_get(buffer, count, &done) : -1;
+}
+
+bool TtLibrary::hasMore() {
+    return load() && m_more != nullptr && m_more() == 1;
+}
+
+std::optional<QString> TtLibrary::describe() {
+    if (!load() || m_describe == nullptr) {
+        return std::nullopt;
+    }
+    QByteArray text(kLongestDescription, '\0');
+    const std::int32_t size = m_describe(text.data(), kLongestDescription);
+    return QString::fromUtf8(text.constData(), std::clamp(size, 0, kLongestDescription));
 }
 
 } // namespace sixtrace

@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <optional>
 
 namespace sixtrace {
 
@@ -30,6 +31,9 @@ public:
     /// The same service for bench purposes.
     virtual std::int32_t senddatatoTt(const char* bytes, std::int32_t count) = 0;
     virtual std::int32_t getTtData(char* buffer, std::int32_t count) = 0;
+    /// Whether the instrument has sent more than was read, as far as the library can tell: of the six functions none
+    /// does.
+    [[nodiscard]] virtual bool hasMore() { return false; }
 };
 
 /// Where the transfer library lies: the program folder (which ends in a separator), or the executable's own where the
@@ -50,6 +54,13 @@ public:
     std::int32_t senddatatoTt(const char* bytes, std::int32_t count) override;
     std::int32_t getTtData(char* buffer, std::int32_t count) override;
 
+    [[nodiscard]] bool hasMore() override;
+    /// Whether the library is there and has the six functions.
+    [[nodiscard]] bool isUsable() { return load(); }
+    /// What the library tells of its settings and of the instruments that it finds, see describeTt in ttdll.h; nothing
+    /// from a library that is not ours.
+    [[nodiscard]] std::optional<QString> describe();
+
     /// The file that is loaded: "libttdll.so" or "ttdll.dll" of the folder.
     [[nodiscard]] QString fileName() const { return m_library.fileName(); }
 
@@ -63,6 +74,8 @@ private:
     decltype(&::ReadThread) m_read = nullptr;
     decltype(&::senddatatoTt) m_send = nullptr;
     decltype(&::getTtData) m_get = nullptr;
+    decltype(&::hasMoreTt) m_more = nullptr;
+    decltype(&::describeTt) m_describe = nullptr;
 };
 
 } // namespace sixtrace

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "shell/everydayways.h"
 
-#include "capture/captureloading.h"
 #include "platform/arrowpair.h"
 #include "platform/listcombo.h"
 #include "platform/markerlabel.h"
@@ -64,15 +63,15 @@ void setStandardShortcuts(const QMenuBar& bar) {
 void addEverydayWays(FrmCom& form, const EverydayAreas& areas) {
     const FrmComControls& c = areas.controls;
     setStandardShortcuts(*form.menuBar());
-    const auto* cursorKeys = new CursorKeys(areas.model, areas.cursors, *c.Picture2,
-                                            {c.Line1[0], c.Line1[1], c.Line2[0], c.Line2[1]}, &form);
-    new MarkerKeys(areas.markers, c.image1, &form);
+    const auto* cursorKeys = new CursorKeys(areas.mouse, *c.Picture2, {c.Line1[0], c.Line1[1], c.Line2[0], c.Line2[1]},
+                                            areas.showState, &form);
+    new MarkerKeys(areas.mouse, c.image1, areas.showState, &form);
     setTabOrder(c, *cursorKeys);
     keepAccessibleNames(form, areas.mnuChinese);
     new ReadoutCopy(c, form);
     markFaultsOfCaptures(*c.Label4);
     new ScreenWords(c, areas.mnuChinese, &form);
-    new CaptureDrop(form, [&loading = areas.loading](const QString& path) { loading.openDropped(path); });
+    new CaptureDrop(form, areas.openDropped);
 }
 
 } // namespace sixtrace

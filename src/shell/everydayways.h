@@ -1,28 +1,28 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QString>
+
+#include <functional>
+
 class QAction;
 class QMenuBar;
 
 namespace sixtrace {
 
-class CaptureLoading;
-class Cursors;
 class FrmCom;
-class MarkerStrip;
+class ScreenMouse;
 struct FrmComControls;
-struct publicM;
 
 /// The keys that a desktop's users expect on the menu items. A hidden item has none: it stays out of reach.
 void setStandardShortcuts(const QMenuBar& bar);
 
 /// What the everyday ways are given of the main window; all of it outlives them.
 struct EverydayAreas {
-    const publicM& model;
     const FrmComControls& controls;
-    Cursors& cursors;
-    MarkerStrip& markers;
-    CaptureLoading& loading;
+    ScreenMouse& mouse;
+    std::function<void()> showState;
+    std::function<void(const QString& path)> openDropped;
     QAction& mnuChinese;
 };
 

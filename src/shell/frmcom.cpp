@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "shell/frmcom.h"
 
+#include "capture/capturefile.h"
+#include "capture/channellist.h"
 #include "output/bitmapsave.h"
 #include "output/datatable.h"
 #include "output/printing.h"
+#include "output/printresult.h"
+#include "platform/labels.h"
 #include "platform/listcombo.h"
-#include "platform/look.h"
+#include "platform/picturebox.h"
 #include "platform/toolbar.h"
 #include "shell/everydayways.h"
 #include "shell/frmmessageout.h"
@@ -15,10 +19,8 @@
 #include "shell/programicon.h"
 #include "shell/screenfit.h"
 #include "shell/startup.h"
-#include "view/appearance.h"
 #include "view/cursors.h"
-#include "view/markerstrip.h"
-#include "view/screenarea.h"
+#include "view/timevoltcontrols.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -62,10 +64,12 @@ FrmCom::FrmCom(publicM& model, FrmComSurroundings surroundings)
     fitToScreen(*this, *client, {kClientWidth, kClientHeight}, kMenuBarHeight, screen()->availableGeometry());
     // Keys reach no control until the user picks one, or walks to the first with Tab.
     client->setFocus();
-    makeAreas();
+    makeScreen();
+    makeCommands();
     connectCommands();
     addEverydayWays(*this,
-                    {m_model, m_controls, *m_cursors, *m_markers, *m_loading, action(QStringLiteral("mnuChinese"))});
+                    {m_controls, *m_mouse, [this] { showState(); },
+                     [this](const QString& path) { openFromDesktop(path); }, action(QStringLiteral("mnuChinese"))});
     Form_Load();
 }
 
@@ -75,57 +79,36 @@ QAction& FrmCom::action(const QString& name) const {
     return *menuBar()->findChild<QAction*>(name);
 }
 
-void FrmCom::makeAreas() {
+void FrmCom::makeScreen() {
     const FrmComControls& c = m_controls;
-    m_channelList =
-        new ChannelList(m_model, m_selection,
-                        {c.List1, c.Frame1, c.Frame2, c.Frame3, c.Frame4, c.LabPe, c.labPPe, c.LabMaxx}, m_links, this);
-    m_loading = new CaptureLoading(m_model, m_selection, m_surroundings.dialogs, m_links, m_links, *c.Label4,
-                                   m_surroundings.applicationFolder, this);
-    m_screen = new ScreenArea(
-        m_model, {c.Picture2, c.picHidden}, [this] { return m_links.frameInputs(); }, this);
-    m_markers = new MarkerStrip(m_model, m_selection, {c.Picture3, c.image1, c.ZLabel, c.image2},
-                                m_surroundings.dialogs, m_links, this);
-    m_timeVolt = new TimeVoltControls(
-        m_model, m_selection, {c.Combo1, c.Combo2, c.UpDown1, c.UpDown2, c.VScroll1, c.CenterPoint}, m_links, this);
-    m_cursors = new Cursors(m_model,
-                            {.Picture2 = c.Picture2,
-                             .Line1 = c.Line1,
-                             .Line2 = c.Line2,
-                             .Combo3 = c.Combo3,
-                             .voltageValues = {c.LabY1, c.LabY2},
-                             .voltageUnits = {c.LabYY11, c.LabYY22},
-                             .LabDy = c.LabDy,
-                             .timeValues = {c.LabX1, c.LabX2},
-                             .timeUnits = {c.LabXX11, c.LabXX22},
-                             .LabDx = c.LabDx,
-                             .otherVoltageLabels = {c.LabYY1, c.LabYY2, c.LabDDYY, c.Labddy},
-                             .otherTimeLabels = {c.LabXX1, c.LabXX2, c.LabDDXX, c.labDDx}},
-                            m_links, this);
-    m_appearance = new Appearance(m_model,
-                                  {c.Picture2, c.Picture3, &action(QStringLiteral("mnuGraticule")),
-                                   &action(QStringLiteral("mnuLine")), &action(QStringLiteral("mnuPoint"))},
-                                  m_surroundings.dialogs, m_links, this);
+    m_pictures = std::make_unique<ScopeScreen>(
+        m_model, m_state,
+        ScopeScreen::Pictures{c.Picture2->picture(),
+                              {&c.picHidden[0]->picture(), &c.picHidden[1]->picture(), &c.picHidden[2]->picture()}});
+    m_mouse = std::make_unique<ScreenMouse>(m_pictures->scope(), *m_pictures);
+    m_appearance = std::make_unique<Appearance>(*m_pictures, m_surroundings.dialogs);
+    m_loading =
+        std::make_unique<CaptureLoading>(m_pictures->scope(), m_surroundings.dialogs, m_surroundings.applicationFolder);
+    m_widgets = new ScreenWidgets(*m_pictures, *m_mouse, *m_appearance, c,
+                                  {&action(QStringLiteral("mnuGraticule")), &action(QStringLiteral("mnuLine")),
+                                   &action(QStringLiteral("mnuPoint"))},
+                                  this);
+}
+
+void FrmCom::makeCommands() {
+    const FrmComControls& c = m_controls;
     m_languages = new LanguageMenus(
         m_model, {this, c.Toolbar1, &action(QStringLiteral("mnuEnglish")), &action(QStringLiteral("mnuChinese"))},
-        [this] { m_channelList->List1_Click(); }, this);
+        [this] {
+            m_widgets->takeListTexts();
+            List1_Click(m_pictures->scope());
+            showState();
+        },
+        this);
     m_table = new DataTable(m_model, m_surroundings.dialogs, this);
+    m_pictures->setTable([this] { m_table->unloadTable(); }, [this] { m_table->loadTable(); });
     m_help = new HelpCommands(
         m_model, {m_surroundings.dialogs, m_surroundings.applicationFolder, m_surroundings.openFile}, *this);
-    m_links.connectAreas({.channelList = m_channelList,
-                          .screen = m_screen,
-                          .markers = m_markers,
-                          .timeVolt = m_timeVolt,
-                          .cursors = m_cursors,
-                          .appearance = m_appearance,
-                          .loading = m_loading,
-                          .table = m_table,
-                          .Label4 = c.Label4,
-                          .Label5 = c.Label5,
-                          .CenterPoint = c.CenterPoint,
-                          .VScroll1 = c.VScroll1,
-                          .Toolbar1 = c.Toolbar1,
-                          .messageOut = [this](const QString& text) { messageOut().Label1().setText(text); }});
     m_acquisition =
         new Acquisition(m_model,
                         {.mnuComSet = &action(QStringLiteral("mnuComSet")),
@@ -134,10 +117,11 @@ void FrmCom::makeAreas() {
                          .mnustop = &action(QStringLiteral("mnustop")),
                          .mnurun = &action(QStringLiteral("mnurun")),
                          .intervals = {&action(QStringLiteral("mnuone")), &action(QStringLiteral("mnutwo")),
-                                       &action(QStringLiteral("mnuthree")), &action(QStringLiteral("mnufive"))}},
-                        m_surroundings.dialogs, m_links, m_surroundings.acquisition, this);
+                                       &action(QStringLiteral("mnuthree")), &action(QStringLiteral("mnufive"))},
+                         .lastTransfer = c.Label4},
+                        m_surroundings.dialogs, *this, m_surroundings.acquisition, this);
     m_printing = new Printing(m_model,
-                              {m_surroundings.dialogs, m_surroundings.printers, [this] { return m_links.pageInputs(); },
+                              {m_surroundings.dialogs, m_surroundings.printers, [this] { return pageInputs(m_state); },
                                [this] { return action(QStringLiteral("mnuPrintSet")).iconText(); }},
                               *this);
     m_bitmapSave = new BitmapSave({c.Picture3, c.Picture2}, m_surroundings.dialogs, this);
@@ -147,14 +131,21 @@ void FrmCom::connectCommands() {
     const auto connectItem = [this](const QString& name, auto* area, auto handler) {
         connect(&action(name), &QAction::triggered, area, handler);
     };
-    connectItem(QStringLiteral("mnuOpen"), m_loading, &CaptureLoading::mnuOpen_Click);
-    connectItem(QStringLiteral("mnuNew"), m_loading, &CaptureLoading::mnuNew_Click);
+    // What changes the screen's state is shown at its end.
+    const auto connectScreen = [this](const QString& name, auto* area, auto handler) {
+        connect(&action(name), &QAction::triggered, this, [this, area, handler] {
+            (area->*handler)();
+            showState();
+        });
+    };
+    connectScreen(QStringLiteral("mnuOpen"), m_loading.get(), &CaptureLoading::mnuOpen_Click);
+    connectScreen(QStringLiteral("mnuNew"), m_loading.get(), &CaptureLoading::mnuNew_Click);
     connectItem(QStringLiteral("mnuTabular"), m_table, &DataTable::mnuTabular_Click);
-    connectItem(QStringLiteral("MnuGridColor"), m_appearance, &Appearance::MnuGridColor_Click);
-    connectItem(QStringLiteral("mnubackgroundcolor"), m_appearance, &Appearance::mnubackgroundcolor_Click);
-    connectItem(QStringLiteral("mnuGraticule"), m_appearance, &Appearance::mnuGraticule_Click);
-    connectItem(QStringLiteral("mnuLine"), m_appearance, &Appearance::mnuLine_Click);
-    connectItem(QStringLiteral("mnuPoint"), m_appearance, &Appearance::mnuPoint_Click);
+    connectScreen(QStringLiteral("MnuGridColor"), m_appearance.get(), &Appearance::MnuGridColor_Click);
+    connectScreen(QStringLiteral("mnubackgroundcolor"), m_appearance.get(), &Appearance::mnubackgroundcolor_Click);
+    connectScreen(QStringLiteral("mnuGraticule"), m_appearance.get(), &Appearance::mnuGraticule_Click);
+    connectScreen(QStringLiteral("mnuLine"), m_appearance.get(), &Appearance::mnuLine_Click);
+    connectScreen(QStringLiteral("mnuPoint"), m_appearance.get(), &Appearance::mnuPoint_Click);
     connectItem(QStringLiteral("mnuContent"), m_help, &HelpCommands::mnuContent_Click);
     connectItem(QStringLiteral("mnuAbout"), m_help, &HelpCommands::mnuAbout_Click);
     connectItem(QStringLiteral("mnuPageSet"), m_printing, &Printing::mnuPageSet_Click);
@@ -197,34 +188,26 @@ void FrmCom::Form_Load() {
     setDefaultMargins(m_printing->settings());
     const StartSettings settings = readStartSettings(m_model.IniFile);
     prepareModel(m_model, settings);
-    m_links.setStripColor(settings.stripColor);
-    m_links.setScreenColor(settings.screenColor);
-    m_appearance->setGraticule(settings.Graticule);
-    m_appearance->setLine(settings.DrawLine);
-    m_appearance->setPoint(settings.DrawPoint);
+    m_state.stripColor = settings.stripColor;
+    m_pictures->setScreenColor(settings.screenColor);
+    m_state.graticule = settings.Graticule ? Graticule::Dotted : Graticule::Cross;
+    m_state.lineTicked = settings.DrawLine;
+    m_state.pointTicked = settings.DrawPoint;
     m_languages->tick(m_model.LanguageId);
-    m_timeVolt->fillLists();
     for (int row = 0; row < 4; ++row) {
         // The language file gives them their texts.
         m_controls.Combo3->addItem(QStringLiteral(" "));
     }
-    m_controls.Combo3->setCurrentIndex(-1);
-    m_controls.Combo3->setListIndex(0);
-    m_channelList->addRows();
-    m_channelList->showTraceColours(settings.screenColor);
-    for (int channel = kChannels - 1; channel >= 0; --channel) {
-        m_channelList->setTick(channel, false);
-        m_markers->showMarker(channel, false);
-    }
+    Combo3_Click(m_pictures->scope());
+    beginStart(m_pictures->scope());
+    showState();
     if (m_model.LanguageId != 0) {
         m_languages->mnuEnglish_Click();
     } else {
         m_languages->mnuChinese_Click();
     }
-    m_screen->PicReDrawT();
-    m_channelList->List1_Click();
-    m_selection.CurChannel = -1;
-    m_selection.ScrollLive = true;
+    endStart(m_pictures->scope());
+    showState();
 }
 
 void FrmCom::closeEvent(QCloseEvent* event) {
@@ -234,6 +217,7 @@ void FrmCom::closeEvent(QCloseEvent* event) {
 
 void FrmCom::openFromDesktop(const QString& path) {
     m_loading->openDropped(path);
+    showState();
 }
 
 FrmMessageOut& FrmCom::messageOut() {
@@ -247,6 +231,32 @@ void FrmCom::Form_Unload() {
     m_messageOut.reset();
     // What is to last is in the settings file already; a running transfer is ended by the end of the process.
     m_surroundings.endProcess();
+}
+
+void FrmCom::loadCapture(const QString& path) {
+    SimpleWav(path, m_pictures->scope());
+    showState();
+}
+
+void FrmCom::showCapturePath(const QString& path) {
+    m_state.showPath(path);
+    showState();
+}
+
+void FrmCom::enableVScroll1(bool enabled) {
+    m_state.barEnabled = enabled;
+    if (enabled) {
+        showTrueChoices(m_pictures->scope());
+    }
+    showState();
+}
+
+void FrmCom::enableToolButton(int index, bool enabled) {
+    m_controls.Toolbar1->button(index).setEnabled(enabled);
+}
+
+void FrmCom::setMessageOut(const QString& text) {
+    messageOut().Label1().setText(text);
 }
 
 void FrmCom::mnuExit_Click() {

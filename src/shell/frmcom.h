@@ -2,10 +2,9 @@
 #pragma once
 
 #include "acquire/acquisition.h"
-#include "capture/channelselection.h"
-#include "capture/publicm.h"
+#include "capture/captureloading.h"
 #include "shell/frmcomcontrols.h"
-#include "shell/frmcomlinks.h"
+#include "shell/screenwidgets.h"
 
 #include <QMainWindow>
 
@@ -16,21 +15,14 @@ class QAction;
 
 namespace sixtrace {
 
-class Appearance;
 class BitmapSave;
-class CaptureLoading;
-class ChannelList;
-class Cursors;
 class DataTable;
 class Dialogs;
 class FrmMessageOut;
 class HelpCommands;
 class LanguageMenus;
-class MarkerStrip;
 class PrintDevices;
 class Printing;
-class ScreenArea;
-class TimeVoltControls;
 
 /// What the main window needs of the world around it.
 struct FrmComSurroundings {
@@ -47,15 +39,19 @@ struct FrmComSurroundings {
     PrintDevices* printers = nullptr;
 };
 
-/// The main window. It makes its controls at their places, makes the areas that own their behaviour and connects menu
-/// and toolbar to them; it has no behaviour of its own but start-up and the two ways out. The model is handed in and
-/// outlives it.
-class FrmCom : public QMainWindow {
+/// The main window. It makes its controls at their places, the screen's state and the rules that drive it, and connects
+/// menu and toolbar to their commands; it has no behaviour of its own but start-up and the two ways out. The model is
+/// handed in and outlives it.
+class FrmCom : public QMainWindow, private AcquisitionNeighbours {
 public:
     FrmCom(publicM& model, FrmComSurroundings surroundings);
     ~FrmCom() override;
 
-    [[nodiscard]] const ChannelSelection& selection() const { return m_selection; }
+    /// What the window shows besides the model.
+    [[nodiscard]] ScreenState& state() { return m_state; }
+    /// The controls take what the state says, after it has been changed from outside.
+    void showState() { m_widgets->show(); }
+    [[nodiscard]] ScopeScreen& pictures() { return *m_pictures; }
     /// The message window, loaded by its first use.
     [[nodiscard]] FrmMessageOut& messageOut();
     [[nodiscard]] Acquisition& acquisition() { return *m_acquisition; }
@@ -72,25 +68,30 @@ private:
     void Form_Unload();
     void mnuExit_Click();
 
-    void makeAreas();
+    void makeScreen();
+    void makeCommands();
     void connectCommands();
     void showTicksOnToolbar();
     void Toolbar1_ButtonClick(int index);
     [[nodiscard]] QAction& action(const QString& name) const;
     void centre();
 
+    // Timed acquisition and transfers.
+    void loadCapture(const QString& path) override;
+    void showCapturePath(const QString& path) override;
+    void enableVScroll1(bool enabled) override;
+    void enableToolButton(int index, bool enabled) override;
+    void setMessageOut(const QString& text) override;
+
     publicM& m_model;
     FrmComSurroundings m_surroundings;
-    ChannelSelection m_selection;
-    FrmComLinks m_links;
     FrmComControls m_controls{};
-    ChannelList* m_channelList = nullptr;
-    CaptureLoading* m_loading = nullptr;
-    ScreenArea* m_screen = nullptr;
-    MarkerStrip* m_markers = nullptr;
-    TimeVoltControls* m_timeVolt = nullptr;
-    Cursors* m_cursors = nullptr;
-    Appearance* m_appearance = nullptr;
+    ScreenState m_state;
+    std::unique_ptr<ScopeScreen> m_pictures;
+    std::unique_ptr<ScreenMouse> m_mouse;
+    std::unique_ptr<Appearance> m_appearance;
+    std::unique_ptr<CaptureLoading> m_loading;
+    ScreenWidgets* m_widgets = nullptr;
     DataTable* m_table = nullptr;
     LanguageMenus* m_languages = nullptr;
     HelpCommands* m_help = nullptr;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shell/frmcomcontrols.h"
 
-#include "capture/capturefile.h"
+#include "capture/stripgeometry.h"
 #include "platform/arrowpair.h"
 #include "platform/framepanel.h"
 #include "platform/labels.h"
@@ -24,8 +24,6 @@ QString elementName(const QString& name, int index) {
 namespace {
 
 constexpr Colour kCursorColour = 0x00FFFF80;
-constexpr double kMarkerWidth = 360;
-constexpr double kMarkerHeightTwips = 210;
 constexpr double kStandInWidth = 375;
 constexpr double kStandInHeight = 255;
 
@@ -70,7 +68,7 @@ void makeToolbar(QWidget& client, FrmComControls& c) {
 void makeStrip(QWidget& client, FrmComControls& c) {
     c.Picture3 = named(new QWidget(&client), QStringLiteral("Picture3"));
     c.Picture3->setAutoFillBackground(true);
-    placeAtTwips(*c.Picture3, 120, 560, 360, 6030);
+    placeAtTwips(*c.Picture3, 120, 560, strip::kMarkerWidth, strip::kHeight);
 
     static const PerChannel<QString> captions{QStringLiteral("1->"), QStringLiteral("2->"), QStringLiteral("A->"),
                                               QStringLiteral("B->"), QStringLiteral("C->"), QStringLiteral("D->")};
@@ -79,13 +77,13 @@ void makeStrip(QWidget& client, FrmComControls& c) {
         c.ZLabel[i] = named(new MarkerLabel(captions[i], kStandInWidth, kStandInHeight, c.Picture3),
                             elementName(QStringLiteral("ZLabel"), channel));
         c.ZLabel[i]->hide();
-        c.image1[i] = named(new MarkerLabel(captions[i], kMarkerWidth, kMarkerHeightTwips, c.Picture3),
+        c.image1[i] = named(new MarkerLabel(captions[i], strip::kMarkerWidth, strip::kMarkerHeight, c.Picture3),
                             elementName(QStringLiteral("image1"), channel));
-        c.image1[i]->setTop(kCentreTop);
+        c.image1[i]->setTop(strip::kCentreTop);
         c.image1[i]->hide();
     }
-    c.image2 = named(new MarkerLabel({}, kStandInWidth, kMarkerHeightTwips, c.Picture3), QStringLiteral("image2"));
-    c.image2->setTop(kCentreTop);
+    c.image2 = named(new MarkerLabel({}, kStandInWidth, strip::kMarkerHeight, c.Picture3), QStringLiteral("image2"));
+    c.image2->setTop(strip::kCentreTop);
     c.image2->hide();
 }
 

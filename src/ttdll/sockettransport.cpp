@@ -20,6 +20,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+constexpr std::chrono::milliseconds kMoreMs{50};
+
 /// Milliseconds until a deadline, 0 once it is over.
 int left(Clock::time_point deadline) {
     const auto rest = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
@@ -79,6 +81,11 @@ public:
 
     void recover() override {} // every connection begins clean
 
+    bool hasMore() override {
+        unsigned char byte = 0;
+        return ready(POLLIN, Clock::now() + kMoreMs) && recv(m_socket, &byte, 1, MSG_PEEK | MSG_DONTWAIT) == 1;
+    }
+
 private:
     [[nodiscard]] bool ready(short what, Clock::time_point deadline) const {
         pollfd waiting{m_socket, what, 0};
@@ -98,6 +105,15 @@ private:
     Settings m_settings;
     Log& m_log;
 };
+
+/// A server that listens and never accepts holds whoever connects once its queue is full; here no longer than a read.
+void limitConnect(int socket, int timeoutMs) {
+    const int limit = std::max(timeoutMs, 1); // 0 would be no limit at all
+    timeval time{};
+    time.tv_sec = limit / 1000;
+    time.tv_usec = (limit % 1000) * 1000;
+    setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &time, sizeof time);
+}
 
 /// Connects to a path of any length: a long one by way of its opened folder, as an address holds only 107 characters.
 bool connectTo(int socket, const std::string& path) {
@@ -123,24 +139,68 @@ bool connectTo(int socket, const std::string& path) {
     return connected;
 }
 
-} // namespace
+std::string pathOf(const Settings& settings) {
+    return settings.socket.front() == '/' ? settings.socket : settings.folder + settings.socket;
+}
 
-std::unique_ptr<Transport> openSocket(const Settings& settings, Log& log) {
-    const std::string path = settings.socket.front() == '/' ? settings.socket : settings.folder + settings.socket;
+/// A connected socket, or -1 with the reason in errno.
+int connected(const Settings& settings) {
     const int handle = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
     if (handle < 0) {
-        log.write(std::string("socket: ") + std::strerror(errno));
-        return nullptr;
+        return -1;
     }
-    if (!connectTo(handle, path)) {
+    limitConnect(handle, settings.readTimeoutMs);
+    if (!connectTo(handle, pathOf(settings))) {
         const int reason = errno;
         close(handle);
-        if (settings.link == LinkKind::Socket) {
-            log.write("socket: nobody listens at " + path + ": " + std::strerror(reason));
-        }
+        errno = reason;
+        return -1;
+    }
+    return handle;
+}
+
+const char* stateOf(int reason) {
+    switch (reason) {
+    case ENOENT:
+    case ECONNREFUSED:
+        return "absent";
+    case EAGAIN:
+        return "silent";
+    case EACCES:
+    case EPERM:
+        return "rights";
+    default:
         return nullptr;
     }
-    return std::make_unique<SocketTransport>(handle, settings, log);
+}
+
+} // namespace
+
+std::string describeSocket(const Settings& settings) {
+    const int handle = connected(settings);
+    const int reason = errno;
+    std::string state = "open";
+    if (handle >= 0) {
+        close(handle);
+    } else {
+        const char* known = stateOf(reason);
+        state = known != nullptr ? known : std::string("failed: ") + std::strerror(reason);
+    }
+    return "socket\t" + pathOf(settings) + '\t' + state + '\n';
+}
+
+std::unique_ptr<Transport> openSocket(const Settings& settings, Log& log) {
+    const int handle = connected(settings);
+    if (handle >= 0) {
+        return std::make_unique<SocketTransport>(handle, settings, log);
+    }
+    const int reason = errno;
+    if (reason == EAGAIN) {
+        log.write("socket: the server at " + pathOf(settings) + " takes no call");
+    } else if (settings.link == LinkKind::Socket) {
+        log.write("socket: nobody listens at " + pathOf(settings) + ": " + std::strerror(reason));
+    }
+    return nullptr;
 }
 
 } // namespace ttdll

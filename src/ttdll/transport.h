@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 namespace ttdll {
 
@@ -22,7 +23,13 @@ public:
     virtual int receive(unsigned char* buffer, int count) = 0;
     /// After a transfer that was cut off: throws away what the instrument still sends.
     virtual void recover() = 0;
+    /// Whether the instrument has sent more than was read. Waits a moment for it.
+    virtual bool hasMore() = 0;
 };
+
+/// What there is on the bus and behind the socket, a line each of fields parted by tabs; see describeTt in ttdll.h.
+[[nodiscard]] std::string describeUsb(const Settings& settings);
+[[nodiscard]] std::string describeSocket(const Settings& settings);
 
 /// The instrument on the bus, or null; why not is in the log.
 [[nodiscard]] std::unique_ptr<Transport> openUsb(const Settings& settings, Log& log);

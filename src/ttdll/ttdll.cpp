@@ -127,3 +127,26 @@ int32_t senddatatoTt(const void* bytes, int32_t count, int32_t* done) {
 int32_t getTtData(void* buffer, int32_t count, int32_t* done) {
     return ReadThread(buffer, count, done);
 }
+
+int32_t hasMoreTt() {
+    return onLink([](Link& link) { return link.transport != nullptr && link.transport->hasMore() ? 1 : 0; });
+}
+
+int32_t describeTt(char* buffer, int32_t size) {
+    return onLink([buffer, size](Link&) {
+        std::string complaint;
+        const Settings settings = readSettings(ownFolder(), complaint);
+        constexpr const char* kLinks[] = {"auto", "usb", "socket"};
+        std::string text = "settings\t" + settings.folder + "ttdll.ini\t" + kLinks[static_cast<int>(settings.link)] + '\n';
+        if (settings.link != LinkKind::Usb) {
+            text += describeSocket(settings);
+        }
+        if (settings.link != LinkKind::Socket) {
+            text += describeUsb(settings);
+        }
+        if (buffer != nullptr && size > 0) {
+            text.copy(buffer, static_cast<std::size_t>(size));
+        }
+        return static_cast<int32_t>(text.size());
+    });
+}

@@ -9,6 +9,8 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <fstream>
+#include <optional>
 #include <vector>
 
 namespace ttdll {
@@ -20,6 +22,7 @@ using Clock = std::chrono::steady_clock;
 constexpr unsigned kDrainTimeoutMs = 50;
 constexpr int kMostDrained = 4 * 1024 * 1024;
 constexpr int kLargestPacket = 1024;
+constexpr std::size_t kLongestAttribute = 200;
 
 std::string hex(int value, int digits) {
     std::array<char, 16> text{};
@@ -29,6 +32,11 @@ std::string hex(int value, int digits) {
 
 std::string nameOf(const Settings& settings) {
     return hex(settings.vendor, 4) + ":" + hex(settings.product, 4);
+}
+
+/// A time-out as the bus library takes it, where 0 would wait for ever.
+unsigned limit(int timeoutMs) {
+    return static_cast<unsigned>(std::max(timeoutMs, 1));
 }
 
 struct ContextEnd {
@@ -55,7 +63,7 @@ public:
         int done = 0;
         const int code =
             libusb_bulk_transfer(m_handle.get(), static_cast<unsigned char>(m_settings.endpointOut), copy.data(), count,
-                                 &done, static_cast<unsigned>(m_settings.writeTimeoutMs));
+                                 &done, limit(m_settings.writeTimeoutMs));
         if (code != LIBUSB_SUCCESS) {
             m_log.write(std::string("usb: sending failed: ") + libusb_strerror(code));
         }
@@ -110,6 +118,17 @@ public:
         }
     }
 
+    bool hasMore() override {
+        if (m_keptAt < m_kept.size()) {
+            return true;
+        }
+        std::vector<unsigned char> rest(static_cast<std::size_t>(m_packet));
+        int came = 0;
+        libusb_bulk_transfer(m_handle.get(), static_cast<unsigned char>(m_settings.endpointIn), rest.data(), m_packet,
+                             &came, kDrainTimeoutMs);
+        return came > 0;
+    }
+
 private:
     int takeKept(unsigned char* buffer, int count) {
         const int given = std::min(count, static_cast<int>(m_kept.size() - m_keptAt));
@@ -127,21 +146,48 @@ private:
     std::size_t m_keptAt = 0;
 };
 
+/// The devices on the bus, freed with this object.
+class DeviceList {
+public:
+    explicit DeviceList(libusb_context* context)
+        : m_count(libusb_get_device_list(context, &m_devices)) {}
+    DeviceList(const DeviceList&) = delete;
+    DeviceList& operator=(const DeviceList&) = delete;
+    ~DeviceList() {
+        if (m_count >= 0) {
+            libusb_free_device_list(m_devices, 1);
+        }
+    }
+    [[nodiscard]] std::size_t size() const { return static_cast<std::size_t>(std::max<ssize_t>(m_count, 0)); }
+    [[nodiscard]] libusb_device* at(std::size_t index) const { return m_devices[index]; }
+
+private:
+    libusb_device** m_devices = nullptr;
+    ssize_t m_count;
+};
+
+std::optional<libusb_device_descriptor> descriptorOf(libusb_device* device) {
+    libusb_device_descriptor descriptor{};
+    return libusb_get_device_descriptor(device, &descriptor) == LIBUSB_SUCCESS ? std::optional(descriptor) : std::nullopt;
+}
+
+bool isWanted(const libusb_device_descriptor& descriptor, const Settings& settings) {
+    return descriptor.idVendor == settings.vendor && descriptor.idProduct == settings.product;
+}
+
 /// Opens the first device of the configured numbers; the log tells an absent one from one without permission.
 Handle openDevice(libusb_context* context, const Settings& settings, const Log& log) {
-    libusb_device** devices = nullptr;
-    const ssize_t count = libusb_get_device_list(context, &devices);
+    const DeviceList devices(context);
     Handle handle;
     bool found = false;
-    for (ssize_t i = 0; i < count && !handle; ++i) {
-        libusb_device_descriptor descriptor{};
-        if (libusb_get_device_descriptor(devices[i], &descriptor) != LIBUSB_SUCCESS ||
-            descriptor.idVendor != settings.vendor || descriptor.idProduct != settings.product) {
+    for (std::size_t i = 0; i < devices.size() && !handle; ++i) {
+        const auto descriptor = descriptorOf(devices.at(i));
+        if (!descriptor || !isWanted(*descriptor, settings)) {
             continue;
         }
         found = true;
         libusb_device_handle* opened = nullptr;
-        const int code = libusb_open(devices[i], &opened);
+        const int code = libusb_open(devices.at(i), &opened);
         handle.reset(opened);
         if (code == LIBUSB_ERROR_ACCESS) {
             log.write("usb: no permission to use device " + nameOf(settings) +
@@ -150,27 +196,29 @@ Handle openDevice(libusb_context* context, const Settings& settings, const Log& 
             log.write("usb: device " + nameOf(settings) + " does not open: " + libusb_strerror(code));
         }
     }
-    if (count >= 0) {
-        libusb_free_device_list(devices, 1);
-    }
     if (!found) {
-        log.write("usb: no device " + nameOf(settings) + " among " + std::to_string(std::max<ssize_t>(count, 0)));
+        log.write("usb: no device " + nameOf(settings) + " among " + std::to_string(devices.size()));
     }
     return handle;
 }
 
-/// The packet size of the incoming endpoint when both endpoints are bulk endpoints of the interface; 0, with what there
-/// is in the log, otherwise.
-int checkedPacketSize(libusb_device_handle* handle, const Settings& settings, const Log& log) {
+/// What an interface offers of the endpoints that are wanted.
+struct Endpoints {
+    int packet = 0; ///< size of the incoming one, 0 where it is missing
+    bool out = false;
+    std::string present; ///< all of them, for the log
+    int error = LIBUSB_SUCCESS;
+
+    [[nodiscard]] bool complete() const { return packet != 0 && out; }
+};
+
+Endpoints findEndpoints(libusb_device* device, const Settings& settings) {
+    Endpoints found;
     libusb_config_descriptor* config = nullptr;
-    const int code = libusb_get_active_config_descriptor(libusb_get_device(handle), &config);
-    if (code != LIBUSB_SUCCESS) {
-        log.write(std::string("usb: the device does not tell its endpoints: ") + libusb_strerror(code));
-        return 0;
+    found.error = libusb_get_active_config_descriptor(device, &config);
+    if (found.error != LIBUSB_SUCCESS) {
+        return found;
     }
-    int packet = 0;
-    bool outFound = false;
-    std::string present;
     for (int i = 0; i < config->bNumInterfaces; ++i) {
         const libusb_interface& side = config->interface[i];
         if (side.num_altsetting < 1 || side.altsetting[0].bInterfaceNumber != settings.interfaceNumber) {
@@ -179,24 +227,111 @@ int checkedPacketSize(libusb_device_handle* handle, const Settings& settings, co
         for (int e = 0; e < side.altsetting[0].bNumEndpoints; ++e) {
             const libusb_endpoint_descriptor& endpoint = side.altsetting[0].endpoint[e];
             const bool bulk = (endpoint.bmAttributes & LIBUSB_TRANSFER_TYPE_MASK) == LIBUSB_TRANSFER_TYPE_BULK;
-            present += ' ' + hex(endpoint.bEndpointAddress, 2) + (bulk ? "" : " (no bulk endpoint)");
-            outFound = outFound || (bulk && endpoint.bEndpointAddress == settings.endpointOut);
+            found.present += ' ' + hex(endpoint.bEndpointAddress, 2) + (bulk ? "" : " (no bulk endpoint)");
+            found.out = found.out || (bulk && endpoint.bEndpointAddress == settings.endpointOut);
             if (bulk && endpoint.bEndpointAddress == settings.endpointIn) {
-                packet = std::clamp(endpoint.wMaxPacketSize & 0x7FF, 8, kLargestPacket);
+                found.packet = std::clamp(endpoint.wMaxPacketSize & 0x7FF, 8, kLargestPacket);
             }
         }
     }
     libusb_free_config_descriptor(config);
-    if (packet == 0 || !outFound) {
-        log.write("usb: endpoint " + hex(outFound ? settings.endpointIn : settings.endpointOut, 2) +
-                  " is wrong: interface " + std::to_string(settings.interfaceNumber) + " has" +
-                  (present.empty() ? std::string(" none") : present));
+    return found;
+}
+
+/// The packet size of the incoming endpoint when both endpoints are bulk endpoints of the interface; 0, with what there
+/// is in the log, otherwise.
+int checkedPacketSize(libusb_device_handle* handle, const Settings& settings, const Log& log) {
+    const Endpoints found = findEndpoints(libusb_get_device(handle), settings);
+    if (found.error != LIBUSB_SUCCESS) {
+        log.write(std::string("usb: the device does not tell its endpoints: ") + libusb_strerror(found.error));
         return 0;
     }
-    return packet;
+    if (!found.complete()) {
+        log.write("usb: endpoint " + hex(found.out ? settings.endpointIn : settings.endpointOut, 2) +
+                  " is wrong: interface " + std::to_string(settings.interfaceNumber) + " has" +
+                  (found.present.empty() ? std::string(" none") : found.present));
+        return 0;
+    }
+    return found.packet;
+}
+
+/// One word or name of the system's description of a device; empty where it has none. Tabs and the like become blanks.
+std::string attributeOf(libusb_device* device, const char* attribute) {
+    std::array<unsigned char, 8> ports{};
+    const int depth = libusb_get_port_numbers(device, ports.data(), static_cast<int>(ports.size()));
+    if (depth <= 0) {
+        return {};
+    }
+    std::string name = std::to_string(libusb_get_bus_number(device)) + '-' + std::to_string(ports[0]);
+    for (std::size_t i = 1; i < static_cast<std::size_t>(depth); ++i) {
+        name += '.' + std::to_string(ports[i]);
+    }
+    std::ifstream file("/sys/bus/usb/devices/" + name + '/' + attribute);
+    std::string text;
+    std::getline(file, text);
+    std::replace_if(
+        text.begin(), text.end(), [](unsigned char c) { return c < ' '; }, ' ');
+    return text.substr(0, kLongestAttribute);
+}
+
+std::string stateOf(libusb_device* device, const Settings& settings) {
+    libusb_device_handle* opened = nullptr;
+    const int code = libusb_open(device, &opened);
+    const Handle handle(opened);
+    if (code == LIBUSB_ERROR_ACCESS) {
+        return "rights";
+    }
+    if (code == LIBUSB_ERROR_NO_DEVICE) {
+        return "absent";
+    }
+    if (code != LIBUSB_SUCCESS) {
+        return std::string("failed: ") + libusb_strerror(code);
+    }
+    if (!findEndpoints(device, settings).complete()) {
+        return "endpoints";
+    }
+    libusb_set_auto_detach_kernel_driver(opened, 1);
+    const int claimed = libusb_claim_interface(opened, settings.interfaceNumber);
+    if (claimed == LIBUSB_ERROR_BUSY) {
+        return "busy";
+    }
+    if (claimed != LIBUSB_SUCCESS) {
+        return std::string("failed: ") + libusb_strerror(claimed);
+    }
+    libusb_release_interface(opened, settings.interfaceNumber);
+    return "open";
 }
 
 } // namespace
+
+std::string describeUsb(const Settings& settings) {
+    std::string text = "wanted\t" + nameOf(settings) + '\t' + std::to_string(settings.interfaceNumber) + '\t' +
+                       hex(settings.endpointOut, 2) + '\t' + hex(settings.endpointIn, 2) + '\n';
+    libusb_context* made = nullptr;
+    if (libusb_init(&made) != LIBUSB_SUCCESS) {
+        return text;
+    }
+    const Context context(made);
+    const DeviceList devices(context.get());
+    for (std::size_t i = 0; i < devices.size(); ++i) {
+        libusb_device* device = devices.at(i);
+        const auto descriptor = descriptorOf(device);
+        if (!descriptor) {
+            continue;
+        }
+        std::array<char, 32> place{};
+        const int bus = libusb_get_bus_number(device);
+        const int address = libusb_get_device_address(device);
+        std::snprintf(place.data(), place.size(), "%03d:%03d", bus, address);
+        std::array<char, 40> path{};
+        std::snprintf(path.data(), path.size(), "/dev/bus/usb/%03d/%03d", bus, address);
+        text += std::string("device\t") + place.data() + '\t' + hex(descriptor->idVendor, 4) + ':' +
+                hex(descriptor->idProduct, 4) + '\t' + path.data() + '\t' + attributeOf(device, "manufacturer") + '\t' +
+                attributeOf(device, "product") + '\t' + attributeOf(device, "serial") + '\t' +
+                (isWanted(*descriptor, settings) ? stateOf(device, settings) : "other") + '\n';
+    }
+    return text;
+}
 
 std::unique_ptr<Transport> openUsb(const Settings& settings, Log& log) {
     libusb_context* made = nullptr;

@@ -4,71 +4,60 @@
 #include "capture/settings.h"
 #include "platform/dialogs.h"
 #include "platform/numbers.h"
-#include "platform/picturebox.h"
-
-#include <QAction>
-#include <QEvent>
 
 namespace sixtrace {
 
 namespace {
+
 const QString& common() {
     static const QString section = QStringLiteral("Common");
     return section;
 }
+
+void writeColour(const publicM& model, const QString& section, const QString& key, Colour colour) {
+    writeIni(section, key, Str(colour), model.IniFile);
+}
+
 } // namespace
-
-Appearance::Appearance(publicM& model, const Widgets& widgets, Dialogs& dialogs, AppearanceNeighbours& neighbours,
-                       QObject* parent)
-    : QObject(parent)
-    , m_model(model)
-    , m_widgets(widgets)
-    , m_dialogs(dialogs)
-    , m_neighbours(neighbours) {
-    connect(m_widgets.Picture2, &PictureBox::doubleClicked, this, &Appearance::Picture2_DblClick);
-    m_widgets.Picture3->installEventFilter(this);
-}
-
-bool Appearance::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == m_widgets.Picture3 && event->type() == QEvent::MouseButtonDblClick) {
-        Picture3_DblClick();
-        return true;
-    }
-    return QObject::eventFilter(watched, event);
-}
-
-void Appearance::writeColour(const QString& section, const QString& key, Colour colour) const {
-    writeIni(section, key, Str(colour), m_model.IniFile);
-}
 
 void Appearance::Picture2_DblClick() {
     if (m_model.AutoRun) {
         return;
     }
-    const auto colour = m_dialogs.ShowColor(m_neighbours.screenColor());
+    const auto colour = m_dialogs.ShowColor(m_screen.screenColor);
     if (!colour) {
         return;
     }
     m_model.BackColor = *colour;
-    m_neighbours.setScreenColor(*colour);
-    m_neighbours.PicReDrawT();
-    writeColour(QStringLiteral("Pic2Color"), QStringLiteral("BackColor"), *colour);
+    m_pictures.setScreenColor(*colour);
+    m_pictures.PicReDrawT();
+    writeColour(m_model, QStringLiteral("Pic2Color"), QStringLiteral("BackColor"), *colour);
 }
 
 void Appearance::Picture3_DblClick() {
     if (m_model.AutoRun) {
         return;
     }
-    const auto colour = m_dialogs.ShowColor(m_neighbours.stripColor());
+    const auto colour = m_dialogs.ShowColor(m_screen.stripColor);
     if (!colour) {
         return;
     }
-    m_neighbours.setStripColor(*colour);
-    writeColour(QStringLiteral("Pic3Color"), QStringLiteral("back"), *colour);
+    m_screen.stripColor = *colour;
+    writeColour(m_model, QStringLiteral("Pic3Color"), QStringLiteral("back"), *colour);
 }
 
-void Appearance::mnubackgroundcolor_Click() {
-    Picture2_DblClick();
+void Appearance::image1_DblClick(int Index) {
+    if (m_model.AutoRun) {
+        return;
+    }
+    const auto colour = m_dialogs.ShowColor(m_model.LineColor[Index]);
+    if (!colour) {
+        return;
+    }
+    m_model.LineColor[Index] = *colour;
+    m_screen.markers[Index].back = *colour;
+    m_pictures.PicReDrawT();
+    writeColour(m_model, QStringLiteral("LineColor"), QString::number(Index), *colour);
 }
 
 void Appearance::MnuGridColor_Click() {
@@ -80,49 +69,27 @@ void Appearance::MnuGridColor_Click() {
         return;
     }
     m_model.GridColor = *colour;
-    m_widgets.Picture2->picture().ForeColor = *colour;
-    m_neighbours.PicReDrawT();
-    writeColour(QStringLiteral("GridColor"), QStringLiteral("Grid"), *colour);
+    m_pictures.setPenColor(*colour);
+    m_pictures.PicReDrawT();
+    writeColour(m_model, QStringLiteral("GridColor"), QStringLiteral("Grid"), *colour);
 }
 
 void Appearance::mnuGraticule_Click() {
-    setGraticule(!graticule());
+    const bool dotted = m_screen.graticule != Graticule::Dotted;
+    m_screen.graticule = dotted ? Graticule::Dotted : Graticule::Cross;
     // Unlike the other choices it redraws during timed acquisition too.
-    m_neighbours.PicReDrawT();
-    writeIni(common(), QStringLiteral("Graticule"), booleanText(graticule()), m_model.IniFile);
+    m_pictures.PicReDrawT();
+    writeIni(common(), QStringLiteral("Graticule"), booleanText(dotted), m_model.IniFile);
 }
 
-void Appearance::mnuLine_Click() {
-    chooseLines(true);
-}
-void Appearance::mnuPoint_Click() {
-    chooseLines(false);
-}
-
-void Appearance::chooseLines(bool line) {
-    setLine(line);
-    setPoint(!line);
-    writeIni(common(), QStringLiteral("DrawLine"), booleanText(line), m_model.IniFile);
-    writeIni(common(), QStringLiteral("DrawPoint"), booleanText(!line), m_model.IniFile);
+void Appearance::chooseStyle(TraceStyle style) {
+    m_screen.lineTicked = style == TraceStyle::Lines;
+    m_screen.pointTicked = !m_screen.lineTicked;
+    writeIni(common(), QStringLiteral("DrawLine"), booleanText(m_screen.lineTicked), m_model.IniFile);
+    writeIni(common(), QStringLiteral("DrawPoint"), booleanText(m_screen.pointTicked), m_model.IniFile);
     if (!m_model.AutoRun) {
-        m_neighbours.PicReDrawT();
+        m_pictures.PicReDrawT();
     }
-}
-
-bool Appearance::graticule() const {
-    return m_widgets.mnuGraticule->isChecked();
-}
-bool Appearance::line() const {
-    return m_widgets.mnuLine->isChecked();
-}
-void Appearance::setGraticule(bool ticked) {
-    m_widgets.mnuGraticule->setChecked(ticked);
-}
-void Appearance::setLine(bool ticked) {
-    m_widgets.mnuLine->setChecked(ticked);
-}
-void Appearance::setPoint(bool ticked) {
-    m_widgets.mnuPoint->setChecked(ticked);
 }
 
 } // namespace sixtrace

@@ -82,7 +82,7 @@ bool ChannelPlot::plotByTimeBase() {
 /// The fresh sweep up to the write position, the gap, and what is left of the sweep before.
 bool ChannelPlot::plotBothSweeps(double slots, double scan) {
     const double gapEnd = slots * kScanGap + scan;
-    if (!m_line) {
+    if (m_style == TraceStyle::Points) {
         return visit(0, scan) && visit(gapEnd, slots);
     }
     if (!visit(0, scan - 1)) {
@@ -103,7 +103,7 @@ bool ChannelPlot::plotBothSweeps(double slots, double scan) {
 /// A write position near the end of the screen: the gap has eaten the start of the sweep.
 bool ChannelPlot::plotOneSweep(double slots, double scan) {
     const double start = slots * kScanGap - (slots - scan);
-    if (!m_line) {
+    if (m_style == TraceStyle::Points) {
         return visit(start, scan);
     }
     return liftTo(start) && visit(start + 1, scan);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "capture/screenstate.h"
 #include "platform/runtimeerror.h"
 #include "view/geometry.h"
 #include "view/tracepoints.h"
@@ -39,11 +40,11 @@ bool deriveSteps(publicM& model, int channel, const std::optional<PageArea>& pag
 class ChannelPlot {
 public:
     /// On the screen where `page` is empty. What is passed by reference outlives the plot.
-    ChannelPlot(publicM& model, int channel, bool line, TracePoints& points, TraceSink& sink,
+    ChannelPlot(publicM& model, int channel, TraceStyle style, TracePoints& points, TraceSink& sink,
                 const std::optional<PageArea>& page = {})
         : m_model(model)
         , m_channel(channel)
-        , m_line(line)
+        , m_style(style)
         , m_points(points)
         , m_sink(sink)
         , m_page(page) {}
@@ -65,7 +66,7 @@ private:
 
     publicM& m_model;
     int m_channel;
-    bool m_line;
+    TraceStyle m_style;
     TracePoints& m_points;
     TraceSink& m_sink;
     std::optional<PageArea> m_page;

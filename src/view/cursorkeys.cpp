@@ -3,7 +3,6 @@
 
 #include "platform/look.h"
 #include "platform/picturebox.h"
-#include "view/cursors.h"
 
 #include <QCursor>
 #include <QFocusEvent>
@@ -67,13 +66,13 @@ void CursorHandle::paintEvent(QPaintEvent*) {
     painter.fillRect(first.translated(lying ? QPoint(0, kReach + 1) : QPoint(kReach + 1, 0)), accent);
 }
 
-CursorKeys::CursorKeys(const publicM& model, Cursors& cursors, PictureBox& Picture2, const Lines& lines,
+CursorKeys::CursorKeys(ScreenMouse& mouse, PictureBox& Picture2, const Lines& lines, std::function<void()> moved,
                        QObject* parent)
     : QObject(parent)
-    , m_model(model)
-    , m_cursors(cursors)
+    , m_mouse(mouse)
     , m_Picture2(Picture2)
-    , m_lines(lines) {
+    , m_lines(lines)
+    , m_moved(std::move(moved)) {
     for (std::size_t i = 0; i < kLines; ++i) {
         QString name = lines[i]->objectName();
         m_handles[i] = new CursorHandle(Picture2, *lines[i], name.replace(QLatin1Char('('), QStringLiteral("Keys(")));
@@ -84,7 +83,7 @@ CursorKeys::CursorKeys(const publicM& model, Cursors& cursors, PictureBox& Pictu
 
 void CursorKeys::focusGrabbed() {
     for (std::size_t i = 0; i < kLines; ++i) {
-        if (m_cursors.grabbed() == kHits[i] && m_lines[i]->isVisible()) {
+        if (m_mouse.holds(kHits[i]) && m_lines[i]->isVisible()) {
             m_handles[i]->setFocus(Qt::MouseFocusReason);
         }
     }
@@ -114,30 +113,16 @@ bool CursorKeys::keyPressed(std::size_t line, int key) {
 }
 
 void CursorKeys::step(std::size_t line, int units) {
-    const bool held = m_cursors.grabbed() == kHits[line];
-    if (m_model.AutoRun || (m_cursors.dragging() && !held)) {
+    if (!m_mouse.moveCursorBy(kHits[line], units)) {
         return;
     }
     m_handles[line]->setFocusLine(true);
-    const CursorLine& moved = *m_lines[line];
-    if (!held) {
-        m_cursors.grab(kHits[line]);
+    // The line has moved and the pointer has not: its shape goes by what lies below it now.
+    if (!m_mouse.holdsAnything() && m_Picture2.underMouse()) {
+        const QPointF at = m_Picture2.mapFromGlobal(QPointF(QCursor::pos()));
+        m_mouse.Picture2_MouseMove(at.x(), at.y());
     }
-    if (moved.isHorizontal()) {
-        m_cursors.Picture2_MouseMove(1, 0, moved.Y1() + units);
-    } else {
-        m_cursors.Picture2_MouseMove(1, moved.X1() + units, 0);
-    }
-    if (!held) {
-        m_cursors.Picture2_MouseUp(1, moved.X1(), moved.Y1());
-        // The move was none of the pointer's: let it look again at what lies below it.
-        if (m_Picture2.underMouse()) {
-            const QPointF at = m_Picture2.mapFromGlobal(QPointF(QCursor::pos()));
-            m_cursors.Picture2_MouseMove(0, at.x(), at.y());
-        }
-    }
-    // A mouse's next move brings the time readouts up to date; the next key may never come.
-    m_cursors.printTime();
+    m_moved();
 }
 
 } // namespace sixtrace

@@ -1,19 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "view/tracepick.h"
+#include "view/screenmouse.h"
 
 #include <QObject>
 #include <QWidget>
 
 #include <array>
+#include <functional>
 
 namespace sixtrace {
 
 class CursorLine;
-class Cursors;
 class PictureBox;
-struct publicM;
 
 /// The keyboard's hold of a cursor line: an unseen strip over the line, there while the line is shown, that can have
 /// the focus and then shows it by accent lines on both sides. The mouse goes through it. Owned by the picture box.
@@ -37,15 +36,16 @@ private:
     bool m_focusLine = false;
 };
 
-/// Arrow keys for the cursor lines: they move the line that has the focus, or that the mouse holds, by one screen unit
-/// on the mouse's own way, so that readouts, bounds and redraw are the same. A press of the mouse on a line gives it
-/// the focus. Owned by the window.
+/// Arrow keys for the cursor lines: they move the line that has the focus, or that the mouse holds, by one screen unit.
+/// A press of the mouse on a line gives it the focus. Owned by the window.
 class CursorKeys : public QObject {
 public:
     static constexpr std::size_t kLines = 4; ///< Line1(0), Line1(1), Line2(0), Line2(1)
     using Lines = std::array<CursorLine*, kLines>;
 
-    CursorKeys(const publicM& model, Cursors& cursors, PictureBox& Picture2, const Lines& lines, QObject* parent);
+    /// `moved` is called after every key that has changed something.
+    CursorKeys(ScreenMouse& mouse, PictureBox& Picture2, const Lines& lines, std::function<void()> moved,
+               QObject* parent);
 
     /// In the order in which Tab walks over them.
     [[nodiscard]] const std::array<CursorHandle*, kLines>& handles() const { return m_handles; }
@@ -59,10 +59,10 @@ private:
     void step(std::size_t line, int units);
     void focusGrabbed();
 
-    const publicM& m_model;
-    Cursors& m_cursors;
+    ScreenMouse& m_mouse;
     PictureBox& m_Picture2;
     Lines m_lines;
+    std::function<void()> m_moved;
     std::array<CursorHandle*, kLines> m_handles{};
 };
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "capture/publicm.h"
+#include "capture/screenstate.h"
 #include "platform/numbers.h"
 
 #include <QString>
@@ -20,14 +20,6 @@ struct CursorReadout {
 /// below the volt row 7 - 3 ProbeExp, else in " V" (with its blank).
 [[nodiscard]] CursorReadout voltageAt(const publicM& model, int channel, double y,
                                       NumberMarks marks = NumberMarks::system());
-
-/// A time before it becomes text. Telling two of them apart is much cheaper than writing them out.
-struct TimeReading {
-    double value = 0;
-    QLatin1String unit;
-
-    [[nodiscard]] bool operator==(const TimeReading&) const = default;
-};
 
 /// The two places that read times out choose their units by different rows; both are meant.
 enum class TimeLadder {

@@ -14,18 +14,18 @@ namespace {
 /// Draws every dot and segment in order, one by one: any order of X, any style.
 class PictureSink final : public TraceSink {
 public:
-    PictureSink(Picture& picture, const publicM& model, int channel, bool line)
+    PictureSink(Picture& picture, const publicM& model, int channel, TraceStyle style)
         : m_picture(picture)
         , m_model(model)
         , m_channel(channel)
-        , m_line(line) {}
+        , m_style(style) {}
 
     void dot(std::int32_t x, std::int32_t y) override { m_picture.PSet(x, y); }
     void samples(const PointRun& points) override {
         for (int row = points.firstRow; row < points.firstRow + points.count; ++row) {
             const std::int32_t x = m_model.PlotX(m_channel, row);
             const std::int32_t y = m_model.PlotY(m_channel, row);
-            if (m_line) {
+            if (m_style == TraceStyle::Lines) {
                 m_picture.Line(x, y);
             } else {
                 m_picture.PSet(x, y);
@@ -37,7 +37,7 @@ private:
     Picture& m_picture;
     const publicM& m_model;
     int m_channel;
-    bool m_line;
+    TraceStyle m_style;
 };
 
 /// Collects lines whose X never falls in layers, which one sweep paints at the end of the frame.
@@ -93,7 +93,7 @@ bool plotChannels(publicM& model, const FrameInputs& inputs, TracePoints& points
             continue;
         }
         auto sink = sinkOf(channel);
-        if (!ChannelPlot(model, channel, inputs.line, points, sink).plot()) {
+        if (!ChannelPlot(model, channel, inputs.style, points, sink).plot()) {
             return false;
         }
     }
@@ -149,17 +149,33 @@ FrameRenderer::FrameRenderer(Vectors vectors)
     : m_scratch(std::make_unique<Scratch>(vectors)) {}
 FrameRenderer::~FrameRenderer() = default;
 
+FrameInputs frameInputs(const ScreenState& screen) {
+    FrameInputs inputs{screen.graticule, screen.traceStyle(), screen.ticks, {}};
+    for (int channel = 0; channel < kChannels; ++channel) {
+        inputs.markerTop[channel] = screen.markers[channel].top;
+    }
+    return inputs;
+}
+
 void FrameRenderer::PicReDrawT(publicM& model, const FrameInputs& inputs, Picture& picture2, Picture& picHidden0) {
+    FrameCopy copy(picture2, picHidden0);
+    PicReDrawT(model, inputs, picture2, copy);
+    copy.bringUpToDate();
+}
+
+void FrameRenderer::PicReDrawT(publicM& model, const FrameInputs& inputs, Picture& picture2, FrameCopy& copy) {
     const int divisions = divisionsAcross(model.FileKind);
     if (!deriveZeroLines(model, inputs.markerTop)) {
+        copy.bringUpToDate();
         drawGraticule(picture2, model.GridColor, inputs.graticule, divisions);
         return;
     }
-    if (!inputs.line || !runsRightward(model, inputs)) {
+    if (inputs.style == TraceStyle::Points || !runsRightward(model, inputs)) {
+        copy.bringUpToDate();
         drawGraticule(picture2, model.GridColor, inputs.graticule, divisions);
-        const auto sinkOf = [&](int channel) { return PictureSink(picture2, model, channel, inputs.line); };
+        const auto sinkOf = [&](int channel) { return PictureSink(picture2, model, channel, inputs.style); };
         if (plotChannels(model, inputs, m_scratch->points, picture2, sinkOf)) {
-            picHidden0.BitBlt(0, 0, kScreenWidth, kScreenHeight, picture2, 0, 0);
+            copy.noteFrame();
         }
         return;
     }
@@ -172,15 +188,17 @@ void FrameRenderer::PicReDrawT(publicM& model, const FrameInputs& inputs, Pictur
     picture2.drawMode = DrawMode::CopyPen;
     picture2.drawStyle = DrawStyle::Solid;
     if (complete) {
-        picHidden0.forgetCopy();
+        copy.forget();
+    } else {
+        copy.bringUpToDate();
     }
     layers.sweep(m_scratch->ground, picture2);
     if (complete) {
-        picHidden0.copyLater(picture2, kScreenWidth, kScreenHeight);
+        copy.noteFrame();
     }
 }
 
-void PicDrawSlow(const publicM& model, bool graticule, Picture& picture2) {
+void PicDrawSlow(const publicM& model, Graticule graticule, Picture& picture2) {
     drawGraticule(picture2, model.GridColor, graticule, divisionsAcross(model.FileKind));
 }
 

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "capture/publicm.h"
+#include "capture/screenstate.h"
 #include "platform/picture.h"
 #include "platform/vectors.h"
+#include "view/framecopy.h"
 
 #include <array>
 #include <memory>
@@ -12,11 +13,13 @@ namespace sixtrace {
 
 /// What a frame reads besides the model.
 struct FrameInputs {
-    bool graticule = true;          ///< dotted graticule, else the solid cross with ticks (mnuGraticule)
-    bool line = true;               ///< lines between samples, else points (mnuLine)
+    Graticule graticule = Graticule::Dotted;
+    TraceStyle style = TraceStyle::Lines;
     PerChannel<bool> selected{};    ///< ticks of the channel list
     PerChannel<double> markerTop{}; ///< tops of the markers, twips
 };
+
+[[nodiscard]] FrameInputs frameInputs(const ScreenState& screen);
 
 /// Draws frames of the scope screen. Owns the scratch memory of the drawing, so make it once.
 ///
@@ -29,12 +32,13 @@ public:
     FrameRenderer(const FrameRenderer&) = delete;
     FrameRenderer& operator=(const FrameRenderer&) = delete;
 
-    /// A whole frame into `picture2`, copied to `picHidden0` at the end (600 by 400; the copy is put off until somebody
-    /// looks at it, which is at the start of a drag). Leaves PlotX and PlotY of every
-    /// sample visited, ChannelYPos, SampleStep, MsPerPixel and VoltPerPixel in the model.
+    /// A whole frame into `picture2`, whose end is noted for the copy. Leaves PlotX and PlotY of every sample visited,
+    /// ChannelYPos, SampleStep, MsPerPixel and VoltPerPixel in the model.
     ///
     /// A run-time error (a table row that does not exist, a division by zero, a coordinate beyond 32 bits, a sample
-    /// beyond the arrays) ends the frame quietly: what was drawn stays, channels behind it and the copy are left out.
+    /// beyond the arrays) ends the frame quietly: what was drawn stays, channels after it and the copy are left out.
+    void PicReDrawT(publicM& model, const FrameInputs& inputs, Picture& picture2, FrameCopy& copy);
+    /// The same with the copy made at once.
     void PicReDrawT(publicM& model, const FrameInputs& inputs, Picture& picture2, Picture& picHidden0);
 
 private:
@@ -42,8 +46,8 @@ private:
     std::unique_ptr<Scratch> m_scratch;
 };
 
-/// The graticule alone, in the style of `graticule`, without channels and without a copy.
-void PicDrawSlow(const publicM& model, bool graticule, Picture& picture2);
+/// The graticule alone, without channels and without a copy.
+void PicDrawSlow(const publicM& model, Graticule graticule, Picture& picture2);
 
 /// The older renderer for a screen of 500 by 400 and 1024 points. Nothing calls it.
 void PicReDraw(publicM& model, const FrameInputs& inputs, Picture& picture2);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/geometry.h"
 
-#include "capture/capturefile.h"
+#include "capture/stripgeometry.h"
 #include "platform/numbers.h"
 
 namespace sixtrace {
@@ -41,7 +41,7 @@ int divisionsAcross(int fileKind) {
 }
 
 std::optional<std::int16_t> zeroLineOfMarker(double top) {
-    return toInt16((kMarkerHeight / 2 + top) / kStripHeight * kScreenHeight);
+    return toInt16((strip::kMarkerHeight / 2 + top) / strip::kHeight * kScreenHeight);
 }
 
 bool deriveZeroLines(publicM& model, const PerChannel<double>& markerTops) {
@@ -59,7 +59,7 @@ std::optional<TraceScale> plotScale(const publicM& model, int channel) {
     const std::int32_t points = model.ScreenPoints[static_cast<std::size_t>(channel)];
     auto scale = points != 0 ? scaleWithHeights(model, channel) : std::nullopt;
     if (scale) {
-        scale->dxPlot = scale->zoom / points * kScreenWidth;
+        scale->dx = scale->zoom / points * kScreenWidth;
     }
     return scale;
 }
@@ -68,7 +68,7 @@ std::optional<TraceScale> pickScale(const publicM& model, int channel) {
     const std::int32_t samples = model.SampleCount[static_cast<std::size_t>(channel)];
     auto scale = samples != 0 ? scaleWithoutSteps(model, channel) : std::nullopt;
     if (scale) {
-        scale->dxPick = scale->zoom / samples * kScreenWidth;
+        scale->dx = scale->zoom / samples * kScreenWidth;
     }
     return scale;
 }
@@ -77,7 +77,7 @@ std::optional<TraceScale> pageScale(const publicM& model, int channel, const Pag
     const std::int32_t samples = model.SampleCount[static_cast<std::size_t>(channel)];
     auto scale = samples != 0 ? scaleWithHeights(model, channel, page.width) : std::nullopt;
     if (scale) {
-        scale->dxPlot = scale->zoom / samples * page.width;
+        scale->dx = scale->zoom / samples * page.width;
         scale->yPos = page.zeroLine;
         scale->height = page.height;
     }

@@ -19,7 +19,6 @@ inline constexpr int kScreenWidth = 600;  ///< screen units; X runs 0..600
 inline constexpr int kScreenHeight = 400; ///< screen units; Y runs 0..400
 inline constexpr int kSurfaceWidth = 601; ///< pixels of the surface that shows them all
 inline constexpr int kSurfaceHeight = 401;
-inline constexpr int kTwipsPerPixel = 15;
 
 /// Divisions across the graticule: 10 for captures of FileKind 2 and 3, otherwise 12. Times are always reckoned with
 /// 12.
@@ -37,8 +36,7 @@ inline constexpr int kTwipsPerPixel = 15;
 struct TraceScale {
     double zoom = 0;               ///< time base of the capture by that of the view
     double x0 = 0;                 ///< X of sample 0; zooming keeps the middle of the screen, X = 300, in place
-    double dxPlot = 0;             ///< X per sample when plotting, by ScreenPoints
-    double dxPick = 0;             ///< X per sample when picking and reading times, by SampleCount
+    double dx = 0;                 ///< X per sample
     double yPos = 0;               ///< ChannelYPos
     double perCount = 0;           ///< VoltPerCount
     double divisor = 0;            ///< of the Y formula: volts per division times 8 divisions times 1000 millivolts
@@ -47,21 +45,21 @@ struct TraceScale {
     /// Whether there is a volt range to place counts by. A scale for picking may lack it: X and time need none.
     [[nodiscard]] bool placesHeights() const { return divisor != 0; }
     /// X of a sample index, which may have a fraction. Not rounded, not clipped.
-    [[nodiscard]] double x(double sample) const { return x0 + sample * dxPlot; }
+    [[nodiscard]] double x(double sample) const { return x0 + sample * dx; }
     /// Y of a count. Not rounded, not clipped; a count of 0 lies on the zero line, positive ones above it.
     [[nodiscard]] double y(double count) const { return yPos - count * perCount * height / divisor; }
-    /// The sample index under an X, with its fraction. It addresses another sample than the one drawn there when
-    /// SampleCount and ScreenPoints differ.
-    [[nodiscard]] double sampleAt(double screenX) const { return (screenX - x0) / dxPick; }
+    /// The sample index under an X, with its fraction.
+    [[nodiscard]] double sampleAt(double screenX) const { return (screenX - x0) / dx; }
 };
 
-/// The scale for plotting; nothing where TimeIndex, TimeIndexView or VoltIndexView name no table row or ScreenPoints is
-/// 0. Its dxPick is not to be used.
+/// The scale for plotting, with a step by ScreenPoints; nothing where TimeIndex, TimeIndexView or VoltIndexView name no
+/// table row or ScreenPoints is 0.
 [[nodiscard]] std::optional<TraceScale> plotScale(const publicM& model, int channel);
 
-/// The scale for picking and for time readouts; nothing where TimeIndex or TimeIndexView name no table row or
-/// SampleCount is 0. Its dxPlot is not to be used, its y only where it places heights: a capture whose VoltIndexView
-/// names no row still tells times.
+/// The scale for picking and for time readouts, with a step by SampleCount; nothing where TimeIndex or TimeIndexView
+/// name no table row or SampleCount is 0. Where SampleCount and ScreenPoints differ it addresses another sample than
+/// the one that is drawn under a pointer. Its y means something only where it places heights: a capture whose
+/// VoltIndexView names no row still tells times.
 [[nodiscard]] std::optional<TraceScale> pickScale(const publicM& model, int channel);
 
 /// The frame of a printed page, and where a channel's zero line lies in it. All in the page's units.

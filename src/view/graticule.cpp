@@ -53,7 +53,7 @@ void drawCross(Picture& picture, int divisions, int divisionX) {
 
 } // namespace
 
-void drawGraticule(Picture& picture, Colour gridColor, bool dotted, int divisions) {
+void drawGraticule(Picture& picture, Colour gridColor, Graticule style, int divisions) {
     picture.Cls();
     picture.drawMode = DrawMode::CopyPen;
     picture.ForeColor = gridColor;
@@ -64,7 +64,7 @@ void drawGraticule(Picture& picture, Colour gridColor, bool dotted, int division
     picture.Line(0, kBottom, kRight, kBottom);
 
     const int divisionX = kScreenWidth / divisions; // 50 or 60, without a remainder
-    if (dotted) {
+    if (style == Graticule::Dotted) {
         drawDottedDivisions(picture, divisions, divisionX);
     } else {
         drawCross(picture, divisions, divisionX);
@@ -81,16 +81,15 @@ void drawGraticule(Picture& picture, Colour gridColor, bool dotted, int division
     }
 }
 
-void GraticuleRows::prepare(Picture& picture, Colour gridColor, bool dotted, int divisions) {
-    if (m_divisions == divisions && m_dotted == dotted && m_backColor == picture.BackColor &&
-        m_gridColor == gridColor) {
+void GraticuleRows::prepare(Picture& picture, Colour gridColor, Graticule style, int divisions) {
+    if (m_divisions == divisions && m_style == style && m_backColor == picture.BackColor && m_gridColor == gridColor) {
         return;
     }
     m_backColor = picture.BackColor;
     m_gridColor = gridColor;
-    m_dotted = dotted;
+    m_style = style;
     m_divisions = divisions;
-    drawGraticule(picture, gridColor, dotted, divisions);
+    drawGraticule(picture, gridColor, style, divisions);
 
     m_rows.clear();
     for (int y = 0; y < kSurfaceHeight; ++y) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "capture/screenstate.h"
 #include "platform/picture.h"
 #include "view/geometry.h"
 
@@ -10,9 +11,9 @@
 
 namespace sixtrace {
 
-/// Clears `picture` and draws border, graticule and ticks in GridColor: dotted division lines where `dotted`, else the
+/// Clears `picture` and draws border, graticule and ticks in GridColor: dotted division lines, or the
 /// solid centre cross with division ticks. `divisions` across, 8 down.
-void drawGraticule(Picture& picture, Colour gridColor, bool dotted, int divisions);
+void drawGraticule(Picture& picture, Colour gridColor, Graticule style, int divisions);
 
 /// The empty screen by rows, kept between frames. Most rows of a graticule are alike, so its few different ones stay in
 /// the fastest cache while a frame copies them.
@@ -23,7 +24,7 @@ public:
 
     /// What drawGraticule leaves in a picture of the screen's size. It is drawn in `picture` itself, which is about to
     /// be drawn anew; nothing is done where background and graticule have not changed since the last call.
-    void prepare(Picture& picture, Colour gridColor, bool dotted, int divisions);
+    void prepare(Picture& picture, Colour gridColor, Graticule style, int divisions);
     /// The pixels of a screen row, 0 to 400. Those behind the screen's right edge mean nothing.
     [[nodiscard]] const std::uint32_t* row(int y) const {
         return m_rows.data() + m_rowOf[static_cast<std::size_t>(y)] * kRowPixels;
@@ -32,7 +33,7 @@ public:
 private:
     Colour m_backColor = 0;
     Colour m_gridColor = 0;
-    bool m_dotted = false;
+    Graticule m_style = Graticule::Dotted;
     int m_divisions = 0; ///< 0: nothing prepared yet
     std::vector<std::uint32_t> m_rows;
     std::array<std::size_t, kSurfaceHeight> m_rowOf{};

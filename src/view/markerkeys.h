@@ -5,27 +5,28 @@
 
 #include <QObject>
 
+#include <functional>
+
 namespace sixtrace {
 
 class MarkerLabel;
-class MarkerStrip;
+class ScreenMouse;
 
-/// Arrow keys for the zero markers: they move the marker that has the focus by one screen unit, by a press, a move and
-/// a release of its own handlers, so that trace, bar and readouts follow as they do to the mouse. A key does not move a
-/// marker beyond the places where its stand-by label would replace it: the focus would be lost with it. Owned by the
-/// window.
+/// Arrow keys for the zero markers: they move the marker that has the focus by one screen unit, and trace, bar and
+/// readouts follow. Owned by the window.
 class MarkerKeys : public QObject {
 public:
-    MarkerKeys(MarkerStrip& strip, const PerChannel<MarkerLabel*>& image1, QObject* parent);
+    /// `moved` is called after every key that may have changed something.
+    MarkerKeys(ScreenMouse& mouse, const PerChannel<MarkerLabel*>& image1, std::function<void()> moved,
+               QObject* parent);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void step(int channel, int units);
-
-    MarkerStrip& m_strip;
+    ScreenMouse& m_mouse;
     PerChannel<MarkerLabel*> m_image1;
+    std::function<void()> m_moved;
 };
 
 } // namespace sixtrace

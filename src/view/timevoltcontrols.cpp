@@ -1,189 +1,137 @@
 // SPDX-License-Identifier: MIT
 #include "view/timevoltcontrols.h"
 
-#include "capture/capturefile.h"
-#include "capture/channelrows.h"
-#include "platform/arrowpair.h"
-#include "platform/listcombo.h"
+#include "capture/channellist.h"
+#include "capture/zeromarkers.h"
 #include "platform/numbers.h"
-#include "platform/positionbar.h"
-
-#include <QLabel>
+#include "view/cursors.h"
 
 namespace sixtrace {
 
 namespace {
-constexpr double kDivisionsDown = 8;
+
 constexpr int kNameLength = 4; ///< of a row: its label and one blank
+
+template<std::size_t Rows>
+QString entry(const std::array<QString, Rows>& list, int row) {
+    return row >= 0 && row < int{Rows} ? list[static_cast<std::size_t>(row)] : QString();
+}
+
+void rewriteRow(const Scope& scope, RowGap gap) {
+    ScreenState& screen = scope.screen;
+    QString& row = screen.rows[screen.selectedRow];
+    row = channelRow(row, entry(screen.timeList, screen.timeRow), entry(screen.voltList, screen.voltRow), gap,
+                     probeFactorText(scope.model.ProbeExp[screen.selectedRow]));
+}
+
+/// Setting a list's row by code raises its click only where the row changes.
+template<typename Choose>
+void stepTo(int next, int rows, int shown, const Choose& choose) {
+    if (next >= 0 && next < rows && next != shown) {
+        choose(next);
+    }
+}
+
+/// The bar drives a channel that holds a capture.
+bool barDrivesTrace(const Scope& scope) {
+    const int channel = scope.screen.CurChannel;
+    return channel >= 0 && scope.model.ChannelPresent[channel] == 1;
+}
+
 } // namespace
 
-TimeVoltControls::TimeVoltControls(publicM& model, ChannelSelection& selection, const Widgets& widgets,
-                                   TimeVoltNeighbours& neighbours, QObject* parent)
-    : QObject(parent)
-    , m_model(model)
-    , m_selection(selection)
-    , m_widgets(widgets)
-    , m_neighbours(neighbours) {
-    connect(m_widgets.Combo1, &ListCombo::Click, this, &TimeVoltControls::Combo1_Click);
-    connect(m_widgets.Combo2, &ListCombo::Click, this, &TimeVoltControls::Combo2_Click);
-    connect(m_widgets.UpDown1, &ArrowPair::UpClick, this, &TimeVoltControls::UpDown1_UpClick);
-    connect(m_widgets.UpDown1, &ArrowPair::DownClick, this, &TimeVoltControls::UpDown1_DownClick);
-    connect(m_widgets.UpDown2, &ArrowPair::UpClick, this, &TimeVoltControls::UpDown2_UpClick);
-    connect(m_widgets.UpDown2, &ArrowPair::DownClick, this, &TimeVoltControls::UpDown2_DownClick);
-    connect(m_widgets.VScroll1, &PositionBar::Change, this, &TimeVoltControls::VScroll1_Change);
-    connect(m_widgets.VScroll1, &PositionBar::Scroll, this, &TimeVoltControls::VScroll1_Scroll);
+void chooseTimeRow(const Scope& scope, int row) {
+    scope.screen.timeRow = row;
+    Combo1_Click(scope);
 }
 
-void TimeVoltControls::fillLists() {
-    for (const QString& text : m_model.TimeBaseText) {
-        m_widgets.Combo1->addItem(text);
-    }
-    for (const QString& text : m_model.VoltText) {
-        m_widgets.Combo2->addItem(text);
-    }
-    // A list that is filled has chosen nothing yet.
-    m_widgets.Combo1->setCurrentIndex(-1);
-    m_widgets.Combo2->setCurrentIndex(-1);
-    m_widgets.VScroll1->setRange(0, 2 * m_model.VoltRange[0]);
-    m_widgets.VScroll1->setValue(m_model.VoltRange[0]);
+void chooseVoltRow(const Scope& scope, int row) {
+    scope.screen.voltRow = row;
+    Combo2_Click(scope);
 }
 
-void TimeVoltControls::rewriteRow(int channel, RowGap gap) {
-    m_neighbours.setRowText(channel, channelRow(m_neighbours.rowText(channel), m_widgets.Combo1->Text(),
-                                                m_widgets.Combo2->Text(), gap,
-                                                probeFactorText(m_model.ProbeExp[static_cast<std::size_t>(channel)])));
-}
-
-void TimeVoltControls::Combo1_Click() {
-    const int row = m_neighbours.selectedRow();
-    if (m_model.AutoRun || row < 0) {
+void Combo1_Click(const Scope& scope) {
+    const ScreenState& screen = scope.screen;
+    if (scope.model.AutoRun || screen.selectedRow < 0) {
         return;
     }
-    rewriteRow(row, RowGap::Eight);
-    m_model.TimeIndexView.at(static_cast<std::size_t>(row)) = static_cast<std::int16_t>(m_widgets.Combo1->ListIndex());
-    m_neighbours.PicReDrawT();
-    m_neighbours.printTime();
+    rewriteRow(scope, RowGap::Eight);
+    scope.model.TimeIndexView[screen.selectedRow] = static_cast<std::int16_t>(screen.timeRow);
+    scope.duties.frameDue();
+    printTime(scope.model, scope.screen);
 }
 
-void TimeVoltControls::Combo2_Click() {
-    const int row = m_neighbours.selectedRow();
-    const int volts = m_widgets.Combo2->ListIndex();
-    if (m_model.AutoRun || row < 0 || m_selection.CurChannel < 0 || volts < 0) {
+void Combo2_Click(const Scope& scope) {
+    ScreenState& screen = scope.screen;
+    if (scope.model.AutoRun || screen.selectedRow < 0 || screen.CurChannel < 0 || screen.voltRow < 0) {
         return;
     }
-    m_model.VoltIndexView.at(static_cast<std::size_t>(row)) = static_cast<std::int16_t>(volts);
-    rewriteRow(row, RowGap::Seven);
-    m_selection.ScrollLive = false;
-    m_widgets.VScroll1->setMaximum(2 * m_model.VoltRange.at(static_cast<std::size_t>(volts)));
+    scope.model.VoltIndexView[screen.selectedRow] = static_cast<std::int16_t>(screen.voltRow);
+    rewriteRow(scope, RowGap::Seven);
+    takeBarRange(scope, screen.selectedRow);
     // A marker outside the new range keeps its place; only the bar goes to its end.
-    placeBarAtMarker(m_selection.CurChannel);
-    m_selection.ScrollLive = true;
-    m_neighbours.PicReDrawT();
-    m_neighbours.UpdateVoltCursors();
+    placeBarAtMarker(screen, screen.CurChannel);
+    scope.duties.frameDue();
+    UpdateVoltCursors(scope.model, screen);
 }
 
-void TimeVoltControls::UpDown1_UpClick() {
-    const int row = m_neighbours.selectedRow();
-    if (m_selection.CurChannel < 0 || row < 0) {
+void stepVoltRow(const Scope& scope, Step step) {
+    const ScreenState& screen = scope.screen;
+    if (screen.CurChannel < 0 || screen.selectedRow < 0) {
         return;
     }
-    const int volts = m_model.VoltIndexView.at(static_cast<std::size_t>(row));
-    if (volts < m_widgets.Combo2->ListCount() - 1) {
-        m_widgets.Combo2->setListIndex(volts + 1);
-    }
+    stepTo(scope.model.VoltIndexView[screen.selectedRow] + static_cast<int>(step), kVoltRows, screen.voltRow,
+           [&](int row) { chooseVoltRow(scope, row); });
 }
 
-void TimeVoltControls::UpDown1_DownClick() {
-    const int row = m_neighbours.selectedRow();
-    if (m_selection.CurChannel < 0 || row < 0) {
+void stepTimeRow(const Scope& scope, Step step) {
+    const ScreenState& screen = scope.screen;
+    if (screen.selectedRow < 0) {
         return;
     }
-    const int volts = m_model.VoltIndexView.at(static_cast<std::size_t>(row));
-    if (volts >= 1) {
-        m_widgets.Combo2->setListIndex(volts - 1);
-    }
+    stepTo(scope.model.TimeIndexView[screen.selectedRow] + static_cast<int>(step), kTimeBaseRows, screen.timeRow,
+           [&](int row) { chooseTimeRow(scope, row); });
 }
 
-void TimeVoltControls::UpDown2_UpClick() {
-    const int row = m_neighbours.selectedRow();
-    if (row < 0) {
+void VScroll1_Scroll(const Scope& scope) {
+    ScreenState& screen = scope.screen;
+    if (!barDrivesTrace(scope)) {
         return;
     }
-    const int time = m_model.TimeIndexView.at(static_cast<std::size_t>(row));
-    if (time < m_widgets.Combo1->ListCount() - 1) {
-        m_widgets.Combo1->setListIndex(time + 1);
-    }
+    const QString row = screen.selectedRow >= 0 ? screen.rows[screen.selectedRow] : QString();
+    screen.CenterPoint = row.left(kNameLength) + QStringLiteral(" 的零点位置格数为") +
+                         generalText(screen.bar.maximum / 2.0 - screen.bar.value);
 }
 
-void TimeVoltControls::UpDown2_DownClick() {
-    const int row = m_neighbours.selectedRow();
-    if (row < 0) {
+void VScroll1_Change(const Scope& scope) {
+    ScreenState& screen = scope.screen;
+    if (!screen.ScrollLive) {
         return;
     }
-    const int time = m_model.TimeIndexView.at(static_cast<std::size_t>(row));
-    if (time >= 1) {
-        m_widgets.Combo1->setListIndex(time - 1);
-    }
-}
-
-void TimeVoltControls::VScroll1_Scroll() {
-    const int channel = m_selection.CurChannel;
-    if (channel < 0 || m_model.ChannelPresent.at(static_cast<std::size_t>(channel)) != 1) {
+    endScroll(screen);
+    if (!barDrivesTrace(scope)) {
         return;
     }
-    m_widgets.CenterPoint->setText(m_neighbours.rowText(m_neighbours.selectedRow()).left(kNameLength) +
-                                   QStringLiteral(" 的零点位置格数为") +
-                                   generalText(m_widgets.VScroll1->Max() / 2.0 - m_widgets.VScroll1->Value()));
-    m_widgets.CenterPoint->show();
+    screen.markers[screen.CurChannel].top = markerTopOfBar(screen.bar);
+    scope.duties.frameDue();
+    MarkerClamp(screen, screen.CurChannel);
+    UpdateVoltCursors(scope.model, screen);
 }
 
-void TimeVoltControls::VScroll1_Change() {
-    if (!m_selection.ScrollLive) {
+void endScroll(ScreenState& screen) {
+    screen.CenterPoint.reset();
+}
+
+void showTrueChoices(const Scope& scope) {
+    ScreenState& screen = scope.screen;
+    screen.cursorChoice = screen.cursorsShown;
+    if (screen.selectedRow < 0) {
         return;
     }
-    m_widgets.CenterPoint->hide();
-    const int channel = m_selection.CurChannel;
-    if (channel < 0 || m_model.ChannelPresent.at(static_cast<std::size_t>(channel)) != 1) {
-        return;
-    }
-    const double divisions = m_widgets.VScroll1->Value() - m_widgets.VScroll1->Max() / 2.0;
-    m_neighbours.setMarkerTop(channel, divisions * kStripHeight / kDivisionsDown + kCentreTop);
-    m_neighbours.PicReDrawT();
-    m_neighbours.MarkerClamp(channel);
-    m_neighbours.UpdateVoltCursors();
-}
-
-void TimeVoltControls::FillVoltList(int probeExp) {
-    const auto* texts = voltListTexts(probeExp);
-    if (texts == nullptr) {
-        return;
-    }
-    for (int row = 0; row < kVoltRows; ++row) {
-        m_widgets.Combo2->setList(row, texts->at(static_cast<std::size_t>(row)));
-    }
-}
-
-void TimeVoltControls::setTimeListEntry(int row, const QString& text) {
-    m_widgets.Combo1->setList(row, text);
-}
-
-QString TimeVoltControls::voltListEntry(int row) const {
-    return m_widgets.Combo2->List(row);
-}
-
-void TimeVoltControls::showTimeAndVoltRows(int timeRow, int voltRow) {
-    if (timeRow >= 0 && timeRow < m_widgets.Combo1->ListCount()) {
-        m_widgets.Combo1->setText(m_widgets.Combo1->List(timeRow));
-    }
-    if (voltRow >= 0 && voltRow < m_widgets.Combo2->ListCount()) {
-        m_widgets.Combo2->setText(m_widgets.Combo2->List(voltRow));
-    }
-}
-
-void TimeVoltControls::placeBarAtMarker(int channel) {
-    const double top = m_neighbours.markerTop(channel);
-    m_widgets.VScroll1->setValueClamped((top - kCentreTop) / kStripHeight * kDivisionsDown +
-                                        m_widgets.VScroll1->Max() / 2.0);
+    const int time = scope.model.TimeIndexView[screen.selectedRow];
+    const int volts = scope.model.VoltIndexView[screen.selectedRow];
+    screen.timeRow = time >= 0 && time < kTimeBaseRows ? time : screen.timeRow;
+    screen.voltRow = volts >= 0 && volts < kVoltRows ? volts : screen.voltRow;
 }
 
 } // namespace sixtrace

@@ -1,84 +1,36 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "capture/channelselection.h"
-#include "capture/publicm.h"
-
-#include <QObject>
-
-class QLabel;
+#include "capture/screenstate.h"
 
 namespace sixtrace {
 
-class ArrowPair;
-class ListCombo;
-class PositionBar;
-enum class RowGap;
+// Time base and volt range of the selected channel, and the bar that moves its zero line. Each channel keeps settings
+// of its own; these rules show and change those of one. During timed acquisition the lists move and the model does not.
 
-/// What the time and volt controls ask of the other areas.
-class TimeVoltNeighbours {
-public:
-    TimeVoltNeighbours() = default;
-    TimeVoltNeighbours(const TimeVoltNeighbours&) = delete;
-    TimeVoltNeighbours& operator=(const TimeVoltNeighbours&) = delete;
-    virtual ~TimeVoltNeighbours() = default;
+/// Entry `row` of Combo1 has been chosen.
+void chooseTimeRow(const Scope& scope, int row);
+/// Entry `row` of Combo2 has been chosen.
+void chooseVoltRow(const Scope& scope, int row);
+/// The choices of both lists take effect, for the channel of the selected row.
+void Combo1_Click(const Scope& scope);
+void Combo2_Click(const Scope& scope);
 
-    /// Row that List1 stands on, -1 for none.
-    [[nodiscard]] virtual int selectedRow() const = 0;
-    [[nodiscard]] virtual QString rowText(int channel) const = 0;
-    virtual void setRowText(int channel, const QString& text) = 0;
-    [[nodiscard]] virtual double markerTop(int channel) const = 0;
-    virtual void setMarkerTop(int channel, double top) = 0;
-    virtual void MarkerClamp(int Index) = 0;
-    virtual void PicReDrawT() = 0;
-    virtual void printTime() = 0;
-    virtual void UpdateVoltCursors() = 0;
-};
+/// Which way an arrow steps through its list.
+enum class Step { Up = 1, Down = -1 };
+/// An arrow of UpDown1: the entry of the volt list after or before the one that the channel has.
+void stepVoltRow(const Scope& scope, Step step);
+/// An arrow of UpDown2: the same for the time list.
+void stepTimeRow(const Scope& scope, Step step);
 
-/// Time base and volt range of the selected channel, and the bar that moves its zero line. Each channel keeps settings
-/// of its own; these controls show and change those of one. Owned by the window, as are its widgets.
-class TimeVoltControls : public QObject {
-public:
-    struct Widgets {
-        ListCombo* Combo1;
-        ListCombo* Combo2;
-        ArrowPair* UpDown1;
-        ArrowPair* UpDown2;
-        PositionBar* VScroll1;
-        QLabel* CenterPoint;
-    };
+/// The thumb of VScroll1 is being dragged: the height of the zero line is shown.
+void VScroll1_Scroll(const Scope& scope);
+/// VScroll1 has a new value: the channel's marker goes there.
+void VScroll1_Change(const Scope& scope);
+/// The thumb has been let go where it was taken: nothing changes, the height of the zero line is no longer shown.
+void endScroll(ScreenState& screen);
 
-    TimeVoltControls(publicM& model, ChannelSelection& selection, const Widgets& widgets,
-                     TimeVoltNeighbours& neighbours, QObject* parent);
-
-    /// The entries of both lists and the bar's range as they stand after start-up.
-    void fillLists();
-
-    void Combo1_Click();
-    void Combo2_Click();
-    void UpDown1_UpClick();
-    void UpDown1_DownClick();
-    void UpDown2_UpClick();
-    void UpDown2_DownClick();
-    void VScroll1_Change();
-    void VScroll1_Scroll();
-
-    /// Relabels the volt list for a probe exponent 0 to 3; any other leaves it. The chosen row stays.
-    void FillVoltList(int probeExp);
-    void setTimeListEntry(int row, const QString& text);
-    [[nodiscard]] QString voltListEntry(int row) const;
-    /// Both lists take the texts of these entries without a click; a row that does not exist changes nothing.
-    void showTimeAndVoltRows(int timeRow, int voltRow);
-    /// The bar takes the place of a channel's marker, at its ends for a marker beyond them.
-    void placeBarAtMarker(int channel);
-
-private:
-    void rewriteRow(int channel, RowGap gap);
-
-    publicM& m_model;
-    ChannelSelection& m_selection;
-    Widgets m_widgets;
-    TimeVoltNeighbours& m_neighbours;
-};
+/// Timed acquisition has stopped: lists that were turned meanwhile, without effect, show again what is so.
+void showTrueChoices(const Scope& scope);
 
 } // namespace sixtrace

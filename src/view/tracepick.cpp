@@ -57,23 +57,23 @@ TracePick search(const publicM& model, double x, double y, Miss miss) {
 } // namespace
 
 CursorHit cursorUnder(const CursorPlaces& places, double x, double y) {
-    if (near(places.y1, y)) {
+    if (near(places.voltage[0], y)) {
         return CursorHit::Voltage1;
     }
-    if (near(places.y2, y)) {
+    if (near(places.voltage[1], y)) {
         return CursorHit::Voltage2;
     }
-    if (near(places.x1, x)) {
+    if (near(places.time[0], x)) {
         return CursorHit::Time1;
     }
-    return near(places.x2, x) ? CursorHit::Time2 : CursorHit::None;
+    return near(places.time[1], x) ? CursorHit::Time2 : CursorHit::None;
 }
 
 bool onVoltageCursor(const CursorPlaces& places, double y) {
-    return near(places.y1, y) || near(places.y2, y);
+    return near(places.voltage[0], y) || near(places.voltage[1], y);
 }
 bool onTimeCursor(const CursorPlaces& places, double x) {
-    return near(places.x1, x) || near(places.x2, x);
+    return near(places.time[0], x) || near(places.time[1], x);
 }
 
 TracePick pickTrace(const publicM& model, double x, double y) {

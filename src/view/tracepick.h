@@ -1,22 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "capture/publicm.h"
+#include "capture/screenstate.h"
 
 #include <optional>
 
 namespace sixtrace {
-
-/// Pointer shapes, by their numbers.
-enum class MousePointer { Arrow = 1, NorthSouth = 7, EastWest = 9 };
-
-/// Where the four cursor lines stand.
-struct CursorPlaces {
-    double y1 = 100; ///< Line1(0)
-    double y2 = 300; ///< Line1(1)
-    double x1 = 180; ///< Line2(0)
-    double x2 = 420; ///< Line2(1)
-};
 
 /// Which cursor line lies under the pointer.
 enum class CursorHit { None, Voltage1, Voltage2, Time1, Time2 };

@@ -39,11 +39,11 @@ double countedSteps(double first, double last, double atMost) {
 class ColumnTable {
 public:
     const std::vector<ColumnEnd>& of(const TraceScale& scale, double first, int count) {
-        if (scale.x0 == m_x0 && scale.dxPlot == m_dx && first == m_first && count == m_count) {
+        if (scale.x0 == m_x0 && scale.dx == m_dx && first == m_first && count == m_count) {
             return m_entries;
         }
         m_x0 = scale.x0;
-        m_dx = scale.dxPlot;
+        m_dx = scale.dx;
         m_first = first;
         m_count = count;
         m_entries.clear();

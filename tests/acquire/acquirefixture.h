@@ -99,19 +99,26 @@ protected:
     void serve(std::vector<QByteArray> files, const FetchPlan& plan = {}) {
         peer.play([files = std::move(files), plan](PtyPeer& p) {
             for (const QByteArray& file : files) {
-                BlockSender sender("WAVE.bin", file, plan);
-                while (!sender.over()) {
-                    const int byte = p.takeOne(3000);
-                    if (byte < 0) {
-                        return;
-                    }
-                    const QByteArray answer = sender.answer(static_cast<unsigned char>(byte));
-                    if (!answer.isEmpty()) {
-                        p.send(answer);
-                    }
+                if (!sendAll(p, file, plan)) {
+                    return;
                 }
             }
         });
+    }
+    /// One file, from the peer's side; false when the program has stopped asking.
+    static bool sendAll(PtyPeer& p, const QByteArray& file, const FetchPlan& plan = {}) {
+        BlockSender sender("WAVE.bin", file, plan);
+        while (!sender.over()) {
+            const int byte = p.takeOne(60000);
+            if (byte < 0) {
+                return false;
+            }
+            const QByteArray answer = sender.answer(static_cast<unsigned char>(byte));
+            if (!answer.isEmpty()) {
+                p.send(answer);
+            }
+        }
+        return true;
     }
 
     std::unique_ptr<publicM> model = std::make_unique<publicM>();

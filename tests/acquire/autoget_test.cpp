@@ -3,6 +3,7 @@
 
 #include "platform/positionbar.h"
 #include "platform/toolbar.h"
+#include "support/openfiles.h"
 
 using namespace sixtrace;
 
@@ -11,6 +12,10 @@ namespace {
 /// Names of files below the program folder's `folder`.
 QStringList namesIn(const QString& folder) {
     return QDir(folder).entryList(QDir::Files);
+}
+
+QByteArray header(const QByteArray& name, const QByteArray& size) {
+    return BlockSender::block(0, name + '\0' + size + '\0', 128, '\0');
 }
 
 class AutoGet : public AcquireTest {
@@ -158,10 +163,9 @@ TEST_F(AutoGet, StopDuringAWaitWithoutLimitLeavesTheFetchWaitingUntilAByteComesA
                 item("mnustop").trigger();
                 itemsEnabled = item("mnuAcquire").isEnabled();
                 acquisition().Timetime1_Timer();
-                // A manual get meets the open port and the read in progress: its Start does nothing.
+                // A manual get shows its form; cancelled without a Start it leaves the read alone.
                 whenShown(window, [&] {
-                    click(window, "Command2");
-                    stillReceiving = window.receiving() && window.isVisible();
+                    stillReceiving = acquisition().gate().held() && window.isVisible();
                     click(window, "CancelButton");
                 });
                 item("mnuAcquire").trigger();
@@ -181,6 +185,206 @@ TEST_F(AutoGet, StopDuringAWaitWithoutLimitLeavesTheFetchWaitingUntilAByteComesA
                                                           PtyPeer::came("\x0F"
                                                                         "\x0F\x0F\x0F\x0F\x0F"
                                                                         "\x08\x08\x08\x08\x08")}));
+}
+
+TEST_F(AutoGet, AStartByHandEndsAFetchThatWaitsAfterStopAndThenBeginsItsOwn) {
+    setIni("ComPort", "1");
+    load();
+    recFrm& window = acquisition().receiver();
+    const QByteArray content = capture("square");
+    QString ownFile;
+    bool opensWithin = false;
+    peer.play([&](PtyPeer& p) {
+        p.take(1);
+        p.send(header("old.bin", "9000"));
+        p.take(2); // the fetch now waits for its first data block, with its file open
+        p.pause(100);
+        QMetaObject::invokeMethod(
+            form.get(),
+            [&] {
+                item("mnustop").trigger();
+                whenShown(window, [&] {
+                    ownFile = path("own.bin");
+                    const QString old = model->ReceivedFile;
+                    opensWithin = isOpenHere(old);
+                    control<QLineEdit>(window, "Text2").setText(ownFile);
+                    QTimer::singleShot(0, &window, [&, old] { EXPECT_FALSE(isOpenHere(old)); });
+                    click(window, "Command2");
+                });
+                QTimer::singleShot(0, form.get(), [&] { item("mnuAcquire").trigger(); });
+            },
+            Qt::BlockingQueuedConnection);
+        sendAll(p, content);
+    });
+    item("mnuautoget").trigger();
+    acquisition().Timetime1_Timer();
+    peer.finish();
+    EXPECT_TRUE(opensWithin);
+    EXPECT_EQ(read(ownFile), content);
+    EXPECT_EQ(path4(), ownFile) << "the get by hand has loaded its own file, and the ended fetch nothing";
+    EXPECT_EQ(model->FileKind, 4);
+    EXPECT_EQ(model->ReceiveResult, 0);
+    EXPECT_EQ(model->ReceivedFile, ownFile);
+    EXPECT_FALSE(acquisition().gate().held());
+    EXPECT_FALSE(window.MSComm1().PortOpen());
+    const std::vector<QByteArray> seen = peer.transcript();
+    ASSERT_GE(seen.size(), 4U);
+    EXPECT_EQ(seen[2], PtyPeer::came("\x06"
+                                     "CC"))
+        << "behind the answer to the header nothing but the new request";
+    EXPECT_EQ(seen.back(), PtyPeer::came("\x06")) << "no byte of the ended fetch comes afterwards";
+}
+
+TEST_F(AutoGet, ATickIsDroppedWhileACancelledReadRunsOutItsTime) {
+    setIni("ComPort", "1");
+    load();
+    recFrm& window = acquisition().receiver();
+    bool held = false;
+    peer.play([&](PtyPeer& p) {
+        p.take(1);
+        QMetaObject::invokeMethod(
+            form.get(),
+            [&] {
+                click(window, "CancelButton");
+                held = acquisition().gate().held();
+                item("mnuautoget").trigger();
+                for (int tick = 0; tick < 3; ++tick) {
+                    acquisition().Timetime1_Timer();
+                }
+                item("mnustop").trigger();
+            },
+            Qt::BlockingQueuedConnection);
+        p.send("x"); // ends the read
+        p.take(11);
+    });
+    whenShown(window, [&] { click(window, "Command2"); });
+    item("mnuAcquire").trigger();
+    peer.finish();
+    EXPECT_TRUE(held);
+    EXPECT_FALSE(acquisition().gate().held());
+    EXPECT_EQ(model->XferCancel, 1) << "no tick has taken the cancel back";
+    EXPECT_EQ(peer.transcript(), (std::vector<QByteArray>{PtyPeer::came("C"), PtyPeer::sent("x"),
+                                                          PtyPeer::came("\x0F"
+                                                                        "\x0F\x0F\x0F\x0F\x0F"
+                                                                        "\x08\x08\x08\x08\x08")}));
+}
+
+TEST_F(AutoGet, ATickIsDroppedWhileTheMessageOfAFailedFetchStands) {
+    setIni("ComPort", "2"); // a port that is not there
+    load();
+    item("mnuautoget").trigger();
+    int open = 0;
+    int deepest = 0;
+    dialogs.whileMessageStands = [&] {
+        deepest = std::max(deepest, ++open);
+        if (open < 5) {
+            acquisition().Timetime1_Timer();
+        }
+        --open;
+    };
+    acquisition().Timetime1_Timer();
+    EXPECT_EQ(deepest, 1);
+    EXPECT_EQ(dialogs.messages.size(), 1);
+}
+
+TEST_F(AutoGet, ABitmapIsLoadedLikeAnyFileAndNothingIsSaidAboutIt) {
+    setIni("ComPort", "1");
+    load();
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(path("")));
+    peer.play([](PtyPeer& p) {
+        p.take(1);
+        p.send(header("picture.bmp", "3"));
+        p.take(2);
+        p.send(BlockSender::block(1, "BM!", 128, '\x1A'));
+        p.take(1);
+        p.send("\x04");
+        p.take(2);
+        p.send("\x01");
+        p.take(1);
+    });
+    model->AutoRun = true;
+    acquisition().Timetime1_Timer();
+    peer.finish();
+    ASSERT_TRUE(QDir::setCurrent(before));
+    EXPECT_EQ(model->ReceivedFile, text("picture.bmp"));
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+}
+
+TEST_F(AutoGet, AFirstTickWhoseHeaderFailsLoadsNothingOfAnEarlierRun) {
+    load();
+    QFile earlier(path("AutoGet.bin"));
+    ASSERT_TRUE(earlier.open(QIODevice::WriteOnly));
+    earlier.write(capture("sine"));
+    earlier.close();
+    item("mnuautoget").trigger();
+    acquisition().Timetime1_Timer();
+    EXPECT_EQ(model->ReceivedFile, QString()) << "it is set once the header has come";
+    EXPECT_EQ(model->FileKind, 0);
+    EXPECT_FALSE(model->AutoRun);
+}
+
+TEST_F(AutoGet, TheEndingOfTheLastTransferStandsInTheToolTipOfThePath) {
+    setIni("Language", "1");
+    load();
+    link.stream = ScriptedLink::transfer(capture("sine"));
+    acquisition().mnuautoget_Click();
+    acquisition().Timetime1_Timer();
+    const auto tip = [this] { return control<QLabel>(*form, "Label4").toolTip(); };
+    EXPECT_EQ(tip(), text("Last transfer: all %1 bytes came").arg(capture("sine").size()));
+    link.stream = ScriptedLink::transfer(QByteArray(200, 'd')).chopped(100);
+    acquisition().Timetime1_Timer();
+    EXPECT_EQ(tip(), text("Last transfer: the transfer broke off, as the instrument did not answer as it should; "
+                          "100 of 200 bytes came"));
+    EXPECT_EQ(path4(), QString()) << "what is shown stays as it is";
+}
+
+class UsbByItself : public AutoGet {
+protected:
+    void tick() {
+        setIni("Language", "1");
+        load();
+        item("mnuautoget").trigger();
+        acquisition().Timetime1_Timer();
+    }
+};
+
+TEST_F(UsbByItself, TheResultOfTheOpenIsNotTestedAndTheContentByteNotLookedAt) {
+    link.stream = ScriptedLink::transfer("BM", 1);
+    tick();
+    EXPECT_EQ(read(path("AutoGet.bin")), QByteArray("BM\0", 3));
+    EXPECT_EQ(model->ReceivedFile, path("AutoGet.bin"));
+    EXPECT_EQ(model->ReceiveResult, 1);
+    EXPECT_EQ(link.calls.last(), text("closeTt 0"));
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+
+    link.opens = false;
+    link.calls.clear();
+    acquisition().Timetime1_Timer();
+    EXPECT_EQ(dialogs.messages.size(), 1);
+    EXPECT_EQ(link.calls, (QStringList{text("InitializeTt 0"), text("WriteThread START"), text("closeTt 1")}));
+}
+
+TEST_F(UsbByItself, AFailureIsToldAndClosesTheLink) {
+    link.stream = ScriptedLink::transfer(QByteArray(200, 'c'));
+    link.failingRead = 1;
+    tick();
+    EXPECT_EQ(dialogs.messages,
+              QStringList{text("The data received is error.Check the USB cable then restart to receive.")});
+    EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Information);
+    EXPECT_EQ(link.calls.last(), text("closeTt 1"));
+    EXPECT_EQ(model->ReceiveResult, 0);
+    EXPECT_EQ(read(path("AutoGet.bin")), "");
+}
+
+TEST_F(UsbByItself, AnOverflowOfTheLengthIsShownWithItsNumber) {
+    link.stream = ScriptedLink::transfer({});
+    link.stream[2] = '\xFF';
+    tick();
+    EXPECT_EQ(dialogs.messages, QStringList{text("错误代码:6    Overflow")});
+    EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Plain);
+    EXPECT_EQ(link.calls.last(), text("closeTt 1"));
+    EXPECT_FALSE(model->AutoRun);
 }
 
 TEST_F(AutoGet, TheIntervalMenuChangesItsTicksAndNotTheTickRate) {

@@ -403,4 +403,195 @@ TEST_F(ManualGet, AGetThatBroughtNothingLoadsNothing) {
     EXPECT_FALSE(QFile::exists(path("older.bin")));
 }
 
+TEST_F(ManualGet, TheFormComesUpAgainWhileACancelledReadRunsOutItsTime) {
+    setIni("ComPort", "1");
+    load();
+    recFrm& window = acquisition().receiver();
+    bool cameUp = false;
+    bool stayed = false;
+    peer.play([&](PtyPeer& p) {
+        p.take(1);
+        QMetaObject::invokeMethod(
+            &window,
+            [&] {
+                click(window, "CancelButton");
+                EXPECT_FALSE(window.isVisible());
+                QTimer::singleShot(0, form.get(), [&] {
+                    whenShown(window, [&] { cameUp = true; });
+                    item("mnuAcquire").trigger();
+                });
+            },
+            Qt::BlockingQueuedConnection);
+        p.pause(100);
+        p.send("x"); // ends the cancelled read
+        p.pause(300);
+        QMetaObject::invokeMethod(
+            &window,
+            [&] {
+                stayed = window.isVisible() && control<QPushButton>(window, "Command2").isEnabled();
+                click(window, "CancelButton");
+            },
+            Qt::BlockingQueuedConnection);
+        p.take(11); // with the form closed, the cancelled transfer comes to its end
+    });
+    whenShown(window, [&] { click(window, "Command2"); });
+    item("mnuAcquire").trigger();
+    peer.finish();
+    EXPECT_TRUE(cameUp);
+    EXPECT_TRUE(stayed);
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_FALSE(acquisition().gate().held());
+    EXPECT_EQ(model->FileKind, 0);
+    EXPECT_EQ(peer.transcript().back(), PtyPeer::came("\x0F"
+                                                      "\x0F\x0F\x0F\x0F\x0F"
+                                                      "\x08\x08\x08\x08\x08"));
+}
+
+TEST_F(ManualGet, AStartEndsTheCancelledReadAndFetchesItsOwnFile) {
+    setIni("ComPort", "1");
+    load();
+    recFrm& window = acquisition().receiver();
+    const QByteArray content = capture("square");
+    bool freed = false;
+    peer.play([&](PtyPeer& p) {
+        p.take(1);
+        QMetaObject::invokeMethod(
+            &window,
+            [&] {
+                click(window, "CancelButton");
+                QTimer::singleShot(0, form.get(), [&] {
+                    whenShown(window, [&] {
+                        control<QLineEdit>(window, "Text2").setText(path("own.bin"));
+                        freed = acquisition().gate().held();
+                        click(window, "Command2");
+                    });
+                    item("mnuAcquire").trigger();
+                });
+            },
+            Qt::BlockingQueuedConnection);
+        sendAll(p, content);
+    });
+    whenShown(window, [&] { click(window, "Command2"); });
+    item("mnuAcquire").trigger();
+    peer.finish();
+    EXPECT_TRUE(freed) << "the cancelled read was still under way";
+    EXPECT_EQ(read(path("own.bin")), content);
+    EXPECT_EQ(path4(), path("own.bin"));
+    EXPECT_EQ(model->FileKind, 4);
+    EXPECT_EQ(model->ReceiveResult, 0) << "the ended transfer has not written its own";
+    EXPECT_EQ(window.ReadTimeoutMs(), 10000);
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+    EXPECT_FALSE(window.isLoaded());
+    const std::vector<QByteArray> seen = peer.transcript();
+    EXPECT_EQ(seen.front(), PtyPeer::came("CC")) << "the request of each, and nothing of an abort";
+    EXPECT_EQ(seen.back(), PtyPeer::came("\x06"));
+}
+
+TEST_F(ManualGet, AStartWhileAnotherTransferRunsDoesNothing) {
+    setIni("ComPort", "1");
+    load();
+    recFrm& window = acquisition().receiver();
+    const auto running = acquisition().gate().enter();
+    whenShown(window, [&] {
+        click(window, "Command2");
+        EXPECT_TRUE(window.isVisible());
+        EXPECT_FALSE(window.MSComm1().PortOpen());
+        EXPECT_TRUE(control<QPushButton>(window, "Command2").isEnabled());
+        click(window, "CancelButton");
+    });
+    item("mnuAcquire").trigger();
+    EXPECT_EQ(window.ReadTimeoutMs(), 0);
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+}
+
+TEST_F(ManualGet, TheFoldersExistAsSoonAsADialogNamesThem) {
+    load();
+    FrmUSB& usb = acquisition().usbWindow();
+    whenShown(usb, [&] {
+        EXPECT_TRUE(QFileInfo(path("data")).isDir());
+        EXPECT_FALSE(QFileInfo::exists(path("dat")));
+        click(usb, "CancelButton");
+    });
+    item("mnuAcquire").trigger();
+    setIni("ComPort", "1");
+    recFrm& serial = acquisition().receiver();
+    whenShown(serial, [&] {
+        EXPECT_TRUE(QFileInfo(path("dat")).isDir());
+        click(serial, "CancelButton");
+    });
+    item("mnuAcquire").trigger();
+}
+
+TEST_F(ManualGet, AFolderOfTheUsersIsNotMade) {
+    load();
+    FrmUSB& usb = acquisition().usbWindow();
+    whenShown(usb, [&] {
+        control<QLineEdit>(usb, "Text2").setText(path("other/got.bin"));
+        link.stream = ScriptedLink::transfer(capture("sine"));
+        click(usb, "Command4");
+    });
+    item("mnuAcquire").trigger();
+    EXPECT_FALSE(QFileInfo::exists(path("other")));
+    EXPECT_EQ(dialogs.messages, QStringList{text("错误代码:76    Path not found")});
+}
+
+TEST_F(ManualGet, TheTimeOutOfReadsOutlivesTheUnloadingOfTheForm) {
+    setIni("ComPort", "1");
+    load();
+    recFrm& window = acquisition().receiver();
+    serve({capture("square")});
+    whenShown(window, [&] { click(window, "Command2"); });
+    item("mnuAcquire").trigger();
+    peer.finish();
+    ASSERT_FALSE(window.isLoaded());
+    window.load();
+    EXPECT_EQ(window.ReadTimeoutMs(), 10000);
+}
+
+TEST_F(ManualGet, APortThatWasFoundBeforeStaysInTheTableBehindTheCount) {
+    hasOther = true;
+    load();
+    recFrm& window = acquisition().receiver();
+    window.load();
+    EXPECT_EQ(window.ports().count, 2);
+    EXPECT_EQ(window.ports().at(2).value(), 5);
+    hasOther = false;
+    setIni("ComPort", "1");
+    serve({capture("square")});
+    whenShown(window, [&] { click(window, "Command2"); });
+    item("mnuAcquire").trigger(); // at its end the form is unloaded
+    peer.finish();
+    window.load();
+    EXPECT_EQ(window.ports().count, 1);
+    EXPECT_EQ(window.ports().at(1).value(), 3);
+    EXPECT_EQ(window.ports().at(2).value(), 5) << "only the count begins anew";
+}
+
+TEST_F(ManualGet, TheEndingOfATransferByHandStandsInTheToolTipOfThePath) {
+    setIni("Language", "1");
+    setIni("ComPort", "1");
+    load();
+    recFrm& window = acquisition().receiver();
+    const QByteArray content = capture("square");
+    serve({content});
+    whenShown(window, [&] { click(window, "Command2"); });
+    item("mnuAcquire").trigger();
+    peer.finish();
+    const QString ending = text("Last transfer: all %1 bytes came").arg(content.size());
+    EXPECT_EQ(control<QLabel>(*form, "Label4").toolTip(), path4() + u'\n' + ending);
+
+    peer.play([&window](PtyPeer& p) {
+        p.take(1);
+        QMetaObject::invokeMethod(
+            &window, [&window] { click(window, "CancelButton"); }, Qt::BlockingQueuedConnection);
+        p.send("x");
+        p.take(11);
+    });
+    whenShown(window, [&] { click(window, "Command2"); });
+    item("mnuAcquire").trigger();
+    peer.finish();
+    EXPECT_EQ(control<QLabel>(*form, "Label4").toolTip(),
+              path4() + text("\nLast transfer: the transfer was cancelled; no header came"));
+}
+
 } // namespace

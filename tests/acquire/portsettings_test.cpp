@@ -203,4 +203,102 @@ TEST_F(PortSettings, DefaultChoosesUsbAndTheLineDefaults) {
     });
 }
 
+TEST_F(PortSettings, WithoutAnySerialPortOkStoresUsbWhereItIsChosenAndNothingElseWhereNothingIs) {
+    hasPort = false;
+    setIni("ComPort", "4");
+    load();
+    show([](frmComSet& window) {
+        EXPECT_EQ(control<ListCombo>(window, "Combo1").ListIndex(), -1);
+        click(window, "CmdSet");
+        EXPECT_FALSE(window.isVisible());
+    });
+    EXPECT_EQ(stored("ComPort"), text("-1"));
+    EXPECT_EQ(stored("MSCommSettings"), text("115200,E,8,1"));
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+    show([](frmComSet& window) {
+        click(window, "Command1");
+        click(window, "CmdSet");
+    });
+    EXPECT_EQ(stored("ComPort"), text("0"));
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+}
+
+TEST_F(PortSettings, WhileAFetchStillWaitsOnlyRealPortsAreListedAndItsOwnOneIsNotTakenForAnothers) {
+    setIni("ComPort", "1");
+    hasOther = true;
+    load();
+    QStringList listed;
+    peer.play([&](PtyPeer& p) {
+        p.take(1);
+        QMetaObject::invokeMethod(
+            form.get(),
+            [&] {
+                item("mnustop").trigger();
+                EXPECT_TRUE(acquisition().receiver().MSComm1().PortOpen());
+                show([&](frmComSet& window) {
+                    const ListCombo& ports = control<ListCombo>(window, "Combo1");
+                    for (int i = 0; i < ports.ListCount(); ++i) {
+                        listed << ports.List(i);
+                    }
+                    click(window, "CmdSet"); // its own port
+                });
+                EXPECT_EQ(stored("ComPort"), text("1"));
+                show([&](frmComSet& window) { // another one
+                    control<ListCombo>(window, "Combo1").setListIndex(2);
+                    click(window, "CmdSet");
+                });
+                EXPECT_EQ(stored("ComPort"), text("2"));
+                EXPECT_TRUE(acquisition().receiver().MSComm1().PortOpen());
+                hasOther = false;
+                show([&](frmComSet& window) { // one that has gone
+                    EXPECT_EQ(control<ListCombo>(window, "Combo1").ListCount(), 2);
+                    window.hide();
+                });
+                acquisition().receiver().CancelButton_Click();
+            },
+            Qt::BlockingQueuedConnection);
+        p.send("x");
+        p.take(11);
+    });
+    item("mnuautoget").trigger();
+    acquisition().Timetime1_Timer();
+    peer.finish();
+    EXPECT_EQ(listed, (QStringList{text("USB"), text("COM3"), text("COM5")}));
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+}
+
+TEST_F(PortSettings, APortThatAnotherHoldsIsListedAndToldOnOk) {
+    load();
+    MSComm holder([this](int) { return peer.location(); });
+    ASSERT_TRUE(holder.setPortOpen(true).ok());
+    show([](frmComSet& window) {
+        const ListCombo& ports = control<ListCombo>(window, "Combo1");
+        EXPECT_EQ(ports.List(1), text("COM3"));
+        control<ListCombo>(window, "Combo1").setListIndex(1);
+        click(window, "CmdSet");
+        EXPECT_TRUE(window.isVisible());
+    });
+    EXPECT_EQ(dialogs.messages, QStringList{text("Port already open")});
+    EXPECT_EQ(stored("ComPort"), text("(none)"));
+}
+
+TEST_F(PortSettings, ThePortsToolTipNamesItsDeviceAndWhereToReadOn) {
+    setIni("Language", "1");
+    load();
+    show([this](frmComSet& window) {
+        auto& ports = control<ListCombo>(window, "Combo1");
+        const QString more = text("The command kqx ports lists all ports, and why one does not appear here.");
+        EXPECT_EQ(ports.toolTip(), more);
+        EXPECT_EQ(ports.itemData(1, Qt::ToolTipRole).toString(), peer.location());
+        ports.setListIndex(1);
+        EXPECT_EQ(ports.toolTip(), peer.location() + u'\n' + more);
+    });
+    setIni("Language", "0");
+    load();
+    show([](frmComSet& window) {
+        EXPECT_EQ(control<ListCombo>(window, "Combo1").toolTip(),
+                  text("命令 kqx ports 列出所有端口，并说明某个端口为何不在此列。"));
+    });
+}
+
 } // namespace

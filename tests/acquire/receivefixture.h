@@ -64,7 +64,7 @@ protected:
     std::unique_ptr<publicM> model = std::make_unique<publicM>();
     ScriptedPort port;
     RecordedForm form;
-    SerialReceive receive{port, form, *model};
+    Receiver receive{port, form, *model};
 };
 
 } // namespace sixtrace

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "acquire/serialreceive.h"
+#include "capture/publicm.h"
 #include "platform/byteport.h"
 
 #include <QStringList>
@@ -9,6 +10,7 @@
 #include <algorithm>
 #include <deque>
 #include <functional>
+#include <limits>
 
 namespace sixtrace {
 
@@ -56,10 +58,10 @@ public:
 };
 
 /// The receive window as a record of what it was told.
-class RecordedForm final : public ReceiveForm {
+class RecordedForm {
 public:
     QString text1;
-    QString text2;
+    QString text2; ///< path to store to
     int text3 = -1;
     int text4 = -1;
     QString text5;
@@ -69,24 +71,76 @@ public:
     QStringList text4History;
     std::function<void()> onYield;
 
-    QString Text2() override { return text2; }
-    void setText1(const QString& name) override { text1 = name; }
-    void setText2(const QString& path) override { text2 = path; }
-    void setText3(int blockNo) override { text3 = blockNo; }
-    void setText4(int retries) override {
+    void show(const ReceiveStep& step) {
+        if (const auto* header = std::get_if<HeaderRead>(&step)) {
+            text1 = header->name;
+            barMaximum = header->size == std::numeric_limits<std::int32_t>::max() ? barMaximum : header->size + 1;
+        } else if (const auto* bitmap = std::get_if<StoresAs>(&step)) {
+            text2 = bitmap->path;
+        } else if (const auto* came = std::get_if<BytesCame>(&step)) {
+            bar = came->total;
+        } else if (const auto* block = std::get_if<BlockTaken>(&step)) {
+            text3 = block->next;
+            setText4(0);
+            text5 = amountText(block->total, block->size);
+            text6 = amountText(block->size, block->size);
+        } else if (const auto* retried = std::get_if<Retried>(&step)) {
+            setText4(retried->retries);
+        }
+    }
+
+private:
+    void setText4(int retries) {
         text4 = retries;
         text4History << QString::number(retries);
     }
-    void setAmounts(const QString& received, const QString& size) override {
-        text5 = received;
-        text6 = size;
+};
+
+/// A receiver with such a record in place of its window, and the model's fields as the window keeps them.
+class Receiver {
+public:
+    Receiver(BytePort& port, RecordedForm& form, publicM& model)
+        : m_receive(port)
+        , m_form(form)
+        , m_model(model) {}
+
+    [[nodiscard]] Result<std::int32_t> YModemReceive() {
+        const auto pass = gate.enter();
+        m_model.XferCancel = 0;
+        m_model.ReceivedFile = m_form.text2;
+        report = m_receive.YModemReceive(*pass, {.path = m_form.text2,
+                                                 .bitmapFolder = {},
+                                                 .cancelled = [this] { return m_model.XferCancel == 1; },
+                                                 .show = [this](const ReceiveStep& step) { m_form.show(step); },
+                                                 .yield =
+                                                     [this] {
+                                                         if (m_form.onYield) {
+                                                             m_form.onYield();
+                                                         }
+                                                     }});
+        m_model.ReceivedFile = report.path;
+        return result();
     }
-    void setBarMaximum(std::int32_t maximum) override { barMaximum = maximum; }
-    void setBar(std::int32_t value) override { bar = value; }
-    void yield() override {
-        if (onYield) {
-            onYield();
-        }
+    [[nodiscard]] Result<std::int32_t> XModemReceive() {
+        const auto pass = gate.enter();
+        report = m_receive.XModemReceive(*pass);
+        return result();
+    }
+    [[nodiscard]] bool running() const { return gate.held(); }
+
+private:
+    SerialReceive m_receive;
+    RecordedForm& m_form;
+    publicM& m_model;
+
+public:
+    TransferGate gate;
+    TransferReport report;
+    std::int16_t& ReadTimeoutMs = m_receive.ReadTimeoutMs;
+
+private:
+    [[nodiscard]] Result<std::int32_t> result() const {
+        return report.error ? Result<std::int32_t>(*report.error) : Result<std::int32_t>(receiveResult(report));
     }
 };
 

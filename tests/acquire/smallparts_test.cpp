@@ -21,7 +21,8 @@ namespace {
 
 TEST(PortTable, OnlyPorts1To16AreProbed) {
     std::vector<int> tried;
-    const PortTable table = probePorts([&tried](int number) {
+    PortTable table;
+    probePorts(table, [&tried](int number) {
         tried.push_back(number);
         return success();
     });
@@ -32,7 +33,8 @@ TEST(PortTable, OnlyPorts1To16AreProbed) {
 }
 
 TEST(PortTable, ATakenPortCountsAndAnyOtherErrorSkipsTheNumber) {
-    const PortTable table = probePorts([](int number) -> Outcome {
+    PortTable table;
+    probePorts(table, [](int number) -> Outcome {
         switch (number) {
         case 3:
             return success();

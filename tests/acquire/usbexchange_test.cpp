@@ -2,141 +2,141 @@
 #include "acquire/usbexchange.h"
 
 #include "acquire/scriptedlink.h"
-#include "support/openfiles.h"
-#include "support/scripteddialogs.h"
 #include "support/strings.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
-#include <memory>
-
 using namespace sixtrace;
 
 namespace {
 
-class RecordedUsbForm final : public UsbForm {
-public:
-    QString text1 = text("D2611210312.bin");
-    QString text2;
-    std::int32_t text5 = -1;
-    std::int32_t text6 = -1;
-    std::int32_t barMaximum = -1;
-    std::int32_t bar = -1;
-    bool command4Enabled = true;
-    int unloads = 0;
-    int pauses = 0;
-    int yields = 0;
-    std::function<void()> onYield;
-
-    QString Text1() override { return text1; }
-    QString Text2() override { return text2; }
-    void setText1(const QString& name) override { text1 = name; }
-    void setText2(const QString& path) override { text2 = path; }
-    void setText5(std::int32_t received) override { text5 = received; }
-    void setText6(std::int32_t length) override { text6 = length; }
-    void setBarMaximum(std::int32_t blocks) override { barMaximum = blocks; }
-    void setBar(std::int32_t block) override { bar = block; }
-    void setCommand4Enabled(bool enabled) override { command4Enabled = enabled; }
-    void yield() override {
-        ++yields;
-        if (onYield) {
-            onYield();
-        }
-    }
-    std::function<void()> onPause;
-    void waitForTimer1() override {
-        ++pauses;
-        if (onPause) {
-            onPause();
-        }
-    }
-    void unload() override { ++unloads; }
-};
-
-class UsbByHand : public ::testing::Test {
+class UsbExchange : public ::testing::Test {
 protected:
-    UsbByHand() {
-        form.text2 = folder.filePath(QStringLiteral("D2611210312.bin"));
-        model->LanguageId = 1;
+    UsbExchange() { link.InitializeTt(0); }
+
+    TransferReport run(UsbJob more = {}) {
+        more.storeAt = [this](const UsbAnnounced& found) -> Result<QString> {
+            announced = found;
+            return path;
+        };
+        const auto pass = gate.enter();
+        return exchangeUsb(*pass, link, more);
     }
-    [[nodiscard]] QByteArray stored(const char* name = "D2611210312.bin") const {
-        QFile file(folder.filePath(QString::fromLatin1(name)));
+    [[nodiscard]] QByteArray stored() const {
+        QFile file(path);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
     }
 
     QTemporaryDir folder;
+    QString path = folder.filePath(QStringLiteral("got.bin"));
+    TransferGate gate;
     ScriptedLink link;
-    RecordedUsbForm form;
-    ScriptedDialogs dialogs;
-    std::unique_ptr<publicM> model = std::make_unique<publicM>();
-    UsbTransfer transfer{link, form, dialogs, *model};
+    UsbAnnounced announced;
 };
 
-TEST_F(UsbByHand, ALengthBelow64HasNoBlocksAndOneShortRead) {
-    link.stream = ScriptedLink::transfer("capture");
-    transfer.Command4_Click();
-    EXPECT_EQ(link.calls, (QStringList{text("InitializeTt 0"), text("WriteThread START"), text("ReadThread 12"),
-                                       text("ReadThread 7"), text("closeTt 0")}));
-    EXPECT_EQ(form.barMaximum, 0);
-    EXPECT_EQ(form.text5, 0);
-    EXPECT_EQ(form.text6, 7);
-    EXPECT_EQ(stored(), QByteArray("capture\0", 8));
-    EXPECT_EQ(model->ReceiveResult, 1);
-    EXPECT_EQ(model->ReceivedFile, form.text2);
-    EXPECT_EQ(form.unloads, 1);
-    EXPECT_FALSE(transfer.UsbBusy());
+TEST_F(UsbExchange, ReportsAWholeFileAndWhatTheHeaderAnnounced) {
+    link.stream = ScriptedLink::transfer(QByteArray(130, 'd'));
+    const TransferReport report = run();
+    EXPECT_TRUE(report.whole());
+    EXPECT_EQ(report.end, TransferEnd::Finished);
+    EXPECT_EQ(report.announced, 130);
+    EXPECT_EQ(report.stored, 130);
+    EXPECT_EQ(report.path, path);
+    EXPECT_FALSE(report.bitmap);
+    EXPECT_EQ(announced.length, 130);
+    EXPECT_EQ(announced.blocks, 2);
+    EXPECT_EQ(stored(), QByteArray(130, 'd') + '\0');
+    EXPECT_EQ(sentenceOf(report, 1), text("all 130 bytes came"));
+    EXPECT_EQ(sentenceOf(report, 0), text("接收完成，共 130 字节"));
 }
 
-TEST_F(UsbByHand, ALengthOfWholeBlocksAsksForZeroBytesAtTheEnd) {
-    const QByteArray content(128, 'w');
-    link.stream = ScriptedLink::transfer(content);
-    form.onYield = [this] {
-        EXPECT_FALSE(form.command4Enabled) << "no second start while one runs";
-        EXPECT_TRUE(transfer.UsbBusy());
-    };
-    transfer.Command4_Click();
-    EXPECT_TRUE(form.command4Enabled);
-    EXPECT_EQ(link.calls.mid(2), (QStringList{text("ReadThread 12"), text("ReadThread 64"), text("ReadThread 64"),
-                                              text("ReadThread 0"), text("closeTt 0")}));
-    EXPECT_EQ(form.barMaximum, 2);
-    EXPECT_EQ(form.bar, 1);
-    EXPECT_EQ(form.text5, 128);
-    EXPECT_EQ(form.yields, 2);
-    EXPECT_EQ(stored(), content + '\0');
+TEST_F(UsbExchange, ALastReadThatComesShortIsFinishedButNotWhole) {
+    link.stream = ScriptedLink::transfer(QByteArray(70, 'd')).chopped(4);
+    const TransferReport report = run();
+    EXPECT_EQ(report.end, TransferEnd::Finished);
+    EXPECT_FALSE(report.whole());
+    EXPECT_EQ(report.stored, 66);
+    EXPECT_EQ(stored(), QByteArray(66, 'd') + QByteArray(5, '\0'));
+    EXPECT_EQ(sentenceOf(report, 1), text("the file is not whole; 66 of 70 bytes came"));
+    EXPECT_EQ(sentenceOf(report, 0), text("文件不完整；收到 66 / 70 字节"));
 }
 
-TEST_F(UsbByHand, TheFileIsOneByteLongerThanTheLengthInTheHeader) {
-    for (const int length : {0, 1, 63, 64, 65, 70000}) {
-        QFile::remove(form.text2);
-        link.stream = ScriptedLink::transfer(QByteArray(length, 'd'));
-        transfer.Command4_Click();
-        EXPECT_EQ(stored(), QByteArray(length, 'd') + '\0');
-    }
+TEST_F(UsbExchange, ABlockThatComesShortBreaksOffAndItsBytesCount) {
+    link.stream = ScriptedLink::transfer(QByteArray(200, 'd')).chopped(100);
+    const TransferReport report = run();
+    EXPECT_EQ(report.end, TransferEnd::BrokenOff);
+    EXPECT_EQ(report.announced, 200);
+    EXPECT_EQ(report.stored, 100);
+    EXPECT_EQ(stored(), "") << "data are written at the end only";
+    EXPECT_EQ(sentenceOf(report, 1),
+              text("the transfer broke off, as the instrument did not answer as it should; 100 of 200 bytes came"));
 }
 
-TEST_F(UsbByHand, AnExistingLongerFileKeepsItsTail) {
-    QFile file(form.text2);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    ASSERT_EQ(file.write("old content"), 11);
-    file.close();
-    link.stream = ScriptedLink::transfer("new");
-    transfer.Command4_Click();
-    EXPECT_EQ(stored(), QByteArray("new\0content", 11)); // the zero byte behind the data is written too
-}
-
-TEST_F(UsbByHand, AThirdHeaderByteOf128OrMoreTakesTheErrorPath) {
-    link.stream = ScriptedLink::transfer({});
-    link.stream[2] = '\x80';
-    transfer.Command4_Click();
-    EXPECT_EQ(dialogs.messages, QStringList{text("错误代码:6    Overflow")});
-    EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Plain);
-    EXPECT_EQ(link.calls.last(), text("closeTt 1"));
-    EXPECT_EQ(form.unloads, 1);
-    EXPECT_EQ(model->ReceiveResult, 0);
+TEST_F(UsbExchange, WithoutAHeaderNothingIsAnnouncedAndNoFileIsMade) {
+    const TransferReport report = run();
+    EXPECT_EQ(report.end, TransferEnd::BrokenOff);
+    EXPECT_EQ(report.announced, std::nullopt);
+    EXPECT_TRUE(report.path.isEmpty());
     EXPECT_EQ(stored(), "(no file)");
+    EXPECT_EQ(sentenceOf(report, 1),
+              text("the transfer broke off, as the instrument did not answer as it should; no header came"));
+}
+
+TEST_F(UsbExchange, ALengthOfZeroIsNotWhole) {
+    link.stream = ScriptedLink::transfer({});
+    const TransferReport report = run();
+    EXPECT_EQ(report.end, TransferEnd::Finished);
+    EXPECT_FALSE(report.whole());
+    EXPECT_EQ(sentenceOf(report, 1),
+              text("the file is not whole, as the instrument told no size; 0 of 0 bytes came"));
+}
+
+TEST_F(UsbExchange, TellsEachBlockThenLetsEventsRun) {
+    link.stream = ScriptedLink::transfer(QByteArray(200, 'd'));
+    QStringList steps;
+    static_cast<void>(run({.storeAt = {},
+                           .blockCame = [&steps](std::int32_t block) { steps << QString::number(block); },
+                           .yield = [&steps] { steps << text("yield"); }}));
+    EXPECT_EQ(steps, (QStringList{text("0"), text("yield"), text("1"), text("yield"), text("2"), text("yield")}));
+}
+
+TEST_F(UsbExchange, ACancelShowsAsAFailedReadOrBehindTheLastBlock) {
+    bool cancelled = false;
+    link.stream = ScriptedLink::transfer(QByteArray(200, 'd'));
+    const auto cancelAtYield = [&](int wanted) {
+        cancelled = false;
+        int yields = 0;
+        return run({.storeAt = {},
+                    .cancelled = [&cancelled] { return cancelled; },
+                    .yield =
+                        [&cancelled, &yields, this, wanted] {
+                            if (++yields == wanted) {
+                                cancelled = true;
+                                link.closeTt(0);
+                            }
+                        }})
+            .end;
+    };
+    EXPECT_EQ(cancelAtYield(1), TransferEnd::Cancelled);
+    EXPECT_EQ(stored(), "");
+    link.InitializeTt(0);
+    link.stream = ScriptedLink::transfer(QByteArray(200, 'd'));
+    EXPECT_EQ(cancelAtYield(3), TransferEnd::Cancelled);
+    EXPECT_EQ(stored(), "");
+}
+
+TEST_F(UsbExchange, ARunTimeErrorIsReportedWithItsNumber) {
+    path = folder.filePath(QStringLiteral("no/such/got.bin"));
+    link.stream = ScriptedLink::transfer(QByteArray(200, 'd'));
+    const TransferReport report = run();
+    EXPECT_EQ(report.end, TransferEnd::Error);
+    ASSERT_TRUE(report.error);
+    EXPECT_EQ(report.error->number, ErrorNumber::PathNotFound);
+    EXPECT_EQ(sentenceOf(report, 1), text("the transfer failed: Path not found; 0 of 200 bytes came"));
 }
 
 TEST(UsbLength, IsWorkedInSixteenAndThirtyTwoBitsAndReaches2147583) {
@@ -153,196 +153,6 @@ TEST(UsbLength, IsWorkedInSixteenAndThirtyTwoBitsAndReaches2147583) {
     EXPECT_EQ(lengthOf(0, 0, 127).error().number, ErrorNumber::Overflow);
     EXPECT_EQ(lengthOf(0, 0, 128).error().number, ErrorNumber::Overflow);
     EXPECT_EQ(lengthOf(255, 255, 255).error().number, ErrorNumber::Overflow);
-}
-
-TEST_F(UsbByHand, ABitmapGoesToThePathWithBmpInPlaceOfBin) {
-    link.stream = ScriptedLink::transfer("BM", 1);
-    transfer.Command4_Click();
-    EXPECT_EQ(form.text1, text("D2611210312.bmp"));
-    EXPECT_TRUE(form.text2.endsWith(text("D2611210312.bmp")));
-    EXPECT_EQ(model->ReceivedFile, form.text2);
-    EXPECT_EQ(stored("D2611210312.bmp"), QByteArray("BM\0", 3));
-}
-
-TEST_F(UsbByHand, TextsShorterThanThreeCharactersFailTheBitmapsRenaming) {
-    for (const auto& [name, pathText] : {std::pair("ab", "long.bin"), std::pair("long.bin", "ab")}) {
-        dialogs.messages.clear();
-        form.text1 = text(name);
-        form.text2 = text(pathText);
-        link.stream = ScriptedLink::transfer("BM", 1);
-        transfer.Command4_Click();
-        EXPECT_EQ(dialogs.messages, QStringList{text("错误代码:5    Invalid procedure call or argument")});
-    }
-}
-
-TEST_F(UsbByHand, ALinkThatDoesNotOpenIsToldInTheLanguageAndTheFormStays) {
-    link.opens = false;
-    transfer.Command4_Click();
-    model->LanguageId = 0;
-    transfer.Command4_Click();
-    EXPECT_EQ(dialogs.messages,
-              (QStringList{text("The meter open faild.Check the USB cable then reconect the system.."),
-                           text("设备打不开，请检查USB连线是否正常，重新接入设备！")}));
-    EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Information);
-    EXPECT_EQ(form.unloads, 0);
-    EXPECT_TRUE(form.command4Enabled);
-    EXPECT_EQ(link.calls, (QStringList{text("InitializeTt 0"), text("InitializeTt 0")}));
-}
-
-TEST_F(UsbByHand, AFailedBlockIsToldTheFileStaysEmptyAndAnotherTryWorks) {
-    const QByteArray content(200, 'c');
-    link.stream = ScriptedLink::transfer(content);
-    link.failingRead = 2;
-    transfer.Command4_Click();
-    EXPECT_EQ(dialogs.messages,
-              QStringList{text("The data received is error.Check the USB cable then restart to receive.")});
-    EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Information);
-    EXPECT_FALSE(transfer.UsbBusy());
-    EXPECT_EQ(link.calls.last(), text("closeTt 1"));
-    EXPECT_EQ(stored(), "");
-    EXPECT_EQ(form.unloads, 0);
-    EXPECT_TRUE(form.command4Enabled);
-    EXPECT_EQ(model->ReceiveResult, 0);
-
-    link.failingRead = -1;
-    link.stream = ScriptedLink::transfer(content);
-    transfer.Command4_Click();
-    EXPECT_EQ(stored(), content + '\0');
-    EXPECT_EQ(form.unloads, 1);
-}
-
-TEST_F(UsbByHand, AFailedHeaderIsToldInChineseAndNoFileIsMade) {
-    model->LanguageId = 0;
-    transfer.Command4_Click();
-    EXPECT_EQ(dialogs.messages, QStringList{text("数据接收错误，请检查USB连线是否正常，重新开始接收！")});
-    EXPECT_EQ(stored(), "(no file)");
-}
-
-TEST_F(UsbByHand, AFailedShortReadGoesUnnoticed) {
-    link.stream = ScriptedLink::transfer(QByteArray(70, 'c'));
-    link.failingRead = 2;
-    transfer.Command4_Click();
-    EXPECT_TRUE(dialogs.messages.isEmpty());
-    EXPECT_EQ(stored(), QByteArray(64, 'c') + QByteArray(7, '\0'));
-    EXPECT_EQ(model->ReceiveResult, 1);
-}
-
-TEST_F(UsbByHand, ACancelBetweenTwoBlocksClosesWaitsAndRecoversTheLink) {
-    link.stream = ScriptedLink::transfer(QByteArray(640, 'c'));
-    form.onYield = [this] {
-        if (form.yields == 3) {
-            transfer.CancelButton_Click();
-        }
-    };
-    transfer.Command4_Click();
-    EXPECT_EQ(link.calls.mid(6),
-              (QStringList{text("closeTt 0"), text("InitializeTt 1"), text("closeTt 1"), text("ReadThread 64")}));
-    EXPECT_EQ(form.pauses, 1);
-    EXPECT_EQ(form.unloads, 1);
-    EXPECT_TRUE(dialogs.messages.isEmpty());
-    EXPECT_EQ(model->ReceiveResult, 0);
-    EXPECT_EQ(stored(), "");
-
-    form.onYield = nullptr;
-    link.stream = ScriptedLink::transfer("next");
-    transfer.Command4_Click();
-    EXPECT_EQ(stored(), QByteArray("next\0", 5));
-}
-
-TEST_F(UsbByHand, TheFileIsOpenDuringATransferAndClosedHoweverItEnds) {
-    form.onYield = [this] { EXPECT_TRUE(isOpenHere(form.text2)); };
-    link.stream = ScriptedLink::transfer(QByteArray(128, 'c'));
-    transfer.Command4_Click();
-    EXPECT_FALSE(isOpenHere(form.text2)) << "behind the end";
-
-    link.stream = ScriptedLink::transfer(QByteArray(128, 'c'));
-    link.failingRead = link.reads + 2;
-    transfer.Command4_Click();
-    EXPECT_EQ(dialogs.messages.size(), 1);
-    EXPECT_FALSE(isOpenHere(form.text2)) << "behind a failure";
-
-    link.failingRead = -1;
-    link.stream = ScriptedLink::transfer(QByteArray(128, 'c'));
-    form.onYield = [this] { transfer.CancelButton_Click(); };
-    form.onPause = [this] { EXPECT_FALSE(isOpenHere(form.text2)) << "before the pause of a cancel"; };
-    transfer.Command4_Click();
-    EXPECT_EQ(form.pauses, 1);
-}
-
-TEST_F(UsbByHand, ACancelAfterTheLastWholeBlockEndsQuietly) {
-    link.stream = ScriptedLink::transfer(QByteArray(128, 'c'));
-    form.onYield = [this] {
-        if (form.yields == 2) {
-            transfer.CancelButton_Click();
-        }
-    };
-    transfer.Command4_Click();
-    EXPECT_TRUE(dialogs.messages.isEmpty());
-    EXPECT_EQ(model->ReceiveResult, 0);
-    EXPECT_EQ(stored(), "");
-    EXPECT_FALSE(transfer.UsbBusy());
-}
-
-TEST_F(UsbByHand, ACancelWithoutATransferLeavesTheLinkAlone) {
-    model->ReceiveResult = 1;
-    transfer.CancelButton_Click();
-    EXPECT_TRUE(link.calls.isEmpty());
-    EXPECT_EQ(model->ReceiveResult, 0);
-    EXPECT_EQ(form.unloads, 1);
-}
-
-TEST_F(UsbByHand, ACancelWithoutATransferDoesNotSpoilTheNextOne) {
-    transfer.CancelButton_Click();
-    link.stream = ScriptedLink::transfer(QByteArray(100, 'c'));
-    transfer.Command4_Click();
-    EXPECT_EQ(stored(), QByteArray(100, 'c') + '\0');
-    EXPECT_EQ(model->ReceiveResult, 1);
-
-    // Nor does it hide the failure of one.
-    transfer.CancelButton_Click();
-    link.stream.clear();
-    transfer.Command4_Click();
-    EXPECT_EQ(dialogs.messages.size(), 1);
-}
-
-class UsbByItself : public UsbByHand {
-protected:
-    [[nodiscard]] QString path() const { return folder.filePath(QStringLiteral("AutoGet.bin")); }
-};
-
-TEST_F(UsbByItself, TheResultOfTheOpenIsNotTestedAndTheContentByteNotLookedAt) {
-    link.stream = ScriptedLink::transfer("BM", 1);
-    EXPECT_EQ(getfromUSB(link, dialogs, *model, path()), AutoUsbEnding::Done);
-    EXPECT_EQ(stored("AutoGet.bin"), QByteArray("BM\0", 3));
-    EXPECT_EQ(model->ReceivedFile, path());
-    EXPECT_EQ(model->ReceiveResult, 1);
-    EXPECT_EQ(link.calls.last(), text("closeTt 0"));
-
-    link.opens = false;
-    link.calls.clear();
-    EXPECT_EQ(getfromUSB(link, dialogs, *model, path()), AutoUsbEnding::Failed);
-    EXPECT_EQ(link.calls, (QStringList{text("InitializeTt 0"), text("WriteThread START"), text("closeTt 1")}));
-}
-
-TEST_F(UsbByItself, AFailureIsToldAndClosesTheLink) {
-    link.stream = ScriptedLink::transfer(QByteArray(200, 'c'));
-    link.failingRead = 1;
-    EXPECT_EQ(getfromUSB(link, dialogs, *model, path()), AutoUsbEnding::Failed);
-    EXPECT_EQ(dialogs.messages,
-              QStringList{text("The data received is error.Check the USB cable then restart to receive.")});
-    EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Information);
-    EXPECT_EQ(link.calls.last(), text("closeTt 1"));
-    EXPECT_EQ(model->ReceiveResult, 0);
-    EXPECT_EQ(stored("AutoGet.bin"), "");
-}
-
-TEST_F(UsbByItself, AnOverflowOfTheLengthIsShownWithItsNumber) {
-    link.stream = ScriptedLink::transfer({});
-    link.stream[2] = '\xFF';
-    EXPECT_EQ(getfromUSB(link, dialogs, *model, path()), AutoUsbEnding::Failed);
-    EXPECT_EQ(dialogs.messages, QStringList{text("错误代码:6    Overflow")});
-    EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Plain);
-    EXPECT_EQ(link.calls.last(), text("closeTt 1"));
 }
 
 TEST(TransferLibrary, ThatIsAbsentCountsAsFailed) {

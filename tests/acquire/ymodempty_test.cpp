@@ -65,7 +65,7 @@ protected:
     std::unique_ptr<publicM> model = std::make_unique<publicM>();
     MSComm port{[this](int) { return peer.location(); }};
     RecordedForm form;
-    SerialReceive receive{port, form, *model};
+    Receiver receive{port, form, *model};
 };
 
 TEST_F(YModemOverALine, AFileGoesThroughWithHeaderBlocksAndEnd) {
@@ -159,7 +159,7 @@ TEST_F(YModemOverALine, AmountsOf3072BytesShowInBytesAndOf3073InKilobytes) {
         PtyPeer other;
         MSComm line([&other](int) { return other.location(); });
         ASSERT_TRUE(line.setPortOpen(true).ok());
-        SerialReceive receiver(line, form, *model);
+        Receiver receiver(line, form, *model);
         receiver.ReadTimeoutMs = 400;
         const QByteArray sizeText(size);
         other.play([&sizeText](PtyPeer& p) {

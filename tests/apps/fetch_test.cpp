@@ -1,122 +1,14 @@
 // SPDX-License-Identifier: MIT
 // kqx fetch against the simulated instrument, program against program.
-#include "program.h"
+#include "fetchfixture.h"
 
-#include "capture/scenes.h"
-
-#include <QDir>
-#include <QElapsedTimer>
-#include <QFile>
-#include <QFileInfo>
-#include <QTemporaryDir>
-#include <QThread>
-
-#include <gtest/gtest.h>
-
-#include <csignal>
+#include <set>
+#include <sys/stat.h>
 
 using namespace sixtrace;
-using test::Ran;
+using namespace sixtrace::test;
 
 namespace {
-
-QByteArray contentOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
-}
-
-QByteArray capture(const char* scene, std::uint32_t seed) {
-    return captureBytes(*captureForm("V11"), *sceneBlocks(QString::fromLatin1(scene), seed));
-}
-
-/// A folder with a companion of its own beside its transfer library, and an instrument that serves both links there.
-class Fetch : public ::testing::Test {
-protected:
-    Fetch() {
-        for (const char* name : {"kqx", "libttdll.so", "ttdll.ini"}) {
-            const QString file = QString::fromLatin1(name);
-            EXPECT_TRUE(QFile::copy(QStringLiteral(SIXTRACE_BIN "/") + file, path(file)));
-        }
-        QDir(folder.path()).mkdir(QStringLiteral("got"));
-    }
-    ~Fetch() override { stop(); }
-
-    [[nodiscard]] QString path(const QString& name) const { return folder.filePath(name); }
-    [[nodiscard]] QStringList got() const {
-        return QDir(path(QStringLiteral("got"))).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-    }
-
-    void serve(const QStringList& more) {
-        instrument.start(QStringLiteral(SIXTRACE_BIN "/sixtrace-instrument"),
-                         QStringList{QStringLiteral("--serial"), path(QStringLiteral("line")), QStringLiteral("--usb"),
-                                     path(QStringLiteral("instrument.socket")), QStringLiteral("--rate"),
-                                     QStringLiteral("0"), QStringLiteral("--scene"), QStringLiteral("noise"),
-                                     QStringLiteral("--idle"), QStringLiteral("120")} +
-                             more);
-        ASSERT_TRUE(instrument.waitForStarted());
-        QByteArray said;
-        while (!said.contains("USB link at") && instrument.waitForReadyRead(10000)) {
-            said += instrument.readAllStandardOutput();
-        }
-        ASSERT_TRUE(said.contains("USB link at")) << instrument.readAllStandardError().toStdString();
-    }
-    void serveScript(const QByteArray& script) {
-        QFile file(path(QStringLiteral("script")));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(script);
-        file.close();
-        serve({QStringLiteral("--script"), file.fileName()});
-    }
-    void stop() {
-        if (instrument.state() != QProcess::NotRunning) {
-            ::kill(static_cast<pid_t>(instrument.processId()), SIGTERM);
-            EXPECT_TRUE(instrument.waitForFinished(10000));
-        }
-    }
-
-    Ran fetch(const QStringList& arguments) {
-        QProcess process;
-        process.start(path(QStringLiteral("kqx")), QStringList{QStringLiteral("fetch")} + arguments);
-        if (!process.waitForFinished(60000)) {
-            process.kill();
-            process.waitForFinished();
-            return {};
-        }
-        return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1, process.readAllStandardOutput(),
-                process.readAllStandardError()};
-    }
-    Ran fetchSerial(const QStringList& more = {}) {
-        return fetch(QStringList{QStringLiteral("--serial"), path(QStringLiteral("line")), QStringLiteral("-o"),
-                                 path(QStringLiteral("got"))} +
-                     more);
-    }
-    Ran fetchUsb(const QStringList& more = {}) {
-        return fetch(QStringList{QStringLiteral("--usb"), QStringLiteral("-o"), path(QStringLiteral("got"))} + more);
-    }
-    /// A fetch over the serial line that has begun its work, and waits long for an instrument that has gone silent.
-    void startSilentFetch(QProcess& process) const {
-        process.start(path(QStringLiteral("kqx")),
-                      {QStringLiteral("fetch"), QStringLiteral("--serial"), path(QStringLiteral("line")),
-                       QStringLiteral("-o"), path(QStringLiteral("got")), QStringLiteral("--timeout"),
-                       QStringLiteral("1")});
-        ASSERT_TRUE(process.waitForStarted());
-        QElapsedTimer patience;
-        patience.start();
-        const auto hasBegun = [this] {
-            const QStringList names = got();
-            return !names.isEmpty() && QDir(path(QStringLiteral("got/")) + names.first()).count() > 2;
-        };
-        while (!hasBegun() && patience.elapsed() < 10000) {
-            QThread::msleep(20);
-        }
-        ASSERT_TRUE(hasBegun());
-    }
-    /// The content of the file that a fetch has named.
-    [[nodiscard]] static QByteArray fetched(const Ran& ran) { return contentOf(QString::fromUtf8(ran.out).trimmed()); }
-
-    QTemporaryDir folder;
-    QProcess instrument;
-};
 
 TEST_F(Fetch, OverTheSerialLineBringsTheNextCaptureEveryTime) {
     serve({});
@@ -162,7 +54,7 @@ TEST_F(Fetch, WhatGoesWrongOverTheSerialLineLeavesNoFileAndTheNextFetchIsClean) 
     for (int fault = 0; fault < 5; ++fault) {
         const Ran ran = fetchSerial({QStringLiteral("--timeout"), QStringLiteral("0.2")});
         EXPECT_EQ(ran.exitCode, 1) << fault;
-        EXPECT_TRUE(ran.err.contains("the transfer failed")) << ran.err.toStdString();
+        EXPECT_TRUE(ran.err.contains(" bytes came")) << ran.err.toStdString();
         EXPECT_TRUE(got().isEmpty()) << got().join(u' ').toStdString();
     }
     const Ran ran = fetchSerial();
@@ -183,15 +75,12 @@ TEST_F(Fetch, APulledPlugFailsAndTheLineComesBack) {
 }
 
 TEST_F(Fetch, WhatGoesWrongOverUsbLeavesNoFileAndTheNextFetchIsClean) {
-    QFile settings(path(QStringLiteral("ttdll.ini")));
-    ASSERT_TRUE(settings.open(QIODevice::Append));
-    settings.write("ReadTimeout=200\n");
-    settings.close();
+    addSettings("ReadTimeout=200\n");
     serveScript("silence@0\nstop@4\nunplug@2\nlost-block@1\nclean\n");
     for (int fault = 0; fault < 4; ++fault) {
         const Ran ran = fetchUsb();
-        // A lost block is missed at the end, where the last whole block comes short.
-        EXPECT_EQ(ran.exitCode, 1) << fault << ran.out.toStdString();
+        // Where not even a header comes there is no instrument. A lost block is missed at the end.
+        EXPECT_EQ(ran.exitCode, fault == 0 ? 3 : 1) << fault << ran.err.toStdString();
     }
     EXPECT_TRUE(got().isEmpty());
     EXPECT_TRUE(contentOf(path(QStringLiteral("ttdll.log"))).contains("the instrument is silent"));
@@ -203,7 +92,8 @@ TEST_F(Fetch, WhatGoesWrongOverUsbLeavesNoFileAndTheNextFetchIsClean) {
 TEST_F(Fetch, ABitmapIsStoredUnderItsOwnExtension) {
     serve({QStringLiteral("--fault"), QStringLiteral("bitmap")});
     for (const Ran& ran : {fetchSerial(), fetchUsb()}) {
-        EXPECT_EQ(ran.exitCode, 0) << ran.err.toStdString();
+        EXPECT_EQ(ran.exitCode, 4) << ran.err.toStdString();
+        EXPECT_TRUE(ran.err.contains("a bitmap and no capture"));
         EXPECT_TRUE(ran.out.endsWith(".bmp\n"));
         EXPECT_TRUE(fetched(ran).startsWith("BM"));
     }
@@ -211,11 +101,11 @@ TEST_F(Fetch, ABitmapIsStoredUnderItsOwnExtension) {
 
 TEST_F(Fetch, WithoutAnInstrumentFailsAndTheLogSaysWhy) {
     const Ran usb = fetchUsb();
-    EXPECT_EQ(usb.exitCode, 1);
+    EXPECT_EQ(usb.exitCode, 3);
     EXPECT_TRUE(usb.err.contains("The meter open faild"));
     EXPECT_TRUE(contentOf(path(QStringLiteral("ttdll.log"))).contains("usb:"));
     const Ran serial = fetchSerial();
-    EXPECT_EQ(serial.exitCode, 1);
+    EXPECT_EQ(serial.exitCode, 3);
     EXPECT_TRUE(serial.err.contains("the serial port does not open: Device unavailable")) << serial.err.toStdString();
     EXPECT_TRUE(got().isEmpty());
 }
@@ -223,7 +113,7 @@ TEST_F(Fetch, WithoutAnInstrumentFailsAndTheLogSaysWhy) {
 TEST_F(Fetch, ATransferLibraryThatIsMissingCountsAsALinkThatDoesNotOpen) {
     ASSERT_TRUE(QFile::remove(path(QStringLiteral("libttdll.so"))));
     const Ran ran = fetchUsb();
-    EXPECT_EQ(ran.exitCode, 1);
+    EXPECT_EQ(ran.exitCode, 3);
     EXPECT_TRUE(ran.err.contains("The meter open faild"));
 }
 
@@ -236,7 +126,7 @@ TEST_F(Fetch, WrongUseIsToldAndEndsWith2) {
                      path(QStringLiteral("one.bin"))})
                   .exitCode,
               2);
-    EXPECT_EQ(fetch({QStringLiteral("--serial"), QStringLiteral("99")}).exitCode, 1);
+    EXPECT_EQ(fetch({QStringLiteral("--serial"), QStringLiteral("99")}).exitCode, 3);
     EXPECT_EQ(fetch({QStringLiteral("--help")}).exitCode, 0);
 }
 
@@ -295,6 +185,218 @@ TEST_F(Fetch, TheInstrumentReplacesALinkAndASocketButNothingElse) {
     const Ran ran = test::run(QStringLiteral("sixtrace-instrument"), {QStringLiteral("--serial"), precious.fileName()});
     EXPECT_EQ(ran.exitCode, 1);
     EXPECT_EQ(contentOf(precious.fileName()), "mine");
+}
+
+TEST_F(Fetch, ASilentInstrumentIsNoInstrument) {
+    serveScript("silence@0\n");
+    const Ran ran = fetchSerial({QStringLiteral("--timeout"), QStringLiteral("0.05")});
+    EXPECT_EQ(ran.exitCode, 3);
+    EXPECT_TRUE(ran.err.contains("no instrument answers")) << ran.err.toStdString();
+}
+
+TEST_F(Fetch, OfSeveralCapturesTheFirstThatFailedGivesTheCode) {
+    addSettings("ReadTimeout=200\n");
+    serveScript("clean\nbitmap\nunplug@2\nclean\n");
+    const Ran ran =
+        fetchUsb({QStringLiteral("--count"), QStringLiteral("4"), QStringLiteral("--every"), QStringLiteral("0")});
+    EXPECT_EQ(ran.exitCode, 4);
+    EXPECT_TRUE(ran.err.contains("2 of 4 captures fetched")) << ran.err.toStdString();
+    EXPECT_EQ(ran.out.count('\n'), 3) << "the bitmap is stored too";
+}
+
+TEST_F(Fetch, AFileThatIsThereIsOverwrittenOnlyWhenToldTo) {
+    serve({});
+    const QString file = path(QStringLiteral("mine.bin"));
+    write(file, "mine");
+    ASSERT_TRUE(QFile::setPermissions(file, QFileDevice::ReadOwner | QFileDevice::WriteOwner));
+    const QStringList into{QStringLiteral("--usb"), QStringLiteral("-o"), file};
+    const Ran refused = fetch(into);
+    EXPECT_EQ(refused.exitCode, 5);
+    EXPECT_TRUE(refused.err.contains("exists already; --force overwrites it")) << refused.err.toStdString();
+    EXPECT_EQ(contentOf(file), "mine");
+    const Ran forced = fetch(into + QStringList{QStringLiteral("--force")});
+    EXPECT_EQ(forced.exitCode, 0) << forced.err.toStdString();
+    EXPECT_EQ(contentOf(file), capture("noise", 1) + '\0') << "the refused fetch has not even asked the instrument";
+    EXPECT_EQ(QFileInfo(file).permissions() & QFileDevice::Permissions(0x0077), QFileDevice::Permissions())
+        << "and its rights stay";
+}
+
+TEST_F(Fetch, AFileThatComesUpDuringTheTransferStays) {
+    serveScript("late@2\n");
+    const QString file = path(QStringLiteral("got/mine.bin"));
+    QProcess process;
+    process.start(path(QStringLiteral("kqx")),
+                  {QStringLiteral("fetch"), QStringLiteral("--usb"), QStringLiteral("-o"), file});
+    QElapsedTimer patience;
+    patience.start();
+    while (got().isEmpty() && patience.elapsed() < 60000) {
+        QThread::msleep(5);
+    }
+    write(file, "mine");
+    ASSERT_TRUE(process.waitForFinished(60000));
+    EXPECT_EQ(process.exitCode(), 5) << process.readAllStandardError().toStdString();
+    EXPECT_EQ(contentOf(file), "mine");
+    EXPECT_EQ(got().size(), 1);
+}
+
+TEST_F(Fetch, ABitmapUnderAGivenNameGetsItsOwnEnding) {
+    serve({QStringLiteral("--fault"), QStringLiteral("bitmap")});
+    const Ran ran = fetch({QStringLiteral("--usb"), QStringLiteral("-o"), path(QStringLiteral("got/one.bin"))});
+    EXPECT_EQ(ran.exitCode, 4);
+    EXPECT_EQ(got(), QStringList{QStringLiteral("one.bmp")});
+    EXPECT_EQ(fetch({QStringLiteral("--usb"), QStringLiteral("-o"), path(QStringLiteral("got/two.bmp"))}).exitCode, 4);
+    EXPECT_TRUE(contentOf(path(QStringLiteral("got/two.bmp"))).startsWith("BM"));
+}
+
+TEST_F(Fetch, DevicesAndPipesAreRefusedAndLinksFollowed) {
+    serve({});
+    const QString pipe = path(QStringLiteral("pipe"));
+    ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    const QString device = path(QStringLiteral("device")); // a link to one, so that a failure harms nobody
+    ASSERT_TRUE(QFile::link(QStringLiteral("/dev/null"), device));
+    for (const QString& target : {pipe, device}) {
+        const Ran ran = fetch({QStringLiteral("--usb"), QStringLiteral("--force"), QStringLiteral("-o"), target});
+        EXPECT_EQ(ran.exitCode, 5);
+        EXPECT_TRUE(ran.err.contains("is no ordinary file")) << ran.err.toStdString();
+    }
+    struct stat state {};
+    ASSERT_EQ(stat(QFile::encodeName(pipe).constData(), &state), 0);
+    EXPECT_TRUE(S_ISFIFO(state.st_mode));
+    EXPECT_EQ(QFileInfo(device).symLinkTarget(), QStringLiteral("/dev/null"));
+
+    const QString link = path(QStringLiteral("link"));
+    ASSERT_TRUE(QFile::link(path(QStringLiteral("got/end.bin")), link)); // leads to what is not there yet
+    EXPECT_EQ(fetch({QStringLiteral("--usb"), QStringLiteral("-o"), link}).exitCode, 0);
+    EXPECT_TRUE(QFileInfo(link).isSymLink());
+    EXPECT_EQ(contentOf(path(QStringLiteral("got/end.bin"))), capture("noise", 1) + '\0');
+    EXPECT_EQ(fetch({QStringLiteral("--usb"), QStringLiteral("-o"), link}).exitCode, 5);
+    EXPECT_EQ(fetch({QStringLiteral("--usb"), QStringLiteral("--force"), QStringLiteral("-o"), link}).exitCode, 0);
+    EXPECT_TRUE(QFileInfo(link).isSymLink());
+    EXPECT_EQ(contentOf(path(QStringLiteral("got/end.bin"))), capture("noise", 2) + '\0');
+
+    const QString ring = path(QStringLiteral("ring"));
+    ASSERT_TRUE(QFile::link(ring, ring));
+    EXPECT_EQ(fetch({QStringLiteral("--usb"), QStringLiteral("-o"), ring}).exitCode, 5);
+    EXPECT_EQ(fetch({QStringLiteral("--usb"), QStringLiteral("-o"), path(QStringLiteral("no/such.bin"))}).exitCode, 5);
+}
+
+TEST_F(Fetch, TheOtherCommandsRefuseDevicesAndFollowLinksToo) {
+    const QString file = path(QStringLiteral("capture.bin"));
+    write(file, capture("sine", 1));
+    ASSERT_TRUE(QFile::copy(QStringLiteral(SIXTRACE_BIN "/ChineseS.Lan"), path(QStringLiteral("ChineseS.Lan"))));
+    ASSERT_TRUE(QFile::copy(QStringLiteral(SIXTRACE_BIN "/English.Lan"), path(QStringLiteral("English.Lan"))));
+    for (const auto& [command, ending] : {std::pair("screen", ".png"), std::pair("page", ".pdf"),
+                                          std::pair("table", ".txt"), std::pair("table", ".xlsx")}) {
+        const QString name = QString::fromLatin1(command);
+        const QString device = path(name + QStringLiteral("device") + QString::fromLatin1(ending));
+        ASSERT_TRUE(QFile::link(QStringLiteral("/dev/null"), device));
+        EXPECT_EQ(kqx({name, file, device}).exitCode, 1) << command << ending;
+        EXPECT_EQ(QFileInfo(device).symLinkTarget(), QStringLiteral("/dev/null"));
+        const QString pipe = path(name + QStringLiteral("pipe") + QString::fromLatin1(ending));
+        ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+        EXPECT_EQ(kqx({name, file, pipe}).exitCode, 1) << command << ending;
+        EXPECT_FALSE(QFileInfo(pipe).isFile());
+        const QString end = path(name + QStringLiteral("end") + QString::fromLatin1(ending));
+        const QString link = path(name + QStringLiteral("link") + QString::fromLatin1(ending));
+        write(end, "old");
+        ASSERT_TRUE(QFile::link(end, link));
+        EXPECT_EQ(kqx({name, file, link}).exitCode, 0) << command << ending;
+        EXPECT_TRUE(QFileInfo(link).isSymLink());
+        EXPECT_GT(QFileInfo(end).size(), 3);
+    }
+}
+
+TEST_F(Fetch, AMinuteMayBringAnyNumberOfFilesAndNoneIsReplaced) {
+    serve({});
+    const QDateTime now = QDateTime::currentDateTime();
+    for (int minute = 0; minute < 3; ++minute) { // as if the clock had been set back
+        const QString stem = now.addSecs(60 * minute).toString(QStringLiteral("'D'yyMMddHHmm"));
+        write(path(QStringLiteral("got/%1.bin").arg(stem)), "mine");
+        write(path(QStringLiteral("got/%1-2.bin").arg(stem)), "mine too");
+    }
+    const Ran ran =
+        fetchUsb({QStringLiteral("--count"), QStringLiteral("3"), QStringLiteral("--every"), QStringLiteral("0")});
+    EXPECT_EQ(ran.exitCode, 0) << ran.err.toStdString();
+    EXPECT_EQ(got().size(), 9);
+    int kept = 0;
+    for (const QString& file : got()) {
+        kept += contentOf(path(QStringLiteral("got/")) + file).startsWith("mine") ? 1 : 0;
+    }
+    EXPECT_EQ(kept, 6);
+    EXPECT_TRUE(ran.out.contains("-3.bin"));
+}
+
+TEST_F(Fetch, EightAtOnceIntoOneFolderLoseNoCapture) {
+    addSettings("ReadTimeout=60000\n");
+    serve({});
+    std::set<QByteArray> wanted;
+    std::set<QByteArray> found;
+    constexpr std::uint32_t kAtOnce = 8;
+    std::vector<std::unique_ptr<QProcess>> processes;
+    for (std::uint32_t i = 0; i < kAtOnce; ++i) {
+        wanted.insert(capture("noise", i + 1) + '\0');
+        processes.push_back(std::make_unique<QProcess>());
+        processes.back()->start(path(QStringLiteral("kqx")), {QStringLiteral("fetch"), QStringLiteral("--usb"),
+                                                              QStringLiteral("-o"), path(QStringLiteral("got"))});
+    }
+    std::set<QByteArray> names;
+    for (const auto& process : processes) {
+        ASSERT_TRUE(process->waitForFinished(120000));
+        EXPECT_EQ(process->exitCode(), 0) << process->readAllStandardError().toStdString();
+        names.insert(process->readAllStandardOutput());
+    }
+    for (const QString& file : got()) {
+        found.insert(contentOf(path(QStringLiteral("got/")) + file));
+    }
+    EXPECT_EQ(names.size(), kAtOnce);
+    EXPECT_EQ(found, wanted);
+}
+
+TEST_F(Fetch, ASecondInstrumentIsRefusedAndTheFirstServesOn) {
+    serve({});
+    for (const auto& [option, name] : {std::pair("--usb", "instrument.socket"), std::pair("--serial", "line")}) {
+        const Ran ran = run(QStringLiteral("sixtrace-instrument"),
+                            {QString::fromLatin1(option), path(QString::fromLatin1(name))});
+        EXPECT_EQ(ran.exitCode, 1);
+        EXPECT_TRUE(ran.err.contains("another instrument serves there")) << ran.err.toStdString();
+    }
+    EXPECT_EQ(fetchUsb().exitCode, 0);
+    EXPECT_EQ(fetchSerial().exitCode, 0);
+}
+
+TEST_F(Fetch, AnInstrumentTakesOnlyItsOwnSocketAway) {
+    serve({});
+    const QString socketFile = path(QStringLiteral("instrument.socket"));
+    ASSERT_TRUE(QFile::remove(socketFile));
+    QProcess second;
+    second.start(QStringLiteral(SIXTRACE_BIN "/sixtrace-instrument"),
+                 {QStringLiteral("--usb"), socketFile, QStringLiteral("--scene"), QStringLiteral("noise"),
+                  QStringLiteral("--idle"), QStringLiteral("120")});
+    ASSERT_TRUE(second.waitForReadyRead(60000)) << second.readAllStandardError().toStdString();
+    stop();
+    EXPECT_EQ(fetchUsb().exitCode, 0) << "the second one's socket is still there";
+    ::kill(static_cast<pid_t>(second.processId()), SIGTERM);
+    ASSERT_TRUE(second.waitForFinished(60000));
+    EXPECT_FALSE(QFileInfo::exists(socketFile));
+}
+
+TEST_F(Fetch, WhatAKilledInstrumentHasLeftIsReplaced) {
+    serve({});
+    instrument.kill();
+    ASSERT_TRUE(instrument.waitForFinished(60000));
+    EXPECT_TRUE(QFileInfo(path(QStringLiteral("line"))).isSymLink());
+    serve({});
+    EXPECT_EQ(fetchUsb().exitCode, 0);
+    EXPECT_EQ(fetchSerial().exitCode, 0);
+}
+
+TEST_F(Fetch, AnInstrumentReplacesNoLinkToARealDevice) {
+    ASSERT_TRUE(QFile::link(QStringLiteral("/dev/null"), path(QStringLiteral("line"))));
+    const Ran ran = run(QStringLiteral("sixtrace-instrument"),
+                        {QStringLiteral("--serial"), path(QStringLiteral("line"))});
+    EXPECT_EQ(ran.exitCode, 1);
+    EXPECT_TRUE(ran.err.contains("leads to /dev/null")) << ran.err.toStdString();
+    EXPECT_EQ(QFileInfo(path(QStringLiteral("line"))).symLinkTarget(), QStringLiteral("/dev/null"));
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "capture/capturefile.h"
-#include "capture/plaincaptureview.h"
+#include "capture/channellist.h"
 #include "support/printing.h"
 
 #include <QFile>
@@ -89,13 +89,37 @@ inline QByteArray capture(const char* tag, const std::vector<Block>& blocks) {
     return bytes.bytes();
 }
 
+/// The screen's state with a record of what a load has others do.
+class RecordedScreen : public ScreenState, public ScreenDuties {
+public:
+    explicit RecordedScreen(publicM& model)
+        : m_model(model) {
+        beginStart(scope());
+        endStart(scope());
+        frames = 0;
+    }
+    [[nodiscard]] Scope scope() { return {m_model, *this, *this}; }
+
+    int frames = 0; ///< frames asked for
+    int blanks = 0; ///< empty screens asked for
+    bool tableLoaded = false;
+
+    void frameDue() override { ++frames; }
+    void blankDue() override { ++blanks; }
+    void closeTable() override { tableLoaded = false; }
+    void openTable() override { tableLoaded = true; }
+
+private:
+    publicM& m_model;
+};
+
 /// A model, a window without a window, and a folder for files.
 class CaptureTest : public ::testing::Test {
 protected:
     CaptureTest() {
         model->fillTables();
-        view = std::make_unique<PlainCaptureView>(*model);
-        view->standInsShown = true;
+        view = std::make_unique<RecordedScreen>(*model);
+        view->markers[3].standInShown = true;
         view->tableLoaded = true;
     }
 
@@ -108,11 +132,11 @@ protected:
         EXPECT_EQ(file.write(content), content.size());
         return path();
     }
-    void load(const QByteArray& content) { SimpleWav(put(content), *model, *view); }
+    void load(const QByteArray& content) { SimpleWav(put(content), view->scope()); }
     void load(const char* tag, const std::vector<Block>& blocks) { load(capture(tag, blocks)); }
 
     std::unique_ptr<publicM> model = std::make_unique<publicM>();
-    std::unique_ptr<PlainCaptureView> view;
+    std::unique_ptr<RecordedScreen> view;
 
 private:
     QTemporaryDir m_folder;

@@ -90,15 +90,28 @@ TEST_F(CaptureCheck, CutInItsFilling) {
     expectOne(check(whole.left(whole.size() - 4)), whole.size() - 4, u"4 bytes"_s);
 }
 
-TEST_F(CaptureCheck, ASampleCountOf0) {
-    expectOne(check({{.sampleCount = 0, .filling = 1}}), kSampleCountAt, u"SampleCount is 0"_s);
+TEST_F(CaptureCheck, AChannelMayHoldNoSample) {
+    // Four slots, and nothing behind them: the further slot that a reader steps over need not be there.
+    EXPECT_TRUE(check({{.sampleCount = 0}}).empty());
+    EXPECT_TRUE(check({{.sampleCount = 0, .filling = 1}}).empty());
+    EXPECT_TRUE(check({{.screenPoints = 1, .sampleCount = 0, .samples = {9}}}).empty());
+}
+
+TEST_F(CaptureCheck, SlotsWithoutSamplesHaveToBeThereAllTheSame) {
+    const QByteArray whole = capture("V11", {{.sampleCount = 0}});
+    expectOne(check(whole.left(whole.size() - 1)), whole.size() - 1, u"ends 1 bytes before"_s);
+}
+
+TEST_F(CaptureCheck, ABlockBehindOneWithoutSamplesIsLookedForOneSlotFurther) {
+    EXPECT_TRUE(check({{.sampleCount = 0, .filling = 1}, {.mark = "CH2"}}).empty());
+    expectOne(check({{.sampleCount = 0}, {.mark = "CH2"}}), 10 + 51 + 8 + 2, u"57 bytes behind the last channel"_s);
 }
 
 TEST_F(CaptureCheck, ASampleCountOfMinus1) {
     const auto faults = check({{.sampleCount = -1}});
     ASSERT_FALSE(faults.empty());
     EXPECT_EQ(faults[0].offset, kSampleCountAt);
-    EXPECT_TRUE(faults[0].text.contains(u"SampleCount is -1"_s));
+    EXPECT_EQ(faults[0].text, u"ch1: SampleCount is -1, a channel holds 0 to 10231 samples"_s);
 }
 
 TEST_F(CaptureCheck, ASampleCountOf10232) {
@@ -143,8 +156,14 @@ TEST_F(CaptureCheck, AMeasurementThatIsNoNumber) {
     expectOne(check({{.frequency = std::numeric_limits<float>::quiet_NaN()}}), kFrequencyAt, u"Frequency"_s);
 }
 
-TEST_F(CaptureCheck, UnknownIds) {
-    expectOne(check({{}, {.mark = "CHX"}}), 10 + 59 + 2, u"unknown channel id"_s);
+TEST_F(CaptureCheck, AnUnknownIdNamesTheChannelThatTakesItsValues) {
+    expectOne(check({{.mark = "CHB"}, {.mark = "CHX"}}), 10 + 59 + 2,
+              u"channel \"X\": unknown channel id; its values land in B"_s);
+    // The first block of a file has no channel before it.
+    expectOne(check({{.mark = "CH7"}}), 12, u"channel \"7\": unknown channel id; its values land in ch1"_s);
+    const auto both = check({{.mark = "CH2"}, {.mark = "CHX"}, {.mark = "CHY"}});
+    ASSERT_EQ(both.size(), 2U);
+    EXPECT_TRUE(both[1].text.endsWith(u"land in ch2"_s));
 }
 
 TEST_F(CaptureCheck, TwoBlocksOfOneId) {

@@ -271,6 +271,16 @@ TEST_F(HostileCapture, AFullCaptureIsReadWhole) {
     }
 }
 
+TEST_F(HostileCapture, SamplesStandWhereTheyStoodWhenTheWindowMovesOnFromThem) {
+    // 300,000 bytes of filling lie between the two blocks: the window over the file cannot hold both.
+    load("V11", {{.screenPoints = 150000, .samples = {21, 22, 23, 24}, .filling = 149996},
+                 {.mark = "CH2", .samples = {31, 32, 33, 34}}});
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(model->SampleData(0, i), 21 + i);
+        EXPECT_EQ(model->SampleData(1, i), 31 + i);
+    }
+}
+
 TEST_F(HostileCapture, ManyBlocksBeyondTheReadersWindowAreAllRead) {
     std::vector<Block> blocks(3000);
     blocks.push_back({.mark = "CHD", .samples = {6, 6, 6, 7}});
@@ -298,6 +308,28 @@ TEST_F(HostileCapture, FlippedBytesNeverReadDifferentlyFromStepByStep) {
                                      [](double a, double b) { return a == b || (a != a && b != b); });
         ASSERT_TRUE(same) << i;
     }
+}
+
+TEST_F(HostileCapture, OfAFileWithManyBlocksOnlyTheFirstOnesAndTheLastDrawAFrame) {
+    // 100 blocks alternate between two channels; each has no sample and one slot.
+    std::vector<Block> blocks;
+    for (int i = 0; i < 100; ++i) {
+        Block block{.mark = i % 2 == 0 ? "CH1" : "CHD", .sampleCount = 0};
+        block.screenPoints = 1;
+        block.timeIndex = i % 28;
+        block.samples.clear();
+        block.filling = 2;
+        blocks.push_back(block);
+    }
+    load("V11", blocks);
+    EXPECT_EQ(view->frames, 6 + 64 + 1 + 1) << "cleared ticks, the first blocks, the last block, the end";
+    EXPECT_EQ(view->selectedRow, 5);
+    EXPECT_EQ(view->CurChannel, 5);
+    EXPECT_TRUE(view->ticks[0]);
+    EXPECT_TRUE(view->markers[0].shown);
+    EXPECT_EQ(view->timeRow, 99 % 28);
+    EXPECT_EQ(view->titles.channel, u"D   "_s);
+    EXPECT_EQ(model->TimeIndexView[0], 98 % 28);
 }
 
 } // namespace

@@ -110,7 +110,7 @@ TEST_F(SimpleWavTest, AChannelAbsentFromAFileKeepsItsSamplesButHasNoCountAndIsNo
     EXPECT_EQ(model->TimeIndex[1], 15);
     EXPECT_EQ(model->VoltIndex[1], 7);
     EXPECT_FALSE(view->ticks[1]);
-    EXPECT_FALSE(view->markers[1]);
+    EXPECT_FALSE(view->markers[1].shown);
 }
 
 TEST_F(SimpleWavTest, TheRowOfAnAbsentChannelShowsOneStepAboveTheOthers) {
@@ -126,10 +126,12 @@ TEST_F(SimpleWavTest, AFileThatEndsAfterItsHeaderLeavesAllChannelsAbsent) {
     load("V11", {});
     EXPECT_EQ(model->ChannelPresent, PerChannel<std::uint8_t>{});
     EXPECT_EQ(view->ticks, PerChannel<bool>{});
-    EXPECT_EQ(view->markers, PerChannel<bool>{});
-    EXPECT_EQ(view->frames, frames + 1); // the graticule only
+    for (const ZeroMarker& marker : view->markers) {
+        EXPECT_FALSE(marker.shown);
+    }
+    EXPECT_EQ(view->frames, frames + 7); // the graticule only, once for each tick that is cleared and at the end
     EXPECT_TRUE(view->tableLoaded);
-    EXPECT_EQ(view->currentRow, 5); // clearing ticks moves the row
+    EXPECT_EQ(view->selectedRow, 5); // clearing ticks moves the row
 }
 
 TEST_F(SimpleWavTest, ATimeIndexOf28LeavesTheRowTextUnchangedAndLoadsOn) {
@@ -272,7 +274,7 @@ TEST_F(SimpleWavTest, AFirstBlockOfUnknownIdLandsInChannel0WhichStaysAbsent) {
     EXPECT_EQ(model->SampleCount[0], 4);
     EXPECT_EQ(model->ChannelPresent, PerChannel<std::uint8_t>{});
     EXPECT_FALSE(view->ticks[0]);
-    EXPECT_FALSE(view->markers[0]);
+    EXPECT_FALSE(view->markers[0].shown);
     EXPECT_EQ(view->rows[0], u"ch1          50 nS          500 mV       / 1"_s);
 }
 
@@ -281,7 +283,7 @@ TEST_F(SimpleWavTest, BytesAfterTheLastBlockThatDoNotBeginWithCEndLoadingQuietly
     content += "garbage";
     load(content);
     EXPECT_EQ(model->ChannelPresent, (PerChannel<std::uint8_t>{1, 0, 0, 0, 0, 0}));
-    EXPECT_EQ(view->frames, 1);
+    EXPECT_EQ(view->frames, 8); // six ticks cleared, one set, and the end
     EXPECT_TRUE(view->tableLoaded);
 }
 
@@ -319,17 +321,17 @@ TEST_F(SimpleWavTest, PeakToPeakThatOverflowsKeepsItsOldValue) {
 
 TEST_F(SimpleWavTest, TheMarkerIsPlacedByTheZeroLevel) {
     load("V11", {{.zeroLevel = 100}, {.mark = "CH2", .zeroLevel = 0}, {.mark = "CHA", .zeroLevel = -100}});
-    EXPECT_EQ(view->markerTops[0], -105.0); // 6030 x 0 / 200 - 210 / 2
-    EXPECT_EQ(view->markerTops[1], 2910.0);
-    EXPECT_EQ(view->markerTops[2], 5925.0);
-    EXPECT_EQ(view->markerTops[3], 3000.0); // never placed
+    EXPECT_EQ(view->markers[0].top, -105.0); // 6030 x 0 / 200 - 210 / 2
+    EXPECT_EQ(view->markers[1].top, 2910.0);
+    EXPECT_EQ(view->markers[2].top, 5925.0);
+    EXPECT_EQ(view->markers[3].top, 3000.0); // never placed
 }
 
 TEST_F(SimpleWavTest, AZeroLevelThatOverflowsKeepsItsOldValue) {
     load("V11", {{.zeroLevel = 40}});
     load("V11", {{.zeroLevel = -2147483647 - 1}});
     EXPECT_EQ(model->ZeroLevel[0], 60);
-    EXPECT_EQ(view->markerTops[0], 6030.0 * 60 / 200 - 105);
+    EXPECT_EQ(view->markers[0].top, 6030.0 * 60 / 200 - 105);
 }
 
 TEST_F(SimpleWavTest, TheVoltListFollowsTheLastProbeAndStaysForAForeignOne) {
@@ -337,8 +339,8 @@ TEST_F(SimpleWavTest, TheVoltListFollowsTheLastProbeAndStaysForAForeignOne) {
     EXPECT_EQ(view->voltList[0], u"500 mV"_s);
     EXPECT_EQ(view->rows[0], u"ch1          500uS          50.0 V       / 100"_s);
     load("V11", {{.mark = "CH2", .probeExp = 4}});
-    EXPECT_EQ(view->voltList[0], u"500 mV"_s);
-    EXPECT_EQ(view->rows[1], u"ch2          500uS          50.0 V       / 10000"_s);
+    EXPECT_EQ(view->voltList[0], u"5.00mv"_s) << "the list of the channels that the load has cleared";
+    EXPECT_EQ(view->rows[1], u"ch2          500uS          500 mV       / 10000"_s);
 }
 
 TEST_F(SimpleWavTest, OnlyTheLowerHalfOfTheProbeFieldIsRead) {
@@ -355,14 +357,14 @@ TEST_F(SimpleWavTest, AFactorBeyondAllNumbersLeavesTheRow) {
 
 TEST_F(SimpleWavTest, ALoadHidesTheStandInsAndEndsOnTheLastChannelThatItTicked) {
     load("V11", {{}, {.mark = "CHC"}});
-    EXPECT_FALSE(view->standInsShown);
-    EXPECT_EQ(view->currentRow, 4);
-    EXPECT_TRUE(view->markers[0]);
-    EXPECT_TRUE(view->markers[4]);
+    EXPECT_FALSE(view->markers[3].standInShown);
+    EXPECT_EQ(view->selectedRow, 4);
+    EXPECT_TRUE(view->markers[0].shown);
+    EXPECT_TRUE(view->markers[4].shown);
 }
 
 TEST_F(SimpleWavTest, AMissingFileIsMadeEmptyAndHoldsNoCapture) {
-    SimpleWav(path(u"missing.bin"_s), *model, *view);
+    SimpleWav(path(u"missing.bin"_s), view->scope());
     EXPECT_TRUE(QFile::exists(path(u"missing.bin"_s)));
     EXPECT_EQ(QFile(path(u"missing.bin"_s)).size(), 0);
     EXPECT_FALSE(view->tableLoaded);
@@ -372,7 +374,7 @@ TEST_F(SimpleWavTest, AMissingFileIsMadeEmptyAndHoldsNoCapture) {
 TEST_F(SimpleWavTest, AFolderADeviceOrNoNameAtAllIsRefused) {
     load("V11", {{}});
     for (const QString& name : {u"/"_s, u"/dev/zero"_s, QString()}) {
-        SimpleWav(name, *model, *view);
+        SimpleWav(name, view->scope());
         EXPECT_EQ(model->FileKind, 4);
         EXPECT_EQ(model->ChannelPresent[0], 1);
     }
@@ -385,7 +387,7 @@ TEST_F(SimpleWavTest, AnUnreadableFileIsRefusedInSilence) {
     ASSERT_TRUE(QFile::setPermissions(QFileInfo(file).path(), QFile::Permissions(0x7755)));
     view->tableLoaded = true;
     const test::OrdinaryUser user;
-    SimpleWav(file, *model, *view);
+    SimpleWav(file, view->scope());
     EXPECT_EQ(model->FileKind, 4);
     EXPECT_EQ(model->ChannelPresent, (PerChannel<std::uint8_t>{1, 0, 0, 0, 0, 0}));
     EXPECT_FALSE(view->tableLoaded);

@@ -40,9 +40,17 @@ protected:
         for (const OlderBlock& block : blocks) {
             block.appendTo(bytes);
         }
-        return OpenBinFile(put(bytes.bytes()), *model, *view);
+        return OpenBinFile(put(bytes.bytes()), view->scope());
     }
 };
+
+TEST_F(OpenBinFileTest, AFirstBlockOfUnknownIdLandsInChannel0WhichStaysAbsent) {
+    ASSERT_EQ(open({{.mark = "CHX", .timeIndex = 3, .samples = {41, 42}}}), BinFileOutcome::Loaded);
+    EXPECT_EQ(model->TimeIndex[0], 3);
+    EXPECT_EQ(model->SampleCount[0], 2);
+    EXPECT_EQ(model->SampleData(0, 1), 42);
+    EXPECT_EQ(model->ChannelPresent, PerChannel<std::uint8_t>{});
+}
 
 TEST_F(OpenBinFileTest, ReadsTheOrderOfItsOwn) {
     ASSERT_EQ(open({{}, {.mark = "CHD", .samples = {-7, -8}}}), BinFileOutcome::Loaded);
@@ -58,14 +66,14 @@ TEST_F(OpenBinFileTest, ReadsTheOrderOfItsOwn) {
     EXPECT_EQ(model->SampleData(0, 2), 3);
     EXPECT_EQ(model->SampleData(5, 1), -8); // no gap was skipped behind the first block
     EXPECT_TRUE(view->ticks[5]);
-    EXPECT_TRUE(view->markers[5]);
+    EXPECT_TRUE(view->markers[5].shown);
 }
 
 TEST_F(OpenBinFileTest, TakesTheTagBinOnly) {
     EXPECT_EQ(open({{}}, "V11"), BinFileOutcome::NotACapture);
     EXPECT_EQ(model->ChannelPresent[0], 0);
-    EXPECT_EQ(OpenBinFile(put("KQ"), *model, *view), BinFileOutcome::NotACapture);
-    EXPECT_EQ(OpenBinFile(path(u"none.bin"_s), *model, *view), BinFileOutcome::MissingFile);
+    EXPECT_EQ(OpenBinFile(put("KQ"), view->scope()), BinFileOutcome::NotACapture);
+    EXPECT_EQ(OpenBinFile(path(u"none.bin"_s), view->scope()), BinFileOutcome::MissingFile);
     EXPECT_FALSE(QFile::exists(path(u"none.bin"_s)));
     EXPECT_EQ(view->frames, 0);
 }
@@ -89,7 +97,7 @@ TEST_F(OpenBinFileTest, ClearsOnlyChannelPresent) {
     EXPECT_EQ(model->SampleCount[1], 4);
     EXPECT_EQ(model->ChannelXShift[1], 12.0F);
     EXPECT_EQ(view->rows[1], row);
-    EXPECT_TRUE(view->markers[1]);
+    EXPECT_TRUE(view->markers[1].shown);
     EXPECT_TRUE(view->ticks[1]);
 }
 
@@ -101,7 +109,7 @@ TEST_F(OpenBinFileTest, StoresEveryFrequencyInChannel0) {
 TEST_F(OpenBinFileTest, StoresTheZeroLevelRawAndMovesNoMarker) {
     ASSERT_EQ(open({{.zeroLevel = -30}}), BinFileOutcome::Loaded);
     EXPECT_EQ(model->ZeroLevel[0], -30);
-    EXPECT_EQ(view->markerTops[0], 3000.0);
+    EXPECT_EQ(view->markers[0].top, 3000.0);
 }
 
 TEST_F(OpenBinFileTest, VoltIndexViewIsVoltIndexFile) {
@@ -122,9 +130,9 @@ TEST_F(OpenBinFileTest, ComputesNoPeakToPeakAndKeepsTheProbe) {
 TEST_F(OpenBinFileTest, LeavesTheStandInsAndLoadsTheTableAfterwards) {
     view->tableLoaded = false;
     ASSERT_EQ(open({{}}), BinFileOutcome::Loaded);
-    EXPECT_TRUE(view->standInsShown);
+    EXPECT_TRUE(view->markers[3].standInShown);
     EXPECT_TRUE(view->tableLoaded);
-    EXPECT_EQ(view->frames, 1);
+    EXPECT_EQ(view->frames, 2); // a tick, and the end
 }
 
 TEST_F(OpenBinFileTest, ABlockWithoutSamplesReadsNone) {
@@ -140,7 +148,7 @@ TEST_F(OpenBinFileTest, CutAtEveryByteItEndsQuietly) {
     OlderBlock{}.appendTo(bytes);
     OlderBlock{.mark = "CH2"}.appendTo(bytes);
     for (int length = 6; length <= bytes.bytes().size(); ++length) {
-        ASSERT_EQ(OpenBinFile(put(bytes.bytes().left(length)), *model, *view), BinFileOutcome::Loaded);
+        ASSERT_EQ(OpenBinFile(put(bytes.bytes().left(length)), view->scope()), BinFileOutcome::Loaded);
     }
     EXPECT_EQ(model->ChannelPresent[1], 1);
     EXPECT_EQ(model->SampleData(1, 2), 3);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "capture/publicm.h"
 
-#include "capture/channelrows.h"
+#include "capture/channellist.h"
 #include "support/printing.h"
 
 #include <memory>

@@ -82,7 +82,7 @@ protected:
 };
 
 TEST_F(PageFrame, HasDottedDivisionLinesSevenAcrossAndOneFewerThanDivisionsDown) {
-    inputs.frame.graticule = true;
+    inputs.frame.graticule = Graticule::Dotted;
     for (const std::int16_t kind : std::initializer_list<std::int16_t>{1, 2, 3, 4}) {
         const int divisions = kind == 2 || kind == 3 ? 10 : 12;
         model->FileKind = kind;
@@ -103,7 +103,7 @@ TEST_F(PageFrame, HasDottedDivisionLinesSevenAcrossAndOneFewerThanDivisionsDown)
 }
 
 TEST_F(PageFrame, WithoutTheGraticuleTheCentreCrossIsDottedAndDivisionTicksAre220TwipsLong) {
-    inputs.frame.graticule = false;
+    inputs.frame.graticule = Graticule::Cross;
     ASSERT_TRUE(draw());
     // The upright centre line between two fine ticks: dashes of three widths with gaps of three, counted from the top.
     for (int y = 104; y < 150; ++y) {
@@ -149,12 +149,12 @@ TEST_F(PageFrame, AScanInItsFirstSweepIsDividedByTheSamplesHeld) {
 
 TEST_F(PageFrame, AScanLeavesAGapOfEightPercentAheadOfItsWritePosition) {
     addScan(100, 40);
-    inputs.frame.line = true;
+    inputs.frame.style = TraceStyle::Lines;
     ASSERT_TRUE(draw());
     EXPECT_EQ(visited(), rows({{0, 39}, {48, 100}}));
     EXPECT_EQ(model->PlotX(0, 48), 5760);
     EXPECT_EQ(model->PlotY(0, 48), 4000);
-    inputs.frame.line = false;
+    inputs.frame.style = TraceStyle::Points;
     addScan(100, 40);
     ASSERT_TRUE(draw());
     EXPECT_EQ(visited(), rows({{0, 40}, {48, 100}})) << "as dots, the write position itself is drawn";
@@ -162,23 +162,23 @@ TEST_F(PageFrame, AScanLeavesAGapOfEightPercentAheadOfItsWritePosition) {
 
 TEST_F(PageFrame, AWritePositionOfExactly92PercentStillDrawsBothSweeps) {
     addScan(100, 92);
-    inputs.frame.line = true;
+    inputs.frame.style = TraceStyle::Lines;
     ASSERT_TRUE(draw());
     EXPECT_EQ(visited(), rows({{0, 91}, {100, 100}}));
 }
 
 TEST_F(PageFrame, Beyond92PercentTheGapHasEatenTheStartOfTheSweep) {
-    for (const bool line : {true, false}) {
+    for (const TraceStyle style : {TraceStyle::Lines, TraceStyle::Points}) {
         addScan(100, 95);
-        inputs.frame.line = line;
+        inputs.frame.style = style;
         ASSERT_TRUE(draw());
-        EXPECT_EQ(visited(), rows({{3, 95}})) << line; // 8 - (100 - 95)
+        EXPECT_EQ(visited(), rows({{3, 95}})) << static_cast<int>(style); // 8 - (100 - 95)
     }
 }
 
 TEST_F(PageFrame, TheLiftOverTheGapLeavesADotWhereAnEarlierFrameHadTheWritePosition) {
     addScan(100, 40);
-    inputs.frame.line = true;
+    inputs.frame.style = TraceStyle::Lines;
     model->LineColor[0] = 0x0000FF;
     model->PlotX(0, 40) = 5000;
     model->PlotY(0, 40) = 1500;
@@ -192,11 +192,11 @@ TEST_F(PageFrame, PointsStandAloneAndLinesJoinThem) {
     composer.ChannelPageY[0] = 4500;
     model->LineColor[0] = 0x0000FF;
     const int row = 4500 / 4;
-    for (const bool line : {true, false}) {
-        inputs.frame.line = line;
+    for (const TraceStyle style : {TraceStyle::Lines, TraceStyle::Points}) {
+        inputs.frame.style = style;
         ASSERT_TRUE(draw());
         EXPECT_EQ(hidden.Image().pixel(1500 + 1, row), 0xFFFF0000U);
-        EXPECT_EQ(hidden.Image().pixel(700, row) == 0xFFFF0000U, line);
+        EXPECT_EQ(hidden.Image().pixel(700, row) == 0xFFFF0000U, style == TraceStyle::Lines);
     }
 }
 

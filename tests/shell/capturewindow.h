@@ -54,6 +54,7 @@ protected:
     [[nodiscard]] ListCombo& cursorType() const { return control<ListCombo>("Combo3"); }
     [[nodiscard]] PictureBox& screen() const { return control<PictureBox>("Picture2"); }
     [[nodiscard]] PictureBox& hidden(int index) const {
+        static_cast<void>(form->pictures().background()); // a copy that waits for a drag is made
         return control<PictureBox>(qPrintable(elementName(QStringLiteral("picHidden"), index)));
     }
     [[nodiscard]] QImage screenImage() const { return screen().picture().view().copy(); }

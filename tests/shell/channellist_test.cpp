@@ -49,7 +49,7 @@ TEST_F(ChannelListArea, SelectedRowFillsListsTitlesAndReadouts) {
     loadChannelA();
     list().setListIndex(0);
     list().setListIndex(2);
-    EXPECT_EQ(form->selection().CurChannel, 2);
+    EXPECT_EQ(form->state().CurChannel, 2);
     EXPECT_EQ(control<ListCombo>("Combo1").Text(), QStringLiteral("100nS"));
     EXPECT_EQ(control<ListCombo>("Combo2").Text(), QStringLiteral("20.0 V")) << "row 5 of the 100:1 list";
     EXPECT_EQ(control<FramePanel>("Frame1").caption(), QStringLiteral("A   光标"));
@@ -110,11 +110,12 @@ TEST_F(ChannelListArea, BarFollowsTheMarkerOfAChannelWithDataWithoutMovingIt) {
     loadChannelA();
     const double top = control<MarkerLabel>("image1(2)").Top();
     EXPECT_DOUBLE_EQ(top, 6030 / 2.0 - 105);
-    control<MarkerLabel>("image1(2)").setTop(3000 + 6030 / 8.0 * 2.4);
+    putMarker(2, 3000 + 6030 / 8.0 * 2.4);
     list().setListIndex(2);
-    EXPECT_EQ(control<PositionBar>("VScroll1").Value(), 402) << "2.4 divisions below the middle";
+    EXPECT_EQ(control<PositionBar>("VScroll1").Max(), 20) << "ten divisions either way in row 5";
+    EXPECT_EQ(control<PositionBar>("VScroll1").Value(), 12) << "2.4 divisions below the middle";
     EXPECT_DOUBLE_EQ(control<MarkerLabel>("image1(2)").Top(), 3000 + 6030 / 8.0 * 2.4);
-    EXPECT_TRUE(form->selection().ScrollLive);
+    EXPECT_TRUE(form->state().ScrollLive);
 }
 
 TEST_F(ChannelListArea, AChannelWithoutDataLeavesTheBarWhereItIs) {
@@ -160,7 +161,7 @@ TEST_F(ChannelListArea, DuringTimedAcquisitionATickShowsTheMarkerButWaitsForTheN
     EXPECT_TRUE(control<QWidget>("image1(2)").isHidden());
     EXPECT_EQ(control<PictureBox>("Picture2").picture().view(), before);
     list().setListIndex(1);
-    EXPECT_EQ(form->selection().CurChannel, 1) << "the selected channel may still change";
+    EXPECT_EQ(form->state().CurChannel, 1) << "the selected channel may still change";
 }
 
 } // namespace

@@ -139,7 +139,7 @@ protected:
         int zeroLine = model->ChannelYPos[0];
         for (const double pixel : pixels) {
             drag(marker(0), 12, 7 + pixel);
-            top += 15 * pixel;
+            top += 15 * std::floor(pixel);
             const int newLine = static_cast<int>(std::nearbyint((105 + top) / 6030 * 400));
             const auto range = trace.shift(trace.y, newLine - zeroLine);
             zeroLine = newLine;

@@ -95,6 +95,18 @@ TEST_F(CursorLineKeys, LeftAndRightMoveAFocusedTimeCursorByOneUnitAndItsReadoutD
     EXPECT_EQ(caption("LabDx"), number("595.00"));
 }
 
+TEST_F(CursorLineKeys, WithBothTypesAndAVoltageCursorAtTheTopTheTimeCursorsMoveAllTheSame) {
+    openFlatActive();
+    chooseCursors(CursorType::Both);
+    for (const double row : {0.0, 1.0}) {
+        form->state().cursors.voltage[0] = row;
+        form->showState();
+        const double place = line("Line2(0)").X1();
+        key(handle("Line2Keys(0)"), Qt::Key_Right);
+        EXPECT_EQ(line("Line2(0)").X1(), place + 1) << row;
+    }
+}
+
 TEST_F(CursorLineKeys, KeysAcrossALineDoNothing) {
     openFlatActive();
     chooseCursors(CursorType::Both);
@@ -195,14 +207,40 @@ TEST_F(ZeroMarkerKeys, UpAndDownMoveAFocusedMarkerByOneScreenUnitWithItsTraceAnd
 
 TEST_F(ZeroMarkerKeys, AMarkerIsNotMovedBeyondTheStandByPositions) {
     openFlatActive();
-    marker(0).setTop(-70);
+    putMarker(0, -70);
     key(marker(0), Qt::Key_Up);
     EXPECT_EQ(marker(0).Top(), -70);
-    marker(0).setTop(5860);
+    putMarker(0, 5860);
     key(marker(0), Qt::Key_Down);
     EXPECT_EQ(marker(0).Top(), 5860);
     EXPECT_TRUE(marker(0).isVisible());
     EXPECT_FALSE(standIn(0).isVisible());
+}
+
+TEST_F(ZeroMarkerKeys, AKeyOnATickedChannelWithoutDataLeavesNothingPressedAndTheScreenAsItIs) {
+    openFlatActive();
+    list().setSelected(5, true);
+    const QImage before = screenImage();
+    key(marker(5), Qt::Key_Down);
+    EXPECT_DOUBLE_EQ(marker(5).Top(), 3000 + 15.075);
+    EXPECT_FALSE(marker(5).hasBorder());
+    EXPECT_EQ(screen().picture().drawMode, DrawMode::CopyPen);
+    EXPECT_EQ(screenImage(), before);
+}
+
+TEST_F(ZeroMarkerKeys, AMarkerThatHasLeftTheStripHandsTheKeysToTheBarOfItsChannel) {
+    openFlatActive();
+    marker(2).setFocus();
+    putMarker(2, 5875);
+    press(marker(2), 12, 7);
+    release(marker(2), 12, 7);
+    ASSERT_TRUE(marker(2).isHidden());
+    auto& bar = control<PositionBar>("VScroll1");
+    EXPECT_TRUE(bar.hasFocus());
+    const double other = marker(0).Top();
+    key(bar, Qt::Key_Up);
+    EXPECT_TRUE(marker(2).isVisible()) << "the next key brings it back";
+    EXPECT_EQ(marker(0).Top(), other);
 }
 
 TEST_F(ZeroMarkerKeys, OtherKeysPassAndDuringTimedAcquisitionAllAreRefused) {

@@ -67,8 +67,8 @@ TEST_F(FrmComStart, FirstRowIsCurrentWithoutAnyTickWhileNoChannelIsChosen) {
     for (int row = 0; row < 6; ++row) {
         EXPECT_FALSE(list.Selected(row));
     }
-    EXPECT_EQ(form->selection().CurChannel, -1);
-    EXPECT_TRUE(form->selection().ScrollLive);
+    EXPECT_EQ(form->state().CurChannel, -1);
+    EXPECT_TRUE(form->state().ScrollLive);
 }
 
 TEST_F(FrmComStart, ListsAreFilledAndTheBarStandsInTheMiddleOfRowZero) {
@@ -95,7 +95,7 @@ TEST_F(FrmComStart, EmptyScreenIsDrawnAndCopiedToTheHiddenPicture) {
     load();
     const EmptyScreen expected(*model);
     EXPECT_TRUE(samePixels(control<PictureBox>("Picture2").picture(), expected.picture));
-    const Picture& hidden = control<PictureBox>("picHidden(0)").picture();
+    const Picture& hidden = form->pictures().background();
     EXPECT_EQ(hidden.Point(0, 0), 16776960) << "the border";
     EXPECT_EQ(hidden.Point(600, 200), 4194368) << "the copy is 600 by 400";
 }
@@ -228,7 +228,7 @@ TEST_F(FrmComOpen, SixTracesAreTickedDrawnAndTheLastBlocksRowIsCurrent) {
         EXPECT_TRUE(control<QWidget>(qPrintable(elementName(QStringLiteral("image1"), channel))).isVisible());
     }
     EXPECT_EQ(list.ListIndex(), 5);
-    EXPECT_EQ(form->selection().CurChannel, 5);
+    EXPECT_EQ(form->state().CurChannel, 5);
     EXPECT_EQ(control<PathLabel>("Label4").text(), path(QStringLiteral("capture.bin")));
     EXPECT_TRUE(control<PathLabel>("Label5").text().isEmpty());
     EXPECT_FALSE(samePixels(control<PictureBox>("Picture2").picture(), EmptyScreen(*model).picture));
@@ -280,7 +280,7 @@ TEST_F(FrmComOpen, RefusedFileBeforeAnyCaptureIsSurvived) {
     load();
     write(QStringLiteral("bad.bin"), "nothing");
     open(QStringLiteral("bad.bin"));
-    EXPECT_EQ(form->selection().CurChannel, -1);
+    EXPECT_EQ(form->state().CurChannel, -1);
 }
 
 TEST_F(FrmComOpen, HeaderOnlyUnticksAllRowsAndShowsTheGraticuleOnly) {

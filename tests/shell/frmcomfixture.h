@@ -48,6 +48,11 @@ protected:
             *model, FrmComSurroundings{dialogs, [this] { return m_folder.path(); }, [this] { ++ends; }});
         return *form;
     }
+    /// Puts a zero marker at a top in twips, as a drag would leave it.
+    void putMarker(int channel, double top) const {
+        form->state().markers[channel].top = top;
+        form->showState();
+    }
     template<typename Control>
     [[nodiscard]] Control& control(const char* name) const {
         auto* found = form->findChild<Control*>(QString::fromLatin1(name));

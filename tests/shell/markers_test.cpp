@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "shell/capturewindow.h"
 
+#include "capture/stripgeometry.h"
 #include "platform/framepanel.h"
-#include "view/markerstrip.h"
 
 namespace sixtrace {
 namespace {
@@ -17,8 +17,11 @@ protected:
     /// Pulls a marker from its middle to a top in twips and drops it there. The pointer keeps its place in the marker.
     void dropAt(int channel, double top) {
         MarkerLabel& label = marker(channel);
+        // The last pixel of the way is enough: the pointer moves by whole pixels.
+        const int step = top < label.Top() ? -1 : 1;
+        putMarker(channel, top - 15 * step);
         press(label, 12, 7);
-        drag(label, 12, 7 + (top - label.Top()) / 15);
+        drag(label, 12, 7 + step);
         release(label, 12, 7);
     }
 };
@@ -35,27 +38,27 @@ TEST_F(MarkerWindow, SelectingAChannelThroughItsMarkerChangesListsAndFramesAndBa
     model->VoltIndexView[2] = 4;
     press(marker(2), 12, 7);
     EXPECT_EQ(list().ListIndex(), 2);
-    EXPECT_EQ(form->selection().CurChannel, 2);
+    EXPECT_EQ(form->state().CurChannel, 2);
     EXPECT_EQ(control<ListCombo>("Combo1").ListIndex(), 12);
     EXPECT_EQ(control<ListCombo>("Combo2").ListIndex(), 4);
     EXPECT_EQ(control<FramePanel>("Frame2").caption(), QStringLiteral("A   水平档位"));
     EXPECT_EQ(control<FramePanel>("Frame4").caption(), QStringLiteral("A   "));
     EXPECT_EQ(marker(2).backColor(), toQColor(model->LineColor[2]));
     EXPECT_EQ(marker(0).backColor(), QColor(0, 255, 255)) << "the other blends into the strip again";
-    EXPECT_EQ(control<PositionBar>("VScroll1").Value(), 401) << "one division below the middle of row 0";
+    EXPECT_EQ(control<PositionBar>("VScroll1").Value(), 21) << "one division below the middle of row 4";
 }
 
 TEST_F(MarkerWindow, ADragMovesTheTraceAtItsReleaseAndTheBarAndReadoutsFollow) {
     cursorType().setListIndex(1);
     const QImage before = screenImage();
     dropAt(0, 2910 + 6030 / 8.0);
-    EXPECT_DOUBLE_EQ(marker(0).Top(), 2910 + 6030 / 8.0);
+    EXPECT_NEAR(marker(0).Top(), 2910 + 6030 / 8.0, 1e-9);
     EXPECT_EQ(model->ChannelYPos[0], 250);
     EXPECT_EQ(model->PlotY(0, 300), 250);
     EXPECT_NE(screenImage(), before);
-    // (3663.75 - 3000) / 6030 * 8 = 0.88 divisions below the middle of 400.
-    EXPECT_EQ(control<PositionBar>("VScroll1").Value(), 401);
-    EXPECT_TRUE(form->selection().ScrollLive);
+    // (3663.75 - 3000) / 6030 * 8 = 0.88 divisions below the middle of 100.
+    EXPECT_EQ(control<PositionBar>("VScroll1").Value(), 101);
+    EXPECT_TRUE(form->state().ScrollLive);
     EXPECT_EQ(caption("LabY1"), number("1500.00")) << "150 rows of 10 mV above the zero line";
 }
 
@@ -67,6 +70,39 @@ TEST_F(MarkerWindow, ThePointerKeepsItsPlaceInTheMarker) {
     // The label has moved with the pointer, which therefore stands at the old place in it.
     drag(label, 20, 2);
     EXPECT_DOUBLE_EQ(label.Top(), 2910 + 150);
+}
+
+TEST_F(MarkerWindow, APointerOnAFractionOfAPixelDoesNotMakeTheMarkerDrift) {
+    MarkerLabel& label = marker(0);
+    press(label, 3, 2.5);
+    // Twenty moves to and fro by half a pixel: the pointer stays in its pixel.
+    for (int i = 0; i < 10; ++i) {
+        drag(label, 3, 2.9);
+        drag(label, 3, 2.4);
+    }
+    EXPECT_DOUBLE_EQ(label.Top(), 2910);
+    drag(label, 3, 12.5);
+    EXPECT_DOUBLE_EQ(label.Top(), 2910 + 150);
+    release(label, 3, 2.5);
+}
+
+TEST_F(MarkerWindow, OfZeroLinesThatCoincideTheSelectedChannelsMarkerIsSeen) {
+    putMarker(0, marker(2).Top());
+    const auto inFront = [this] { return control<QWidget>("Picture3").childAt(marker(0).pos() + QPoint(12, 7)); };
+    for (const int channel : {2, 0, 2}) {
+        list().setListIndex(channel);
+        EXPECT_EQ(inFront(), &marker(channel)) << channel;
+    }
+}
+
+TEST_F(MarkerWindow, RowsOfChannelsThatTheCaptureDoesNotHoldAreMuted) {
+    for (int row = 0; row < kChannels; ++row) {
+        EXPECT_EQ(list().isMuted(row), row != 0 && row != 2) << row;
+    }
+    open({flat('2', 0)});
+    EXPECT_TRUE(list().isMuted(0));
+    EXPECT_FALSE(list().isMuted(1));
+    EXPECT_TRUE(list().List(0).startsWith(QStringLiteral("ch1  "))) << "its text stays";
 }
 
 TEST_F(MarkerWindow, DraggingTheMarkerOfAChannelWithoutDataMovesTheLabelOnly) {
@@ -137,11 +173,15 @@ TEST_F(MarkerWindow, OneDroppedAt5865StaysAndOneAboveTheTopEndIsReplacedThere) {
 
 TEST_F(MarkerWindow, ADragStopsThirtyTwipsBeyondTheStandByPositions) {
     dropAt(0, -106);
-    EXPECT_DOUBLE_EQ(marker(0).Top(), 2910) << "such a move is undone";
+    EXPECT_DOUBLE_EQ(marker(0).Top(), -91) << "such a move is undone";
     dropAt(0, 5896);
-    EXPECT_DOUBLE_EQ(marker(0).Top(), 2910);
+    EXPECT_DOUBLE_EQ(marker(0).Top(), 5881);
+    putMarker(0, 2910);
+    form->state().markers[0].standInShown = false;
+    form->state().markers[0].shown = true;
+    form->showState();
     press(marker(0), 12, 7);
-    drag(marker(0), 12, 7 + (5895 - 2910) / 15.0);
+    drag(marker(0), 12, 7 + (5895 - 2910) / 15);
     EXPECT_DOUBLE_EQ(marker(0).Top(), 5895);
     EXPECT_TRUE(marker(0).isVisible()) << "the swap waits for the release";
     release(marker(0), 12, 7);
@@ -152,7 +192,7 @@ TEST_F(MarkerWindow, OnlyTheBarBringsAReplacedMarkerBack) {
     dropAt(0, 5890);
     ASSERT_TRUE(marker(0).isHidden());
     auto& bar = control<PositionBar>("VScroll1");
-    EXPECT_EQ(bar.Value(), 404) << "(5890 - 3000) / 6030 * 8 = 3.83 divisions below the middle of 400";
+    EXPECT_EQ(bar.Value(), 104) << "(5890 - 3000) / 6030 * 8 = 3.83 divisions below the middle of 100";
     bar.triggerAction(QAbstractSlider::SliderSingleStepSub);
     EXPECT_TRUE(marker(0).isVisible());
     EXPECT_DOUBLE_EQ(marker(0).Top(), 3000 + 3 * 6030 / 8.0);
@@ -170,7 +210,9 @@ TEST_F(MarkerWindow, DuringTimedAcquisitionMarkersRefuseEverything) {
     model->AutoRun = true;
     dialogs.colours.emplace_back(255);
     const QImage before = screenImage();
-    dropAt(2, 2000);
+    press(marker(2), 12, 7);
+    drag(marker(2), 12, 47);
+    release(marker(2), 12, 7);
     doubleClick(marker(2), 12, 7);
     EXPECT_FALSE(marker(2).hasBorder());
     EXPECT_DOUBLE_EQ(marker(2).Top(), 6030 * 125 / 200.0 - 105);
@@ -218,7 +260,7 @@ TEST_F(MarkerWindow, TheSpareMarkerIsNeverShown) {
 }
 
 TEST_F(MarkerWindow, APressBringsTheMarkerToTheFront) {
-    marker(0).setTop(marker(2).Top());
+    putMarker(0, marker(2).Top());
     const auto inFront = [this] { return control<QWidget>("Picture3").childAt(marker(0).pos() + QPoint(12, 7)); };
     for (const int channel : {0, 2, 0}) {
         press(marker(channel), 12, 7);

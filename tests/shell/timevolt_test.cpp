@@ -4,6 +4,7 @@
 #include "capture/capturefile.h"
 #include "capture/scenes.h"
 #include "platform/arrowpair.h"
+#include "platform/labels.h"
 #include "platform/listcombo.h"
 #include "platform/markerlabel.h"
 #include "platform/picturebox.h"
@@ -12,6 +13,7 @@
 
 #include <QLabel>
 #include <QTest>
+#include <QWheelEvent>
 
 namespace sixtrace {
 namespace {
@@ -50,7 +52,7 @@ TEST_F(TimeVolt, ChosenVoltRangeRewritesTheRowWithSevenBlanksAndSetsTheBarsRange
     EXPECT_EQ(model->VoltIndexView[0], 7);
     EXPECT_EQ(list().List(0), QStringLiteral("ch1          500uS          1.00 V       / 1"));
     EXPECT_EQ(bar().Max(), 100);
-    EXPECT_TRUE(form->selection().ScrollLive);
+    EXPECT_TRUE(form->state().ScrollLive);
 }
 
 TEST_F(TimeVolt, ChannelComesBackWithItsOwnRows) {
@@ -135,12 +137,12 @@ TEST_F(TimeVolt, WithNoRowSelectedTheListsClicksThemselvesDoNothing) {
 TEST_F(TimeVolt, ZeroLineOutsideTheNewRangePutsTheBarToItsEndAndLeavesTheMarker) {
     // 11 divisions below the middle; row 5 reaches 10 divisions either way.
     const double low = 3000 + 11 * 6030 / 8.0;
-    marker().setTop(low);
+    putMarker(0, low);
     volts().setListIndex(5);
     EXPECT_EQ(bar().Max(), 20);
     EXPECT_EQ(bar().Value(), 20);
     EXPECT_DOUBLE_EQ(marker().Top(), low);
-    marker().setTop(3000 - 11 * 6030 / 8.0);
+    putMarker(0, 3000 - 11 * 6030 / 8.0);
     volts().setListIndex(9);
     EXPECT_EQ(bar().Value(), 0);
 }
@@ -184,20 +186,19 @@ TEST_F(TimeVolt, ThumbDragShowsTheHeightOfTheZeroLineInDivisionsUntilItEnds) {
 }
 
 TEST_F(TimeVolt, BarMovedByCodeWhileItIsNotLiveHasNoEffectAtAll) {
-    const_cast<ChannelSelection&>(form->selection()).ScrollLive = false;
-    auto& label = control<QLabel>("CenterPoint");
-    label.show();
+    form->state().ScrollLive = false;
+    form->state().CenterPoint = QStringLiteral("shown");
     const double top = marker().Top();
     bar().setValue(bar().Max());
     EXPECT_DOUBLE_EQ(marker().Top(), top);
-    EXPECT_TRUE(label.isVisible());
+    EXPECT_TRUE(control<QLabel>("CenterPoint").isVisible());
 }
 
 TEST_F(TimeVolt, BeforeAChannelIsChosenTheVoltControlsDoNothingWhileTheTimeArrowsStep) {
     form.reset();
     model = std::make_unique<publicM>();
     load();
-    ASSERT_EQ(form->selection().CurChannel, -1);
+    ASSERT_EQ(form->state().CurChannel, -1);
     const QString row = list().List(0);
     Q_EMIT control<ArrowPair>("UpDown1").UpClick();
     EXPECT_EQ(volts().ListIndex(), 0);
@@ -236,14 +237,87 @@ TEST_F(TimeVolt, DuringTimedAcquisitionTheVoltArrowsMoveTheListAndNeitherTheMode
     EXPECT_EQ(bar().Max(), range);
 }
 
-TEST_F(TimeVolt, AnotherChannelFindsTheBarWithTheRangeOfTheLastChoice) {
+TEST_F(TimeVolt, AnotherChannelBringsTheBarItsOwnRange) {
     volts().setListIndex(9); // ten divisions either way
     ASSERT_EQ(bar().Max(), 20);
-    control<MarkerLabel>("image1(1)").setTop(3000 - 2 * 6030 / 8.0);
+    putMarker(1, 3000 - 2 * 6030 / 8.0);
     list().setListIndex(1);
-    ASSERT_NE(model->VoltIndexView[1], 9);
+    ASSERT_EQ(model->VoltIndexView[1], 4); // twenty divisions either way
+    EXPECT_EQ(bar().Max(), 40);
+    EXPECT_EQ(bar().Value(), 18) << "two divisions above the middle";
+    list().setListIndex(0);
     EXPECT_EQ(bar().Max(), 20);
-    EXPECT_EQ(bar().Value(), 8);
+}
+
+TEST_F(TimeVolt, ALoadBringsTheBarTheRangeOfTheChannelThatItLeavesSelected) {
+    form.reset();
+    model = std::make_unique<publicM>();
+    load();
+    EXPECT_EQ(bar().Max(), 800) << "before any load that of row 0";
+    EXPECT_EQ(bar().Value(), 400);
+    dialogs.files.emplace_back(FileChoice{path(QStringLiteral("six.bin")), 1});
+    item("mnuOpen").trigger();
+    ASSERT_EQ(list().ListIndex(), 5);
+    EXPECT_EQ(bar().Max(), 2 * model->VoltRange[static_cast<std::size_t>(model->VoltIndexView[5])]);
+}
+
+TEST_F(TimeVolt, AThumbThatIsPressedAndLetGoMovesNothing) {
+    putMarker(0, 2910); // between two values of the bar
+    const QImage before = screen();
+    const QPoint grip = bar().thumbRect().center();
+    QTest::mousePress(&bar(), Qt::LeftButton, Qt::NoModifier, grip);
+    QTest::mouseRelease(&bar(), Qt::LeftButton, Qt::NoModifier, grip);
+    EXPECT_EQ(marker().Top(), 2910);
+    EXPECT_EQ(screen(), before);
+    EXPECT_TRUE(control<QLabel>("CenterPoint").isHidden());
+}
+
+TEST_F(TimeVolt, AThumbThatComesBackTakesTheHeightAwayAndMovesNothing) {
+    volts().setListIndex(9);
+    putMarker(0, 2910);
+    const QPoint grip = bar().thumbRect().center();
+    QTest::mousePress(&bar(), Qt::LeftButton, Qt::NoModifier, grip);
+    QTest::mouseMove(&bar(), grip + QPoint(0, 60));
+    EXPECT_TRUE(control<QLabel>("CenterPoint").isVisible());
+    QTest::mouseMove(&bar(), grip);
+    QTest::mouseRelease(&bar(), Qt::LeftButton, Qt::NoModifier, grip);
+    EXPECT_TRUE(control<QLabel>("CenterPoint").isHidden());
+    EXPECT_EQ(marker().Top(), 2910);
+}
+
+TEST_F(TimeVolt, WhatWasTurnedWithoutEffectDuringTimedAcquisitionShowsWhatIsSoWhenItStops) {
+    auto& cursors = control<ListCombo>("Combo3");
+    item("mnuautoget").trigger();
+    const int time = model->TimeIndexView[0];
+    const int volt = model->VoltIndexView[0];
+    QTest::keyClick(&times(), Qt::Key_Down);
+    QTest::keyClick(&volts(), Qt::Key_Down);
+    QTest::keyClick(&cursors, Qt::Key_Down);
+    EXPECT_EQ(times().ListIndex(), time + 1);
+    EXPECT_EQ(volts().ListIndex(), volt + 1);
+    EXPECT_EQ(cursors.ListIndex(), 1);
+    item("mnustop").trigger();
+    EXPECT_EQ(times().ListIndex(), time);
+    EXPECT_EQ(volts().ListIndex(), volt);
+    EXPECT_EQ(cursors.ListIndex(), 0);
+    EXPECT_FALSE(control<ReadoutLabel>("LabY1").isVisible());
+}
+
+TEST_F(TimeVolt, AWheelOverTheBarMovesTheTraceOnlyWhileTheBarHasTheKeys) {
+    QApplication::setActiveWindow(form.get());
+    list().setFocus();
+    const double top = marker().Top();
+    const auto turn = [this] {
+        const QPointF at = bar().rect().center();
+        QWheelEvent event(at, bar().mapToGlobal(at), {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                          false);
+        QCoreApplication::sendEvent(&bar(), &event);
+    };
+    turn();
+    EXPECT_EQ(marker().Top(), top);
+    bar().setFocus();
+    turn();
+    EXPECT_NE(marker().Top(), top);
 }
 
 } // namespace

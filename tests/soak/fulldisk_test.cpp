@@ -4,7 +4,6 @@
 #include "acquire/scriptedlink.h"
 #include "acquire/usbexchange.h"
 #include "support/hardships.h"
-#include "support/scripteddialogs.h"
 #include "support/strings.h"
 
 namespace sixtrace {
@@ -32,24 +31,23 @@ TEST_F(FullDisk, EndsASerialTransferWithItsErrorAndTheFileAsFarAsItFits) {
     expectCleanTransferWorks();
 }
 
-TEST_F(FullDisk, EndsAUsbTransferWithItsErrorAndTheLinkClosed) {
+TEST_F(FullDisk, EndsAUsbTransferWithItsError) {
     const QByteArray content = pattern(5000);
     ScriptedLink link;
-    ScriptedDialogs dialogs;
-    model->LanguageId = 1;
-    model->ReceiveResult = 0;
+    link.InitializeTt(0);
     link.stream = ScriptedLink::transfer(content);
+    const UsbJob job{.storeAt = [this](const UsbAnnounced&) -> Result<QString> { return path(text("got.bin")); }};
+    TransferReport report;
     {
+        const auto pass = receive.gate.enter();
         const SmallDisk disk(2000);
-        EXPECT_EQ(getfromUSB(link, dialogs, *model, path(text("got.bin"))), AutoUsbEnding::Failed);
+        report = exchangeUsb(*pass, link, job);
     }
-    ASSERT_EQ(dialogs.messages.size(), 1);
-    EXPECT_EQ(dialogs.messages.first(), text("错误代码:61    Disk full"));
-    EXPECT_EQ(link.calls.last(), text("closeTt 1"));
-    EXPECT_EQ(model->ReceiveResult, 0);
+    EXPECT_EQ(report.end, TransferEnd::Error);
+    EXPECT_EQ(report.error.value().code(), 61);
     EXPECT_EQ(stored(), content.first(2000));
     link.stream = ScriptedLink::transfer(content);
-    EXPECT_EQ(getfromUSB(link, dialogs, *model, path(text("got.bin"))), AutoUsbEnding::Done);
+    EXPECT_TRUE(exchangeUsb(*receive.gate.enter(), link, job).whole());
     EXPECT_EQ(stored(), content + '\0');
 }
 

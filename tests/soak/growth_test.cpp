@@ -124,7 +124,7 @@ TEST_F(Growth, RedrawsLeaveNothing) {
     item("mnuOpen").trigger();
     auto& zero = control<PositionBar>("VScroll1");
     const int middle = zero.Max() / 2;
-    const auto channel = static_cast<std::size_t>(form->selection().CurChannel);
+    const auto channel = static_cast<std::size_t>(form->state().CurChannel);
     double line = 0;
     int moved = 0;
     expectNoGrowth("redraws", kRounds, [&](int i) {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Every kind of save under a program that is killed in the middle of it.
 #include "capture/capturefile.h"
-#include "capture/plaincaptureview.h"
 #include "output/printresult.h"
 #include "output/tablefixture.h"
 #include "platform/pdfprinter.h"
@@ -147,14 +146,11 @@ QByteArray pageOf(const char* scene, const QString& capture) {
     const auto model = std::make_unique<publicM>();
     model->fillTables();
     applyDefaultColours(*model);
-    PlainCaptureView view(*model);
-    SimpleWav(capture, *model, view);
+    UnseenScreen loaded(*model);
+    SimpleWav(capture, loaded.scope());
     EXPECT_TRUE(QFile::remove(capture));
     PdfPrinter paper(QPageSize(QPageSize::A4), false);
-    PageInputs inputs;
-    inputs.frame.selected = view.ticks;
-    inputs.frame.markerTop = view.markerTops;
-    inputs.rows = view.rows;
+    const PageInputs inputs = pageInputs(loaded.state);
     const MdlPrinter settings;
     Printer printer(paper);
     PageComposer composer(*model, settings, printer);

@@ -23,6 +23,7 @@ public:
     QStringList titles;   ///< of each message
     std::vector<MessageIcon> messageIcons;
     std::function<void()> whileFileDialogIsOpen; ///< what else happens meanwhile
+    std::function<void()> whileMessageStands;    ///< the same for a message
 
     std::optional<FileChoice> ShowOpen(const FileRequest& request) override {
         fileRequests.push_back(request);
@@ -37,6 +38,9 @@ public:
         messages.append(text);
         titles.append(title);
         messageIcons.push_back(icon);
+        if (whileMessageStands) {
+            whileMessageStands();
+        }
     }
     Answer question(const QString& text, MessageIcon icon, const QString& title) override {
         message(text, icon, title);

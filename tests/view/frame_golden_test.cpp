@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Pictures that a person has looked at, compared to the pixel. SIXTRACE_REGENERATE=1 writes them anew.
 #include "capture/capturefile.h"
-#include "capture/plaincaptureview.h"
 #include "capture/scenes.h"
 #include "support/sourcefolder.h"
 #include "view/scene.h"
@@ -53,10 +52,11 @@ void drawScene(TestScreen& screen, const char* scene, const char* form, std::uin
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(captureBytes(*captureForm(form), *sceneBlocks(QString::fromLatin1(scene), seed)));
     file.close();
-    PlainCaptureView view(*screen.model);
-    SimpleWav(path, *screen.model, view);
-    screen.inputs.selected = view.ticks;
-    screen.inputs.markerTop = view.markerTops;
+    UnseenScreen loaded(*screen.model);
+    SimpleWav(path, loaded.scope());
+    const FrameInputs inputs = frameInputs(loaded.state);
+    screen.inputs.selected = inputs.selected;
+    screen.inputs.markerTop = inputs.markerTop;
     screen.draw();
 }
 
@@ -75,14 +75,14 @@ TEST(FrameGolden, EmptyScreenWithGraticuleOf10Divisions) {
 
 TEST(FrameGolden, EmptyScreenWithCrossOf12Divisions) {
     TestScreen screen;
-    screen.inputs.graticule = false;
+    screen.inputs.graticule = Graticule::Cross;
     screen.draw();
     compareWithGolden(screen.picture2, QStringLiteral("empty_cross_12"));
 }
 
 TEST(FrameGolden, EmptyScreenWithCrossOf10Divisions) {
     TestScreen screen;
-    screen.inputs.graticule = false;
+    screen.inputs.graticule = Graticule::Cross;
     screen.model->FileKind = 3;
     screen.draw();
     compareWithGolden(screen.picture2, QStringLiteral("empty_cross_10"));
@@ -96,7 +96,7 @@ TEST(FrameGolden, SixTracesAsLines) {
 
 TEST(FrameGolden, SixTracesAsPoints) {
     TestScreen screen;
-    screen.inputs.line = false;
+    screen.inputs.style = TraceStyle::Points;
     drawScene(screen, "six", "V11");
     compareWithGolden(screen.picture2, QStringLiteral("six_points"));
 }

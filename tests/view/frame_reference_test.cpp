@@ -50,7 +50,7 @@ private:
     }
     void visit(Picture& picture, int channel, double first, double last) const {
         for (double i = first; i <= last; i += 1) {
-            if (m_inputs.line) {
+            if (m_inputs.style == TraceStyle::Lines) {
                 picture.Line(x(channel, i), y(channel, i));
             } else {
                 picture.PSet(x(channel, i), y(channel, i));
@@ -70,7 +70,7 @@ private:
             visit(picture, channel, 0, samples - 1);
         } else if (slots * 0.92 >= scan) {
             const double gap = slots * 0.08 + scan;
-            if (m_inputs.line) {
+            if (m_inputs.style == TraceStyle::Lines) {
                 visit(picture, channel, 0, scan - 1);
                 lift(picture, oldX(channel, scan), oldY(channel, scan));
                 lift(picture, x(channel, gap), y(channel, gap));
@@ -80,7 +80,7 @@ private:
             visit(picture, channel, gap, slots);
         } else {
             const double start = slots * 0.08 - (slots - scan);
-            if (m_inputs.line) {
+            if (m_inputs.style == TraceStyle::Lines) {
                 lift(picture, x(channel, start), y(channel, start));
                 visit(picture, channel, start + 1, scan);
             } else {
@@ -107,8 +107,8 @@ void randomise(TestScreen& screen, std::mt19937& random, const FrameKind& kind) 
         return std::uniform_int_distribution<int>(least, greatest)(random);
     };
     publicM& model = *screen.model;
-    screen.inputs.graticule = between(0, 1) == 1;
-    screen.inputs.line = between(0, 4) > 0;
+    screen.inputs.graticule = between(0, 1) == 1 ? Graticule::Dotted : Graticule::Cross;
+    screen.inputs.style = between(0, 4) > 0 ? TraceStyle::Lines : TraceStyle::Points;
     model.FileKind = static_cast<std::int16_t>(between(1, 6));
     for (int channel = 0; channel < kChannels; ++channel) {
         const auto c = static_cast<std::size_t>(channel);

@@ -156,7 +156,7 @@ TEST(Frame, TheLiftOverTheGapLeavesADotWhereAnEarlierFrameHadTheWritePosition) {
 TEST(Frame, InPointModeTheWritePositionItselfIsDrawn) {
     TestScreen screen;
     addScan(screen, 600, 600, 200);
-    screen.inputs.line = false;
+    screen.inputs.style = TraceStyle::Points;
     screen.draw();
     std::set<int> expected = range(0, 200);
     expected.merge(range(248, 600));
@@ -195,7 +195,7 @@ TEST(Frame, BeyondIt92PercentTheGapHasEatenTheStartOfTheSweep) {
     expected.insert(0); // the dot of sample 0 is not joined to the trace
     EXPECT_EQ(columnsOf(screen.picture2, kRed), expected);
     EXPECT_EQ(screen.model->PlotX(0, 18), 18);
-    screen.inputs.line = false;
+    screen.inputs.style = TraceStyle::Points;
     screen.draw();
     EXPECT_EQ(columnsOf(screen.picture2, kRed), expected);
 }
@@ -217,7 +217,7 @@ TEST(Frame, WithoutTheGraticuleTheDottedGridIsGoneAndTheCentreCrossIsSolid) {
     EXPECT_EQ(screen.picture2.Point(105, 50), screen.model->GridColor) << "one dot in five";
     EXPECT_NE(screen.picture2.Point(106, 50), screen.model->GridColor);
     EXPECT_NE(screen.picture2.Point(300, 33), screen.model->GridColor);
-    screen.inputs.graticule = false;
+    screen.inputs.graticule = Graticule::Cross;
     screen.draw();
     EXPECT_NE(screen.picture2.Point(105, 50), screen.model->GridColor);
     for (int i = 0; i <= 400; ++i) {
@@ -239,7 +239,7 @@ TEST(Frame, DivisionTicksAre60UnitsApartWith10DivisionsAnd50Otherwise) {
         return columns;
     };
     TestScreen screen;
-    screen.inputs.graticule = false;
+    screen.inputs.graticule = Graticule::Cross;
     screen.model->FileKind = 2;
     screen.draw();
     std::set<int> tens;
@@ -332,7 +332,7 @@ TEST(Frame, PicDrawSlowIsTheGraticuleAlone) {
     empty.BitBlt(0, 0, kSurfaceWidth, kSurfaceHeight, screen.picture2, 0, 0);
     screen.addChannel(0, 600, 600);
     screen.draw();
-    PicDrawSlow(*screen.model, true, screen.picture2);
+    PicDrawSlow(*screen.model, Graticule::Dotted, screen.picture2);
     EXPECT_TRUE(samePicture(screen.picture2, empty));
 }
 

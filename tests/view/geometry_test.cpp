@@ -98,8 +98,8 @@ TEST(Geometry, AZeroLineHalfwayBetweenTwoRowsGoesToTheEvenOne) {
 TEST(Geometry, PickingDividesBySamplesHeldWherePlottingDividesByScreenPoints) {
     TestScreen screen;
     screen.addChannel(0, 600, 300);
-    EXPECT_DOUBLE_EQ(plotScale(*screen.model, 0)->dxPlot, 1);
-    EXPECT_DOUBLE_EQ(pickScale(*screen.model, 0)->dxPick, 2);
+    EXPECT_DOUBLE_EQ(plotScale(*screen.model, 0)->dx, 1);
+    EXPECT_DOUBLE_EQ(pickScale(*screen.model, 0)->dx, 2);
     EXPECT_DOUBLE_EQ(pickScale(*screen.model, 0)->sampleAt(100), 50);
 }
 

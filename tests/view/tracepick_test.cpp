@@ -21,9 +21,9 @@ TEST(CursorHit, TakesTheFirstLineLessThanTwoUnitsAway) {
 }
 
 TEST(CursorHit, BothPairsAtTheSameSpotGiveTheFirstVoltageCursor) {
-    EXPECT_EQ(cursorUnder({100, 100, 180, 180}, 180, 100), CursorHit::Voltage1);
-    EXPECT_EQ(cursorUnder({90, 100, 180, 180}, 180, 100), CursorHit::Voltage2);
-    EXPECT_EQ(cursorUnder({90, 90, 180, 180}, 180, 100), CursorHit::Time1);
+    EXPECT_EQ(cursorUnder({{100, 100}, {180, 180}}, 180, 100), CursorHit::Voltage1);
+    EXPECT_EQ(cursorUnder({{90, 100}, {180, 180}}, 180, 100), CursorHit::Voltage2);
+    EXPECT_EQ(cursorUnder({{90, 90}, {180, 180}}, 180, 100), CursorHit::Time1);
 }
 
 class TracePickTest : public ::testing::Test {

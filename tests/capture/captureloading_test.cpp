@@ -2,31 +2,20 @@
 #include "capture/captureloading.h"
 
 #include "capture/bytes.h"
-#include "platform/labels.h"
 #include "support/scripteddialogs.h"
 
 namespace sixtrace {
 namespace {
 
-/// Open, New and the older reader without a main window: the steps of a load go to a plain record.
-class Loading : public test::CaptureTest, private CaptureLoadingNeighbours {
+/// Open, New and the older reader without a main window.
+class Loading : public test::CaptureTest {
 protected:
-    Loading() { selection.CurChannel = 3; }
-
     void choose(const QString& file) { dialogs.files.emplace_back(FileChoice{file, 1}); }
     [[nodiscard]] QString message() const { return dialogs.messages.join(u'|'); }
 
-    ChannelSelection selection;
     ScriptedDialogs dialogs;
-    PathLabel label{nullptr};
     QString folder = path(QString());
-    std::vector<int> clamped;
-    int cleared = 0;
-    CaptureLoading loading{*model, selection, dialogs, *view, *this, label, [this] { return folder; }, nullptr};
-
-private:
-    void MarkerClamp(int Index) override { clamped.push_back(Index); }
-    void clearScreen() override { ++cleared; }
+    CaptureLoading loading{view->scope(), dialogs, [this] { return folder; }};
 };
 
 TEST_F(Loading, ACancelledOpenLeavesTheTableUnloadedAndTheProgramFolderAfresh) {
@@ -35,30 +24,36 @@ TEST_F(Loading, ACancelledOpenLeavesTheTableUnloadedAndTheProgramFolderAfresh) {
     EXPECT_FALSE(view->tableLoaded);
     EXPECT_EQ(model->AppDir, path(QStringLiteral("moved/")));
     EXPECT_TRUE(message().isEmpty());
-    EXPECT_TRUE(clamped.empty());
+    EXPECT_EQ(view->loadedPath, QString());
 }
 
 TEST_F(Loading, AnOpenedFileIsLoadedNamedAndTheCurrentMarkerClamped) {
-    choose(put(test::capture("V11", {{}})));
+    // A zero line 150 above the middle: its marker stands at 6030 x -50 / 200 - 105, above the strip.
+    choose(put(test::capture("V11", {{.mark = "CH2", .zeroLevel = 150}, {.mark = "CHA", .zeroLevel = 150}})));
     loading.mnuOpen_Click();
     EXPECT_EQ(model->FileKind, 4);
     EXPECT_TRUE(view->tableLoaded);
-    EXPECT_EQ(label.text(), path());
-    EXPECT_EQ(clamped, std::vector<int>{3});
+    EXPECT_EQ(view->loadedPath, path());
+    EXPECT_EQ(view->CurChannel, 2);
+    EXPECT_EQ(view->markers[2].top, -1612.5);
+    EXPECT_TRUE(view->markers[2].standInShown);
+    EXPECT_FALSE(view->markers[2].shown);
+    EXPECT_FALSE(view->markers[1].standInShown) << "the others keep their markers, outside as they are";
+    EXPECT_TRUE(view->markers[1].shown);
 }
 
 TEST_F(Loading, ARefusedFileIsNamedAllTheSame) {
     choose(put("no capture"));
     loading.mnuOpen_Click();
     EXPECT_TRUE(message().isEmpty());
-    EXPECT_EQ(label.text(), path());
+    EXPECT_EQ(view->loadedPath, path());
     EXPECT_FALSE(view->tableLoaded);
 }
 
 TEST_F(Loading, NewClearsTheScreenAndNothingElse) {
     load("V11", {{}});
     loading.mnuNew_Click();
-    EXPECT_EQ(cleared, 1);
+    EXPECT_EQ(view->blanks, 1);
     EXPECT_EQ(model->FileKind, 4);
     EXPECT_TRUE(view->ticks[0]);
     EXPECT_TRUE(view->tableLoaded);
@@ -93,8 +88,8 @@ TEST_F(Loading, TheOlderReaderLoadsWithoutAWordAndNamesNoPath) {
     loading.OpenBinFile();
     EXPECT_TRUE(message().isEmpty());
     EXPECT_EQ(model->SampleData(2, 0), 77);
-    EXPECT_EQ(view->frames, 1);
-    EXPECT_EQ(label.text(), QString());
+    EXPECT_EQ(view->frames, 2); // a tick, and the end
+    EXPECT_EQ(view->loadedPath, QString());
 }
 
 } // namespace

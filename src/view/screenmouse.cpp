@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: MIT
+#include "view/screenmouse.h"
+
+#include "capture/channellist.h"
+#include "capture/zeromarkers.h"
+#include "view/cursors.h"
+#include "view/geometry.h"
+
+#include <cmath>
+
+namespace sixtrace {
+
+namespace {
+
+constexpr int kLeftButton = 1;
+
+bool isVoltage(CursorHit line) {
+    return line == CursorHit::Voltage1 || line == CursorHit::Voltage2;
+}
+
+/// Number of a line within its pair.
+std::size_t numberOf(CursorHit line) {
+    return line == CursorHit::Voltage2 || line == CursorHit::Time2 ? 1 : 0;
+}
+
+} // namespace
+
+void ScreenMouse::hold(CursorHit line) {
+    // A trace that is being dragged is not let go for a line.
+    if (std::holds_alternative<drag::Trace>(m_drag)) {
+        return;
+    }
+    if (!std::holds_alternative<drag::CursorLines>(m_drag)) {
+        m_drag = drag::CursorLines{};
+    }
+    auto& lines = std::get<drag::CursorLines>(m_drag);
+    (isVoltage(line) ? lines.voltage : lines.time) = numberOf(line);
+}
+
+bool ScreenMouse::holds(CursorHit line) const {
+    const auto* lines = std::get_if<drag::CursorLines>(&m_drag);
+    return lines != nullptr && (isVoltage(line) ? lines->voltage : lines->time) == numberOf(line);
+}
+
+void ScreenMouse::Picture2_MouseDown(double X, double Y) {
+    if (m_model.AutoRun) {
+        return;
+    }
+    X = std::floor(X);
+    Y = std::floor(Y);
+    // Whether a line is shown plays no part: a hidden cursor takes the press all the same.
+    if (const CursorHit line = cursorUnder(m_screen.cursors, X, Y); line != CursorHit::None) {
+        hold(line);
+        return;
+    }
+    if (m_screen.selectedRow < 0) {
+        return;
+    }
+    const TracePick pick = pickTrace(m_model, X, Y);
+    m_screen.pointer = pick.pointer.value_or(m_screen.pointer);
+    if (pick.failed) {
+        return;
+    }
+    if (pick.channel >= 0) {
+        m_drag = drag::Trace{pick.channel, X};
+    }
+    if (m_screen.pointer != MousePointer::EastWest) {
+        return;
+    }
+    m_pictures.beginExclusiveOr();
+    // The shape may be left over from a time cursor; then there is no trace to draw.
+    if (auto* trace = std::get_if<drag::Trace>(&m_drag)) {
+        trace->lastX = X;
+        static_cast<void>(m_pictures.beginTraceDrag(trace->channel));
+    }
+}
+
+void ScreenMouse::dragTrace(drag::Trace& trace, double X) {
+    if (m_pictures.moveTraceDrag(trace.channel, static_cast<float>(X - trace.lastX))) {
+        trace.lastX = X;
+    }
+}
+
+bool ScreenMouse::passVoltageCursors(double Y) {
+    const auto* lines = std::get_if<drag::CursorLines>(&m_drag);
+    if (lines != nullptr && lines->voltage) {
+        moveVoltageCursor(m_model, m_screen, *lines->voltage, Y);
+    } else if (onVoltageCursor(m_screen.cursors, Y)) {
+        m_screen.pointer = MousePointer::NorthSouth;
+        return false;
+    } else {
+        m_screen.pointer = MousePointer::Arrow;
+    }
+    refreshDifference(m_screen.voltages);
+    return true;
+}
+
+bool ScreenMouse::passTimeCursors(double X) {
+    // Read out first: the time readouts lag the line by one move.
+    printTime(m_model, m_screen);
+    const auto* lines = std::get_if<drag::CursorLines>(&m_drag);
+    if (lines != nullptr && lines->time) {
+        moveTimeCursor(m_screen, *lines->time, X);
+    } else if (onTimeCursor(m_screen.cursors, X)) {
+        m_screen.pointer = MousePointer::EastWest;
+        return false;
+    } else {
+        m_screen.pointer = MousePointer::Arrow;
+    }
+    return true;
+}
+
+void ScreenMouse::Picture2_MouseMove(double X, double Y) {
+    X = std::floor(X);
+    Y = std::floor(Y);
+    if (m_model.AutoRun || X < 0 || X >= kScreenWidth || Y < 0 || Y >= kScreenHeight) {
+        return;
+    }
+    if (auto* trace = std::get_if<drag::Trace>(&m_drag)) {
+        dragTrace(*trace, X);
+        return;
+    }
+    if (showsVoltage(m_screen.cursorChoice) && !passVoltageCursors(Y)) {
+        return;
+    }
+    if (showsTime(m_screen.cursorChoice) && !passTimeCursors(X)) {
+        return;
+    }
+    m_screen.pointer = hoverTrace(m_model, X, Y).pointer.value_or(m_screen.pointer);
+}
+
+void ScreenMouse::Picture2_MouseUp() {
+    if (m_model.AutoRun) {
+        return;
+    }
+    m_drag = drag::Nothing{};
+    m_pictures.PicReDrawT();
+}
+
+void ScreenMouse::image1_MouseDown(int Index, double Y) {
+    if (m_model.AutoRun) {
+        return;
+    }
+    m_screen.markers[Index].pressed = true;
+    selectRow(m_scope, Index);
+    m_drag = drag::Marker{Index, Y};
+    m_pictures.beginMarkerDrag(Index);
+}
+
+void ScreenMouse::image1_MouseMove(int Index, int Button, double Y) {
+    const auto* held = std::get_if<drag::Marker>(&m_drag);
+    if (m_model.AutoRun || Button != kLeftButton || held == nullptr || held->channel != Index) {
+        return;
+    }
+    ZeroMarker& marker = m_screen.markers[Index];
+    const double top = marker.top + (Y - held->pressY);
+    if (top < strip::kDragTop || top > strip::kDragBottom) {
+        return;
+    }
+    marker.top = top;
+    if (m_model.ChannelPresent[Index] == 1) {
+        m_pictures.moveMarkerDrag(Index);
+    }
+}
+
+void ScreenMouse::image1_MouseUp(int Index) {
+    m_drag = drag::Nothing{};
+    // The border of a marker without data stays on.
+    if (m_model.AutoRun || m_model.ChannelPresent[Index] != 1) {
+        return;
+    }
+    m_screen.markers[Index].pressed = false;
+    m_pictures.PicReDrawT();
+    MarkerClamp(m_screen, Index);
+    UpdateVoltCursors(m_model, m_screen);
+    if (m_screen.CurChannel >= 0) {
+        placeBarAtMarker(m_screen, m_screen.CurChannel);
+    }
+}
+
+void ScreenMouse::moveLine(CursorHit line, double place) {
+    if (isVoltage(line)) {
+        moveVoltageCursor(m_model, m_screen, numberOf(line), place);
+        refreshDifference(m_screen.voltages);
+    } else {
+        moveTimeCursor(m_screen, numberOf(line), place);
+        printTime(m_model, m_screen);
+    }
+}
+
+bool ScreenMouse::moveCursorBy(CursorHit line, int units) {
+    if (m_model.AutoRun || (holdsAnything() && !holds(line))) {
+        return false;
+    }
+    const CursorPlaces& places = m_screen.cursors;
+    const double place = std::floor((isVoltage(line) ? places.voltage : places.time)[numberOf(line)] + units);
+    if (place >= 0 && place < (isVoltage(line) ? kScreenHeight : kScreenWidth)) {
+        moveLine(line, place);
+    }
+    return true;
+}
+
+void ScreenMouse::moveMarkerBy(int channel, int units) {
+    constexpr double kUnit = strip::kHeight / kScreenHeight;
+    const double top = m_screen.markers[channel].top + units * kUnit;
+    if (m_model.AutoRun || holdsAnything() || top < strip::kStandByTop || top > strip::kStandByBottom) {
+        return;
+    }
+    selectRow(m_scope, channel);
+    m_screen.markers[channel].top = top;
+    if (m_model.ChannelPresent[channel] == 1) {
+        m_pictures.PicReDrawT();
+        UpdateVoltCursors(m_model, m_screen);
+        placeBarAtMarker(m_screen, channel);
+    }
+}
+
+} // namespace sixtrace

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "view/scopescreen.h"
+#include "view/tracepick.h"
+
+#include <cstddef>
+#include <optional>
+#include <variant>
+
+namespace sixtrace {
+
+/// What the mouse holds on the screen or on the strip.
+namespace drag {
+struct Nothing {};
+/// Cursor lines, by number. A press with a second button can take hold of a line of the other kind.
+struct CursorLines {
+    std::optional<std::size_t> voltage;
+    std::optional<std::size_t> time;
+};
+/// A trace, sideways.
+struct Trace {
+    int channel;
+    double lastX; ///< of the last move that was drawn, screen units
+};
+/// A zero marker, up and down.
+struct Marker {
+    int channel;
+    double pressY; ///< place of the pointer inside the marker, twips
+};
+} // namespace drag
+using Drag = std::variant<drag::Nothing, drag::CursorLines, drag::Trace, drag::Marker>;
+
+/// The mouse over the screen and the marker strip: which of its presses takes hold of what, and what moves with it.
+/// Arrow keys move the same things by the same functions. Knows no widget: positions come in, the state and the
+/// pictures change.
+class ScreenMouse {
+public:
+    ScreenMouse(const Scope& scope, ScopeScreen& pictures)
+        : m_scope(scope)
+        , m_model(scope.model)
+        , m_screen(scope.screen)
+        , m_pictures(pictures) {}
+
+    /// X and Y in screen units, origin top left; fractions are cut off. The button plays no part.
+    void Picture2_MouseDown(double X, double Y);
+    void Picture2_MouseMove(double X, double Y);
+    void Picture2_MouseUp();
+
+    /// X and Y in twips inside the marker; of a move, `Button` is the sum of all that are down.
+    void image1_MouseDown(int Index, double Y);
+    void image1_MouseMove(int Index, int Button, double Y);
+    void image1_MouseUp(int Index);
+
+    /// Moves a cursor line by screen units, downward or to the right, as far as it stays on the screen. While the mouse
+    /// holds something else nothing moves.
+    /// False where the key is refused.
+    bool moveCursorBy(CursorHit line, int units);
+    /// Moves a zero marker by screen units, downward. It does not go where its stand-by label would replace it.
+    void moveMarkerBy(int channel, int units);
+
+    [[nodiscard]] const Drag& held() const { return m_drag; }
+    [[nodiscard]] bool holdsAnything() const { return !std::holds_alternative<drag::Nothing>(m_drag); }
+    [[nodiscard]] bool holds(CursorHit line) const;
+
+private:
+    void hold(CursorHit line);
+    void dragTrace(drag::Trace& trace, double X);
+    /// False when the pointer hovers over a line, which ends the event.
+    [[nodiscard]] bool passVoltageCursors(double Y);
+    [[nodiscard]] bool passTimeCursors(double X);
+    void moveLine(CursorHit line, double place);
+
+    Scope m_scope;
+    publicM& m_model;
+    ScreenState& m_screen;
+    ScopeScreen& m_pictures;
+    Drag m_drag;
+};
+
+} // namespace sixtrace

@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: MIT
+// What kqx fetch makes of each fault of each link, at the first, a middle and the last block. The table is printed.
+#include "fetchfixture.h"
+
+#include <array>
+#include <cstdio>
+
+using namespace sixtrace;
+using namespace sixtrace::test;
+
+namespace {
+
+constexpr int kSerialBlock = 1024;
+constexpr int kUsbBlock = 64;
+
+/// A fault at one place, and what has to come of it.
+struct Row {
+    QByteArray fault;
+    int exitCode = 0;
+    QByteArray said; ///< what the sentence holds
+};
+
+class FetchFaults : public Fetch {
+protected:
+    FetchFaults() {
+        addSettings("ReadTimeout=300\n");
+        m_size = capture("noise", 1).size();
+    }
+    [[nodiscard]] qsizetype size() const { return m_size; }
+    [[nodiscard]] QByteArray came(qsizetype bytes) const {
+        return QByteArray::number(bytes) + " of " + QByteArray::number(size()) + " bytes came";
+    }
+    /// The last block that holds data.
+    [[nodiscard]] int lastBlock(int blockSize) const { return static_cast<int>((size() + blockSize - 1) / blockSize); }
+
+    /// Runs the rows one after the other; capture n of the instrument has seed n.
+    template<typename FetchOnce>
+    void check(const char* link, const std::vector<Row>& rows, const QByteArray& tail, FetchOnce fetchOnce) {
+        QByteArray script;
+        for (const Row& row : rows) {
+            script += row.fault + '\n';
+        }
+        serveScript(script);
+        std::printf("%-7s %-18s %4s  %-8s %s\n", "link", "fault", "exit", "on disk", "message");
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            const Row& row = rows[i];
+            const Ran ran = fetchOnce();
+            const QStringList files = got();
+            std::printf("%-7s %-18s %4d  %-8s %s\n", link, row.fault.constData(), ran.exitCode,
+                        files.isEmpty() ? "nothing" : "whole", ran.err.trimmed().constData());
+            EXPECT_EQ(ran.exitCode, row.exitCode) << row.fault.constData() << ": " << ran.err.toStdString();
+            EXPECT_TRUE(ran.err.contains(row.said)) << row.fault.constData() << ": " << ran.err.toStdString();
+            if (ran.exitCode == 0) {
+                ASSERT_EQ(files.size(), 1) << row.fault.constData();
+                const QString file = path(QStringLiteral("got/")) + files.first();
+                EXPECT_EQ(contentOf(file), capture("noise", static_cast<std::uint32_t>(i + 1)) + tail)
+                    << row.fault.constData();
+                ASSERT_TRUE(QFile::remove(file));
+            } else {
+                EXPECT_TRUE(files.isEmpty()) << row.fault.constData();
+            }
+            waitForLine();
+        }
+    }
+    /// A line that was unplugged comes back by itself.
+    void waitForLine() const {
+        QElapsedTimer patience;
+        patience.start();
+        while (!QFileInfo::exists(path(QStringLiteral("line"))) && patience.elapsed() < 120000) {
+            QThread::msleep(20);
+        }
+    }
+
+private:
+    qsizetype m_size = 0;
+};
+
+TEST_F(FetchFaults, OverTheSerialLineWhatIsAskedForAgainIsWholeAndAllElseIsNothing) {
+    const int last = lastBlock(kSerialBlock);
+    std::vector<Row> rows;
+    for (const int block : {1, (last + 1) / 2, last}) {
+        const QByteArray at = '@' + QByteArray::number(block);
+        const QByteArray before = came(qsizetype{block - 1} * kSerialBlock);
+        for (const char* healed : {"lost-block", "lost-byte", "crc", "complement", "sequence", "noise"}) {
+            rows.push_back({healed + at, 0, ""});
+        }
+        rows.push_back({"repeat" + at, 1, " of "});
+        rows.push_back({"early-end" + at, 1, "the file is not whole; " + before});
+        rows.push_back({"silence" + at, 1, "did not answer as it should; " + before});
+        rows.push_back({"stop" + at, 1, "did not answer as it should; " + before});
+        rows.push_back({"crc" + at + "x9", 1, "did not answer as it should; " + before});
+        rows.push_back({"unplug" + at, 1, "the transfer failed: the serial line has gone; " + before});
+    }
+    rows.push_back({"wrong-length", 1, "the file is not whole; "});
+    rows.push_back({"short-length", 1, "beyond its size"});
+    rows.push_back({"silence@0", 3, "no instrument answers"});
+    rows.push_back({"clean", 0, ""});
+    check("serial", rows, {}, [this] { return fetchSerial({QStringLiteral("--timeout"), QStringLiteral("0.2")}); });
+}
+
+TEST_F(FetchFaults, ALateBlockOfTheSerialLineIsWaitedForWithinTheTimeOut) {
+    const int last = lastBlock(kSerialBlock);
+    std::vector<Row> rows;
+    for (const int block : {1, (last + 1) / 2, last}) {
+        rows.push_back({"late@" + QByteArray::number(block), 0, ""});
+    }
+    check("serial", rows, {}, [this] { return fetchSerial({QStringLiteral("--timeout"), QStringLiteral("20")}); });
+}
+
+TEST_F(FetchFaults, ABlockLaterThanTheTimeOutLeavesAWholeFileOrNone) {
+    serveScript("late@1\nlate@5\nlate@9\n");
+    for (std::uint32_t seed = 1; seed <= 3; ++seed) {
+        const Ran ran = fetchSerial({QStringLiteral("--timeout"), QStringLiteral("0.3")});
+        if (ran.exitCode == 0) {
+            EXPECT_EQ(fetched(ran), capture("noise", seed));
+            ASSERT_TRUE(QFile::remove(QString::fromUtf8(ran.out).trimmed()));
+        } else {
+            EXPECT_EQ(ran.exitCode, 1);
+            EXPECT_TRUE(ran.err.contains(" bytes came")) << ran.err.toStdString();
+        }
+        EXPECT_TRUE(got().isEmpty());
+        std::printf("serial  late beyond limit  %4d  %s\n", ran.exitCode, ran.err.trimmed().constData());
+    }
+}
+
+TEST_F(FetchFaults, OverUsbWhatIsNotWholeIsNothing) {
+    const int last = lastBlock(kUsbBlock);
+    const QByteArray damaged = "the file is damaged, as data came twice or beyond its size";
+    std::vector<Row> rows;
+    for (const int block : {1, (last + 1) / 2, last}) {
+        const QByteArray at = '@' + QByteArray::number(block);
+        const qsizetype before = qsizetype{block - 1} * kUsbBlock;
+        const qsizetype blockSize = std::min<qsizetype>(kUsbBlock, size() - before);
+        rows.push_back({"lost-block" + at, 1, came(size() - blockSize)});
+        rows.push_back({"lost-byte" + at, 1, came(size() - 1)});
+        rows.push_back({"repeat" + at, 1, damaged});
+        rows.push_back({"noise" + at, 1, damaged});
+        rows.push_back({"late" + at, 1, came(before)});
+        rows.push_back({"early-end" + at, 1, came(before)});
+        rows.push_back({"silence" + at, 1, came(before)});
+        rows.push_back({"stop" + at, 1, came(before + blockSize / 2)});
+        rows.push_back({"unplug" + at, 1, came(before)});
+    }
+    rows.push_back({"wrong-length", 1, " of " + QByteArray::number(size() + 1000) + " bytes came"});
+    rows.push_back({"short-length", 1, damaged});
+    rows.push_back({"silence@0", 3, "no instrument answers"});
+    rows.push_back({"clean", 0, ""});
+    check("usb", rows, QByteArray(1, '\0'), [this] { return fetchUsb(); });
+}
+
+} // namespace
