@@ -58,14 +58,16 @@ void showMessageOut(const Surroundings& s, const Look& look) {
     look(window);
 }
 void showRecFrm(const Surroundings& s, const Look& look) {
+    TransferGate gate;
     recFrm window(
-        s.model, s.dialogs, [](int) { return QString(); }, [](const QString&) {});
+        s.model, s.dialogs, [](int) { return QString(); }, gate, {});
     window.load();
     look(window);
 }
 void showUsb(const Surroundings& s, const Look& look) {
     ScriptedLink link;
-    FrmUSB window(s.model, s.dialogs, link);
+    TransferGate gate;
+    FrmUSB window(s.model, s.dialogs, link, gate, [](const TransferReport&) {});
     QTimer::singleShot(0, &window, [&] {
         look(window);
         window.hide();
@@ -73,8 +75,9 @@ void showUsb(const Surroundings& s, const Look& look) {
     window.showModally(nullptr);
 }
 void showComSet(const Surroundings& s, const Look& look) {
+    TransferGate gate;
     recFrm receiver(
-        s.model, s.dialogs, [](int) { return QString(); }, [](const QString&) {});
+        s.model, s.dialogs, [](int) { return QString(); }, gate, {});
     frmComSet window(s.model, s.dialogs, receiver);
     look(window);
 }
