@@ -3,7 +3,6 @@
 #include "commands.h"
 
 #include "acquire/porttable.h"
-#include "platform/programfolder.h"
 #include "platform/serialports.h"
 #include "platform/ttlink.h"
 
@@ -262,10 +261,10 @@ int ports(const QStringList& arguments) {
         return *code;
     }
     std::vector<Row> rows;
-    for (const PortWay& way : serialWays(programFolder(), kHighestPort)) {
+    for (const PortWay& way : serialWays(kqxProgramFolder(), kHighestPort)) {
         rows.push_back(rowOf(way));
     }
-    TtLibrary library(ttLibraryFolder(programFolder()));
+    TtLibrary library(ttLibraryFolder(kqxProgramFolder()));
     const auto description = library.describe();
     const UsbFacts facts = description ? usbFacts(*description) : factsOfAnother(library);
     rows.insert(rows.end(), facts.rows.cbegin(), facts.rows.cend());
