@@ -139,9 +139,9 @@ Row deviceRow(const QStringList& fields, const UsbFacts& facts) {
     row.state = fields.value(7);
     row.isWay = row.state != u"other";
     row.remedy = usbRemedy(row.state, facts);
-    row.json = {{QStringLiteral("kind"), QStringLiteral("usb")},     {QStringLiteral("ids"), fields.value(2)},
-                {QStringLiteral("place"), fields.value(1)},          {QStringLiteral("maker"), fields.value(4)},
-                {QStringLiteral("product"), fields.value(5)},        {QStringLiteral("serialNumber"), fields.value(6)},
+    row.json = {{QStringLiteral("kind"), QStringLiteral("usb")}, {QStringLiteral("ids"), fields.value(2)},
+                {QStringLiteral("place"), fields.value(1)},      {QStringLiteral("maker"), fields.value(4)},
+                {QStringLiteral("product"), fields.value(5)},    {QStringLiteral("serialNumber"), fields.value(6)},
                 {QStringLiteral("matches"), row.isWay}};
     return row;
 }
@@ -234,8 +234,8 @@ void print(const std::vector<Row>& rows, const UsbFacts& facts) {
         QStringList parts{row.way, row.device, row.adapter,
                           row.state == u"other" ? QStringLiteral("not the device that is wanted") : row.state};
         parts.removeAll(QString());
-        out << parts.join(QStringLiteral("  ")) << (row.reason.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(row.reason))
-            << '\n';
+        out << parts.join(QStringLiteral("  "))
+            << (row.reason.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(row.reason)) << '\n';
         if (!row.remedy.isEmpty()) {
             out << "    " << row.remedy << '\n';
         }

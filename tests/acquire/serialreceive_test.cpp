@@ -589,6 +589,24 @@ TEST_F(PlainReceive, ComparesTheWholeSumWithItsOneByteSoThatASumBeyond255NeverMa
                          "\x06");
 }
 
+TEST_F(PlainReceive, AWrongCheckValueIsRefusedAndTheBlockTakenWhenItComesRight) {
+    QByteArray damaged = BlockSender::block(1, "one", 128, '.');
+    damaged[damaged.size() - 1] = static_cast<char>(damaged[damaged.size() - 1] ^ 0x55);
+    std::deque<QByteArray> answers{damaged, BlockSender::block(1, "one", 128, '.'), "\x04"};
+    port.answer = [&answers](unsigned char) {
+        const QByteArray next = answers.empty() ? QByteArray() : answers.front();
+        if (!answers.empty()) {
+            answers.pop_front();
+        }
+        return next;
+    };
+    ASSERT_TRUE(receive.XModemReceive().ok());
+    EXPECT_EQ(port.sent, "C"
+                         "\x0F"
+                         "\x06\x06");
+    EXPECT_EQ(stored(QStringLiteral("test.bmp")), "one" + QByteArray(125, '.'));
+}
+
 TEST_F(PlainReceive, AbortsAtTheFifthRetryBehindAStartByte) {
     port.answer = [](unsigned char byte) { return byte == 0x12 || byte == 8 ? QByteArray() : QByteArray("\x01\x01"); };
     const auto result = receive.XModemReceive();

@@ -11,6 +11,7 @@ namespace {
 
 bool g_noting = false;
 std::vector<std::string> g_calls;
+termios g_settings{};
 
 } // namespace
 
@@ -22,6 +23,10 @@ void begin() {
 std::vector<std::string> end() {
     g_noting = false;
     return g_calls;
+}
+
+termios lastSettings() {
+    return g_settings;
 }
 
 static void note(const char* call) {
@@ -39,5 +44,6 @@ extern "C" int tcdrain(int line) {
 
 extern "C" int tcsetattr(int line, int when, const termios* settings) noexcept {
     sixtrace::ttycalls::note("settings");
+    sixtrace::ttycalls::g_settings = *settings;
     return reinterpret_cast<int (*)(int, int, const termios*)>(dlsym(RTLD_NEXT, "tcsetattr"))(line, when, settings);
 }

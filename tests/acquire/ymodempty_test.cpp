@@ -453,4 +453,27 @@ TEST_F(YModemOverALine, WhatWasWrittenHasLeftBeforeTheLineGetsItsOldSettingsBack
     EXPECT_EQ(ttycalls::end(), (std::vector<std::string>{"drain", "settings"}));
 }
 
+TEST_F(YModemOverALine, TheSettingsTextSetsRateParityDataAndStopBits) {
+    struct Case {
+        const char* settings;
+        tcflag_t flags;
+        speed_t speed;
+    };
+    constexpr tcflag_t kAll = CSIZE | PARENB | PARODD | CSTOPB;
+    for (const Case& each :
+         {Case{"9600,N,8,1", CS8, B9600}, Case{"19200,E,7,2", CS7 | PARENB | CSTOPB, B19200},
+          Case{"57600,o,6,1", CS6 | PARENB | PARODD, B57600}, Case{"115200,e,5,1", CS5 | PARENB, B115200}}) {
+        ASSERT_TRUE(port.setSettings(text(each.settings)).ok()) << each.settings;
+        const termios asked = ttycalls::lastSettings();
+        EXPECT_EQ(asked.c_cflag & kAll, each.flags) << each.settings;
+        EXPECT_EQ(cfgetospeed(&asked), each.speed) << each.settings;
+    }
+    for (const char* wrong : {"", "9600,N,8", "0,N,8,1", "x,N,8,1", "9600,X,8,1", "9600,N,4,1", "9600,N,9,1",
+                              "9600,N,8,3", "9600,N,8,1,1"}) {
+        const Outcome set = port.setSettings(text(wrong));
+        ASSERT_FALSE(set.ok()) << wrong;
+        EXPECT_EQ(set.error().number, ErrorNumber::InvalidCall) << wrong;
+    }
+}
+
 } // namespace
