@@ -10,7 +10,7 @@ namespace sixtrace::ttycalls {
 /// From here on the calls that wait for a line to drain and that set it are noted, in their order.
 void begin();
 [[nodiscard]] std::vector<std::string> end();
-/// What the last call asked for: a pseudo terminal does not keep all of it.
-[[nodiscard]] termios lastSettings();
+/// What each call asked for: a pseudo terminal does not keep all of it.
+[[nodiscard]] std::vector<termios> settingsAsked();
 
 } // namespace sixtrace::ttycalls
