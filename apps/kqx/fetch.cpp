@@ -126,8 +126,9 @@ int fetch(const QStringList& arguments) {
     }
     const QString location = parser.isSet(serial) ? portLocation(parser.value(serial)) : QString();
     if (parser.isSet(serial) && location.isEmpty()) {
-        return fail(NoInstrument, QStringLiteral("there is no serial port %1 (kqx ports tells what there is)")
-                                      .arg(parser.value(serial)));
+        return fail(
+            NoInstrument,
+            QStringLiteral("there is no serial port %1 (kqx ports tells what there is)").arg(parser.value(serial)));
     }
     catchInterrupt();
     const auto link = parser.isSet(serial) ? serialLink(location, static_cast<int>(patience * 1000))

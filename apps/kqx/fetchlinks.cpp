@@ -80,8 +80,7 @@ public:
         const Outcome set = m_port.setSettings(QStringLiteral("115200,N,8,1"));
         const Outcome opened = set ? m_port.setPortOpen(true) : set;
         if (!opened) {
-            return noInstrument(
-                QStringLiteral("the serial port does not open: %1").arg(opened.error().description));
+            return noInstrument(QStringLiteral("the serial port does not open: %1").arg(opened.error().description));
         }
         const auto pass = m_gate.enter();
         m_retries = 0;
@@ -106,8 +105,8 @@ private:
         if (const auto* retried = std::get_if<Retried>(&step)) {
             m_retries = retried->retries;
         } else if (const auto* block = std::get_if<BlockTaken>(&step)) {
-            m_line.show(QStringLiteral("%1 of %2").arg(amountText(block->total, block->size),
-                                                      amountText(block->size, block->size)) +
+            m_line.show(QStringLiteral("%1 of %2")
+                            .arg(amountText(block->total, block->size), amountText(block->size, block->size)) +
                         (m_retries > 0 ? QStringLiteral(", retry %1").arg(m_retries) : QString()));
             m_retries = 0;
         }
@@ -136,7 +135,8 @@ public:
             *pass, m_library,
             {.storeAt = [&](const UsbAnnounced& announced) -> Result<QString> {
                  length = announced.length;
-                 const QString name = announced.bitmap ? QStringLiteral("/capture.bmp") : QStringLiteral("/capture.bin");
+                 const QString name =
+                     announced.bitmap ? QStringLiteral("/capture.bmp") : QStringLiteral("/capture.bin");
                  return QString(folder + name);
              },
              .cancelled = [&cut] { return cut; },

@@ -17,7 +17,7 @@ struct Fetched {
         NoInstrument, ///< no way to an instrument, or nobody answers there
     };
     How how = How::BrokenOff;
-    QString file;     ///< of a whole one
+    QString file; ///< of a whole one
     bool bitmap = false;
     QString sentence; ///< why there is none
 };

@@ -10,8 +10,8 @@ namespace sixtrace::kqx {
 /// Where captures go: into a folder under names with date and time, or under one name.
 class FetchTarget {
 public:
-    /// `output` is a folder, a file, or empty for the current folder; a link is followed. An error, whose description is
-    /// a sentence, where no file can come to stand there, or must not replace the one that stands there.
+    /// `output` is a folder, a file, or empty for the current folder; a link is followed. An error, whose description
+    /// is a sentence, where no file can come to stand there, or must not replace the one that stands there.
     [[nodiscard]] static Result<FetchTarget> of(const QString& output, bool overwrite);
 
     /// The folder in which the file will stand.

@@ -3,7 +3,6 @@
 #include "commands.h"
 
 #include "acquire/porttable.h"
-#include "platform/programfolder.h"
 #include "platform/serialports.h"
 #include "platform/ttlink.h"
 
@@ -140,9 +139,9 @@ Row deviceRow(const QStringList& fields, const UsbFacts& facts) {
     row.state = fields.value(7);
     row.isWay = row.state != u"other";
     row.remedy = usbRemedy(row.state, facts);
-    row.json = {{QStringLiteral("kind"), QStringLiteral("usb")},     {QStringLiteral("ids"), fields.value(2)},
-                {QStringLiteral("place"), fields.value(1)},          {QStringLiteral("maker"), fields.value(4)},
-                {QStringLiteral("product"), fields.value(5)},        {QStringLiteral("serialNumber"), fields.value(6)},
+    row.json = {{QStringLiteral("kind"), QStringLiteral("usb")}, {QStringLiteral("ids"), fields.value(2)},
+                {QStringLiteral("place"), fields.value(1)},      {QStringLiteral("maker"), fields.value(4)},
+                {QStringLiteral("product"), fields.value(5)},    {QStringLiteral("serialNumber"), fields.value(6)},
                 {QStringLiteral("matches"), row.isWay}};
     return row;
 }
@@ -235,8 +234,8 @@ void print(const std::vector<Row>& rows, const UsbFacts& facts) {
         QStringList parts{row.way, row.device, row.adapter,
                           row.state == u"other" ? QStringLiteral("not the device that is wanted") : row.state};
         parts.removeAll(QString());
-        out << parts.join(QStringLiteral("  ")) << (row.reason.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(row.reason))
-            << '\n';
+        out << parts.join(QStringLiteral("  "))
+            << (row.reason.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(row.reason)) << '\n';
         if (!row.remedy.isEmpty()) {
             out << "    " << row.remedy << '\n';
         }
@@ -262,10 +261,10 @@ int ports(const QStringList& arguments) {
         return *code;
     }
     std::vector<Row> rows;
-    for (const PortWay& way : serialWays(programFolder(), kHighestPort)) {
+    for (const PortWay& way : serialWays(kqxProgramFolder(), kHighestPort)) {
         rows.push_back(rowOf(way));
     }
-    TtLibrary library(ttLibraryFolder(programFolder()));
+    TtLibrary library(ttLibraryFolder(kqxProgramFolder()));
     const auto description = library.describe();
     const UsbFacts facts = description ? usbFacts(*description) : factsOfAnother(library);
     rows.insert(rows.end(), facts.rows.cbegin(), facts.rows.cend());

@@ -204,8 +204,6 @@ Outcome MSComm::openAt(const QString& location) {
     static_cast<void>(m_port.setDataTerminalReady(true));
     static_cast<void>(m_port.setRequestToSend(true));
     m_port.clearError();
-    m_lost = false;
-    m_rest.clear();
     m_location = location;
     heldPorts().insert(location);
     return success();

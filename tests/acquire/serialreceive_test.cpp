@@ -359,9 +359,9 @@ TEST_F(BlockReceive, ReportsAWholeFileAndWhatBelongsToIt) {
 }
 
 TEST_F(BlockReceive, TheFirstHeadersSizeCountsAndARepeatedDataBlockIsNotInOrder) {
-    // A data block that reads as a header of 1024 bytes: its repeat makes the receiver begin anew with that size.
+    // A data block that reads as a header of 9999 bytes: its repeat makes the receiver begin anew with that size.
     const QByteArray liar = QByteArray("x\0"
-                                       "1024\0",
+                                       "9999\0",
                                        7) +
                             QByteArray(1017, '.');
     std::deque<QByteArray> answers{header(QByteArray("w.bin\0"
@@ -386,7 +386,7 @@ TEST_F(BlockReceive, TheFirstHeadersSizeCountsAndARepeatedDataBlockIsNotInOrder)
     EXPECT_FALSE(receive.report.inOrder);
     EXPECT_EQ(receive.report.announced, 2461);
     EXPECT_EQ(sentenceOf(receive.report, 1),
-              text("the file is damaged, as data came twice or beyond its size; 0 of 2461 bytes came"));
+              text("the file is damaged, as data came twice or beyond its size; 1024 of 2461 bytes came"));
 }
 
 TEST_F(BlockReceive, ARepeatedHeaderBeforeAnyDataIsInOrder) {
@@ -587,6 +587,24 @@ TEST_F(PlainReceive, ComparesTheWholeSumWithItsOneByteSoThatASumBeyond255NeverMa
                          "\x0F"
                          "\x0F"
                          "\x06");
+}
+
+TEST_F(PlainReceive, AWrongCheckValueIsRefusedAndTheBlockTakenWhenItComesRight) {
+    QByteArray damaged = BlockSender::block(1, "one", 128, '\0');
+    damaged[damaged.size() - 1] = static_cast<char>(damaged[damaged.size() - 1] ^ 0x55);
+    std::deque<QByteArray> answers{damaged, BlockSender::block(1, "one", 128, '\0'), "\x04"};
+    port.answer = [&answers](unsigned char) {
+        const QByteArray next = answers.empty() ? QByteArray() : answers.front();
+        if (!answers.empty()) {
+            answers.pop_front();
+        }
+        return next;
+    };
+    ASSERT_TRUE(receive.XModemReceive().ok());
+    EXPECT_EQ(port.sent, "C"
+                         "\x0F"
+                         "\x06\x06");
+    EXPECT_EQ(stored(QStringLiteral("test.bmp")), "one" + QByteArray(125, '\0'));
 }
 
 TEST_F(PlainReceive, AbortsAtTheFifthRetryBehindAStartByte) {

@@ -11,17 +11,23 @@ namespace {
 
 bool g_noting = false;
 std::vector<std::string> g_calls;
+std::vector<termios> g_settings;
 
 } // namespace
 
 void begin() {
     g_calls.clear();
+    g_settings.clear();
     g_noting = true;
 }
 
 std::vector<std::string> end() {
     g_noting = false;
     return g_calls;
+}
+
+std::vector<termios> settingsAsked() {
+    return g_settings;
 }
 
 static void note(const char* call) {
@@ -39,5 +45,9 @@ extern "C" int tcdrain(int line) {
 
 extern "C" int tcsetattr(int line, int when, const termios* settings) noexcept {
     sixtrace::ttycalls::note("settings");
-    return reinterpret_cast<int (*)(int, int, const termios*)>(dlsym(RTLD_NEXT, "tcsetattr"))(line, when, settings);
+    sixtrace::ttycalls::g_settings.push_back(*settings);
+    const int result =
+        reinterpret_cast<int (*)(int, int, const termios*)>(dlsym(RTLD_NEXT, "tcsetattr"))(line, when, settings);
+    // A pseudo terminal knows no parity and eight bits only, and refuses the rest.
+    return sixtrace::ttycalls::g_noting ? 0 : result;
 }

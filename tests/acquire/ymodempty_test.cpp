@@ -13,6 +13,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <chrono>
 #include <thread>
 
@@ -400,7 +401,9 @@ TEST_F(YModemOverALine, ALineThatHasGoneIsLeftAtOnceAndWhatHadComeCanStillBeRead
     EXPECT_EQ(line.waitForBytes(2, 20), Waited::TimedOut);
     EXPECT_EQ(line.waitForBytes(2, 0), Waited::Lost);
     line.Output("lost");
-    EXPECT_EQ(line.Input(5), "c");
+    line.discard();
+    EXPECT_EQ(line.InBufferCount(), 0);
+    EXPECT_EQ(line.Input(5), "");
     EXPECT_EQ(line.setCommPort(2).error().number, ErrorNumber::PortAlreadyOpen);
     ASSERT_TRUE(line.setPortOpen(false).ok());
     EXPECT_FALSE(line.PortOpen());
@@ -451,6 +454,37 @@ TEST_F(YModemOverALine, WhatWasWrittenHasLeftBeforeTheLineGetsItsOldSettingsBack
     port.Output("the last acknowledge");
     ASSERT_TRUE(port.setPortOpen(false).ok());
     EXPECT_EQ(ttycalls::end(), (std::vector<std::string>{"drain", "settings"}));
+}
+
+TEST_F(YModemOverALine, TheSettingsTextSetsRateParityDataAndStopBits) {
+    struct Case {
+        const char* settings;
+        tcflag_t flags;
+        speed_t speed;
+    };
+    for (const Case& each :
+         {Case{"9600,N,8,1", CS8, B9600}, Case{"19200,E,7,2", CS7 | PARENB | CSTOPB, B19200},
+          Case{"57600,o,6,1", CS6 | PARENB | PARODD, B57600}, Case{"115200,e,5,1", CS5 | PARENB, B115200}}) {
+        ttycalls::begin();
+        ASSERT_TRUE(port.setSettings(text(each.settings)).ok()) << each.settings;
+        static_cast<void>(ttycalls::end());
+        const std::vector<termios> asked = ttycalls::settingsAsked();
+        // The port sets one thing after the other, and the terminal forgets in between.
+        for (const tcflag_t part : {tcflag_t{CSIZE}, tcflag_t{PARENB | PARODD}, tcflag_t{CSTOPB}}) {
+            EXPECT_TRUE(std::any_of(
+                asked.begin(), asked.end(),
+                [&each, part](const termios& line) { return (line.c_cflag & part) == (each.flags & part); }))
+                << each.settings << ' ' << part;
+        }
+        ASSERT_FALSE(asked.empty());
+        EXPECT_EQ(cfgetospeed(&asked.back()), each.speed) << each.settings;
+    }
+    for (const char* wrong : {"", "9600,N,8", "0,N,8,1", "x,N,8,1", "9600,X,8,1", "9600,N,4,1", "9600,N,9,1",
+                              "9600,N,8,3", "9600,N,8,1,1"}) {
+        const Outcome set = port.setSettings(text(wrong));
+        ASSERT_FALSE(set.ok()) << wrong;
+        EXPECT_EQ(set.error().number, ErrorNumber::InvalidCall) << wrong;
+    }
 }
 
 } // namespace

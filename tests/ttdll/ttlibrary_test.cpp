@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLibrary>
 #include <QTemporaryDir>
 
 #include <cstring>
@@ -203,6 +204,51 @@ TEST_F(TransferLibrary, TellsWhetherTheInstrumentHasSentMoreThanWasRead) {
     EXPECT_FALSE(library.hasMore());
     instrument.hangUp();
     EXPECT_FALSE(library.hasMore());
+}
+
+TEST_F(TransferLibrary, TheNumberBehindTheThirdArgumentAndTheDescriptionsBufferMayBeMissing) {
+    QLibrary plain(library.fileName());
+    const auto initialize = reinterpret_cast<decltype(&::InitializeTt)>(plain.resolve("InitializeTt"));
+    const auto writeThread = reinterpret_cast<decltype(&::WriteThread)>(plain.resolve("WriteThread"));
+    const auto readThread = reinterpret_cast<decltype(&::ReadThread)>(plain.resolve("ReadThread"));
+    const auto describe = reinterpret_cast<decltype(&::describeTt)>(plain.resolve("describeTt"));
+    Instrument instrument(path(u"instrument.socket"_s));
+    ASSERT_EQ(initialize(0), 1);
+    instrument.answerCall();
+    std::int32_t done = -1;
+    EXPECT_EQ(writeThread("abc", 3, &done), 3);
+    EXPECT_EQ(done, 3);
+    EXPECT_EQ(writeThread("abc", 3, nullptr), 3);
+    instrument.send("12345");
+    QByteArray came(5, '\0');
+    EXPECT_EQ(readThread(came.data(), 2, &done), 2);
+    EXPECT_EQ(done, 2);
+    EXPECT_EQ(readThread(came.data(), 3, nullptr), 3);
+
+    settings("Link=usb\n"); // asking at the socket would fill its queue
+    const std::int32_t size = describe(nullptr, 100);
+    EXPECT_GT(size, 4);
+    QByteArray begin(8, 'x');
+    EXPECT_EQ(describe(begin.data(), 4), size);
+    EXPECT_EQ(begin, "settxxxx");
+    EXPECT_EQ(describe(begin.data(), 0), size);
+}
+
+TEST_F(TransferLibrary, ASocketMayHaveANameOfAnyLength) {
+    // An address holds 107 characters and a zero byte; the folder's path takes some of them.
+    const QString folder(40, u'd');
+    ASSERT_TRUE(QDir(path(QString())).mkpath(folder));
+    for (qsizetype length = 105; length <= 110; ++length) {
+        const QString name = folder + u'/' + QString(length - path(folder).size() - 1, u's');
+        ASSERT_EQ(path(name).size(), length);
+        const Instrument instrument(path(u"near"_s));
+        ASSERT_TRUE(QFile::link(path(u"near"_s), path(name)));
+        settings("Link=socket\nSocket=" + name.toUtf8() + '\n');
+        EXPECT_EQ(library.InitializeTt(0), 1) << length << log();
+        library.closeTt(0);
+        ASSERT_TRUE(QFile::remove(path(name)));
+        ASSERT_TRUE(QFile::remove(path(u"near"_s)));
+    }
 }
 
 TEST_F(TransferLibrary, DescribesItsSettingsAndTheSocket) {
