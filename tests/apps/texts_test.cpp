@@ -85,9 +85,9 @@ TEST(JsonTexts, EscapeWhatJsonDoesNotTake) {
 
 TEST(JsonTexts, BytesThatAreNoUtf8AreReplacedOneByOne) {
     const std::string mark = "\xEF\xBF\xBD";
-    for (const std::string bad :
-         {"\x80", "\xC1", "\xFF", "\xF5", "\xC2", "\xE6\xB3", "\xF0\x9F\x98", "\xC0\x80", "\xE0\x80\x80",
-          "\xED\xA0\x80", "\xF0\x80\x80\x80", "\xF4\x90\x80\x80", "\xE6x", "\xF0\x9Fxy"}) {
+    for (const std::string bad : {"\x80", "\xC1", "\xFF", "\xF5", "\xC2", "\xE6\xB3", "\xF0\x9F\x98", "\xC0\x80",
+                                  "\xE0\x80\x80", "\xED\xA0\x80", "\xF0\x80\x80\x80", "\xF4\x90\x80\x80", "\xE6x",
+                                  "\xF0\x9Fxy", "\xF5\x80\x80\x80", "\xC1\x80\x80\x80"}) {
         EXPECT_FALSE(isUtf8("a" + bad));
         std::string expected = "a";
         for (const char c : bad) {
@@ -100,6 +100,11 @@ TEST(JsonTexts, BytesThatAreNoUtf8AreReplacedOneByOne) {
         EXPECT_TRUE(isUtf8(good));
         EXPECT_EQ(validUtf8(good), good);
     }
+}
+
+TEST(JsonTexts, ACharacterEndsWithItsText) {
+    EXPECT_FALSE(isUtf8(std::string_view("\xE6\xB3\xA2", 2)));
+    EXPECT_FALSE(isUtf8(std::string_view("\xC2\x80", 1)));
 }
 
 TEST(JsonTexts, ANameThatIsNoTextStandsInHexadecimalToo) {
