@@ -51,8 +51,8 @@ frmComSet::frmComSet(publicM& model, Dialogs& dialogs, recFrm& receiver)
     const auto addList = [this, &row](const char* name, const char* label, const QString& caption,
                                       const QStringList& entries) {
         const int top = kFirstRow + kRowPitch * row++;
-        static_cast<void>(addLabel(label, caption, {kMargin, top, 124, kRowHeight}, Qt::AlignLeft, m_Frame1));
         auto* list = new ListCombo(m_Frame1);
+        addLabel(label, caption, {kMargin, top, 124, kRowHeight}, Qt::AlignLeft, m_Frame1)->setBuddy(list);
         list->setObjectName(QLatin1String(name));
         list->setGeometry(kListsLeft, top, kListsWidth, kRowHeight);
         list->addItems(entries);
@@ -97,9 +97,9 @@ void frmComSet::Form_Load() {
 
 void frmComSet::showToolTips() {
     const bool chinese = m_model.LanguageId == 0;
-    const QString more = chinese
-                             ? QStringLiteral("命令 kqx ports 列出所有端口，并说明某个端口为何不在此列。")
-                             : QStringLiteral("The command kqx ports lists all ports, and why one does not appear here.");
+    const QString more =
+        chinese ? QStringLiteral("命令 kqx ports 列出所有端口，并说明某个端口为何不在此列。")
+                : QStringLiteral("The command kqx ports lists all ports, and why one does not appear here.");
     for (int k = 1; k < m_Combo1->ListCount(); ++k) {
         const QString location = m_receiver.MSComm1().locationOf(m_ports.number[static_cast<std::size_t>(k)]);
         QStringList parts{location, adapterAt(location).text()};

@@ -57,7 +57,8 @@ void applyCaption(QObject& control, const ProfileText& texts, const QString& sec
 } // namespace
 
 void ApplyLanguage(QWidget& form, const publicM& model) {
-    // Some dialogs are made once and loaded again and again; each load is from the design, whatever language was before.
+    // Some dialogs are made once and loaded again and again; each load is from the design, whatever language was
+    // before.
     if (auto* dialog = dynamic_cast<DialogSheet*>(&form)) {
         dialog->startFromDesign();
     }

@@ -38,7 +38,8 @@ public:
 
     [[nodiscard]] virtual std::optional<FileChoice> ShowOpen(const FileRequest& request) = 0;
     [[nodiscard]] virtual std::optional<FileChoice> ShowSave(const FileRequest& request) = 0;
-    [[nodiscard]] virtual std::optional<Colour> ShowColor(Colour start) = 0;
+    /// The title says what is coloured.
+    [[nodiscard]] virtual std::optional<Colour> ShowColor(Colour start, const QString& title) = 0;
     virtual void message(const QString& text, MessageIcon icon, const QString& title = {}) = 0;
     [[nodiscard]] virtual Answer question(const QString& text, MessageIcon icon, const QString& title) = 0;
     /// The text typed, or nothing where the box was cancelled.

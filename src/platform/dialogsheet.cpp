@@ -9,6 +9,9 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
+#include <QRegularExpression>
+#include <QShortcut>
+#include <QShowEvent>
 #include <QWindow>
 
 #include <utility>
@@ -42,6 +45,32 @@ void DialogSheet::startFromDesign() {
         m_design->restore(*this);
     } else {
         m_design.emplace(*this);
+    }
+}
+
+void DialogSheet::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    if (!event->spontaneous()) {
+        takeLetters();
+    }
+}
+
+void DialogSheet::takeLetters() {
+    qDeleteAll(findChildren<QShortcut*>(QString(), Qt::FindDirectChildrenOnly)); // those of another language
+    static const QRegularExpression bracket(QStringLiteral("\\(([A-Z])\\)"));
+    const auto labels = findChildren<QLabel*>();
+    for (const QLabel* label : labels) {
+        QWidget* const control = label->buddy();
+        const QRegularExpressionMatch letter = bracket.match(label->text());
+        if (control == nullptr || !letter.hasMatch()) {
+            continue;
+        }
+        auto* key = new QShortcut(QKeySequence(QStringLiteral("Alt+") + letter.captured(1)), this);
+        connect(key, &QShortcut::activated, control, [control] {
+            if (control->isEnabled()) {
+                control->setFocus(Qt::ShortcutFocusReason);
+            }
+        });
     }
 }
 

@@ -15,7 +15,9 @@ class QPushButton;
 namespace sixtrace {
 
 /// The ground of the program's dialogs: a fixed size, a strip of 57 px with the buttons at the foot and a rule above
-/// it, fields of 26 px and buttons of 88 by 28. A window makes its controls with these and gives them their names.
+/// it, fields of 26 px and buttons of 88 by 28. A window makes its controls with these and gives them their names. A
+/// letter in brackets in the caption of a label, "Parity (P):", leads with Alt to the control that the label belongs
+/// to.
 class DialogSheet : public QDialog {
 public:
     static constexpr int kMargin = 16;
@@ -30,8 +32,8 @@ public:
     /// over the owner's controls must not meet the dialog's.
     void showOver(QWidget* owner);
 
-    /// Gives the dialog the captions of its design again: what was unloaded starts from its design at the next load. The
-    /// first call notes them, so it comes before anything that relabels the dialog.
+    /// Gives the dialog the captions of its design again: what was unloaded starts from its design at the next load.
+    /// The first call notes them, so it comes before anything that relabels the dialog.
     void startFromDesign();
 
 protected:
@@ -46,9 +48,12 @@ protected:
     [[nodiscard]] QPushButton* addStripButton(const char* name, const QString& caption, int left);
 
     void paintEvent(QPaintEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
 private:
+    void takeLetters();
+
     QEventLoop* m_untilHidden = nullptr;
     std::optional<NotedCaptions> m_design;
 };

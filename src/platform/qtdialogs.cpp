@@ -91,8 +91,8 @@ std::optional<FileChoice> QtDialogs::ShowSave(const FileRequest& request) {
     return choose(request, QFileDialog::AcceptSave);
 }
 
-std::optional<Colour> QtDialogs::ShowColor(Colour start) {
-    const QColor chosen = QColorDialog::getColor(toQColor(start), owner());
+std::optional<Colour> QtDialogs::ShowColor(Colour start, const QString& title) {
+    const QColor chosen = QColorDialog::getColor(toQColor(start), owner(), title);
     return chosen.isValid() ? std::optional(toColour(chosen)) : std::nullopt;
 }
 

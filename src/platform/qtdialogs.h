@@ -12,7 +12,7 @@ class QtDialogs : public Dialogs {
 public:
     std::optional<FileChoice> ShowOpen(const FileRequest& request) override;
     std::optional<FileChoice> ShowSave(const FileRequest& request) override;
-    std::optional<Colour> ShowColor(Colour start) override;
+    std::optional<Colour> ShowColor(Colour start, const QString& title) override;
     void message(const QString& text, MessageIcon icon, const QString& title) override;
     Answer question(const QString& text, MessageIcon icon, const QString& title) override;
     std::optional<QString> input(const QString& prompt, const QString& title, const QString& preset) override;

@@ -152,8 +152,8 @@ QMarginsF unreachable(const QPageLayout& layout) {
     return {upright.bottom(), upright.left(), upright.top(), upright.right()};
 }
 
-/// The toolkit's print dialog, which fills its parts when it shows; what it has of its own mind is put right then. Where
-/// the desktop brings a dialog of its own, none of these parts is there.
+/// The toolkit's print dialog, which fills its parts when it shows; what it has of its own mind is put right then.
+/// Where the desktop brings a dialog of its own, none of these parts is there.
 class PrintBox : public QPrintDialog {
 public:
     /// Sides and colours as they are set; the dialog forgets them as it is made.
@@ -325,8 +325,8 @@ bool QtPrinters::ShowPrinter(PrinterDialog& dialog, quintptr windowHandle) {
     }
     box.setOption(QAbstractPrintDialog::PrintSelection, (dialog.Flags & PrinterDialog::kNoSelection) == 0);
     box.setOption(QAbstractPrintDialog::PrintPageRange, (dialog.Flags & PrinterDialog::kNoPageNumbers) == 0);
-    // The toolkit's entry for a file is the program's own PDF device, one of the machine's like any other: it is not the
-    // mark "print to file" of the old dialogs, which the flags may forbid.
+    // The toolkit's entry for a file is the program's own PDF device, one of the machine's like any other: it is not
+    // the mark "print to file" of the old dialogs, which the flags may forbid.
     box.setOption(QAbstractPrintDialog::PrintToFile, true);
     if (box.exec() != QDialog::Accepted) {
         return false;

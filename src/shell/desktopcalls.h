@@ -20,8 +20,8 @@ inline constexpr const char* kDesktopPath = "/org/sixtrace/Sixtrace";
 /// What the desktop asks of the running program over the session bus, by the interface that freedesktop.org names
 /// for programs of a desktop entry: come to the front, and open a capture. A call that comes before the
 /// main window stands waits for it, and so does a capture that comes while a dialog waits for its answer; the caller
-/// does not wait: what opening it has to say is said to the user, behind the answer. Without a bus, or where another copy of the program has the name, there are no
-/// calls.
+/// does not wait: what opening it has to say is said to the user, behind the answer. Without a bus, or where another
+/// copy of the program has the name, there are no calls.
 class DesktopCalls : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")

@@ -120,11 +120,10 @@ void FrmCom::makeCommands() {
                                        &action(QStringLiteral("mnuthree")), &action(QStringLiteral("mnufive"))},
                          .lastTransfer = c.Label4},
                         m_surroundings.dialogs, *this, m_surroundings.acquisition, this);
-    m_printing = new Printing(
-        m_model,
-        {m_surroundings.dialogs, m_surroundings.printers, [this] { return pageInputs(m_state); },
-         [this] { return action(QStringLiteral("mnuPrintSet")).iconText(); }},
-        *this);
+    m_printing = new Printing(m_model,
+                              {m_surroundings.dialogs, m_surroundings.printers, [this] { return pageInputs(m_state); },
+                               [this] { return action(QStringLiteral("mnuPrintSet")).iconText(); }},
+                              *this);
     m_bitmapSave = new BitmapSave({c.Picture3, c.Picture2}, m_surroundings.dialogs, this);
 }
 

@@ -37,6 +37,13 @@ void fitToScreen(QMainWindow& form, QWidget& client, const QSize& clientSize, in
     if (whole.width() > room.width()) {
         size.setHeight(size.height() + bar);
     }
+    // Where the desktop's scale makes pixels of units, half a pixel can be lost: no reason for another bar.
+    if (size.width() <= room.width()) {
+        area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    }
+    if (size.height() <= room.height()) {
+        area->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    }
     form.setMaximumSize(whole + QSize(bar, bar));
     form.resize(size.boundedTo(room));
 }

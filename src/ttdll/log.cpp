@@ -25,8 +25,7 @@ std::string stamp() {
 } // namespace
 
 void Log::write(const std::string& text) const {
-    const int file = open(m_path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC,
-                          0600);
+    const int file = open(m_path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600);
     if (file < 0) {
         return;
     }

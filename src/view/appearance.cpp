@@ -20,11 +20,15 @@ void writeColour(const publicM& model, const QString& section, const QString& ke
 
 } // namespace
 
+QString Appearance::words(QStringView chinese, QStringView english) const {
+    return (m_model.LanguageId == 0 ? chinese : english).toString();
+}
+
 void Appearance::Picture2_DblClick() {
     if (m_model.AutoRun) {
         return;
     }
-    const auto colour = m_dialogs.ShowColor(m_screen.screenColor);
+    const auto colour = m_dialogs.ShowColor(m_screen.screenColor, words(u"背景颜色", u"Background Color"));
     if (!colour) {
         return;
     }
@@ -38,7 +42,7 @@ void Appearance::Picture3_DblClick() {
     if (m_model.AutoRun) {
         return;
     }
-    const auto colour = m_dialogs.ShowColor(m_screen.stripColor);
+    const auto colour = m_dialogs.ShowColor(m_screen.stripColor, words(u"标记栏颜色", u"Marker Strip Color"));
     if (!colour) {
         return;
     }
@@ -50,7 +54,8 @@ void Appearance::image1_DblClick(int Index) {
     if (m_model.AutoRun) {
         return;
     }
-    const auto colour = m_dialogs.ShowColor(m_model.LineColor[Index]);
+    const auto colour = m_dialogs.ShowColor(
+        m_model.LineColor[Index], words(u"%1 波形颜色", u"Trace Color of %1").arg(channelLabel(Index).trimmed()));
     if (!colour) {
         return;
     }
@@ -64,7 +69,7 @@ void Appearance::MnuGridColor_Click() {
     if (m_model.AutoRun) {
         return;
     }
-    const auto colour = m_dialogs.ShowColor(m_model.GridColor);
+    const auto colour = m_dialogs.ShowColor(m_model.GridColor, words(u"网格颜色", u"Grid Color"));
     if (!colour) {
         return;
     }

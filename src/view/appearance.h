@@ -29,6 +29,8 @@ public:
 
 private:
     void chooseStyle(TraceStyle style);
+    /// In the language of the moment.
+    [[nodiscard]] QString words(QStringView chinese, QStringView english) const;
 
     ScopeScreen& m_pictures;
     publicM& m_model;

@@ -41,6 +41,9 @@ bool MarkerKeys::eventFilter(QObject* watched, QEvent* event) {
             m_mouse.moveMarkerBy(static_cast<int>(at - m_image1.begin()), key == Qt::Key_Up ? -1 : 1);
             m_moved();
             return true;
+        } else if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            Q_EMIT(*at)->doubleClicked();
+            return true;
         }
         break;
     default:

@@ -78,6 +78,27 @@ TEST_F(PortSettings, HasItsListsAndTheCaptionsOfItsDesignWhereNoLanguageFileSays
     });
 }
 
+TEST_F(PortSettings, TheLettersInBracketsLeadToTheirListsInBothLanguages) {
+    setIni("ComPort", "1");
+    load();
+    for (const char* language : {"mnuEnglish", "mnuChinese"}) {
+        item(language).trigger();
+        show([](frmComSet& window) {
+            window.activateWindow();
+            ASSERT_TRUE(QTest::qWaitForWindowActive(&window, 60'000));
+            for (const auto& [key, name] : {std::pair(Qt::Key_B, "Combo2"),
+                                            {Qt::Key_D, "Combo3"},
+                                            {Qt::Key_P, "Combo4"},
+                                            {Qt::Key_S, "Combo5"}}) {
+                auto& list = control<ListCombo>(window, name);
+                QTest::keyClick(window.focusWidget(), key, Qt::AltModifier);
+                EXPECT_TRUE(list.hasFocus()) << name;
+            }
+            EXPECT_EQ(control<ListCombo>(window, "Combo5").Text(), text("1")) << "and change nothing";
+        });
+    }
+}
+
 TEST_F(PortSettings, TheParityLettersStandOnePlaceOffTheWords) {
     load();
     const std::array<const char*, 3> letters{"115200,N,8,1", "115200,O,8,1", "115200,E,8,1"};

@@ -313,7 +313,7 @@ TEST_F(DataTableWindow, TheSequenceColumnStaysWhenTheOthersScrollAway) {
     ASSERT_LT(view.columnViewportPosition(1), 0) << "the first channel has gone";
     EXPECT_EQ(view.verticalHeader()->mapTo(&view, QPoint()).x(), view.contentsRect().left());
     EXPECT_EQ(view.verticalHeader()->width(), 72);
-    EXPECT_FALSE(view.verticalHeader()->visibleRegion().isEmpty());
+    EXPECT_FALSE(view.verticalHeader()->viewport()->visibleRegion().isEmpty());
     EXPECT_EQ(cells().headerData(0, Qt::Vertical, Qt::DisplayRole).toString(), text("1"));
     EXPECT_EQ(cells().headerData(59, Qt::Vertical, Qt::DisplayRole).toString(), text("60"));
 }

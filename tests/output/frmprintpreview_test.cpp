@@ -157,8 +157,8 @@ TEST_F(Preview, ThePointOfThePressStaysThroughAllMovesOfADrag) {
     openPreview();
     const QPoint press(300, 200);
     QTest::mousePress(&page(), Qt::LeftButton, {}, press);
-    // The place is told inside of the picture, which follows: a hand that moves by 20 and then rests is 20 away from the
-    // press once, and at it from then on.
+    // The place is told inside of the picture, which follows: a hand that moves by 20 and then rests is 20 away from
+    // the press once, and at it from then on.
     move(page(), press + QPoint(0, -20), Qt::LeftButton);
     EXPECT_EQ(page().Top(), -300);
     move(page(), press, Qt::LeftButton);

@@ -25,11 +25,11 @@ public:
     QString standard = QStringLiteral("Office");
     std::vector<Document> documents; ///< finished ones
     int dropped = 0;
-    std::vector<PrinterDialog> shown;           ///< dialogs as they were filled
-    std::function<bool(PrinterDialog&)> answer; ///< none cancels
-    int unprintable = 600;                      ///< twips of width and height, both edges together
+    std::vector<PrinterDialog> shown;                 ///< dialogs as they were filled
+    std::function<bool(PrinterDialog&)> answer;       ///< none cancels
+    int unprintable = 600;                            ///< twips of width and height, both edges together
     std::function<void(PrinterProperties&)> standing; ///< how the devices stand of themselves
-    bool broken = false;                        ///< no document can be begun
+    bool broken = false;                              ///< no document can be begun
 
     QStringList names() const override { return installed; }
     QString defaultName() const override { return standard; }

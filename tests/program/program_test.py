@@ -4,6 +4,7 @@
 Arguments: the folder of the installed programs, a folder for pictures of what failed, the name of a test.
 """
 
+import glob
 import os
 import sys
 import time
@@ -264,7 +265,74 @@ def companion_starts_the_program_for_a_capture(s):
     wait_for("the end of the program", lambda: not s.windows())
 
 
-TESTS = [splash_gives_way_by_itself, splash_gives_way_to_a_key, capture_opens_by_keys_and_is_drawn_to_the_pixel,
+def window_titles_are_those_of_the_design(s):
+    """To the character, with nothing that the desktop or the toolkit would append."""
+    s.write_settings("[Common]\nLanguage=0\n")
+    main = s.start()
+    s.focus(main)
+    s.key("ctrl+t")
+    table = s.window("数值列表")
+    expect("the table's title", s.title(table) == "数值列表")
+    s.focus(main)
+    s.key("F5")
+    usb = s.window("USB Transmission")
+    expect("the blank at the end of the transfer's title", s.title(usb) == "USB Transmission ")
+    expect("the main window's title", s.title(main) == "Sixtrace")
+
+
+def arguments_are_nobodys(s):
+    s.write_settings("[Common]\nLanguage=1\n")
+    s.program = s.start_process([s.path("sixtrace"), "-platform", "nonexist", "-stylesheet", "x", "--help"])
+    s.main()
+
+
+def closed_descriptors_hold_nothing_up(s):
+    """What is told to standard error must not go where the display is reached."""
+    s.write_settings("[Common]\nLanguage=1\n")
+    s.program = s.start_process(["sh", "-c", 'exec "$0" 0<&- 1>&- 2>&-', s.path("sixtrace")])
+    s.main()
+    opened = [os.readlink("/proc/%d/fd/%d" % (s.program.pid, number)) for number in (0, 1, 2)]
+    expect("the first three descriptors lead nowhere: %s" % opened, opened == ["/dev/null"] * 3)
+
+
+def preview_without_a_printer_shows_the_page(s):
+    main = s.start()
+    s.open(s.capture("six.bin"))
+    s.focus(main)
+    s.key("ctrl+shift+p")
+    preview = s.window("Print preview")
+    s.park()
+    inside = (0, 26, preview[4], preview[5] - 26)
+    wait_for("a page with a red and a green trace",
+             lambda: all(rows_of(s.picture(preview, inside), colour) for colour in (RED, (0, 128, 64))))
+    s.focus(preview)
+    s.key("Escape")
+    s.gone("Print preview")
+    s.focus(main)
+    s.key("ctrl+p")
+    dialog = wait_for("the print dialog", lambda: next((w for w in s.windows() if w[0] != main[0]), None))
+    s.focus(dialog)
+    s.key("Return")
+    file = wait_for("the document", lambda: next((f for f in glob.glob(os.path.join(s.env["HOME"], "*.pdf"))), None))
+    text = wait_for("the text of the page", lambda: s.quiet("pdftotext", "-layout", file, "-"))
+    for label in ("ch1", "ch2", "500uS", "20.0 V"):
+        expect(label + " stands on the page", label in text)
+
+
+def session_bus_brings_a_minimised_window_back(s):
+    s.start_bus()
+    main = s.start()
+    s.do("xdotool", "windowminimize", main[0])
+    wait_for("the window to go", lambda: s.find("Sixtrace", above=800) is None)
+    capture = s.capture("six.bin")
+    s.kqx("open", capture)
+    s.main()
+    s.expect_screen("the capture that was handed over", s.screen_of(capture))
+
+
+TESTS = [window_titles_are_those_of_the_design, arguments_are_nobodys, closed_descriptors_hold_nothing_up,
+         preview_without_a_printer_shows_the_page, session_bus_brings_a_minimised_window_back,
+         splash_gives_way_by_itself, splash_gives_way_to_a_key, capture_opens_by_keys_and_is_drawn_to_the_pixel,
          damaged_capture_leaves_the_screen, points_and_graticule_follow_the_toolbar_and_last,
          capture_is_fetched_over_usb_and_shown, capture_is_fetched_over_serial_and_shown,
          quitting_in_mid_transfer_ends_the_program, trace_and_marker_follow_the_mouse, cursors_are_dragged_and_stay,

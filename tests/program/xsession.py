@@ -215,6 +215,11 @@ class Session:
             found.append((number, name.strip(), *(int(values[place]) for place in places)))
         return found
 
+    def title(self, window):
+        """What the window manager shows, to the character."""
+        told = self.do("xprop", "-id", window[0], "_NET_WM_NAME") or ""
+        return told.split(' = "', 1)[-1].rstrip("\n")[:-1]
+
     def find(self, title, above=0, below=10000):
         """A visible window whose title begins so, and whose width lies in these bounds."""
         for window in self.windows():

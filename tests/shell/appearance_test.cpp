@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "shell/capturewindow.h"
 
+#include "platform/markerlabel.h"
 #include "platform/toolbar.h"
+
+#include <QTest>
 
 namespace sixtrace {
 namespace {
@@ -183,6 +186,29 @@ TEST_F(AppearanceWindow, ASettingsFileThatCannotBeWrittenKeepsTheChoiceForTheRun
     item("MnuGridColor").trigger();
     EXPECT_EQ(screen().picture().Point(0, 0), kGreen);
     EXPECT_TRUE(dialogs.messages.isEmpty());
+}
+
+class ColourTitles : public FrmComTest {};
+
+TEST_F(ColourTitles, TheDialogSaysWhatIsColoured) {
+    load();
+    const auto choose = [this] {
+        dialogs.colourTitles.clear();
+        item("mnubackgroundcolor").trigger();
+        item("MnuGridColor").trigger();
+        QTest::mouseDClick(&control<QWidget>("Picture3"), Qt::LeftButton, {}, QPoint(3, 3));
+        for (const int channel : {0, 2}) {
+            Q_EMIT control<MarkerLabel>(channel == 0 ? "image1(0)" : "image1(2)").doubleClicked();
+        }
+        return dialogs.colourTitles;
+    };
+    EXPECT_EQ(choose(),
+              (QStringList{QStringLiteral("背景颜色"), QStringLiteral("网格颜色"), QStringLiteral("标记栏颜色"),
+                           QStringLiteral("ch1 波形颜色"), QStringLiteral("A 波形颜色")}));
+    item("mnuEnglish").trigger();
+    EXPECT_EQ(choose(), (QStringList{QStringLiteral("Background Color"), QStringLiteral("Grid Color"),
+                                     QStringLiteral("Marker Strip Color"), QStringLiteral("Trace Color of ch1"),
+                                     QStringLiteral("Trace Color of A")}));
 }
 
 } // namespace

@@ -44,10 +44,9 @@ protected:
         return QDBusConnection::connectToBus(QString::fromLatin1(m_address.trimmed()), QString::fromLatin1(name));
     }
     void reachWindow() {
-        calls.reach(
-            {.raise = [this] { ++raised; },
-             .isBusy = [] { return QApplication::activeModalWidget() != nullptr; },
-             .open = [this](const QString& file) { form->openFromDesktop(file); }});
+        calls.reach({.raise = [this] { ++raised; },
+                     .isBusy = [] { return QApplication::activeModalWidget() != nullptr; },
+                     .open = [this](const QString& file) { form->openFromDesktop(file); }});
     }
     /// Whether the program took the call.
     bool call(const char* method, const QVariantList& arguments) const {
@@ -99,11 +98,11 @@ TEST_F(DesktopCallsOnABus, ACallBeforeTheMainWindowStandsWaitsForIt) {
 
 TEST_F(DesktopCallsOnABus, TheCallIsAnsweredBeforeAnythingIsSaidAboutItsFile) {
     ASSERT_TRUE(calls.answerOn(connection("program")));
-    QDBusMessage message = QDBusMessage::createMethodCall(kId, QStringLiteral("/org/sixtrace/Sixtrace"),
-                                                          QStringLiteral("org.freedesktop.Application"),
-                                                          QStringLiteral("Open"));
-    message.setArguments({QStringList{QUrl::fromLocalFile(path(QStringLiteral("missing.bin"))).toString()},
-                          QVariantMap()});
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(kId, QStringLiteral("/org/sixtrace/Sixtrace"),
+                                       QStringLiteral("org.freedesktop.Application"), QStringLiteral("Open"));
+    message.setArguments(
+        {QStringList{QUrl::fromLocalFile(path(QStringLiteral("missing.bin"))).toString()}, QVariantMap()});
     const QDBusPendingCall pending = connection("desktop").asyncCall(message);
     bool opened = false;
     calls.reach({.raise = {}, .isBusy = {}, .open = [&](const QString&) {

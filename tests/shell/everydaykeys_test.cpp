@@ -253,6 +253,16 @@ TEST_F(ZeroMarkerKeys, OtherKeysPassAndDuringTimedAcquisitionAllAreRefused) {
     EXPECT_EQ(marker(0).Top(), top);
 }
 
+TEST_F(ZeroMarkerKeys, EnterChoosesTheColourAsADoubleClickDoes) {
+    openFlatActive();
+    for (const Qt::Key enter : {Qt::Key_Return, Qt::Key_Enter}) {
+        model->LineColor[2] = 0;
+        dialogs.colours.emplace_back(0x00123456);
+        key(marker(2), enter);
+        EXPECT_EQ(model->LineColor[2], 0x00123456U);
+    }
+}
+
 TEST_F(ZeroMarkerKeys, TheFocusShowsOnceAKeyBroughtItOrUsedIt) {
     openFlatActive();
     marker(0).setFocus(Qt::MouseFocusReason);

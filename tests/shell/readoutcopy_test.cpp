@@ -48,8 +48,7 @@ TEST_F(CopiedReadouts, ReadoutsAndMeasurementsAreLinesOfNameValueAndUnit) {
     }
     fill("LabPe", "1.000 mS");
     fill("LabMaxx", "50.0 mV");
-    EXPECT_EQ(copied(),
-              QStringLiteral("y1\t25.00\tmV\nx1\t1.500\tmS\n周期\t1.000 mS\n峰峰值\t50.0 mV"));
+    EXPECT_EQ(copied(), QStringLiteral("y1\t25.00\tmV\nx1\t1.500\tmS\n周期\t1.000 mS\n峰峰值\t50.0 mV"));
     item("mnuEnglish").trigger();
     fill("LabPe", "1.000 mS");
     EXPECT_TRUE(copied().contains(QStringLiteral("Period\t1.000 mS")));

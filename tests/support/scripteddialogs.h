@@ -20,7 +20,8 @@ public:
     std::deque<Answer> answers;
     std::vector<FileRequest> fileRequests;
     QStringList messages; ///< and questions
-    QStringList titles;   ///< of each message
+    QStringList colourTitles;
+    QStringList titles; ///< of each message
     std::vector<MessageIcon> messageIcons;
     std::function<void()> whileFileDialogIsOpen; ///< what else happens meanwhile
     std::function<void()> whileMessageStands;    ///< the same for a message
@@ -33,7 +34,10 @@ public:
         return take(files);
     }
     std::optional<FileChoice> ShowSave(const FileRequest& request) override { return ShowOpen(request); }
-    std::optional<Colour> ShowColor(Colour) override { return take(colours); }
+    std::optional<Colour> ShowColor(Colour, const QString& title) override {
+        colourTitles.append(title);
+        return take(colours);
+    }
     void message(const QString& text, MessageIcon icon, const QString& title) override {
         messages.append(text);
         titles.append(title);
