@@ -327,6 +327,14 @@ TEST_F(KqxData, ChannelsThatCannotShareASessionAreNamedInTheirGroups) {
     EXPECT_EQ(files(), (QStringList{u"a.bin"_s, u"a.sr"_s, u"c.bin"_s}));
 }
 
+TEST_F(KqxData, ATableWithoutRowsIsNoWorkbook) {
+    capture(u"e.bin"_s, {});
+    const Ran ran = kqx({u"table"_s, u"e.bin"_s, u"e.xlsx"_s});
+    EXPECT_EQ(ran.exitCode, 1);
+    EXPECT_EQ(ran.err, "kqx: e.bin: Subscript out of range\n");
+    EXPECT_EQ(files(), QStringList{u"e.bin"_s});
+}
+
 TEST_F(KqxData, ACaptureWithoutChannelsConvertsToNoSamples) {
     capture(u"e.bin"_s, {});
     EXPECT_EQ(kqx({u"convert"_s, u"e.bin"_s, u"e.csv"_s}).exitCode, 0);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What the help pages name has to be there in the program: menu paths, captions, keys and messages.
+#include "platform/qtprinters.h"
 #include "shell/frmcomfixture.h"
 #include "support/printing.h"
 
@@ -85,6 +86,7 @@ TEST_P(HelpPages, EveryMenuPathIsInTheProgram) {
 
 TEST_P(HelpPages, EveryCaptionIsInTheLanguageFile) {
     QSet<QString> captions{u"USB"_s, u"Yes"_s}; // the list's first entry, and a button of the desktop's
+    captions << QtPrinters::pdfDevice();
     for (const QString& line : contentOf(u"lang/"_s + GetParam().language).split(u'\n')) {
         captions << plain(line.section(u'=', 1));
     }
