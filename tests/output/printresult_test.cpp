@@ -282,7 +282,7 @@ TEST_F(PageTest, FineTicksOfTheMiddleReach100TwipsToTheLeftAnd110ToTheRight) {
     picture.BackColor = 0;
     ASSERT_TRUE(picture.setSize(12010, 8010));
     picture.ForeColor = kWhite;
-    drawPageGraticule(picture, 12000, 8000, true, 12);
+    drawPageGraticule(picture, 12000, 8000, Graticule::Dotted, 12);
     const int row = 1800 / 4; // the ninth of forty, on no division
     const auto lit = [&](int x) { return picture.Image().pixel(x, row) == 0xFFFFFFFF; };
     EXPECT_FALSE(lit(5900 / 4 - 1));
@@ -298,7 +298,7 @@ TEST_F(PageTest, FineTicksStandWithoutTheGraticuleToo) {
     picture.BackColor = 0;
     ASSERT_TRUE(picture.setSize(12010, 8010));
     picture.ForeColor = kWhite;
-    drawPageGraticule(picture, 12000, 8000, false, 12);
+    drawPageGraticule(picture, 12000, 8000, Graticule::Cross, 12);
     const auto lit = [&](int x, int y) { return picture.Image().pixel(x, y) == 0xFFFFFFFF; };
     // The ninth row of forty and the first column of sixty: on no division, so no long tick covers them.
     for (const int x : {20, 1476, 1500, 2980}) {
@@ -320,7 +320,7 @@ TEST_F(PageTest, FineTicksStandAtAllFourEdgesAndOnBothCentreLines) {
     picture.BackColor = 0;
     ASSERT_TRUE(picture.setSize(12010, 8010));
     picture.ForeColor = kWhite;
-    drawPageGraticule(picture, 12000, 8000, true, 12);
+    drawPageGraticule(picture, 12000, 8000, Graticule::Dotted, 12);
     const auto lit = [&](int x, int y) { return picture.Image().pixel(x, y) == 0xFFFFFFFF; };
     // The ninth row of forty: 110 twips at the right edge.
     EXPECT_FALSE(lit((12000 - 110) / 4 - 1, 450));
