@@ -134,6 +134,18 @@ TEST_F(PrinterChoice, WithoutAnyPrinterNoDialogShows) {
     EXPECT_TRUE(devices.shown.empty());
 }
 
+TEST_F(PrinterChoice, ThereIsNoTraceOfAPrinterThatHasGoneSinceItWasChosen) {
+    const LogLines log;
+    QLoggingCategory::setFilterRules(QStringLiteral("sixtrace.print.debug=true"));
+    ASSERT_TRUE(printer.properties());
+    devices.gone = true;
+    tracePrinter(printer, dialog);
+    EXPECT_TRUE(LogLines::lines().isEmpty());
+    devices.gone = false;
+    tracePrinter(printer, dialog);
+    EXPECT_EQ(LogLines::lines().size(), 11);
+}
+
 TEST_F(PrinterChoice, TheTraceIsSilentUnlessAskedFor) {
     const LogLines log;
     devices.answer = [](PrinterDialog&) { return true; };
