@@ -22,6 +22,8 @@ function(sixtrace_install)
     set(packaging "${CMAKE_SOURCE_DIR}/packaging")
     set(id org.sixtrace.Sixtrace)
     install(TARGETS sixtrace kqx sixtrace-instrument RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+    # kqx starts this one for the commands that need the desktop's libraries; nobody calls it by hand.
+    install(TARGETS kqx-desktop RUNTIME DESTINATION "${SIXTRACE_INSTALL_LIBRARY}")
     install(TARGETS ttdll LIBRARY DESTINATION "${SIXTRACE_INSTALL_LIBRARY}")
     install(FILES "${CMAKE_SOURCE_DIR}/src/ttdll/ttdll.ini" DESTINATION "${SIXTRACE_INSTALL_SHARED}")
     install(DIRECTORY "${CMAKE_SOURCE_DIR}/lang/" DESTINATION "${SIXTRACE_INSTALL_SHARED}" FILES_MATCHING PATTERN "*.Lan")
@@ -30,6 +32,11 @@ function(sixtrace_install)
         FILES_MATCHING REGEX "/(main|table|preview|receive|ports)-(zh|en)\\.png$")
 
     install(FILES "${packaging}/${id}.desktop" DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
+    install(FILES "${packaging}/${id}.thumbnailer" DESTINATION "${CMAKE_INSTALL_DATADIR}/thumbnailers")
+    install(FILES "${packaging}/completions/kqx.bash"
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME kqx)
+    install(FILES "${packaging}/completions/_kqx" DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions")
+    install(FILES "${packaging}/completions/kqx.fish" DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d")
     install(FILES "${packaging}/${id}.metainfo.xml" DESTINATION "${CMAKE_INSTALL_DATADIR}/metainfo")
     install(FILES "${packaging}/${id}.mime.xml" DESTINATION "${CMAKE_INSTALL_DATADIR}/mime/packages" RENAME "${id}.xml")
     install(FILES "${CMAKE_SOURCE_DIR}/src/shell/pictures/icon.svg"

@@ -2,7 +2,6 @@
 // The capture reader, the fault finder and a frame of what was read, over any bytes.
 #include "capture/capturecheck.h"
 #include "capture/capturefile.h"
-#include "capture/plaincaptureview.h"
 #include "view/defaults.h"
 #include "view/frame.h"
 #include "view/geometry.h"
@@ -34,11 +33,9 @@ struct Bench {
     Picture picHidden0{kSurfaceWidth, kSurfaceHeight};
 };
 
-void drawFrame(Bench& bench, const PlainCaptureView& view, bool line) {
-    FrameInputs inputs;
-    inputs.line = line;
-    inputs.selected = view.ticks;
-    inputs.markerTop = view.markerTops;
+void drawFrame(Bench& bench, const ScreenState& screen, TraceStyle style) {
+    FrameInputs inputs = frameInputs(screen);
+    inputs.style = style;
     bench.renderer.PicReDrawT(*bench.model, inputs, bench.picture2, bench.picHidden0);
 }
 
@@ -54,15 +51,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
         file.write(reinterpret_cast<const char*>(data), static_cast<qint64>(size));
     }
-    PlainCaptureView view(model);
-    SimpleWav(bench.path, model, view);
-    for (std::size_t c = 0; c < kChannels; ++c) {
+    UnseenScreen loaded(model);
+    SimpleWav(bench.path, loaded.scope());
+    for (int c = 0; c < kChannels; ++c) {
         require(model.ChannelPresent[c] <= 1);
-        require(view.ticks[c] ? model.FileKind != 0 : true);
+        require(loaded.state.ticks[c] ? model.FileKind != 0 : true);
     }
     require(checkCapture(bench.path).size() <= kFaultLimit);
-    drawFrame(bench, view, true);
-    drawFrame(bench, view, false);
-    static_cast<void>(OpenBinFile(bench.path, model, view));
+    drawFrame(bench, loaded.state, TraceStyle::Lines);
+    drawFrame(bench, loaded.state, TraceStyle::Points);
+    static_cast<void>(OpenBinFile(bench.path, loaded.scope()));
     return 0;
 }

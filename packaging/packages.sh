@@ -7,13 +7,13 @@
 build_packages="g++ cmake ninja-build ccache pkg-config git
     qt6-base-dev qt6-serialport-dev qt6-svg-dev libgl-dev libfontconfig-dev
     qt6-qpa-plugins libqt6svg6 qt6-translations-l10n fonts-wqy-microhei fonts-dejavu-core
-    libusb-1.0-0-dev libxlsxwriter-dev"
+    libusb-1.0-0-dev libxlsxwriter-dev libzip-dev"
 
 # What the tests need on top. Workbooks are read back by programs that are not ours.
 test_packages="libgtest-dev libgmock-dev libumockdev-dev umockdev
     xvfb openbox xdotool imagemagick x11-utils
     dbus-daemon desktop-file-utils appstream mandoc libxml2-utils libglib2.0-bin shared-mime-info dpkg-dev file
-    catdoc gnumeric python3 python3-openpyxl python3-xlrd
+    catdoc gnumeric python3 python3-numpy python3-openpyxl python3-xlrd sigrok-cli
     cups cups-client cups-filters poppler-utils"
 
 # What the programs of bench/ need on top: the measuring library, and the pair that the serial line is compared to.

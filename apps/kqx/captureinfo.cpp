@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "captureinfo.h"
 
-#include "capture/capturefile.h"
-#include "platform/numbers.h"
+#include "capture/measure.h"
+#include "capture/rangetexts.h"
+#include "jsontext.h"
 
-#include <QJsonArray>
-
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 
@@ -13,111 +14,187 @@ namespace sixtrace::kqx {
 
 namespace {
 
-QString formName(const publicM& model) {
-    if (model.FileKind < 1) {
-        return {};
+/// `,"name":value`.
+template<typename T>
+void appendKey(std::string& out, std::string_view name, T value) {
+    out += ",\"";
+    out += name;
+    out += "\":";
+    if constexpr (std::is_floating_point_v<T>) {
+        appendJsonNumber(out, value);
+    } else {
+        appendInteger(out, value);
     }
-    const std::string_view tag = captureForms().at(static_cast<std::size_t>(model.FileKind) - 1).tag;
-    return QString::fromLatin1(tag.data(), static_cast<qsizetype>(tag.size()));
 }
 
-/// The shortest decimal that gives this 32-bit real back, as a JSON number; null where there is none.
-QJsonValue number(float value) {
-    if (!std::isfinite(value)) {
-        return QJsonValue::Null;
-    }
+void appendChannelJson(std::string& out, std::size_t index, const ChannelRecord& channel) {
+    out += "{\"index\":";
+    appendInteger(out, static_cast<std::int64_t>(index));
+    out += ",\"label\":\"";
+    out += recordLabel(index);
+    out += '"';
+    appendKey(out, "ChannelPresent", channel.present ? 1 : 0);
+    appendKey(out, "ScreenPoints", channel.ScreenPoints);
+    appendKey(out, "SampleCount", channel.SampleCount);
+    appendKey(out, "ScanPoint", channel.ScanPoint);
+    appendKey(out, "TimeIndex", channel.TimeIndex);
+    appendKey(out, "ZeroLevel", channel.ZeroLevel);
+    appendKey(out, "VoltIndex", channel.VoltIndex);
+    appendKey(out, "ProbeExp", channel.ProbeExp);
+    appendKey(out, "SampleInterval", channel.SampleInterval);
+    appendKey(out, "Frequency", channel.Frequency);
+    appendKey(out, "Period", channel.Period);
+    appendKey(out, "VoltPerCount", channel.VoltPerCount);
+    appendKey(out, "TimeIndexFile", channel.TimeIndexFile);
+    appendKey(out, "VoltIndexFile", channel.VoltIndexFile);
+    appendKey(out, "TimeIndexView", channel.TimeIndexFile);
+    appendKey(out, "VoltIndexView", channel.VoltIndexView);
+    appendKey(out, "PeakToPeak", channel.PeakToPeak);
+    appendKey(out, "peak_to_peak_v", channel.PeakToPeak * voltsPerCount(channel));
+    appendKey(out, "interval_s", secondsPerSample(channel));
+    appendKey(out, "probe", probeFactorOf(channel));
+    out += '}';
+}
+
+/// A number for people, with at most `digits` significant ones.
+std::string generalNumber(double value, int digits) {
     std::array<char, 32> buffer{};
-    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
-    double decimal = 0;
-    std::from_chars(buffer.data(), end, decimal);
-    return decimal;
+    const auto [end, error] =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::general, digits);
+    std::string text(buffer.data(), end);
+    std::replace(text.begin(), text.end(), 'e', 'E');
+    return text;
+}
+std::string generalNumber(float value) {
+    return generalNumber(static_cast<double>(value), 7);
 }
 
-QString rowText(const auto& table, int row) {
-    return row >= 0 && static_cast<std::size_t>(row) < table.size() ? table[static_cast<std::size_t>(row)]
-                                                                    : QStringLiteral("no such row");
+/// Tags of the 20 family: W01, W11 and V10.
+bool isOf20(int fileKind) {
+    return fileKind == 3 || fileKind == 5 || fileKind == 6;
 }
 
-QJsonObject channelJson(const publicM& model, int channel) {
-    const auto c = static_cast<std::size_t>(channel);
-    return {
-        {QStringLiteral("index"), channel},
-        {QStringLiteral("label"), channelName(channel)},
-        {QStringLiteral("ChannelPresent"), model.ChannelPresent[c]},
-        {QStringLiteral("ScreenPoints"), model.ScreenPoints[c]},
-        {QStringLiteral("SampleCount"), model.SampleCount[c]},
-        {QStringLiteral("ScanPoint"), model.ScanPoint[c]},
-        {QStringLiteral("TimeIndex"), model.TimeIndex[c]},
-        {QStringLiteral("ZeroLevel"), model.ZeroLevel[c]},
-        {QStringLiteral("VoltIndex"), model.VoltIndex[c]},
-        {QStringLiteral("ProbeExp"), model.ProbeExp[c]},
-        {QStringLiteral("SampleInterval"), number(model.SampleInterval[c])},
-        {QStringLiteral("Frequency"), number(model.Frequency[c])},
-        {QStringLiteral("Period"), number(model.Period[c])},
-        {QStringLiteral("VoltPerCount"), number(model.VoltPerCount[c])},
-        {QStringLiteral("TimeIndexFile"), model.TimeIndexFile[c]},
-        {QStringLiteral("VoltIndexFile"), model.VoltIndexFile[c]},
-        {QStringLiteral("TimeIndexView"), model.TimeIndexView[c]},
-        {QStringLiteral("VoltIndexView"), model.VoltIndexView[c]},
-        {QStringLiteral("PeakToPeak"), model.PeakToPeak[c]},
-    };
+std::string timeBaseText(int fileKind, std::int32_t row) {
+    if (row < 0 || row >= static_cast<std::int32_t>(kTimeBaseTexts.size())) {
+        return "no such row";
+    }
+    const auto index = static_cast<std::size_t>(row);
+    return isOf20(fileKind) && row % 3 == 2 ? kTimeBaseTextsOf20.at(index / 3).text : kTimeBaseTexts.at(index).text;
+}
+
+std::string voltText(int probeExp, int row) {
+    if (probeExp < 0 || probeExp >= static_cast<int>(kVoltListTexts.size())) {
+        return "no such probe";
+    }
+    const auto& list = kVoltListTexts.at(static_cast<std::size_t>(probeExp));
+    return row < 0 || row >= static_cast<int>(list.size()) ? "no such row" : list.at(static_cast<std::size_t>(row));
+}
+
+void appendLine(std::string& out, std::string_view name, const std::string& value) {
+    constexpr std::size_t kNameWidth = 16;
+    out += "  ";
+    out += name;
+    out.append(kNameWidth - name.size(), ' ');
+    out += value;
+    out += '\n';
 }
 
 } // namespace
 
-QJsonObject captureJson(const publicM& model, const std::vector<CaptureFault>& faults) {
-    QJsonArray channels;
-    for (int channel = 0; channel < kChannels; ++channel) {
-        if (model.ChannelPresent[static_cast<std::size_t>(channel)] == 1) {
-            channels.append(channelJson(model, channel));
-        }
+void appendFaults(std::string& out, const CaptureRecord& record) {
+    out += ",\"faults\":[";
+    for (const RecordFault& fault : record.faults) {
+        out += &fault == &record.faults.front() ? "{\"offset\":" : ",{\"offset\":";
+        appendInteger(out, fault.offset);
+        out += ",\"text\":";
+        appendJsonString(out, fault.text);
+        out += '}';
     }
-    QJsonArray faultList;
-    for (const CaptureFault& fault : faults) {
-        faultList.append(QJsonObject{{QStringLiteral("offset"), static_cast<qint64>(fault.offset)},
-                                     {QStringLiteral("text"), fault.text}});
-    }
-    return {
-        {QStringLiteral("form"), formName(model)},
-        {QStringLiteral("FileKind"), model.FileKind},
-        {QStringLiteral("channels"), channels},
-        {QStringLiteral("faults"), faultList},
-    };
+    out += ']';
 }
 
-QString captureText(const publicM& model) {
-    QString text = QStringLiteral("form %1, FileKind %2\n").arg(formName(model)).arg(model.FileKind);
-    for (int channel = 0; channel < kChannels; ++channel) {
-        const auto c = static_cast<std::size_t>(channel);
-        if (model.ChannelPresent[c] != 1) {
+void appendErrorJson(std::string& out, std::string_view file, const CaptureRecord& record) {
+    out += '{';
+    appendJsonFile(out, file);
+    out += ",\"error\":";
+    appendJsonString(out, record.faults.front().text);
+    out += "}\n";
+}
+
+void appendInfoJson(std::string& out, std::string_view file, const CaptureRecord& record) {
+    if (!record.isCapture()) {
+        appendErrorJson(out, file, record);
+        return;
+    }
+    out += '{';
+    appendJsonFile(out, file);
+    out += ",\"form\":\"";
+    out += record.form();
+    out += "\",\"FileKind\":";
+    appendInteger(out, record.FileKind);
+    out += ",\"channels\":[";
+    bool first = true;
+    for (std::size_t c = 0; c < record.channels.size(); ++c) {
+        if (record.channels[c].present) {
+            if (!first) {
+                out += ',';
+            }
+            first = false;
+            appendChannelJson(out, c, record.channels[c]);
+        }
+    }
+    out += ']';
+    appendFaults(out, record);
+    out += "}\n";
+}
+
+void appendTitle(std::string& out, std::string_view file, std::size_t index) {
+    if (index > 0) {
+        out += '\n';
+    }
+    out += validUtf8(file);
+    out += ":\n";
+}
+
+void appendInfoText(std::string& out, const CaptureRecord& record) {
+    out += "form ";
+    out += record.form();
+    out += ", FileKind " + std::to_string(record.FileKind) + '\n';
+    for (std::size_t c = 0; c < record.channels.size(); ++c) {
+        const ChannelRecord& channel = record.channels[c];
+        if (!channel.present) {
             continue;
         }
-        const auto* volts = voltListTexts(model.ProbeExp[c]);
-        const double peak =
-            probeFactor(model.ProbeExp[c]) * model.PeakToPeak[c] * static_cast<double>(model.VoltPerCount[c]);
-        const NumberMarks marks;
-        text += QStringLiteral("\n%1\n").arg(channelName(channel));
-        const auto line = [&text](const char* name, const QString& value) {
-            text += QStringLiteral("  ") + QString::fromLatin1(name).leftJustified(16) + value + u'\n';
-        };
-        line("samples", QStringLiteral("%1, %2 a screen").arg(model.SampleCount[c]).arg(model.ScreenPoints[c]));
-        line(
-            "time base",
-            QStringLiteral("%1 (row %2)").arg(rowText(model.TimeBaseText, model.TimeIndex[c])).arg(model.TimeIndex[c]));
-        line("volts",
-             QStringLiteral("%1 (row %2)")
-                 .arg(volts != nullptr ? rowText(*volts, model.VoltIndexView[c]) : QStringLiteral("no such probe"))
-                 .arg(model.VoltIndexView[c]));
-        line("probe", QStringLiteral("1:%1").arg(generalText(probeFactor(model.ProbeExp[c]), marks)));
-        line("zero level", QString::number(100 - std::int64_t{model.ZeroLevel[c]}));
-        line("scan point", QString::number(model.ScanPoint[c]));
-        line("interval", generalText(model.SampleInterval[c], marks) + QStringLiteral(" us"));
-        line("frequency", generalText(model.Frequency[c], marks) + QStringLiteral(" Hz"));
-        line("period", generalText(model.Period[c], marks) + QStringLiteral(" us"));
-        line("per count", generalText(model.VoltPerCount[c], marks) + QStringLiteral(" mV"));
-        line("peak to peak", generalText(static_cast<float>(peak), marks) + QStringLiteral(" mV"));
+        const double factor = probeFactorOf(channel);
+        const double peak = factor * channel.PeakToPeak * static_cast<double>(channel.VoltPerCount);
+        out += '\n';
+        out += recordLabel(c);
+        out += '\n';
+        appendLine(out, "samples",
+                   std::to_string(channel.SampleCount) + ", " + std::to_string(channel.ScreenPoints) + " a screen");
+        appendLine(out, "time base",
+                   timeBaseText(record.FileKind, channel.TimeIndex) + " (row " + std::to_string(channel.TimeIndex) +
+                       ')');
+        appendLine(out, "volts",
+                   voltText(channel.ProbeExp, channel.VoltIndexView) + " (row " +
+                       std::to_string(channel.VoltIndexView) + ')');
+        appendLine(out, "probe", "1:" + generalNumber(factor, 15));
+        appendLine(out, "zero level", std::to_string(100 - std::int64_t{channel.ZeroLevel}));
+        appendLine(out, "scan point", std::to_string(channel.ScanPoint));
+        appendLine(out, "interval", generalNumber(channel.SampleInterval) + " us");
+        appendLine(out, "frequency", generalNumber(channel.Frequency) + " Hz");
+        appendLine(out, "period", generalNumber(channel.Period) + " us");
+        appendLine(out, "per count", generalNumber(channel.VoltPerCount) + " mV");
+        appendLine(out, "peak to peak", generalNumber(static_cast<float>(peak)) + " mV");
     }
-    return text;
+}
+
+std::string faultLines(std::string_view file, const CaptureRecord& record) {
+    std::string lines;
+    for (const RecordFault& fault : record.faults) {
+        lines += "kqx: " + validUtf8(file) + ": at byte " + std::to_string(fault.offset) + ": " + fault.text + '\n';
+    }
+    return lines;
 }
 
 } // namespace sixtrace::kqx

@@ -26,7 +26,7 @@ constexpr int kLongestTimeoutS = 30;
 QString portLocation(const QString& port) {
     bool isNumber = false;
     const int number = port.toInt(&isNumber);
-    return isNumber ? serialPortLocation(programFolder(), number) : QFileInfo(port).absoluteFilePath();
+    return isNumber ? serialPortLocation(kqxProgramFolder(), number) : QFileInfo(port).absoluteFilePath();
 }
 
 /// The folders that fetches receive into. A bitmap bears the name that the instrument gives it.
@@ -131,7 +131,7 @@ int fetch(const QStringList& arguments) {
     }
     catchInterrupt();
     const auto link = parser.isSet(serial) ? serialLink(location, static_cast<int>(patience * 1000))
-                                           : usbLink(ttLibraryFolder(programFolder()));
+                                           : usbLink(ttLibraryFolder(kqxProgramFolder()));
     int fetched = 0;
     ExitCode firstFailure = Done;
     QElapsedTimer clock;

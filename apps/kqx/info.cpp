@@ -1,45 +1,67 @@
 // SPDX-License-Identifier: MIT
-// kqx info: what a capture holds, and what is wrong with it.
+// kqx info: what captures hold, and what is wrong with them.
+#include "batch.h"
 #include "captureinfo.h"
-#include "commands.h"
+#include "datacommands.h"
+#include "jsontext.h"
 
-#include "capture/capturefile.h"
-#include "capture/plaincaptureview.h"
-
-#include <QFileInfo>
-#include <QJsonDocument>
-#include <QTextStream>
+#include "platform/bytefile.h"
 
 #include <memory>
 
 namespace sixtrace::kqx {
 
-int info(const QStringList& arguments) {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Tells what a capture file holds, and names its faults."));
-    const QCommandLineOption json(QStringLiteral("json"), QStringLiteral("Print JSON instead of text."));
-    parser.addOption(json);
-    if (const auto code = parse(parser, QStringLiteral("info"), arguments, {QStringLiteral("FILE")})) {
+namespace {
+
+const Usage& usage() {
+    static const Usage made{
+        "info", "FILE...", "Tells what capture files hold, and names their faults.",
+        withOptions({{"json", nullptr, "Print a line of JSON for each FILE instead of text."}}, listOptions())};
+    return made;
+}
+
+/// What one job keeps between files.
+struct Reader {
+    ByteFile file;
+    CaptureRecord record;
+};
+
+} // namespace
+
+int info(const std::vector<std::string>& arguments) {
+    Arguments given;
+    if (const auto code = given.parse(usage(), arguments)) {
         return *code;
     }
-    const QString file = parser.positionalArguments().constFirst();
-
-    const auto model = std::make_unique<publicM>();
-    model->fillTables();
-    const std::vector<CaptureFault> faults = checkCapture(file);
-    if (QFileInfo(file).isFile()) {
-        PlainCaptureView view(*model);
-        SimpleWav(file, *model, view);
+    const bool json = given.has("json");
+    auto files = filesToRead(usage(), given);
+    if (!files) {
+        return files.code();
     }
-    QTextStream out(stdout);
-    if (parser.isSet(json)) {
-        out << QJsonDocument(captureJson(*model, faults)).toJson();
-    } else if (model->FileKind != 0) {
-        out << captureText(*model);
+    auto jobs = jobsOf(given);
+    if (!jobs) {
+        return jobs.code();
     }
-    out.flush();
-    nameFaults(file, faults);
-    return faults.empty() ? Done : Failed;
+    const bool titled = files->size() > 1;
+    return runBatch(files->size(), *jobs, [&]() -> Work {
+        return [&, reader = std::make_shared<Reader>()](std::size_t i, Answer& answer) {
+            const std::string& name = (*files)[i];
+            const CaptureRecord& record = reader->record;
+            readRecord(name, reader->file, reader->record);
+            if (json) {
+                appendInfoJson(answer.out, name, record);
+            } else if (record.isCapture()) {
+                if (titled) {
+                    appendTitle(answer.out, name, i);
+                }
+                appendInfoText(answer.out, record);
+            }
+            if (!record.faults.empty()) {
+                answer.err += faultLines(name, record);
+                answer.code = Failed;
+            }
+        };
+    });
 }
 
 } // namespace sixtrace::kqx

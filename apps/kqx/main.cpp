@@ -1,150 +1,89 @@
 // SPDX-License-Identifier: MIT
-// The command-line companion: the program's libraries for scripts and machines without a display.
-#include "commands.h"
-
-#include "capture/capturefile.h"
-#include "view/defaults.h"
-
-#include <QFileInfo>
-#include <QGuiApplication>
-#include <QTextStream>
+// The command-line companion. What reads numbers out of captures is done here; a command that draws, talks to the
+// instrument or to the desktop is handed on to a program beside this one, which loads the libraries for it.
+#include "commandlist.h"
+#include "datacommands.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <memory>
-#include <string_view>
+#include <cstdlib>
+#include <string>
+#include <unistd.h>
+#include <vector>
 
 namespace sixtrace::kqx {
 
 namespace {
 
-enum class Writes { Text, Pages };
-
-struct Command {
-    const char* name;
-    const char* summary;
-    int (*run)(const QStringList& arguments);
-    Writes writes = Writes::Text;
-};
-
-constexpr std::array<Command, 7> kCommands{{
-    {"fetch", "fetch captures from the instrument", fetch},
-    {"info", "tell what a capture file holds, and what is wrong with it", info},
-    {"open", "open a capture in the running program, or start it", open},
-    {"page", "write the printed page of a capture as a PDF file", page, Writes::Pages},
-    {"ports", "tell which ways to an instrument there are, and why one does not open", ports},
-    {"screen", "write the screen of a capture as a PNG file", screen},
-    {"table", "write the samples of a capture as text, CSV or workbook", table},
-}};
-
-/// Letters on a page come from the fonts of a platform that needs no display.
-std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv) {
-    const bool pages = argc > 1 && std::any_of(kCommands.begin(), kCommands.end(), [&](const Command& command) {
-                           return command.writes == Writes::Pages && std::string_view(argv[1]) == command.name;
-                       });
-    if (!pages) {
-        return std::make_unique<QCoreApplication>(argc, argv);
+std::string overview() {
+    constexpr std::size_t kNameWidth = 9;
+    std::string text = "Usage: kqx COMMAND ...\n\nCommands:\n";
+    for (const CommandEntry& command : kCommands) {
+        text += "  " + std::string(command.name) + std::string(kNameWidth - command.name.size(), ' ') +
+                std::string(command.summary) + '\n';
     }
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    return std::make_unique<QGuiApplication>(argc, argv);
+    return text + "\nkqx COMMAND --help tells more. Exit codes: 0 done, 1 failed or a fault was found, 2 wrong use.\n";
 }
 
-QString overview() {
-    QString text = QStringLiteral("Usage: kqx COMMAND ...\n\nCommands:\n");
-    for (const Command& command : kCommands) {
-        text += QStringLiteral("  ") + QString::fromLatin1(command.name).leftJustified(8) +
-                QString::fromLatin1(command.summary) + u'\n';
-    }
-    return text + QStringLiteral("\nkqx COMMAND --help tells more. Exit codes: 0 done, 1 failed or a fault was found, "
-                                 "2 wrong use.\n");
+/// The folder of this program, with a slash at its end.
+std::string ownFolder() {
+    char* const self = ::realpath("/proc/self/exe", nullptr);
+    std::string path = self != nullptr ? std::string(self) : std::string("./");
+    std::free(self); // NOLINT(cppcoreguidelines-no-malloc): realpath allocates so
+    path.resize(path.rfind('/') + 1);
+    return path;
 }
 
-} // namespace
-
-int fail(ExitCode code, const QString& text) {
-    QTextStream(stderr) << "kqx: " << text << Qt::endl;
-    return code;
+/// Becomes the program of the desktop's commands; returns only where that is not there. It takes the place of this
+/// process, so that signals and the exit code are its own.
+int handOn(char** argv) {
+    const std::string own = ownFolder();
+    // The program is told whose folder counts: language files and the transfer library are looked for beside kqx.
+    std::string self = own + "kqx";
+    argv[0] = self.data();
+    for (const std::string& folder : {own, own + SIXTRACE_LIBRARY_FROM_PROGRAMS + '/'}) {
+        ::execv((folder + std::string(kDesktopProgram)).c_str(), argv);
+    }
+    return failWith(Failed, std::string(kDesktopProgram) + " is not installed beside kqx, so this command cannot run");
 }
 
-void nameFaults(const QString& file, const std::vector<CaptureFault>& faults) {
-    QTextStream err(stderr);
-    for (const CaptureFault& fault : faults) {
-        err << "kqx: " << file << ": at byte " << fault.offset << ": " << fault.text << '\n';
-    }
+void print(const std::string& text) {
+    std::fwrite(text.data(), 1, text.size(), stdout);
 }
 
-std::unique_ptr<publicM> defaultModel() {
-    auto model = std::make_unique<publicM>();
-    model->fillTables();
-    applyDefaultColours(*model);
-    return model;
-}
-
-std::optional<ExitCode> openCapture(const QString& file, publicM& model, CaptureView& view) {
-    const std::vector<CaptureFault> faults = checkCapture(file);
-    nameFaults(file, faults);
-    if (QFileInfo(file).isFile()) {
-        SimpleWav(file, model, view);
+int run(int argc, char** argv) {
+    if (argc < 2) {
+        return failWith(WrongUse, "no command given\n\n" + overview());
     }
-    if (model.FileKind == 0) {
-        return std::nullopt;
-    }
-    return faults.empty() ? Done : Failed;
-}
-
-std::optional<int> parse(QCommandLineParser& parser, const QString& command, const QStringList& arguments,
-                         const QStringList& positional) {
-    parser.addHelpOption();
-    for (const QString& name : positional) {
-        parser.addPositionalArgument(name, QString());
-    }
-    if (!parser.parse(QStringList{QStringLiteral("kqx ") + command} + arguments)) {
-        return fail(WrongUse, parser.errorText());
-    }
-    if (parser.isSet(QStringLiteral("help"))) {
-        QString text = parser.helpText();
-        text.replace(QCoreApplication::arguments().constFirst(), QStringLiteral("kqx ") + command);
-        QTextStream(stdout) << text;
+    const std::string_view name = argv[1];
+    if (name == "--help" || name == "-h" || name == "help") {
+        print(overview());
         return Done;
     }
-    if (parser.positionalArguments().size() != positional.size()) {
-        return fail(WrongUse, QStringLiteral("kqx %1 takes %2").arg(command, positional.join(u' ')));
-    }
-    return std::nullopt;
-}
-
-} // namespace sixtrace::kqx
-
-namespace sixtrace::kqx {
-
-namespace {
-
-int run(QStringList arguments) {
-    if (arguments.isEmpty()) {
-        return fail(WrongUse, QStringLiteral("no command given\n") + overview());
-    }
-    const QString name = arguments.takeFirst();
-    if (name == u"--help" || name == u"-h" || name == u"help") {
-        QTextStream(stdout) << overview();
+    if (name == "--version") {
+        print("kqx " SIXTRACE_VERSION "\n");
         return Done;
     }
-    if (name == u"--version") {
-        QTextStream(stdout) << "kqx " << SIXTRACE_VERSION << '\n';
-        return Done;
+    const auto command = std::find_if(kCommands.begin(), kCommands.end(),
+                                      [name](const CommandEntry& entry) { return entry.name == name; });
+    if (command == kCommands.end()) {
+        return failWith(WrongUse, "unknown command \"" + std::string(name) + "\"\n\n" + overview());
     }
-    for (const Command& command : kCommands) {
-        if (name == QLatin1String(command.name)) {
-            return command.run(arguments);
-        }
+    if (command->by == DoneBy::Desktop) {
+        return handOn(argv);
     }
-    return fail(WrongUse, QStringLiteral("unknown command \"%1\"\n").arg(name) + overview());
+    const std::vector<std::string> arguments(argv + 2, argv + argc);
+    if (name == "info") {
+        return info(arguments);
+    }
+    return name == "measure" ? measure(arguments) : convert(arguments);
 }
 
 /// The code to end with, once it is known whether all that was printed has gone out.
 int afterPrinting(int code) {
     if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-        return fail(Failed, QStringLiteral("the output cannot be written"));
+        return failWith(Failed, "the output cannot be written");
     }
     return code;
 }
@@ -155,7 +94,5 @@ int afterPrinting(int code) {
 
 int main(int argc, char** argv) {
     using namespace sixtrace::kqx;
-    const auto application = makeApplication(argc, argv);
-    QCoreApplication::setApplicationVersion(QStringLiteral(SIXTRACE_VERSION));
-    return afterPrinting(run(QCoreApplication::arguments().mid(1)));
+    return afterPrinting(run(argc, argv));
 }

@@ -2,17 +2,18 @@
 // kqx open: hands a capture to the running program over the session bus, or starts it. The program itself takes no
 // arguments; this is what its desktop entry runs where the desktop does not call it over the bus.
 #include "commands.h"
+#include "jsontext.h"
 
-#include <QCoreApplication>
+#include "platform/bytefile.h"
+
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDeadlineTimer>
 #include <QDir>
-#include <QFileInfo>
+#include <QFile>
 #include <QProcess>
 #include <QThread>
-#include <QUrl>
 
 namespace sixtrace::kqx {
 
@@ -25,7 +26,7 @@ const QString kService = QStringLiteral("org.sixtrace.Sixtrace");
 
 bool startProgram() {
     QProcess program;
-    program.setProgram(QCoreApplication::applicationDirPath() + QStringLiteral("/sixtrace"));
+    program.setProgram(kqxFolder() + QStringLiteral("/sixtrace"));
     // Whoever reads our output must not wait for the end of the program.
     program.setStandardInputFile(QProcess::nullDevice());
     program.setStandardOutputFile(QProcess::nullDevice());
@@ -56,39 +57,64 @@ bool onTheBus(const QDBusConnection& bus) {
 
 } // namespace
 
-int open(const QStringList& arguments) {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Opens a capture in the running program, or starts it. Without FILE it comes to the front."));
-    const bool hasFile = arguments.size() == 1 && !arguments.first().startsWith(u'-');
-    if (const std::optional<int> ended = parse(parser, QStringLiteral("open"), arguments,
-                                               hasFile ? QStringList{QStringLiteral("FILE")} : QStringList())) {
-        return *ended;
+namespace {
+
+const Usage& usage() {
+    static const Usage made{"open",
+                            "[FILE]",
+                            "Opens the capture FILE in the running program, or starts it. Without FILE the program "
+                            "comes to the front.",
+                            {}};
+    return made;
+}
+
+/// The address of a local file; its name need not be text.
+QString addressOf(const std::string& file) {
+    const QByteArray name = QByteArray::fromStdString(file);
+    const QByteArray folder = name.startsWith('/') ? QByteArray() : QFile::encodeName(QDir::currentPath()) + '/';
+    return QStringLiteral("file://") + QString::fromLatin1(QByteArray(folder + name).toPercentEncoding("/"));
+}
+
+} // namespace
+
+int open(const std::vector<std::string>& arguments) {
+    Arguments given;
+    if (const auto code = given.parse(usage(), arguments)) {
+        return *code;
     }
-    if (hasFile && !QFileInfo(arguments.first()).isFile()) {
-        return fail(Failed, QStringLiteral("%1: no such file").arg(arguments.first()));
+    if (given.positional().size() > 1) {
+        return failWith(WrongUse, "kqx open takes [FILE]");
+    }
+    const bool hasFile = !given.positional().empty();
+    if (hasFile) {
+        ByteFile file;
+        const std::string& name = given.positional().front();
+        if (const FileRefusal refusal = file.open(name); refusal != FileRefusal::None) {
+            return failWith(Failed, validUtf8(name) + (refusal == FileRefusal::Unreadable ? ": the file cannot be read"
+                                                                                          : ": no such file"));
+        }
     }
     const QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) {
-        if (hasFile) {
-            return fail(Failed, QStringLiteral("there is no session bus to reach the program by; start sixtrace and "
-                                               "drop the file onto its window"));
-        }
-        return startProgram() ? Done : fail(Failed, QStringLiteral("sixtrace could not be started"));
+        return failWith(Failed, "there is no session bus to reach the program by; start sixtrace, and drop a file onto "
+                                "its window");
     }
     if (!onTheBus(bus)) {
-        return fail(Failed, QStringLiteral("sixtrace could not be started"));
+        return failWith(Failed, "sixtrace could not be started");
     }
     QDBusMessage call = QDBusMessage::createMethodCall(kService, QStringLiteral("/org/sixtrace/Sixtrace"),
                                                        QStringLiteral("org.freedesktop.Application"),
                                                        hasFile ? QStringLiteral("Open") : QStringLiteral("Activate"));
     if (hasFile) {
-        const QUrl file = QUrl::fromLocalFile(QFileInfo(arguments.first()).absoluteFilePath());
-        call << QStringList{QString::fromLatin1(file.toEncoded())};
+        call << QStringList{addressOf(given.positional().front())};
     }
     call << QVariantMap();
     const QDBusMessage answer = bus.call(call);
-    return answer.type() == QDBusMessage::ErrorMessage ? fail(Failed, answer.errorMessage()) : Done;
+    if (answer.type() != QDBusMessage::ErrorMessage) {
+        return Done;
+    }
+    const QString why = answer.errorMessage();
+    return fail(Failed, why.isEmpty() ? QStringLiteral("the program did not take the call") : why);
 }
 
 } // namespace sixtrace::kqx

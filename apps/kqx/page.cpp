@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 // kqx page: the page that the program prints after opening a capture with default settings.
 #include "commands.h"
+#include "jsontext.h"
 
-#include "capture/plaincaptureview.h"
 #include "output/pagesetup.h"
 #include "output/printresult.h"
 #include "platform/pdfprinter.h"
-#include "platform/wholefile.h"
+
+#include <mutex>
 
 namespace sixtrace::kqx {
 
@@ -41,65 +42,84 @@ bool readMargins(const QString& list, MdlPrinter& settings) {
     return true;
 }
 
-Result<QByteArray> composePage(publicM& model, const PlainCaptureView& view, MdlPrinter& settings, PdfPrinter& paper) {
-    PageInputs inputs;
-    inputs.frame.selected = view.ticks;
-    inputs.frame.markerTop = view.markerTops;
-    inputs.rows = view.rows;
+Result<QByteArray> composePage(publicM& model, const ScreenState& screen, MdlPrinter& settings, PdfPrinter& paper) {
+    const PageInputs inputs = pageInputs(screen);
     Printer printer(paper);
     PageComposer composer(model, settings, printer);
     const Outcome done = composer.PrintResult(printer, 100, inputs);
     return done ? Result<QByteArray>(paper.document()) : done.error();
 }
 
+const Usage& usage() {
+    static const Usage made{
+        "page", "FILE OUT.pdf | FILE...",
+        "Writes the page of captures as PDF documents, as the program prints it after opening the file with default "
+        "settings: a legend of its channels, their labels and the framed screen. OUT may be - for standard output.",
+        withOptions(
+            {{"paper", "name", "Size of the paper: A4, Letter ..."},
+             {"landscape", nullptr, "Lay the paper on its side."},
+             {"margins", "T,B,L,R", "Top, bottom, left and right margin in centimetres, each above 0 and at most 10."}},
+            writingOptions("pdf, the only kind of document there is."))};
+    return made;
+}
+
+/// What a page looks like.
+struct PageWishes {
+    QPageSize paper;
+    bool landscape = false;
+    MdlPrinter settings;
+};
+
+void compose(const Task& task, const PageWishes& wishes, bool keepExisting, Answer& answer) {
+    // The libraries that draw letters are not made for two pages at a time.
+    static std::mutex onePage;
+    const auto model = defaultModel();
+    UnseenScreen view(*model);
+    OpenedFile opened;
+    if (!openCapture(task.file, view.scope(), opened, answer)) {
+        return;
+    }
+    MdlPrinter settings = wishes.settings;
+    const std::unique_lock lock(onePage);
+    PdfPrinter printer(wishes.paper, wishes.landscape);
+    const auto document = composePage(*model, view.state, settings, printer);
+    if (!document) {
+        answer.complain(validUtf8(task.file) +
+                        ": the page could not be composed: " + document.error().description.toStdString());
+        answer.code = Failed;
+        return;
+    }
+    const QByteArray& bytes = document.value();
+    deliver(task, {bytes.constData(), static_cast<std::size_t>(bytes.size())}, keepExisting, answer);
+}
+
 } // namespace
 
-int page(const QStringList& arguments) {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral(
-        "Writes the page of a capture as a PDF document, as the program prints it after opening the file with default "
-        "settings: a legend of its channels, their labels and the framed screen."));
-    const QCommandLineOption paperOption(QStringLiteral("paper"), QStringLiteral("Size of the paper: A4, Letter ..."),
-                                         QStringLiteral("name"), QStringLiteral("A4"));
-    const QCommandLineOption landscape(QStringLiteral("landscape"), QStringLiteral("Lay the paper on its side."));
-    const QCommandLineOption margins(
-        QStringLiteral("margins"),
-        QStringLiteral("Top, bottom, left and right margin in centimetres, each above 0 and at most 10."),
-        QStringLiteral("T,B,L,R"), QStringLiteral("1,1,1,1"));
-    parser.addOptions({paperOption, landscape, margins});
-    if (const auto code =
-            parse(parser, QStringLiteral("page"), arguments, {QStringLiteral("FILE"), QStringLiteral("OUT.pdf")})) {
+int page(const std::vector<std::string>& arguments) {
+    Arguments given;
+    if (const auto code = given.parse(usage(), arguments)) {
         return *code;
     }
-    const auto paper = paperNamed(parser.value(paperOption));
+    const std::string name = given.value("paper", "A4");
+    const auto paper = paperNamed(QString::fromStdString(name));
     if (!paper) {
-        return fail(WrongUse, QStringLiteral("--paper: no paper is called %1").arg(parser.value(paperOption)));
+        return failWith(WrongUse, "--paper: no paper is called " + name);
     }
-    MdlPrinter settings;
-    if (!readMargins(parser.value(margins), settings)) {
-        return fail(WrongUse,
-                    QStringLiteral("--margins takes four numbers above 0 and not above 10, parted by commas"));
+    PageWishes wishes{*paper, given.has("landscape"), {}};
+    if (!readMargins(QString::fromStdString(given.value("margins", "1,1,1,1")), wishes.settings)) {
+        return failWith(WrongUse, "--margins takes four numbers above 0 and not above 10, parted by commas");
     }
-    const QString file = parser.positionalArguments().at(0);
-    const QString target = parser.positionalArguments().at(1);
-
-    const auto model = defaultModel();
-    PlainCaptureView view(*model);
-    const auto code = openCapture(file, *model, view);
-    if (!code) {
-        return Failed;
+    auto tasks = filesToWrite(usage(), given, {"pdf"});
+    if (!tasks) {
+        return tasks.code();
     }
-    PdfPrinter printer(*paper, parser.isSet(landscape));
-    const auto document = composePage(*model, view, settings, printer);
-    if (!document) {
-        return fail(Failed,
-                    QStringLiteral("%1: the page could not be composed: %2").arg(file, document.error().description));
+    auto jobs = jobsOf(given);
+    if (!jobs) {
+        return jobs.code();
     }
-    const Outcome written = writeWhole(target, document.value());
-    if (!written) {
-        return fail(Failed, QStringLiteral("%1: %2").arg(target, written.error().description));
-    }
-    return *code;
+    return runBatch(tasks->tasks.size(), *jobs, [&]() -> Work {
+        return [&](std::size_t i, Answer& answer) { compose(tasks->tasks[i], wishes, tasks->keepExisting, answer); };
+    });
 }
 
 } // namespace sixtrace::kqx

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 // kqx screen: the picture that the program shows after opening a capture with default settings.
 #include "commands.h"
+#include "jsontext.h"
 
-#include "capture/plaincaptureview.h"
-#include "platform/wholefile.h"
-#include "view/frame.h"
-#include "view/geometry.h"
+#include "view/offscreenscope.h"
 
 #include <QBuffer>
 
@@ -14,83 +12,119 @@ namespace sixtrace::kqx {
 namespace {
 
 constexpr int kGreatestScale = 16;
+constexpr int kGreatestThumbnail = 4096;
 
-/// A window without a window: its frames go to a picture.
-class ScreenView final : public PlainCaptureView {
-public:
-    ScreenView(publicM& model, bool graticule, bool line)
-        : PlainCaptureView(model)
-        , m_model(model) {
-        m_inputs.graticule = graticule;
-        m_inputs.line = line;
-        picture2.BackColor = model.BackColor;
-        picHidden0.BackColor = model.BackColor;
-        picture2.Cls();
-    }
+const Usage& usage() {
+    static const Usage made{
+        "screen", "FILE OUT.png | FILE...",
+        "Writes the screen of captures, 601 by 401 pixels, as the program draws it after opening the file with default "
+        "settings. OUT may be - for standard output.",
+        withOptions({{"points", nullptr, "Draw points instead of lines."},
+                     {"cross", nullptr, "Draw the cross instead of the graticule."},
+                     {"scale", "n", "Enlarge each pixel n times, 1 to 16."},
+                     {"thumbnail", "size",
+                      "Write a small picture, its longer side at most so many pixels, whatever OUT is called. A file "
+                      "with a fault fails without a word."}},
+                    writingOptions("png, the only kind of picture there is."))};
+    return made;
+}
 
-    Picture picture2{kSurfaceWidth, kSurfaceHeight};
-    Picture picHidden0{kSurfaceWidth, kSurfaceHeight};
-
-    void PicReDrawT() override {
-        m_inputs.selected = ticks;
-        m_inputs.markerTop = markerTops;
-        m_renderer.PicReDrawT(m_model, m_inputs, picture2, picHidden0);
-    }
-
-    /// A tick redraws, as it does in the window.
-    void setTick(int channel, bool ticked) override {
-        PlainCaptureView::setTick(channel, ticked);
-        PicReDrawT();
-    }
-
-private:
-    publicM& m_model;
-    FrameInputs m_inputs;
-    FrameRenderer m_renderer;
+/// How the screen becomes a picture.
+struct PictureWishes {
+    Graticule graticule = Graticule::Dotted;
+    TraceStyle style = TraceStyle::Lines;
+    int scale = 1;
+    std::optional<int> thumbnail;
 };
 
-} // namespace
+QImage scaled(const QImage& image, const PictureWishes& wishes) {
+    if (wishes.thumbnail) {
+        const QSize size = image.size().scaled(QSize(*wishes.thumbnail, *wishes.thumbnail), Qt::KeepAspectRatio);
+        return image
+            .scaled(size.expandedTo(QSize(1, 1)).boundedTo(image.size()), Qt::IgnoreAspectRatio,
+                    Qt::SmoothTransformation)
+            .convertToFormat(QImage::Format_RGB888);
+    }
+    return image.scaled(image.size() * wishes.scale, Qt::IgnoreAspectRatio, Qt::FastTransformation);
+}
 
-int screen(const QStringList& arguments) {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Writes the screen of a capture, 601 by 401 pixels, as the program draws it after opening the "
-                       "file with default settings."));
-    const QCommandLineOption points(QStringLiteral("points"), QStringLiteral("Draw points instead of lines."));
-    const QCommandLineOption cross(QStringLiteral("cross"), QStringLiteral("Draw the cross instead of the graticule."));
-    const QCommandLineOption scale(QStringLiteral("scale"), QStringLiteral("Enlarge each pixel <n> times, 1 to 16."),
-                                   QStringLiteral("n"), QStringLiteral("1"));
-    parser.addOptions({points, cross, scale});
-    if (const auto code =
-            parse(parser, QStringLiteral("screen"), arguments, {QStringLiteral("FILE"), QStringLiteral("OUT.png")})) {
-        return *code;
-    }
-    bool isNumber = false;
-    const int factor = parser.value(scale).toInt(&isNumber);
-    if (!isNumber || factor < 1 || factor > kGreatestScale) {
-        return fail(WrongUse, QStringLiteral("--scale takes a whole number from 1 to 16"));
-    }
-    const QString file = parser.positionalArguments().at(0);
-    const QString target = parser.positionalArguments().at(1);
-
-    const auto model = defaultModel();
-    ScreenView view(*model, !parser.isSet(cross), !parser.isSet(points));
-    const auto code = openCapture(file, *model, view);
-    if (!code) {
-        return Failed;
-    }
+QByteArray pngOf(const QImage& image) {
     QByteArray png;
     QBuffer buffer(&png);
     buffer.open(QIODevice::WriteOnly);
-    const QImage image = view.picture2.view();
-    if (!image.scaled(image.size() * factor, Qt::IgnoreAspectRatio, Qt::FastTransformation).save(&buffer, "PNG")) {
-        return fail(Failed, QStringLiteral("the picture could not be made"));
+    return image.save(&buffer, "PNG") ? png : QByteArray();
+}
+
+void draw(const Task& task, const PictureWishes& wishes, bool keepExisting, Answer& answer) {
+    const auto model = defaultModel();
+    OffscreenScope view(*model, wishes.graticule, wishes.style);
+    OpenedFile opened;
+    if (!openCapture(task.file, view.scope(), opened, answer)) {
+        return;
     }
-    const Outcome written = writeWhole(target, png);
-    if (!written) {
-        return fail(Failed, QStringLiteral("%1: %2").arg(target, written.error().description));
+    if (wishes.thumbnail && !opened.record.faults.empty()) {
+        return;
     }
-    return *code;
+    const QByteArray png = pngOf(scaled(view.Picture2.view(), wishes));
+    if (png.isEmpty()) {
+        answer.complain(validUtf8(task.file) + ": the picture could not be made");
+        answer.code = Failed;
+        return;
+    }
+    deliver(task, {png.constData(), static_cast<std::size_t>(png.size())}, keepExisting, answer);
+}
+
+/// A thumbnail goes to OUT whatever that is called.
+OrRefused<Tasks> tasksOf(const Arguments& given, const PictureWishes& wishes) {
+    const bool named = wishes.thumbnail && given.positional().size() == 2 && !given.has("to") &&
+                       !given.has("out-dir") && !given.has("files-from");
+    if (!named) {
+        return filesToWrite(usage(), given, {"png"});
+    }
+    Tasks tasks;
+    tasks.tasks.push_back({given.positional()[0], given.positional()[1]});
+    tasks.extension = "png";
+    tasks.keepExisting = given.has("no-clobber");
+    return tasks;
+}
+
+} // namespace
+
+int screen(const std::vector<std::string>& arguments) {
+    Arguments given;
+    if (const auto code = given.parse(usage(), arguments)) {
+        return *code;
+    }
+    PictureWishes wishes;
+    wishes.graticule = given.has("cross") ? Graticule::Cross : Graticule::Dotted;
+    wishes.style = given.has("points") ? TraceStyle::Points : TraceStyle::Lines;
+    const auto factor = wholeNumber(given.value("scale", "1"), 1, kGreatestScale);
+    if (!factor) {
+        return failWith(WrongUse, "--scale takes a whole number from 1 to 16");
+    }
+    wishes.scale = *factor;
+    if (given.has("thumbnail")) {
+        wishes.thumbnail = wholeNumber(given.value("thumbnail"), 1, kGreatestThumbnail);
+        if (!wishes.thumbnail || given.has("scale")) {
+            return failWith(WrongUse, "--thumbnail takes a whole number from 1 to 4096, and no --scale");
+        }
+    }
+    auto tasks = tasksOf(given, wishes);
+    if (!tasks) {
+        return tasks.code();
+    }
+    auto jobs = jobsOf(given);
+    if (!jobs) {
+        return jobs.code();
+    }
+    return runBatch(tasks->tasks.size(), *jobs, [&]() -> Work {
+        return [&](std::size_t i, Answer& answer) {
+            draw(tasks->tasks[i], wishes, tasks->keepExisting, answer);
+            if (wishes.thumbnail) {
+                answer.err.clear();
+            }
+        };
+    });
 }
 
 } // namespace sixtrace::kqx

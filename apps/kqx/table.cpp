@@ -1,111 +1,164 @@
 // SPDX-License-Identifier: MIT
-// kqx table: the data table of a capture, in the files that the program saves it in, and as CSV.
+// kqx table: the data table of captures, in the files that the program saves it in, and as CSV.
 #include "commands.h"
+#include "jsontext.h"
 
 #include "capture/mdllan.h"
-#include "capture/plaincaptureview.h"
+#include "output/analysistable.h"
 #include "output/tableexport.h"
 #include "output/tablefill.h"
 #include "platform/numbers.h"
-#include "platform/programfolder.h"
-#include "platform/wholefile.h"
 
 #include <QFileInfo>
 
-#include <array>
+#include <algorithm>
 #include <optional>
 
 namespace sixtrace::kqx {
 
 namespace {
 
-using Columns = std::array<bool, TableCells::kCols>;
+const Usage& usage() {
+    static const Usage made{
+        "table", "FILE OUT | FILE...",
+        "Writes the samples of captures as numbers, in millivolts: as the text file (.txt) or the workbook (.xls, "
+        ".xlsx) "
+        "that the program's data table saves, or as comma-separated values (.csv) with one header row and a point as "
+        "decimal mark. OUT's extension chooses, or --to; OUT may be - for standard output.",
+        withOptions({{"columns", "list",
+                      "Write only these columns, in this order: 0 is the sequence number, 1 to 6 are ch1, ch2, A, B, C "
+                      "and D. A workbook keeps each at its place."},
+                     {"language", "id", "Language of the unit line: 0 Chinese, 1 English."},
+                     {"time", nullptr, "In a .csv: a column with the time in seconds."},
+                     {"volts", nullptr, "In a .csv: volts at the probe's tip."}},
+                    writingOptions("Make files of this kind: txt, csv, xls or xlsx."))};
+    return made;
+}
 
-/// The columns named by "0,1,3"; nothing where that is no list of columns.
-std::optional<Columns> columnsOf(const QString& list) {
-    Columns columns{};
-    for (const QString& entry : list.split(u',')) {
-        bool isNumber = false;
-        const int col = entry.trimmed().toInt(&isNumber);
-        if (!isNumber || col < 0 || col >= TableCells::kCols) {
+/// The columns named by "0,1,3", each once; nothing where that is no list of columns.
+std::optional<std::vector<int>> columnsOf(const std::string& list) {
+    std::vector<int> columns;
+    for (const QString& entry : QString::fromStdString(list).split(u',')) {
+        const auto col = wholeNumber(entry.trimmed().toStdString(), 0, TableCells::kCols - 1);
+        if (!col) {
             return std::nullopt;
         }
-        columns[static_cast<std::size_t>(col)] = true;
+        if (std::find(columns.begin(), columns.end(), *col) == columns.end()) {
+            columns.push_back(*col);
+        }
     }
     return columns;
 }
 
-using Save = Outcome (*)(const TableExport& table, const QString& path);
-
-Outcome saveCsv(const TableExport& table, const QString& path) {
-    return writeWhole(path, csvTable(table));
+/// The language file of the program, which lies beside it also where a user has no folder of the program.
+QString languageFile(int language) {
+    const auto model = std::make_unique<publicM>();
+    QString file;
+    const QString shared = kqxFolder() + QStringLiteral("/" SIXTRACE_SHARED_FROM_PROGRAMS);
+    for (const QString& folder : {kqxProgramFolder(), kqxFolder(), shared}) {
+        model->AppDir = folder.endsWith(u'/') ? folder : folder + u'/';
+        SetLanFile(*model, language);
+        if (file.isEmpty() || !QFileInfo::exists(file)) {
+            file = model->LanFile;
+        }
+    }
+    return file;
 }
 
-/// How a file of this name is written; null for an unknown extension.
-Save saverOf(const QString& path) {
-    const QString extension = QFileInfo(path).suffix().toLower();
-    if (extension == u"txt") {
-        return SaveTextTable;
+/// What a table looks like.
+struct TableWishes {
+    std::vector<int> columns;
+    QString languageFile;
+    bool time = false;
+    bool volts = false;
+};
+
+Result<QByteArray> tableOf(const TableExport& table, const std::string& extension) {
+    if (extension == "txt") {
+        return textTable(table);
     }
-    if (extension == u"csv") {
-        return saveCsv;
+    if (extension == "csv") {
+        return csvTable(table);
     }
-    return extension == u"xls" || extension == u"xlsx" ? SaveExcelTable : nullptr;
+    return workbookTable(table, extension == "xlsx" ? WorkbookKind::OfficeOpen : WorkbookKind::Biff);
 }
 
-} // namespace
+/// Empties what a cut file does not hold: zeros would look like samples.
+void emptyMissing(TableCells& cells, const CaptureRecord& record) {
+    for (std::size_t c = 0; c < record.channels.size(); ++c) {
+        if (record.channels[c].present) {
+            for (int row = static_cast<int>(record.channels[c].heldSamples()) + 1; row < cells.Rows(); ++row) {
+                cells.setCell(row, static_cast<int>(c) + 1, CellText::empty());
+            }
+        }
+    }
+}
 
-int table(const QStringList& arguments) {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Writes the samples of a capture as numbers, in millivolts: as the text file (.txt) or the "
-                       "workbook (.xls, .xlsx) that the program's data table saves, or as comma-separated values "
-                       "(.csv) with one header row and a point as decimal mark. OUT's extension chooses."));
-    const QCommandLineOption columns(
-        QStringLiteral("columns"),
-        QStringLiteral("Write only these columns: 0 is the sequence number, 1 to 6 are ch1, ch2, A, B, C and D."),
-        QStringLiteral("list"), QStringLiteral("0,1,2,3,4,5,6"));
-    const QCommandLineOption language(QStringLiteral("language"),
-                                      QStringLiteral("Language of the unit line: 0 Chinese, 1 English."),
-                                      QStringLiteral("id"), QStringLiteral("0"));
-    parser.addOptions({columns, language});
-    if (const auto code =
-            parse(parser, QStringLiteral("table"), arguments, {QStringLiteral("FILE"), QStringLiteral("OUT")})) {
-        return *code;
-    }
-    const std::optional<Columns> ticked = columnsOf(parser.value(columns));
-    if (!ticked) {
-        return fail(WrongUse, QStringLiteral("--columns takes numbers from 0 to 6, separated by commas"));
-    }
-    const QString id = parser.value(language);
-    if (id != u"0" && id != u"1") {
-        return fail(WrongUse, QStringLiteral("--language takes 0 or 1"));
-    }
-    const QString file = parser.positionalArguments().at(0);
-    const QString target = parser.positionalArguments().at(1);
-    const Save save = saverOf(target);
-    if (save == nullptr) {
-        return fail(WrongUse, QStringLiteral("%1: the name has to end in .txt, .csv, .xls or .xlsx").arg(target));
-    }
-
+void write(const Task& task, const Tasks& tasks, const TableWishes& wishes, Answer& answer) {
     const auto model = defaultModel();
-    model->AppDir = withSeparator(programFolder());
-    SetLanFile(*model, id.toInt());
-    PlainCaptureView view(*model);
-    const auto code = openCapture(file, *model, view);
-    if (!code) {
-        return Failed;
+    model->LanFile = wishes.languageFile;
+    UnseenScreen view(*model);
+    OpenedFile opened;
+    if (!openCapture(task.file, view.scope(), opened, answer)) {
+        return;
     }
     TableCells cells(NumberMarks::system().decimal);
     TableFill fill(cells, *model);
     while (fill.step()) {
     }
-    const QString unit = GetLanString(*model, QStringLiteral("frmData"), QStringLiteral("Label1"), kUnitCaption);
-    const Outcome written = save(TableExport{cells, unit, *ticked}, target);
-    if (!written) {
-        return fail(Failed, QStringLiteral("%1: %2").arg(target, written.error().description));
+    if (tasks.extension == "csv") {
+        emptyMissing(cells, opened.record);
     }
-    return *code;
+    TableExport table{cells, GetLanString(*model, QStringLiteral("frmData"), QStringLiteral("Label1"), kUnitCaption)};
+    table.ticked.fill(false);
+    for (const int col : wishes.columns) {
+        table.ticked.at(static_cast<std::size_t>(col)) = true;
+    }
+    table.order = wishes.columns;
+    if (wishes.time || wishes.volts) {
+        deliver(task, analysisTable(table, opened.record, {wishes.time, wishes.volts}), tasks.keepExisting, answer);
+        return;
+    }
+    const auto content = tableOf(table, tasks.extension);
+    if (!content) {
+        answer.complain(validUtf8(task.file) + ": " + content.error().description.toStdString());
+        answer.code = Failed;
+        return;
+    }
+    const QByteArray& bytes = content.value();
+    deliver(task, {bytes.constData(), static_cast<std::size_t>(bytes.size())}, tasks.keepExisting, answer);
+}
+
+} // namespace
+
+int table(const std::vector<std::string>& arguments) {
+    Arguments given;
+    if (const auto code = given.parse(usage(), arguments)) {
+        return *code;
+    }
+    const auto columns = columnsOf(given.value("columns", "0,1,2,3,4,5,6"));
+    if (!columns) {
+        return failWith(WrongUse, "--columns takes numbers from 0 to 6, separated by commas");
+    }
+    const auto language = wholeNumber(given.value("language", "0"), 0, 1);
+    if (!language) {
+        return failWith(WrongUse, "--language takes 0 or 1");
+    }
+    auto tasks = filesToWrite(usage(), given, {"txt", "csv", "xls", "xlsx"});
+    if (!tasks) {
+        return tasks.code();
+    }
+    auto jobs = jobsOf(given);
+    if (!jobs) {
+        return jobs.code();
+    }
+    const TableWishes wishes{*columns, languageFile(*language), given.has("time"), given.has("volts")};
+    if ((wishes.time || wishes.volts) && tasks->extension != "csv") {
+        return failWith(WrongUse, "--time and --volts are for .csv");
+    }
+    return runBatch(tasks->tasks.size(), *jobs, [&]() -> Work {
+        return [&](std::size_t i, Answer& answer) { write(tasks->tasks[i], *tasks, wishes, answer); };
+    });
 }
 
 } // namespace sixtrace::kqx

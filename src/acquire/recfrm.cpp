@@ -141,12 +141,11 @@ TransferReport recFrm::YModemReceive(const TransferPass& pass) {
     pass.onEnd([this] { static_cast<void>(m_MSComm1.setPortOpen(false)); }); // closing cannot fail
     m_model.XferCancel = 0;
     m_model.ReceivedFile = m_Text2->text();
-    TransferReport report =
-        m_receive.YModemReceive(pass, {.path = m_model.ReceivedFile,
-                                       .bitmapFolder = {},
-                                       .cancelled = [this] { return m_model.XferCancel == 1; },
-                                       .show = [this](const ReceiveStep& step) { show(step); },
-                                       .yield = [] { QCoreApplication::processEvents(); }});
+    TransferReport report = m_receive.YModemReceive(pass, {.path = m_model.ReceivedFile,
+                                                           .bitmapFolder = {},
+                                                           .cancelled = [this] { return m_model.XferCancel == 1; },
+                                                           .show = [this](const ReceiveStep& step) { showStep(step); },
+                                                           .yield = [] { QCoreApplication::processEvents(); }});
     if (report.end != TransferEnd::Superseded) {
         m_endings.report(report);
     }
@@ -216,7 +215,7 @@ void recFrm::Command1_Click() {
     m_Text2->setText(choice->fileName);
 }
 
-void recFrm::show(const ReceiveStep& step) {
+void recFrm::showStep(const ReceiveStep& step) {
     std::visit(Steps{
                    [this](const HeaderRead& header) {
                        m_Text1->setText(header.name);

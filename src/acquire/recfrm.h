@@ -38,8 +38,8 @@ public:
 
     /// Opens the port of the settings, or closes it if it is open.
     Outcome OpenCom();
-    /// Receives into the path of Text2 and shows how it goes. A transfer that has to make room for another one loses its
-    /// port.
+    /// Receives into the path of Text2 and shows how it goes. A transfer that has to make room for another one loses
+    /// its port.
     [[nodiscard]] TransferReport YModemReceive(const TransferPass& pass);
     [[nodiscard]] std::int16_t ReadTimeoutMs() const { return m_receive.ReadTimeoutMs; }
     [[nodiscard]] MSComm& MSComm1() { return m_MSComm1; }
@@ -56,7 +56,7 @@ private:
     void Form_Load();
     void unload();
 
-    void show(const ReceiveStep& step);
+    void showStep(const ReceiveStep& step);
     void makeOwnFolder() const;
 
     publicM& m_model;

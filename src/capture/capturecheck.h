@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "capture/capturerecord.h"
+
 #include <QString>
 
 #include <cstdint>
@@ -18,6 +20,6 @@ struct CaptureFault {
 /// sound one. At most kFaultLimit faults are named. It reads the file only, once.
 [[nodiscard]] std::vector<CaptureFault> checkCapture(const QString& path);
 
-inline constexpr std::size_t kFaultLimit = 50;
+inline constexpr std::size_t kFaultLimit = CaptureRecord::kFaultLimit;
 
 } // namespace sixtrace

@@ -137,9 +137,8 @@ private:
                                                             [this](char expected) { return nextByte() == expected; })) {
             return false;
         }
-        const int channel = channelOfId(nextByte());
-        if (channel >= 0) {
-            m_channel = channel;
+        if (const auto channel = channelOfId(nextByte())) {
+            m_channel = *channel;
             m_model.ChannelPresent[m_channel] = 1;
         }
         m_model.FilePos += layout::kFieldSize; // the length: positions follow from the two counts
@@ -147,11 +146,9 @@ private:
     }
 
     void readField(const layout::Field& field, int channel) {
-        std::visit(
-            [&]<typename T>(const layout::Places<T>& places) {
-                assign((m_model.*places.model)[channel], m_source.number<T>(m_model.FilePos));
-            },
-            field.places);
+        layout::withMember(field.id, m_model, [&]<typename T>(PerChannel<T>& member) {
+            assign(member[channel], m_source.number<T>(m_model.FilePos));
+        });
         m_model.FilePos += layout::kFieldSize;
     }
 
@@ -169,11 +166,11 @@ private:
 
     void readBlock() {
         const int c = m_channel;
-        for (const layout::Field* field : layout::blockFields(m_model.FileKind)) {
-            if (field == &layout::kZeroLevel) {
+        for (const layout::Field& field : layout::blockFields(m_model.FileKind)) {
+            if (field.id == layout::FieldId::ZeroLevel) {
                 readZeroLevel();
             } else {
-                readField(*field, c);
+                readField(field, c);
             }
         }
         if (m_model.FileKind == 1) {
@@ -182,7 +179,8 @@ private:
         derive(-1);
         const SampleExtremes extremes = readSamples(m_model.SampleCount[c]);
         assign(m_model.PeakToPeak[c], narrowed<std::int16_t>(std::int64_t{extremes.greatest} - extremes.least));
-        m_model.FilePos += layout::samplesToNextBlock(m_model.SampleCount[c], m_model.ScreenPoints[c]);
+        m_model.FilePos +=
+            static_cast<double>(layout::samplesToNextBlock(m_model.SampleCount[c], m_model.ScreenPoints[c]));
         FillVoltList(m_screen, m_model.ProbeExp[c]);
         rewriteRow(m_screen.voltList, m_model.VoltIndexView[c]);
     }
@@ -200,9 +198,9 @@ private:
 
     void readOlderBlock() {
         const int c = m_channel;
-        for (const layout::Field* field : layout::olderBlockFields()) {
+        for (const layout::Field& field : layout::olderBlockFields()) {
             // The frequency of every block lands in channel 0: this reader never sets the index it stores it by.
-            readField(*field, field == &layout::kFrequency ? 0 : c);
+            readField(field, field.id == layout::FieldId::Frequency ? 0 : c);
         }
         if (m_model.SampleCount[c] > 0) {
             static_cast<void>(readSamples(m_model.SampleCount[c]));

@@ -31,10 +31,37 @@ void put(QByteArray& bytes, float value) {
     put32(bytes, std::bit_cast<std::int32_t>(value));
 }
 
+void putField(QByteArray& bytes, layout::FieldId id, const CaptureBlock& block) {
+    switch (id) {
+    case layout::FieldId::ScreenPoints:
+        return put(bytes, block.screenPoints);
+    case layout::FieldId::SampleCount:
+        return put(bytes, block.sampleCount);
+    case layout::FieldId::ScanPoint:
+        return put(bytes, block.scanPoint);
+    case layout::FieldId::TimeIndex:
+        return put(bytes, block.timeIndex);
+    case layout::FieldId::ZeroLevel:
+        return put(bytes, block.zeroLevel);
+    case layout::FieldId::VoltIndex:
+        return put(bytes, block.voltIndex);
+    case layout::FieldId::ProbeExp:
+        return put(bytes, block.probeExp);
+    case layout::FieldId::SampleInterval:
+        return put(bytes, block.sampleInterval);
+    case layout::FieldId::Frequency:
+        return put(bytes, block.frequency);
+    case layout::FieldId::Period:
+        return put(bytes, block.period);
+    case layout::FieldId::VoltPerCount:
+        return put(bytes, block.voltPerCount);
+    }
+}
+
 QByteArray blockBody(const CaptureForm& form, const CaptureBlock& block) {
     QByteArray body;
-    for (const layout::Field* field : layout::blockFields(form.fileKind)) {
-        std::visit([&](const auto& places) { put(body, block.*places.block); }, field->places);
+    for (const layout::Field& field : layout::blockFields(form.fileKind)) {
+        putField(body, field.id, block);
     }
     for (const std::int16_t sample : block.samples) {
         put16(body, static_cast<std::uint16_t>(sample));

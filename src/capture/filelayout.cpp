@@ -32,12 +32,28 @@ namespace layout {
 
 namespace {
 
-constexpr std::array kWithProbe{&kScreenPoints, &kSampleCount,    &kScanPoint, &kTimeIndex, &kZeroLevel,   &kVoltIndex,
-                                &kProbeExp,     &kSampleInterval, &kFrequency, &kPeriod,    &kVoltPerCount};
-constexpr std::array kWithoutProbe{&kScreenPoints, &kSampleCount,    &kScanPoint, &kTimeIndex, &kZeroLevel,
-                                   &kVoltIndex,    &kSampleInterval, &kFrequency, &kPeriod,    &kVoltPerCount};
-constexpr std::array kOlder{&kScreenPoints, &kSampleCount, &kScanPoint,      &kTimeIndex, &kFrequency,
-                            &kZeroLevel,    &kVoltIndex,   &kSampleInterval, &kPeriod,    &kVoltPerCount};
+constexpr Field kScreenPoints{FieldId::ScreenPoints, "ScreenPoints", Storage::Int32,
+                              {1, INT32_MAX, "at least 1 is needed to draw"}};
+constexpr Field kSampleCount{FieldId::SampleCount, "SampleCount", Storage::Int32,
+                             {0, kSampleRows, "a channel holds 0 to 10231 samples"}};
+constexpr Field kScanPoint{FieldId::ScanPoint, "ScanPoint"};
+constexpr Field kTimeIndex{FieldId::TimeIndex, "TimeIndex", Storage::Int32,
+                           {0, kTimeBaseRows - 1, "time bases are 0 to 27"}};
+constexpr Field kZeroLevel{FieldId::ZeroLevel, "ZeroLevel", Storage::Int32,
+                           {-100, 100, "the screen reaches from -100 to 100"}};
+constexpr Field kVoltIndex{FieldId::VoltIndex, "VoltIndex", Storage::Int32, {1, kVoltRows, "volt ranges are 1 to 10"}};
+constexpr Field kProbeExp{FieldId::ProbeExp, "ProbeExp", Storage::Int16, {0, 3, "probes are 0 to 3"}};
+constexpr Field kSampleInterval{FieldId::SampleInterval, "SampleInterval", Storage::Float};
+constexpr Field kFrequency{FieldId::Frequency, "Frequency", Storage::Float};
+constexpr Field kPeriod{FieldId::Period, "Period", Storage::Float};
+constexpr Field kVoltPerCount{FieldId::VoltPerCount, "VoltPerCount", Storage::Float};
+
+constexpr std::array kWithProbe{kScreenPoints, kSampleCount,    kScanPoint, kTimeIndex, kZeroLevel,   kVoltIndex,
+                                kProbeExp,     kSampleInterval, kFrequency, kPeriod,    kVoltPerCount};
+constexpr std::array kWithoutProbe{kScreenPoints, kSampleCount,    kScanPoint, kTimeIndex, kZeroLevel,
+                                   kVoltIndex,    kSampleInterval, kFrequency, kPeriod,    kVoltPerCount};
+constexpr std::array kOlder{kScreenPoints, kSampleCount, kScanPoint,      kTimeIndex, kFrequency,
+                            kZeroLevel,    kVoltIndex,   kSampleInterval, kPeriod,    kVoltPerCount};
 
 } // namespace
 
@@ -49,11 +65,11 @@ Fields olderBlockFields() {
     return kOlder;
 }
 
-double samplesToNextBlock(std::int32_t sampleCount, std::int32_t screenPoints) {
-    const double count = sampleCount;
-    const double slots = screenPoints;
-    const double lastRead = count > 1 ? 2 * (count - 1) : 0;
-    return lastRead + (count >= slots ? 2 : 2 * (slots - count) + 2);
+std::int64_t samplesToNextBlock(std::int32_t sampleCount, std::int32_t screenPoints) {
+    const std::int64_t count = sampleCount;
+    const std::int64_t lastRead = std::max<std::int64_t>(count - 1, 0);
+    const std::int64_t filling = std::max<std::int64_t>(screenPoints - count, 0);
+    return static_cast<std::int64_t>(kSampleSize) * (lastRead + 1 + filling);
 }
 
 } // namespace layout

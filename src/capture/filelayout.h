@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "capture/publicm.h"
+#include "capture/channels.h"
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
-#include <variant>
 #include <vector>
 
 namespace sixtrace {
@@ -61,49 +60,35 @@ inline constexpr std::size_t kSampleSize = 2;
 struct Range {
     std::int64_t least = INT32_MIN;
     std::int64_t greatest = INT32_MAX;
-    std::u16string_view rule = {}; ///< what is said of others
+    std::string_view rule = {}; ///< what is said of others
 };
 
-/// Where a field's value stands in the model, and where in a block to be written; the type tells how it is stored. A
-/// 16-bit value takes the lower half of its four bytes, the upper half means nothing.
-template<typename T>
-struct Places {
-    PerChannel<T> publicM::*model;
-    T CaptureBlock::*block;
+/// How a value is stored. Every field is four bytes wide; a 16-bit value takes the lower half, the upper half means
+/// nothing.
+enum class Storage { Int32, Int16, Float };
+
+enum class FieldId {
+    ScreenPoints,
+    SampleCount,
+    ScanPoint,
+    TimeIndex,
+    ZeroLevel,
+    VoltIndex,
+    ProbeExp,
+    SampleInterval,
+    Frequency,
+    Period,
+    VoltPerCount,
 };
 
 struct Field {
+    FieldId id;
     std::string_view name; ///< as the model has it
-    std::variant<Places<std::int32_t>, Places<std::int16_t>, Places<float>> places;
+    Storage storage = Storage::Int32;
     Range range = {};
 };
 
-inline constexpr Field kScreenPoints{"ScreenPoints",
-                                     Places<std::int32_t>{&publicM::ScreenPoints, &CaptureBlock::screenPoints},
-                                     {1, INT32_MAX, u"at least 1 is needed to draw"}};
-inline constexpr Field kSampleCount{"SampleCount",
-                                    Places<std::int32_t>{&publicM::SampleCount, &CaptureBlock::sampleCount},
-                                    {0, kSampleRows, u"a channel holds 0 to 10231 samples"}};
-inline constexpr Field kScanPoint{"ScanPoint", Places<std::int32_t>{&publicM::ScanPoint, &CaptureBlock::scanPoint}};
-inline constexpr Field kTimeIndex{"TimeIndex",
-                                  Places<std::int32_t>{&publicM::TimeIndex, &CaptureBlock::timeIndex},
-                                  {0, kTimeBaseRows - 1, u"time bases are 0 to 27"}};
-inline constexpr Field kZeroLevel{"ZeroLevel",
-                                  Places<std::int32_t>{&publicM::ZeroLevel, &CaptureBlock::zeroLevel},
-                                  {-100, 100, u"the screen reaches from -100 to 100"}};
-inline constexpr Field kVoltIndex{"VoltIndex",
-                                  Places<std::int32_t>{&publicM::VoltIndex, &CaptureBlock::voltIndex},
-                                  {1, kVoltRows, u"volt ranges are 1 to 10"}};
-inline constexpr Field kProbeExp{
-    "ProbeExp", Places<std::int16_t>{&publicM::ProbeExp, &CaptureBlock::probeExp}, {0, 3, u"probes are 0 to 3"}};
-inline constexpr Field kSampleInterval{"SampleInterval",
-                                       Places<float>{&publicM::SampleInterval, &CaptureBlock::sampleInterval}};
-inline constexpr Field kFrequency{"Frequency", Places<float>{&publicM::Frequency, &CaptureBlock::frequency}};
-inline constexpr Field kPeriod{"Period", Places<float>{&publicM::Period, &CaptureBlock::period}};
-inline constexpr Field kVoltPerCount{"VoltPerCount",
-                                     Places<float>{&publicM::VoltPerCount, &CaptureBlock::voltPerCount}};
-
-using Fields = std::span<const Field* const>;
+using Fields = std::span<const Field>;
 
 /// The fields of a block after its start, in the order of the file; the samples follow. Captures with the tag "bin"
 /// know no probe.
@@ -113,7 +98,37 @@ using Fields = std::span<const Field* const>;
 
 /// From the first sample of a block to the start of the next block, in bytes: the samples, the slots that hold filling
 /// and, where there is no sample, one slot more. A count below 1 is read as one sample.
-[[nodiscard]] double samplesToNextBlock(std::int32_t sampleCount, std::int32_t screenPoints);
+[[nodiscard]] std::int64_t samplesToNextBlock(std::int32_t sampleCount, std::int32_t screenPoints);
+
+/// Hands the member of a field to `use`, of a record whose members bear the fields' names: the model, or what a file
+/// says of one channel.
+template<typename Record, typename Use>
+void withMember(FieldId id, Record& record, const Use& use) {
+    switch (id) {
+    case FieldId::ScreenPoints:
+        return use(record.ScreenPoints);
+    case FieldId::SampleCount:
+        return use(record.SampleCount);
+    case FieldId::ScanPoint:
+        return use(record.ScanPoint);
+    case FieldId::TimeIndex:
+        return use(record.TimeIndex);
+    case FieldId::ZeroLevel:
+        return use(record.ZeroLevel);
+    case FieldId::VoltIndex:
+        return use(record.VoltIndex);
+    case FieldId::ProbeExp:
+        return use(record.ProbeExp);
+    case FieldId::SampleInterval:
+        return use(record.SampleInterval);
+    case FieldId::Frequency:
+        return use(record.Frequency);
+    case FieldId::Period:
+        return use(record.Period);
+    case FieldId::VoltPerCount:
+        return use(record.VoltPerCount);
+    }
+}
 
 } // namespace layout
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "capture/channels.h"
 #include "platform/colour.h"
 
 #include <QString>
@@ -12,12 +13,6 @@
 #include <memory>
 
 namespace sixtrace {
-
-inline constexpr int kChannels = 6;       ///< ch1, ch2, A, B, C, D in this order, everywhere
-inline constexpr int kSampleRows = 10231; ///< samples that a channel can hold
-inline constexpr int kTimeBaseRows = 28;  ///< rows of TimeBaseTable and of the time list
-inline constexpr int kVoltRows = 10;      ///< rows of VoltTable and of the volt list
-inline constexpr int kScanTimeRow = 22;   ///< time-base rows from here on are slow scans
 
 /// One element for each channel, addressed by the channel's number.
 template<typename T>
@@ -57,9 +52,6 @@ private:
     }
     alignas(64) std::array<T, kSize> m_data{}; ///< from the start of a cache line, as wide stores like it
 };
-
-/// Which rows of the time-base table a capture uses: 25 nS, 250 nS ... or 20 nS, 200 nS ...
-enum class TimeBaseFamily { Of25, Of20 };
 
 /// The capture model: the one shared record of the program. It says what the instrument recorded, how each channel is
 /// shown just now and which form of capture is loaded. Made once, passed by reference, nothing in it is ever grown.
@@ -140,8 +132,6 @@ inline constexpr std::array<int, 9> kFamilyRows{2, 5, 8, 11, 14, 17, 20, 23, 26}
 [[nodiscard]] QString channelLabel(int channel);
 /// Name of a channel without padding: "ch1", "ch2", "A" ...
 [[nodiscard]] QString channelName(int channel);
-/// Channel 0 to 5 of an id byte of a capture file ('1', '2', 'A' ... 'D'), or -1.
-[[nodiscard]] int channelOfId(char id);
 
 /// 10 to the power of a probe exponent.
 [[nodiscard]] double probeFactor(int probeExp);

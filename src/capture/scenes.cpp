@@ -11,7 +11,6 @@ namespace {
 
 constexpr double kTurn = 6.283185307179586476925287;
 constexpr int kUsualPoints = 1200; // two samples a screen unit
-constexpr std::string_view kIds = "12ABCD";
 
 /// A small generator of its own, so that a seed means the same everywhere (numerical recipes' constants).
 class Noise {
@@ -136,8 +135,8 @@ Blocks lengthsScene(std::uint32_t seed) {
     Noise noise(seed);
     Blocks blocks;
     const std::array<int, 6> lengths{1200, 900, 600, 41, 40, 1};
-    for (std::size_t c = 0; c < kIds.size(); ++c) {
-        CaptureBlock made = block({kIds[c], 15, 0.5, 6, 0.5, 0, 60 - 24 * static_cast<int>(c)}, kUsualPoints, 1000,
+    for (std::size_t c = 0; c < kChannelIds.size(); ++c) {
+        CaptureBlock made = block({kChannelIds[c], 15, 0.5, 6, 0.5, 0, 60 - 24 * static_cast<int>(c)}, kUsualPoints, 1000,
                                   [&](double ms) { return 12 * sine(ms, 1) + noise(1); });
         made.samples.resize(static_cast<std::size_t>(lengths[c]));
         made.sampleCount = lengths[c];

@@ -17,6 +17,9 @@ constexpr std::size_t kZone = 14;
 static_assert(kZone == CellText::kLongest + 1, "a cell's text and one blank make a print zone");
 
 std::vector<int> tickedColumns(const TableExport& table) {
+    if (!table.order.empty()) {
+        return table.order;
+    }
     std::vector<int> columns;
     for (int col = 0; col < TableCells::kCols; ++col) {
         if (table.ticked[static_cast<std::size_t>(col)]) {
@@ -87,14 +90,10 @@ Outcome layOut(const TableExport& table, Workbook& workbook) {
 }
 
 template<typename Workbook>
-Outcome saveAs(const TableExport& table, const QString& path) {
+Result<QByteArray> laidOut(const TableExport& table) {
     Workbook workbook;
-    Outcome laidOut = layOut(table, workbook);
-    if (!laidOut) {
-        return laidOut;
-    }
-    const Result<QByteArray> file = workbook.file();
-    return file ? writeWhole(path, file.value()) : Outcome(file.error());
+    const Outcome done = layOut(table, workbook);
+    return done ? workbook.file() : Result<QByteArray>(done.error());
 }
 
 } // namespace
@@ -136,6 +135,10 @@ QByteArray csvTable(const TableExport& table) {
     return text;
 }
 
+Result<QByteArray> workbookTable(const TableExport& table, WorkbookKind kind) {
+    return kind == WorkbookKind::OfficeOpen ? laidOut<XlsxWorkbook>(table) : laidOut<BiffWorkbook>(table);
+}
+
 Outcome SaveTextTable(const TableExport& table, const QString& path) {
     return writeWhole(path, textTable(table));
 }
@@ -144,8 +147,9 @@ Outcome SaveExcelTable(const TableExport& table, const QString& path) {
     if (path.isEmpty()) {
         return success();
     }
-    return path.endsWith(QStringLiteral(".xlsx"), Qt::CaseInsensitive) ? saveAs<XlsxWorkbook>(table, path)
-                                                                       : saveAs<BiffWorkbook>(table, path);
+    const bool officeOpen = path.endsWith(QStringLiteral(".xlsx"), Qt::CaseInsensitive);
+    const Result<QByteArray> file = workbookTable(table, officeOpen ? WorkbookKind::OfficeOpen : WorkbookKind::Biff);
+    return file ? writeWhole(path, file.value()) : Outcome(file.error());
 }
 
 } // namespace sixtrace

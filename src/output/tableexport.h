@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <array>
+#include <vector>
 
 namespace sixtrace {
 
@@ -19,6 +20,8 @@ struct TableExport {
     const TableCells& cells;
     QString unit;
     std::array<bool, TableCells::kCols> ticked{true, true, true, true, true, true, true};
+    /// The ticked columns in the order in which a text or a CSV has them; from left to right where it is empty.
+    std::vector<int> order{};
 };
 
 /// The text file: the unit line in the system's encoding, then every row, each cell padded with blanks to the next
@@ -28,6 +31,12 @@ struct TableExport {
 /// The same cells for programs: one header row, commas, a point as decimal mark whatever the desktop says, lines that
 /// end in LF. The first column is headed "sequence".
 [[nodiscard]] QByteArray csvTable(const TableExport& table);
+
+/// The two kinds of workbook: ".xls" and ".xlsx".
+enum class WorkbookKind { Biff, OfficeOpen };
+
+/// The workbook that SaveExcelTable() writes.
+[[nodiscard]] Result<QByteArray> workbookTable(const TableExport& table, WorkbookKind kind);
 
 /// Writes the text file; it appears whole or not at all.
 Outcome SaveTextTable(const TableExport& table, const QString& path);

@@ -156,7 +156,7 @@ TEST_F(AutoGet, StopDuringAWaitWithoutLimitLeavesTheFetchWaitingUntilAByteComesA
     bool stillReceiving = false;
     peer.play([&](PtyPeer& p) {
         p.take(1);
-        p.pause(150);
+        PtyPeer::untilItWaits();
         QMetaObject::invokeMethod(
             form.get(),
             [&] {
@@ -198,7 +198,7 @@ TEST_F(AutoGet, AStartByHandEndsAFetchThatWaitsAfterStopAndThenBeginsItsOwn) {
         p.take(1);
         p.send(header("old.bin", "9000"));
         p.take(2); // the fetch now waits for its first data block, with its file open
-        p.pause(100);
+        PtyPeer::untilItWaits();
         QMetaObject::invokeMethod(
             form.get(),
             [&] {
@@ -242,6 +242,7 @@ TEST_F(AutoGet, ATickIsDroppedWhileACancelledReadRunsOutItsTime) {
     bool held = false;
     peer.play([&](PtyPeer& p) {
         p.take(1);
+        PtyPeer::untilItWaits();
         QMetaObject::invokeMethod(
             form.get(),
             [&] {

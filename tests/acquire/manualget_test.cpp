@@ -118,7 +118,7 @@ TEST_F(ManualGet, ACancelInMidTransferOverSerialHidesAtOnceLowersTheTimeOutAndEn
                                              11),
                                   128, '\0'));
         p.take(2);
-        p.pause(150); // until the read of the first data block is under way
+        PtyPeer::untilItWaits(); // until the read of the first data block is under way
         QMetaObject::invokeMethod(
             &window,
             [&window] {
@@ -324,6 +324,7 @@ TEST_F(ManualGet, TheEndOfASerialTransferIsWrittenToTheMessageWindowWhichStaysOu
 
     peer.play([&window](PtyPeer& p) {
         p.take(1);
+        PtyPeer::untilItWaits();
         QMetaObject::invokeMethod(
             &window, [&window] { click(window, "CancelButton"); }, Qt::BlockingQueuedConnection);
         p.send("x");
@@ -411,6 +412,7 @@ TEST_F(ManualGet, TheFormComesUpAgainWhileACancelledReadRunsOutItsTime) {
     bool stayed = false;
     peer.play([&](PtyPeer& p) {
         p.take(1);
+        PtyPeer::untilItWaits();
         QMetaObject::invokeMethod(
             &window,
             [&] {
@@ -455,6 +457,7 @@ TEST_F(ManualGet, AStartEndsTheCancelledReadAndFetchesItsOwnFile) {
     bool freed = false;
     peer.play([&](PtyPeer& p) {
         p.take(1);
+        PtyPeer::untilItWaits();
         QMetaObject::invokeMethod(
             &window,
             [&] {
@@ -582,6 +585,7 @@ TEST_F(ManualGet, TheEndingOfATransferByHandStandsInTheToolTipOfThePath) {
 
     peer.play([&window](PtyPeer& p) {
         p.take(1);
+        PtyPeer::untilItWaits();
         QMetaObject::invokeMethod(
             &window, [&window] { click(window, "CancelButton"); }, Qt::BlockingQueuedConnection);
         p.send("x");

@@ -251,6 +251,7 @@ TEST_F(PortSettings, WhileAFetchStillWaitsOnlyRealPortsAreListedAndItsOwnOneIsNo
     QStringList listed;
     peer.play([&](PtyPeer& p) {
         p.take(1);
+        PtyPeer::untilItWaits();
         QMetaObject::invokeMethod(
             form.get(),
             [&] {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "acquire/ptypeer.h"
 
+#include <QCoreApplication>
+
 #include <array>
 #include <chrono>
 #include <poll.h>
@@ -44,10 +46,18 @@ termios PtyPeer::settings() const {
 }
 
 void PtyPeer::play(std::function<void(PtyPeer&)> script) {
-    m_thread = std::thread([this, work = std::move(script)] { work(*this); });
+    m_over = false;
+    m_thread = std::thread([this, work = std::move(script)] {
+        work(*this);
+        m_over = true;
+    });
 }
 
 void PtyPeer::finish() {
+    while (!m_over) { // the script may still ask this thread for something
+        QCoreApplication::processEvents(QEventLoop::AllEvents, kLastBytesMs);
+        pause(1);
+    }
     m_thread.join();
     pollfd waiting{m_master, POLLIN, 0};
     while (poll(&waiting, 1, kLastBytesMs) == 1) {

@@ -4,6 +4,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <atomic>
 #include <functional>
 #include <termios.h>
 #include <thread>
@@ -28,7 +29,7 @@ public:
 
     /// Runs a script on the peer's thread.
     void play(std::function<void(PtyPeer&)> script);
-    /// Waits for the script's end, then for whatever the program still sends within 50 ms.
+    /// Lets events run until the script's end, then waits for whatever the program still sends within 50 ms.
     void finish();
 
     /// For the script: sends; waits up to five seconds for `count` bytes; waits.
@@ -37,6 +38,8 @@ public:
     /// The next byte, or -1 when none comes in time.
     int takeOne(int milliseconds);
     static void pause(int milliseconds);
+    /// Time enough for the program to come from what it has just sent to its next wait.
+    static void untilItWaits() { pause(500); }
 
     /// "> 01 FF": sent to the program; "< 43": came from it; one item per change of direction.
     [[nodiscard]] std::vector<QByteArray> transcript() const { return m_transcript; }
@@ -51,6 +54,7 @@ private:
     int m_slave = -1; ///< kept open, so that the line lives while the program closes and reopens it
     QString m_location;
     std::thread m_thread;
+    std::atomic<bool> m_over = true;
     std::vector<QByteArray> m_transcript;
     char m_direction = 0;
 };

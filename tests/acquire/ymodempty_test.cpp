@@ -3,10 +3,13 @@
 #include "acquire/ptypeer.h"
 #include "acquire/receivefixture.h"
 #include "acquire/scriptedport.h"
+#include "acquire/ttycalls.h"
 #include "platform/mscomm.h"
+#include "support/openfiles.h"
 #include "support/strings.h"
 
 #include <QCoreApplication>
+#include <QTimer>
 
 #include <gmock/gmock.h>
 
@@ -373,6 +376,81 @@ TEST_F(YModemOverALine, APulledPlugEndsAWaitWithoutLimit) {
     pull.join();
     line.Output("lost");
     EXPECT_EQ(line.waitForBytes(1, 20), Waited::TimedOut);
+}
+
+TEST_F(YModemOverALine, ALineThatHasGoneIsLeftAtOnceAndWhatHadComeCanStillBeRead) {
+    auto other = std::make_unique<PtyPeer>();
+    const QString location = other->location();
+    MSComm line([&location](int) { return location; });
+    ASSERT_TRUE(line.setPortOpen(true).ok());
+    other->send("abc");
+    ASSERT_EQ(line.waitForBytes(3, 60000), Waited::Enough);
+    ASSERT_TRUE(isOpenHere(location));
+    other.reset();
+    while (!line.lost()) {
+        QCoreApplication::processEvents();
+    }
+    QCoreApplication::processEvents();
+    // An open descriptor of a line that is gone is ready for ever, and so would keep the event loop busy.
+    EXPECT_EQ(deadHandles(QStringLiteral("/dev/pts/")), 0);
+    EXPECT_TRUE(line.PortOpen()) << "nobody has closed it";
+    EXPECT_EQ(line.InBufferCount(), 3);
+    EXPECT_EQ(line.waitForBytes(3, 20), Waited::Enough);
+    EXPECT_EQ(line.Input(2), "ab");
+    EXPECT_EQ(line.waitForBytes(2, 20), Waited::TimedOut);
+    EXPECT_EQ(line.waitForBytes(2, 0), Waited::Lost);
+    line.Output("lost");
+    EXPECT_EQ(line.Input(5), "c");
+    EXPECT_EQ(line.setCommPort(2).error().number, ErrorNumber::PortAlreadyOpen);
+    ASSERT_TRUE(line.setPortOpen(false).ok());
+    EXPECT_FALSE(line.PortOpen());
+    EXPECT_FALSE(line.lost());
+}
+
+TEST_F(YModemOverALine, ALineThatGoesDuringAWaitLetsItsLimitRunOut) {
+    auto other = std::make_unique<PtyPeer>();
+    MSComm line([&other](int) { return other->location(); });
+    ASSERT_TRUE(line.setPortOpen(true).ok());
+    const qint64 start = line.clock();
+    QTimer::singleShot(20, [&other] { other.reset(); });
+    EXPECT_EQ(line.waitForBytes(1, 400), Waited::TimedOut);
+    EXPECT_GE(line.clock() - start, 395);
+    EXPECT_TRUE(line.lost());
+}
+
+TEST_F(YModemOverALine, APortClosedByOthersEndsTheWaitForIt) {
+    QTimer::singleShot(20, [this] { static_cast<void>(port.setPortOpen(false)); });
+    EXPECT_EQ(port.waitForBytes(1, 600000), Waited::TimedOut);
+    QTimer::singleShot(20, [this] { static_cast<void>(port.setPortOpen(false)); });
+    ASSERT_TRUE(port.setPortOpen(true).ok());
+    EXPECT_EQ(port.waitForBytes(1, 0), Waited::Lost);
+}
+
+TEST_F(YModemOverALine, TryingAPortTellsOnesOwnFromAnothersAndLeavesAnOpenOneAlone) {
+    PtyPeer other;
+    MSComm line([this, &other](int number) {
+        return number == 1 ? peer.location() : number == 2 ? other.location() : QString();
+    });
+    EXPECT_EQ(line.tryPort(1).error().number, ErrorNumber::PortAlreadyOpen) << "the fixture holds it";
+    ASSERT_TRUE(port.setPortOpen(false).ok());
+    EXPECT_TRUE(line.tryPort(1).ok());
+    EXPECT_FALSE(line.PortOpen());
+    EXPECT_EQ(line.tryPort(3).error().number, ErrorNumber::DeviceUnavailable);
+    EXPECT_EQ(line.tryPort(1, QStringLiteral("nonsense")).error().number, ErrorNumber::InvalidCall);
+    ASSERT_TRUE(line.setCommPort(1).ok());
+    ASSERT_TRUE(line.setPortOpen(true).ok());
+    EXPECT_TRUE(line.tryPort(1).ok()) << "its own";
+    EXPECT_TRUE(line.tryPort(2).ok());
+    EXPECT_EQ(line.tryPort(3).error().number, ErrorNumber::DeviceUnavailable);
+    EXPECT_TRUE(line.PortOpen());
+    EXPECT_EQ(line.CommPort(), 1);
+}
+
+TEST_F(YModemOverALine, WhatWasWrittenHasLeftBeforeTheLineGetsItsOldSettingsBack) {
+    ttycalls::begin();
+    port.Output("the last acknowledge");
+    ASSERT_TRUE(port.setPortOpen(false).ok());
+    EXPECT_EQ(ttycalls::end(), (std::vector<std::string>{"drain", "settings"}));
 }
 
 } // namespace

@@ -355,8 +355,8 @@ TEST_F(Fetch, EightAtOnceIntoOneFolderLoseNoCapture) {
 TEST_F(Fetch, ASecondInstrumentIsRefusedAndTheFirstServesOn) {
     serve({});
     for (const auto& [option, name] : {std::pair("--usb", "instrument.socket"), std::pair("--serial", "line")}) {
-        const Ran ran = run(QStringLiteral("sixtrace-instrument"),
-                            {QString::fromLatin1(option), path(QString::fromLatin1(name))});
+        const Ran ran =
+            run(QStringLiteral("sixtrace-instrument"), {QString::fromLatin1(option), path(QString::fromLatin1(name))});
         EXPECT_EQ(ran.exitCode, 1);
         EXPECT_TRUE(ran.err.contains("another instrument serves there")) << ran.err.toStdString();
     }
@@ -392,8 +392,8 @@ TEST_F(Fetch, WhatAKilledInstrumentHasLeftIsReplaced) {
 
 TEST_F(Fetch, AnInstrumentReplacesNoLinkToARealDevice) {
     ASSERT_TRUE(QFile::link(QStringLiteral("/dev/null"), path(QStringLiteral("line"))));
-    const Ran ran = run(QStringLiteral("sixtrace-instrument"),
-                        {QStringLiteral("--serial"), path(QStringLiteral("line"))});
+    const Ran ran =
+        run(QStringLiteral("sixtrace-instrument"), {QStringLiteral("--serial"), path(QStringLiteral("line"))});
     EXPECT_EQ(ran.exitCode, 1);
     EXPECT_TRUE(ran.err.contains("leads to /dev/null")) << ran.err.toStdString();
     EXPECT_EQ(QFileInfo(path(QStringLiteral("line"))).symLinkTarget(), QStringLiteral("/dev/null"));

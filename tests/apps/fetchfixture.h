@@ -31,7 +31,7 @@ inline QByteArray capture(const char* scene, std::uint32_t seed) {
 class Fetch : public ::testing::Test {
 protected:
     Fetch() {
-        for (const char* name : {"kqx", "libttdll.so", "ttdll.ini"}) {
+        for (const char* name : {"kqx", "kqx-desktop", "libttdll.so", "ttdll.ini"}) {
             const QString file = QString::fromLatin1(name);
             EXPECT_TRUE(QFile::copy(QStringLiteral(SIXTRACE_BIN "/") + file, path(file)));
         }

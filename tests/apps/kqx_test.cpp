@@ -83,7 +83,12 @@ TEST_F(Kqx, WrongUseOfACommandEndsWith2) {
     const QString file = scene("V11", "sine");
     const std::vector<QStringList> wrong{
         {u"info"_s},
-        {u"info"_s, file, file},
+        {u"info"_s, u"--jobs"_s, u"0"_s, file},
+        {u"measure"_s},
+        {u"measure"_s, u"--json"_s, u"--csv"_s, file},
+        {u"measure"_s, u"--channels"_s, u"ch3"_s, file},
+        {u"convert"_s, file},
+        {u"convert"_s, file, path(u"o.ods"_s)},
         {u"info"_s, u"--frob"_s, file},
         {u"screen"_s, file},
         {u"screen"_s, file, path(u"o.png"_s), u"--scale"_s, u"0"_s},
@@ -102,7 +107,9 @@ TEST_F(Kqx, InfoAsJsonHoldsTheFieldsUnderTheirNames) {
     const Ran ran = kqx({u"info"_s, u"--json"_s, put(captureBytes(*captureForm("V11"), {block()}))});
     EXPECT_EQ(ran.exitCode, 0);
     EXPECT_TRUE(ran.err.isEmpty());
+    EXPECT_EQ(ran.out.count('\n'), 1) << "one line";
     const QJsonObject expected{
+        {u"file"_s, path(u"capture.bin"_s)},
         {u"form"_s, u"V11"_s},
         {u"FileKind"_s, 4},
         {u"faults"_s, QJsonArray{}},
@@ -112,7 +119,8 @@ TEST_F(Kqx, InfoAsJsonHoldsTheFieldsUnderTheirNames) {
              {u"SampleCount"_s, 3},    {u"ScanPoint"_s, 2},     {u"TimeIndex"_s, 16},       {u"ZeroLevel"_s, 60},
              {u"VoltIndex"_s, 5},      {u"ProbeExp"_s, 1},      {u"SampleInterval"_s, 0.1}, {u"Frequency"_s, 1000},
              {u"Period"_s, 1000},      {u"VoltPerCount"_s, 20}, {u"TimeIndexFile"_s, 16},   {u"VoltIndexFile"_s, 5},
-             {u"TimeIndexView"_s, 16}, {u"VoltIndexView"_s, 4}, {u"PeakToPeak"_s, 40},
+             {u"TimeIndexView"_s, 16}, {u"VoltIndexView"_s, 4}, {u"PeakToPeak"_s, 40},      {u"peak_to_peak_v"_s, 8},
+             {u"interval_s"_s, 1e-7},  {u"probe"_s, 10},
          }}},
     };
     EXPECT_EQ(QJsonDocument::fromJson(ran.out).object(), expected) << ran.out.toStdString();
@@ -206,6 +214,176 @@ TEST_F(Kqx, APictureThatCannotBeWrittenEndsWith1) {
     const Ran ran = kqx({u"screen"_s, scene("V11", "sine"), path(u"none/o.png"_s)});
     EXPECT_EQ(ran.exitCode, 1);
     EXPECT_TRUE(ran.err.contains("Path not found"));
+}
+
+TEST_F(Kqx, AScreenGoesToAPngOnly) {
+    const QString file = scene("V11", "sine");
+    const Ran ran = kqx({u"screen"_s, file, path(u"o.jpg"_s)});
+    EXPECT_EQ(ran.exitCode, 2);
+    EXPECT_TRUE(ran.err.contains("has to end in .png")) << ran.err.toStdString();
+    EXPECT_FALSE(QFile::exists(path(u"o.jpg"_s)));
+    EXPECT_EQ(kqx({u"screen"_s, file, path(u"O.PNG"_s)}).exitCode, 0);
+    EXPECT_EQ(QImage(path(u"O.PNG"_s)).size(), QSize(601, 401));
+}
+
+TEST_F(Kqx, ACaptureIsNotReplacedByItsPicture) {
+    const QString file = scene("V11", "sine");
+    ASSERT_TRUE(QFile::rename(file, path(u"odd.png"_s)));
+    const Ran ran = kqx({u"screen"_s, path(u"odd.png"_s), path(u"odd.png"_s)});
+    EXPECT_EQ(ran.exitCode, 1);
+    EXPECT_EQ(kqx({u"info"_s, path(u"odd.png"_s)}).exitCode, 0);
+}
+
+TEST_F(Kqx, NamesThatAreNoTextAreOpenedAndToldInJson) {
+    const QByteArray odd = path(QString()).toUtf8().append("/b\xFF\x80.bin");
+    ASSERT_EQ(std::rename(scene("V11", "six").toUtf8().constData(), odd.constData()), 0);
+    // A process can be given such a name by a shell only: texts of this toolkit are no bytes.
+    const auto shell = [this](const QString& line) {
+        QProcess process;
+        process.setWorkingDirectory(path(QString()));
+        process.start(u"sh"_s, {u"-c"_s, QString(line).replace(u"KQX"_s, QStringLiteral(SIXTRACE_BIN "/kqx"))});
+        process.waitForFinished(60000);
+        return Ran{process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
+    };
+    const Ran info = shell(u"KQX info --json b*.bin"_s);
+    EXPECT_EQ(info.exitCode, 0) << info.err.toStdString();
+    const QJsonObject json = QJsonDocument::fromJson(info.out).object();
+    EXPECT_EQ(json[u"file"_s].toString(), u"b\uFFFD\uFFFD.bin"_s);
+    EXPECT_EQ(json[u"file_bytes"_s].toString(), u"62ff802e62696e"_s);
+    EXPECT_EQ(json[u"channels"_s].toArray().size(), 6);
+    EXPECT_EQ(shell(u"KQX screen b*.bin out.png"_s).exitCode, 0);
+    EXPECT_EQ(picture(), golden("six_lines.png"));
+    EXPECT_EQ(shell(u"KQX table b*.bin t.csv && KQX page b*.bin p.pdf && KQX convert b*.bin c.csv"_s).exitCode, 0);
+    // The name of a result is made of the same bytes.
+    EXPECT_EQ(shell(u"KQX convert --to npz b*.bin"_s).exitCode, 0);
+    EXPECT_EQ(shell(u"test -f b$(printf '\\377\\200').npz"_s).exitCode, 0);
+}
+
+TEST_F(Kqx, SaysNothingThatNobodyAskedForOnStandardError) {
+    const QString file = scene("V11", "sine");
+    const QByteArray locale = qgetenv("LC_ALL");
+    const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
+    qputenv("LC_ALL", "C");
+    qunsetenv("XDG_RUNTIME_DIR");
+    for (const QStringList& arguments : std::vector<QStringList>{{u"info"_s, file},
+                                                                 {u"measure"_s, file},
+                                                                 {u"screen"_s, file, path(u"o.png"_s)},
+                                                                 {u"table"_s, file, path(u"o.csv"_s)},
+                                                                 {u"page"_s, file, path(u"o.pdf"_s)},
+                                                                 {u"fetch"_s, u"--help"_s},
+                                                                 {u"open"_s, u"--help"_s}}) {
+        const Ran ran = kqx(arguments);
+        EXPECT_EQ(ran.exitCode, 0);
+        EXPECT_EQ(ran.err, QByteArray()) << arguments.join(u' ').toStdString();
+    }
+    qputenv("LC_ALL", locale);
+    qputenv("XDG_RUNTIME_DIR", runtime);
+}
+
+TEST_F(Kqx, OpenTellsWhatItTakesAndWhyItCannot) {
+    EXPECT_TRUE(kqx({u"open"_s, u"--help"_s}).out.contains("FILE"));
+    const QByteArray bus = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+    const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + path(u"no-bus"_s).toUtf8());
+    qputenv("XDG_RUNTIME_DIR", path(QString()).toUtf8());
+    const QString file = scene("V11", "sine");
+    for (const QStringList& arguments :
+         {QStringList{u"open"_s}, QStringList{u"open"_s, file}, QStringList{u"open"_s, u"--"_s, file}}) {
+        const Ran ran = kqx(arguments);
+        EXPECT_EQ(ran.exitCode, 1) << arguments.join(u' ').toStdString();
+        EXPECT_TRUE(ran.err.contains("no session bus")) << ran.err.toStdString();
+    }
+    const Ran gone = kqx({u"open"_s, u"--"_s, path(u"-gone.bin"_s)});
+    EXPECT_EQ(gone.exitCode, 1);
+    EXPECT_TRUE(gone.err.contains("no such file"));
+    EXPECT_EQ(kqx({u"open"_s, file, file}).exitCode, 2);
+    EXPECT_EQ(kqx({u"open"_s, u"--frob"_s}).exitCode, 2);
+    bus.isNull() ? qunsetenv("DBUS_SESSION_BUS_ADDRESS") : qputenv("DBUS_SESSION_BUS_ADDRESS", bus);
+    runtime.isNull() ? qunsetenv("XDG_RUNTIME_DIR") : qputenv("XDG_RUNTIME_DIR", runtime);
+}
+
+TEST_F(Kqx, HelpIsWrappedForATerminal) {
+    for (const QString& command : {u"info"_s, u"measure"_s, u"convert"_s, u"screen"_s, u"table"_s}) {
+        const QByteArray help = kqx({command, u"--help"_s}).out;
+        EXPECT_TRUE(help.startsWith(QByteArray("Usage: kqx ").append(command.toUtf8()).append(" [options] FILE")))
+            << help.toStdString();
+        qsizetype longest = 0;
+        for (const QByteArray& line : help.split('\n')) {
+            longest = std::max(longest, line.size());
+            EXPECT_FALSE(line.endsWith(' ')) << line.toStdString();
+        }
+        EXPECT_LE(longest, 79) << help.toStdString();
+        EXPECT_GE(longest, 70) << help.toStdString();
+    }
+    EXPECT_TRUE(kqx({u"screen"_s, u"-h"_s})
+                    .out.contains("\n  --points           Draw points instead of lines.\n"
+                                  "  --cross            Draw the cross instead of the graticule.\n"));
+    EXPECT_TRUE(kqx({u"convert"_s, u"-h"_s})
+                    .out.contains("\n  --channels <list>  Write only these channels, ch1, ch2, A, B, "
+                                  "C or D, parted\n                     by commas.\n"));
+    EXPECT_TRUE(
+        kqx({u"convert"_s, u"-h"_s}).out.contains("\n  --files-from <list>\n                     Take the names"));
+}
+
+TEST_F(Kqx, WrongOptionsAreToldWithTheirNames) {
+    const QString file = scene("V11", "sine");
+    const std::vector<std::pair<QStringList, QByteArray>> wrong{
+        {{u"--frob"_s}, "kqx: unknown option --frob\n"},
+        {{u"--frob=3"_s}, "kqx: unknown option --frob\n"},
+        {{u"-x"_s}, "kqx: unknown option -x\n"},
+        {{u"--json=yes"_s}, "kqx: --json takes no value\n"},
+        {{u"--jobs"_s}, "kqx: --jobs lacks its value\n"},
+        {{u"--jobs=x"_s}, "kqx: --jobs takes a whole number from 1 to 256\n"},
+        {{u"--jobs="_s}, "kqx: --jobs takes a whole number from 1 to 256\n"},
+        {{u"--jobs=2x"_s}, "kqx: --jobs takes a whole number from 1 to 256\n"},
+        {{u"--jobs=257"_s}, "kqx: --jobs takes a whole number from 1 to 256\n"},
+    };
+    for (const auto& [arguments, sentence] : wrong) {
+        const Ran ran = kqx(QStringList{u"info"_s, file} + arguments);
+        EXPECT_EQ(ran.exitCode, 2);
+        EXPECT_EQ(ran.err, sentence);
+    }
+    EXPECT_EQ(kqx({u"info"_s, file, u"--jobs=1"_s, u"--jobs"_s, u"256"_s}).exitCode, 0);
+}
+
+TEST_F(Kqx, BehindTwoDashesEverythingIsAName) {
+    const QString file = scene("V11", "sine");
+    ASSERT_TRUE(QFile::rename(file, path(u"--json"_s)));
+    QProcess process;
+    process.setWorkingDirectory(path(QString()));
+    process.start(QStringLiteral(SIXTRACE_BIN "/kqx"), {u"info"_s, u"--"_s, u"--json"_s});
+    ASSERT_TRUE(process.waitForFinished(60000));
+    EXPECT_EQ(process.exitCode(), 0);
+    EXPECT_TRUE(process.readAllStandardOutput().startsWith("form V11"));
+}
+
+TEST_F(Kqx, InfoForPeopleTellsRowsOfBothFamiliesAndWhatIsNoRow) {
+    const auto told = [this](const char* tag, std::int32_t time, std::int32_t volt, std::int16_t probe) {
+        CaptureBlock made = block();
+        made.timeIndex = time;
+        made.voltIndex = volt;
+        made.probeExp = probe;
+        return kqx({u"info"_s, put(captureBytes(*captureForm(tag), {made}))}).out;
+    };
+    EXPECT_TRUE(told("V11", 2, 1, 0).contains("time base       25 nS (row 2)\n  volts           5.00mv (row 0)\n"));
+    EXPECT_TRUE(told("W11", 2, 10, 3).contains("time base       20 nS (row 2)\n  volts           5000 V (row 9)\n"));
+    EXPECT_TRUE(told("V10", 26, 2, 1).contains("time base       2   S (row 26)\n"));
+    EXPECT_TRUE(told("W01", 27, 2, 1).contains("time base       5   S (row 27)\n"));
+    EXPECT_TRUE(told("V01", 0, 2, 1).contains("time base       5  nS (row 0)\n"));
+    EXPECT_TRUE(told("V11", 28, 11, 0)
+                    .contains("time base       no such row (row 28)\n  volts           no such row (row 10)\n"));
+    EXPECT_TRUE(told("V11", -1, 0, 0)
+                    .contains("time base       no such row (row -1)\n  volts           no such row (row -1)\n"));
+    EXPECT_TRUE(told("V11", 3, 1, 4).contains("volts           no such probe (row 0)\n  probe           1:10000\n"));
+    EXPECT_TRUE(told("V11", 3, 1, -1).contains("volts           no such probe (row 0)\n  probe           1:0.1\n"));
+    EXPECT_TRUE(told("V11", 3, 1, 0).contains("zero level      40\n  scan point      2\n"));
+}
+
+TEST_F(Kqx, InfoOfSeveralFilesNamesEach) {
+    const QString file = put(captureBytes(*captureForm("V11"), {block()}));
+    const Ran one = kqx({u"info"_s, file});
+    const Ran two = kqx({u"info"_s, file, file});
+    EXPECT_EQ(two.out, QByteArray(file.toUtf8() + ":\n" + one.out + "\n" + file.toUtf8() + ":\n" + one.out));
 }
 
 } // namespace

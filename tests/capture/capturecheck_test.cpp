@@ -148,7 +148,20 @@ TEST_F(CaptureCheck, AZeroLevelOffTheScreen) {
     EXPECT_TRUE(check({{.zeroLevel = -100}}).empty());
 }
 
+TEST_F(CaptureCheck, CutInTheMarkOfABlock) {
+    const QByteArray whole = capture("V11", {{}, {.mark = "CH2"}});
+    expectOne(check(whole.left(10 + 59 + 1)), 10 + 59, u"the file ends in the mark of a channel block"_s);
+    expectOne(check(whole.left(10 + 59 + 2)), 10 + 59, u"the file ends in the mark of a channel block"_s);
+}
+
+TEST_F(CaptureCheck, NeitherSlotsNorSamplesNeedAByte) {
+    const QByteArray whole = capture("V11", {{.screenPoints = 0, .sampleCount = 0, .samples = {}}});
+    expectOne(check(whole), kScreenPointsAt, u"ScreenPoints is 0"_s);
+}
+
 TEST_F(CaptureCheck, AForeignProbe) {
+    EXPECT_TRUE(check({{.probeExp = 3}}).empty());
+    expectOne(check({{.probeExp = -1}}), kProbeExpAt, u"ProbeExp is -1"_s);
     expectOne(check({{.probeExp = 4}}), kProbeExpAt, u"ProbeExp is 4"_s);
 }
 

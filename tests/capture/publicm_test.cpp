@@ -132,7 +132,7 @@ TEST(Channels, OrderIdsAndLabels) {
         EXPECT_EQ(channelName(channel), names[c]);
     }
     for (const char foreign : {'0', '3', 'E', 'a', ' ', '\0', '\xFF'}) {
-        EXPECT_EQ(channelOfId(foreign), -1);
+        EXPECT_EQ(channelOfId(foreign), std::nullopt);
     }
 }
 

@@ -32,7 +32,8 @@ quiet() {
 
 for file in bin/sixtrace bin/kqx bin/sixtrace-instrument "share/icons/hicolor/scalable/apps/$id.svg" \
     share/sixtrace/ChineseS.Lan share/sixtrace/English.Lan share/sixtrace/vrt_c.html share/sixtrace/vrt_e.html \
-    share/sixtrace/ttdll.ini; do
+    share/sixtrace/ttdll.ini "share/thumbnailers/$id.thumbnailer" \
+    share/bash-completion/completions/kqx share/zsh/vendor-completions/_kqx share/fish/vendor_completions.d/kqx.fish; do
     expect "$file is missing" test -s "$work/usr/$file"
 done
 # Every picture of the help is there.
@@ -44,6 +45,7 @@ for page in vrt_c vrt_e; do
 done
 library=$(find "$work/usr" -name libttdll.so)
 expect "the transfer library is missing" test -s "$library"
+expect "the program for kqx's desktop commands is missing" test -x "$(dirname "$library")/kqx-desktop"
 
 expect "desktop entry" quiet desktop-file-validate "$share/applications/$id.desktop"
 expect "metainfo" appstreamcli validate --no-net "$share/metainfo/$id.metainfo.xml"
@@ -107,6 +109,14 @@ while [ ! -S "$work/home/sixtrace/instrument.socket" ] && [ "$tries" -lt 100 ]; 
     sleep 0.1
     tries=$((tries + 1))
 done
+expect "a table by the installed programs" "$work/usr/bin/kqx" table --language 1 "$work/V11.bin" "$work/t.txt"
+expect "its unit line" grep -q "Unit: mV" "$work/t.txt"
+# As the thumbnailer entry has it, for a name that looks like an option.
+cp "$work/V11.bin" "$work/-odd.bin"
+thumbnail=$(sed -n 's/^Exec=//p' "$share/thumbnailers/$id.thumbnailer" | sed "s|%s|128|; s|%i|-odd.bin|; s|%o|thumb.tmp|")
+# shellcheck disable=SC2086 # a command line
+expect "a thumbnail by its entry" env -C "$work" PATH="$work/usr/bin:$PATH" $thumbnail
+expect "the thumbnail" grep -q PNG "$work/thumb.tmp"
 expect "fetch with the installed programs" "$work/usr/bin/kqx" fetch --usb -o "$work/fetched.bin"
 expect "the fetched capture" "$work/usr/bin/kqx" info "$work/fetched.bin"
 kill "$instrument" 2>/dev/null || true

@@ -16,6 +16,9 @@ protected:
         applyLook(*qApp);
         splash = std::make_unique<frmSplash>([this] { events.append(QStringLiteral("load")); },
                                              [this] { events.append(QStringLiteral("show")); });
+        // A busy machine may take longer to show the window than the first tick waits.
+        firstInterval = timer().interval();
+        timer().setInterval(3'600'000);
         splash->show();
     }
     [[nodiscard]] QTimer& timer() const { return *splash->findChild<QTimer*>(QStringLiteral("Timer1")); }
@@ -34,11 +37,12 @@ protected:
     }
 
     QStringList events;
+    int firstInterval = 0;
     std::unique_ptr<frmSplash> splash;
 };
 
 TEST_F(Splash, FirstTickComesAfter10MsAndLoadsTheMainWindowUnseen) {
-    EXPECT_EQ(timer().interval(), 10);
+    EXPECT_EQ(firstInterval, 10);
     EXPECT_TRUE(timer().isActive());
     EXPECT_FALSE(splash->SplashDone());
     tick();

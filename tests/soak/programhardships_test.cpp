@@ -14,7 +14,7 @@ class CompanionHardships : public CompanionFolder {
 protected:
     CompanionHardships() {
         put(text("capture.bin"), captureBytes(*captureForm("V11"), *sceneBlocks(text("sine"), 1)));
-        bring({text("kqx"), text("libttdll.so"), text("ttdll.ini"), text("English.Lan"), text("ChineseS.Lan")});
+        bring({text("kqx"), text("kqx-desktop"), text("libttdll.so"), text("ttdll.ini"), text("English.Lan"), text("ChineseS.Lan")});
     }
     [[nodiscard]] Ran kqx(const QStringList& arguments, const QString& out = {}, bool asOrdinaryUser = false) const {
         QProcess process;
@@ -77,7 +77,7 @@ TEST_F(CompanionHardships, AFolderThatCannotBeWrittenIsToldByEveryWriter) {
         EXPECT_TRUE(ran.err.contains("Permission denied")) << ran.err.toStdString();
     }
     const Ran fetched = kqx({text("fetch"), text("--usb"), text("-o"), text("locked")}, {}, true);
-    EXPECT_EQ(fetched.exitCode, 1);
+    EXPECT_EQ(fetched.exitCode, 5);
     EXPECT_TRUE(fetched.err.contains("cannot be written")) << fetched.err.toStdString();
     EXPECT_TRUE(QDir(path(text("locked"))).isEmpty());
     EXPECT_TRUE(QFile::setPermissions(folder.path(), readable | QFile::WriteOwner));
@@ -89,7 +89,8 @@ TEST_F(CompanionHardships, AFetchOntoAFullDiskFailsAndTheOldFileStands) {
     put(text("got/one.bin"), "old");
     for (const QStringList& link : {QStringList{text("--serial"), path(text("line"))}, QStringList{text("--usb")}}) {
         const QStringList command =
-            QStringList{text("fetch"), text("-o"), text("got/one.bin"), text("--timeout"), text("2")} + link;
+            QStringList{text("fetch"), text("--force"), text("-o"), text("got/one.bin"), text("--timeout"), text("2")} +
+            link;
         const Ran ran = [&] {
             const SmallDisk disk(500);
             return kqx(command);
@@ -101,7 +102,8 @@ TEST_F(CompanionHardships, AFetchOntoAFullDiskFailsAndTheOldFileStands) {
     }
     for (const QStringList& link : {QStringList{text("--serial"), path(text("line"))}, QStringList{text("--usb")}}) {
         const Ran ran =
-            kqx(QStringList{text("fetch"), text("-o"), text("got/one.bin"), text("--timeout"), text("2")} + link);
+            kqx(QStringList{text("fetch"), text("--force"), text("-o"), text("got/one.bin"), text("--timeout"), text("2")} +
+                link);
         EXPECT_EQ(ran.exitCode, 0) << "the next one succeeds: " << ran.err.toStdString();
     }
 }

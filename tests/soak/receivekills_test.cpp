@@ -82,13 +82,16 @@ TEST_F(ReceiveKills, LeaveASerialFileAsFarAsWritten) {
 
 TEST_F(ReceiveKills, LeaveAUsbFileAsItWasOrWritten) {
     ScriptedLink link;
-    ScriptedDialogs dialogs;
     killReceiving(
         "USB receive",
         [&](int) {
             link.stream = ScriptedLink::transfer(fresh);
             link.calls.clear();
-            static_cast<void>(getfromUSB(link, dialogs, *model, path(text("got.bin"))));
+            TransferGate gate;
+            const auto pass = gate.enter();
+            static_cast<void>(exchangeUsb(
+                *pass, link,
+                {.storeAt = [this](const UsbAnnounced&) -> Result<QString> { return path(text("got.bin")); }}));
         },
         fresh + '\0');
 }

@@ -18,4 +18,15 @@ namespace sixtrace {
     return false;
 }
 
+/// How many handles of this process lead to what its name says has gone: "/dev/pts/3 (deleted)" and the like.
+[[nodiscard]] inline int deadHandles(const QString& beginning) {
+    int count = 0;
+    const QDir handles(QStringLiteral("/proc/self/fd"));
+    for (const QFileInfo& handle : handles.entryInfoList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)) {
+        const QString target = handle.symLinkTarget();
+        count += target.startsWith(beginning) && target.endsWith(QLatin1String("(deleted)")) ? 1 : 0;
+    }
+    return count;
+}
+
 } // namespace sixtrace

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 // An instrument on an emulated USB bus. emulateddevice HOW COMMAND...: runs the command with the device plugged in.
 // HOW: clean, packed (header and data run on in full packets), silent (behind the header), cut (the first transfer
-// stops halfway, the rest comes later), other-endpoint, other-device.
+// stops halfway, the rest comes later), surplus (64 bytes more than the header says), deaf (takes no command),
+// forbidden (the user may not open it), other-endpoint, other-device.
 #include <umockdev.h>
 
 #include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 // The kernel's header needs the one above.
 #include <linux/usbdevice_fs.h>
 
@@ -12,6 +15,7 @@
 #include <cerrno>
 #include <cstddef>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <deque>
 #include <string>
@@ -61,6 +65,9 @@ void takeCommand() {
         return;
     }
     queueStream(data);
+    if (how == "surplus") {
+        queueStream(std::vector<unsigned char>(kPacket, 0x55));
+    }
 }
 
 /// Finishes a request if the device has something for it.
@@ -72,6 +79,9 @@ bool serve(usbdevfs_urb* request, unsigned char* buffer) {
         return true;
     }
     if ((request->endpoint & 0x80) == 0) {
+        if (how == "deaf") {
+            return false;
+        }
         if (request->buffer_length == 5 && std::memcmp(buffer, "START", 5) == 0) {
             takeCommand();
         }
@@ -189,6 +199,14 @@ std::string descriptor(unsigned char product, unsigned char endpointIn) {
     return text;
 }
 
+/// Root may open anything: who is forbidden something has to be somebody else.
+void becomeNobody(gpointer) {
+    constexpr id_t kNobody = 65534;
+    if (how == "forbidden" && geteuid() == 0 && (setgid(kNobody) != 0 || setuid(kNobody) != 0)) {
+        _exit(3);
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -216,7 +234,16 @@ int main(int argc, char** argv) {
         return 3;
     }
     gint status = 0;
-    if (g_spawn_sync(nullptr, argv + 2, nullptr, G_SPAWN_SEARCH_PATH, nullptr, nullptr, nullptr, nullptr, &status,
+    gchar* folder = umockdev_testbed_get_root_dir(bus);
+    if (how == "forbidden") {
+        const std::string node = std::string(folder) + "/dev/bus/usb/001/002";
+        const std::string readable = "chmod -R a+rwX " + std::string(folder);
+        if (std::system(readable.c_str()) != 0 || chmod(node.c_str(), 0) != 0) {
+            return 3;
+        }
+    }
+    g_free(folder);
+    if (g_spawn_sync(nullptr, argv + 2, nullptr, G_SPAWN_SEARCH_PATH, becomeNobody, nullptr, nullptr, nullptr, &status,
                      &error) == FALSE) {
         std::fprintf(stderr, "%s\n", error->message);
         return 3;

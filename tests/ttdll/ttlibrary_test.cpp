@@ -17,6 +17,7 @@
 #include <sys/stat.h>
 #include <sys/un.h>
 #include <unistd.h>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -163,6 +164,61 @@ TEST_F(TransferLibrary, AnInstrumentThatTakesNothingIsGivenUpAfterTheTime) {
     EXPECT_TRUE(logHas("socket: sending took too long after ")) << log();
 }
 
+TEST_F(TransferLibrary, AServerThatTakesNoCallIsGivenUpAfterTheTimeOfARead) {
+    const Instrument instrument(path(u"instrument.socket"_s));
+    std::vector<int> callers; // fill the queue
+    for (;;) {
+        const int caller = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+        callers.push_back(caller);
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        const QByteArray name = QFile::encodeName(path(u"instrument.socket"_s));
+        std::memcpy(address.sun_path, name.constData(), static_cast<std::size_t>(name.size()));
+        if (connect(caller, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
+            break;
+        }
+    }
+    EXPECT_EQ(library.InitializeTt(0), 0);
+    EXPECT_TRUE(logHas("takes no call")) << log();
+    settings("Link=socket\nReadTimeout=0\n");
+    EXPECT_EQ(library.InitializeTt(0), 0) << "no time is no limit nowhere";
+    EXPECT_TRUE(library.describe().value().contains(u"\tsilent\n")) << library.describe().value().toStdString();
+    for (const int caller : callers) {
+        close(caller);
+    }
+}
+
+TEST_F(TransferLibrary, TellsWhetherTheInstrumentHasSentMoreThanWasRead) {
+    EXPECT_FALSE(library.hasMore()) << "no link";
+    Instrument instrument(path(u"instrument.socket"_s));
+    ASSERT_EQ(library.InitializeTt(0), 1);
+    instrument.answerCall();
+    EXPECT_FALSE(library.hasMore());
+    instrument.send("12");
+    char byte = 0;
+    ASSERT_EQ(library.ReadThread(&byte, 1), 1);
+    EXPECT_TRUE(library.hasMore());
+    ASSERT_EQ(library.ReadThread(&byte, 1), 1);
+    EXPECT_EQ(byte, '2') << "asking takes nothing away";
+    EXPECT_FALSE(library.hasMore());
+    instrument.hangUp();
+    EXPECT_FALSE(library.hasMore());
+}
+
+TEST_F(TransferLibrary, DescribesItsSettingsAndTheSocket) {
+    const QString file = path(u"ttdll.ini"_s);
+    const QString end = path(u"instrument.socket"_s);
+    EXPECT_EQ(library.describe(), u"settings\t"_s + file + u"\tsocket\nsocket\t"_s + end + u"\tabsent\n"_s);
+    const Instrument instrument(end);
+    EXPECT_EQ(library.describe(), u"settings\t"_s + file + u"\tsocket\nsocket\t"_s + end + u"\topen\n"_s);
+    settings("Link=usb\nVendor=0x1234\nProduct=0xabcd\nInterface=2\nEndpointOut=0x02\nEndpointIn=0x83\n");
+    EXPECT_TRUE(
+        library.describe().value().startsWith(u"settings\t"_s + file + u"\tusb\nwanted\t1234:abcd\t2\t02\t83\n"_s))
+        << library.describe().value().toStdString();
+    settings("Link=auto\n");
+    EXPECT_TRUE(library.describe().value().contains(u"\topen\nwanted\t1209:0001\t0\t01\t81\n"_s));
+}
+
 TEST_F(TransferLibrary, ASocketMayLieDeeperThanAnAddressIsLong) {
     const QString deep = QString(60, u'd') + u'/' + QString(60, u'e');
     ASSERT_TRUE(QDir(path(QString())).mkpath(deep));
@@ -225,6 +281,9 @@ TEST(TransferLibraryOfAnother, AbsentOrWithoutTheFunctionsEveryCallFails) {
         EXPECT_EQ(library.ReadThread(&byte, 1), -1);
         EXPECT_EQ(library.senddatatoTt(&byte, 1), -1);
         EXPECT_EQ(library.getTtData(&byte, 1), -1);
+        EXPECT_FALSE(library.hasMore());
+        EXPECT_FALSE(library.isUsable());
+        EXPECT_EQ(library.describe(), std::nullopt);
         library.closeTt(0);
     };
     expectFailures();

@@ -9,17 +9,23 @@
 
 #include <gtest/gtest.h>
 
+#include <grp.h>
+#include <pty.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace {
 
 struct Ran {
     int exitCode = -1;
     QByteArray err;
+    QByteArray out;
 };
 
 class UsbBus : public ::testing::Test {
 protected:
     UsbBus() {
-        for (const char* name : {"kqx", "libttdll.so"}) {
+        for (const char* name : {"kqx", "kqx-desktop", "libttdll.so"}) {
             const QString file = QString::fromLatin1(name);
             EXPECT_TRUE(QFile::copy(QStringLiteral(SIXTRACE_BIN "/") + file, folder.filePath(file)));
         }
@@ -51,7 +57,7 @@ protected:
             process.waitForFinished();
             return {};
         }
-        return {process.exitCode(), process.readAllStandardError()};
+        return {process.exitCode(), process.readAllStandardError(), process.readAllStandardOutput()};
     }
     [[nodiscard]] QByteArray content(const char* name) const {
         QFile file(folder.filePath(QString::fromLatin1(name)));
@@ -84,7 +90,8 @@ TEST_F(UsbBus, ADeviceThatSendsMoreThanIsAskedForLosesNothing) {
 TEST_F(UsbBus, ASilentDeviceIsGivenUpAndNamedInTheLogOnly) {
     const Ran ran = run("silent", "kqx fetch --usb -o got.bin");
     EXPECT_EQ(ran.exitCode, 1);
-    EXPECT_TRUE(ran.err.contains("The data received is error.Check the USB cable then restart to receive."));
+    EXPECT_TRUE(ran.err.contains("the instrument did not answer as it should; 0 of 1000 bytes came"))
+        << ran.err.toStdString();
     EXPECT_FALSE(ran.err.contains("usb:"));
     EXPECT_TRUE(content("ttdll.log").contains("usb: reading failed after 0 bytes"))
         << content("ttdll.log").toStdString();
@@ -130,6 +137,85 @@ TEST_F(UsbBus, AnAbsentDeviceIsNamedByItsNumbers) {
     EXPECT_EQ(ran.exitCode, 1);
     EXPECT_TRUE(content("ttdll.log").contains("usb: no device 1209:0001 among 1"))
         << content("ttdll.log").toStdString();
+}
+
+TEST_F(UsbBus, BytesBeyondTheAnnouncedLengthMakeTheFileDamaged) {
+    const Ran ran = run("surplus", "kqx fetch --usb -o got.bin");
+    EXPECT_EQ(ran.exitCode, 1);
+    EXPECT_TRUE(ran.err.contains("data came twice or beyond its size")) << ran.err.toStdString();
+    EXPECT_EQ(content("got.bin"), "(no file)");
+}
+
+TEST_F(UsbBus, ADeviceThatTakesNoCommandIsGivenUpEvenWithoutAnyTimeToWait) {
+    settings("Link=usb\nWriteTimeout=0\n");
+    const Ran ran = run("deaf", "kqx fetch --usb -o got.bin");
+    EXPECT_EQ(ran.exitCode, 1) << "the shell has ended by itself";
+    EXPECT_TRUE(content("ttdll.log").contains("usb: sending failed: Operation timed out"))
+        << content("ttdll.log").toStdString();
+}
+
+TEST_F(UsbBus, PortsTellsTheDeviceThatIsWantedAndThatItOpens) {
+    const Ran ran = run("clean", "kqx ports --json > ports.json; echo $?; kqx ports");
+    EXPECT_TRUE(ran.out.startsWith("0\n")) << ran.out.toStdString() << ran.err.toStdString();
+    EXPECT_TRUE(ran.out.contains("usb 1209:0001  /dev/bus/usb/001/002  open\n")) << ran.out.toStdString();
+    EXPECT_TRUE(ran.out.contains("wanted 1209:0001, interface 0, end points 01 out and 81 in"))
+        << ran.out.toStdString();
+    const QByteArray json = content("ports.json");
+    EXPECT_TRUE(json.contains("\"matches\": true") && json.contains("\"state\": \"open\"")) << json.toStdString();
+    EXPECT_TRUE(json.contains("\"wanted\": \"1209:0001\"")) << json.toStdString();
+}
+
+TEST_F(UsbBus, PortsEndsWith1WhereNoWayOpens) {
+    const Ran ran = run("other-device", "kqx ports > ports.txt; echo $?");
+    EXPECT_EQ(ran.out, "1\n");
+    EXPECT_FALSE(content("ports.txt").contains("  open")) << content("ports.txt").toStdString();
+}
+
+TEST_F(UsbBus, PortsTellsASerialPortWithoutRightsByItsGroup) {
+    int master = -1;
+    int slave = -1;
+    char name[128] = {};
+    ASSERT_EQ(openpty(&master, &slave, name, nullptr, nullptr), 0);
+    ASSERT_EQ(fchmod(slave, 0), 0);
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("ports")));
+    ASSERT_TRUE(QFile::link(QString::fromLatin1(name), folder.filePath(QStringLiteral("ports/com1"))));
+    ASSERT_TRUE(QFile::setPermissions(folder.path(), QFileDevice::Permissions(0x7777))) << "it is the program folder";
+    const Ran ran = run("forbidden", "kqx ports; true");
+    struct stat state {};
+    ASSERT_EQ(fstat(slave, &state), 0);
+    const group* owner = getgrgid(state.st_gid);
+    ASSERT_NE(owner, nullptr);
+    const QByteArray groupName(owner->gr_name);
+    const QByteArray row = "1 com1 (pinned)  " + QByteArray(name) + "  rights (" + groupName + ")\n";
+    EXPECT_TRUE(ran.out.contains(row)) << ran.out.toStdString();
+    const QByteArray remedy =
+        groupName == "root" ? QByteArray("a udev rule has to give ") : "join the group " + groupName + " (sudo usermod";
+    EXPECT_TRUE(ran.out.contains(remedy)) << ran.out.toStdString();
+    close(slave);
+    close(master);
+}
+
+TEST_F(UsbBus, PortsTellsMissingRightsAndWhatIsToBeDone) {
+    ASSERT_TRUE(QFile::setPermissions(folder.path(), QFileDevice::Permissions(0x7755)));
+    const Ran ran = run("forbidden", "kqx ports; true");
+    EXPECT_TRUE(ran.out.contains("usb 1209:0001  /dev/bus/usb/001/002  rights\n"))
+        << ran.out.toStdString() << ran.err.toStdString();
+    EXPECT_TRUE(ran.out.contains("ATTR{idVendor}==\"1209\", ATTR{idProduct}==\"0001\", TAG+=\"uaccess\"  into "
+                                 "/etc/udev/rules.d/70-sixtrace-own.rules"))
+        << ran.out.toStdString();
+}
+
+TEST_F(UsbBus, PortsTellsDevicesThatAreNotTheWantedOne) {
+    const Ran ran = run("other-device", "kqx ports; true");
+    EXPECT_TRUE(ran.out.contains("usb 1209:0002  /dev/bus/usb/001/002  not the device that is wanted\n"))
+        << ran.out.toStdString();
+    EXPECT_TRUE(ran.out.contains("usb 1209:0001  absent\n")) << ran.out.toStdString();
+    EXPECT_TRUE(ran.out.contains("if it has other ids, enter them in ")) << ran.out.toStdString();
+}
+
+TEST_F(UsbBus, PortsTellsEndpointsThatTheDeviceLacks) {
+    const Ran ran = run("other-endpoint", "kqx ports; true");
+    EXPECT_TRUE(ran.out.contains("usb 1209:0001  /dev/bus/usb/001/002  endpoints\n")) << ran.out.toStdString();
 }
 
 } // namespace

@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+// kqx measure: figures of the samples of captures, in volts and seconds at the probe's tip.
+#include "batch.h"
+#include "captureinfo.h"
+#include "channelchoice.h"
+#include "datacommands.h"
+#include "jsontext.h"
+#include "measuretext.h"
+
+#include "capture/measure.h"
+#include "platform/bytefile.h"
+
+#include <memory>
+
+namespace sixtrace::kqx {
+
+namespace {
+
+const Usage& usage() {
+    static const Usage made{
+        "measure", "FILE...",
+        "Measures the samples of captures, in SI units at the probe's tip. Times are index x interval. Definitions "
+        "stand in the manual page.",
+        withOptions({{"json", nullptr, "Print a line of JSON for each FILE."},
+                     {"csv", nullptr, "Print a row of comma-separated values for each channel."},
+                     {"channels", "list", "Measure only these channels, ch1, ch2, A, B, C or D, parted by commas."},
+                     {"all", nullptr, "Measure all samples of a slow scan, and not its fresh sweep only."}},
+                    listOptions())};
+    return made;
+}
+
+enum class Form { Plain, Json, Csv };
+
+/// What one job keeps between files.
+struct Bench {
+    ByteFile file;
+    CaptureRecord record;
+    Measuring measuring;
+};
+
+void appendJson(std::string& out, const std::string& name, Bench& bench, const ChannelChoice& choice, Sweep sweep) {
+    const CaptureRecord& record = bench.record;
+    if (!record.isCapture()) {
+        appendErrorJson(out, name, record);
+        return;
+    }
+    out += '{';
+    appendJsonFile(out, name);
+    out += ",\"form\":\"";
+    out += record.form();
+    out += "\",\"channels\":[";
+    bool first = true;
+    for (std::size_t c = 0; c < record.channels.size(); ++c) {
+        if (record.channels[c].present && choice[c]) {
+            out += first ? "{" : ",{";
+            first = false;
+            appendMeasuresJson(out, c, bench.measuring.measure(record.channels[c], sweep));
+            out += '}';
+        }
+    }
+    out += ']';
+    appendFaults(out, record);
+    out += "}\n";
+}
+
+} // namespace
+
+int measure(const std::vector<std::string>& arguments) {
+    Arguments given;
+    if (const auto code = given.parse(usage(), arguments)) {
+        return *code;
+    }
+    if (given.has("json") && given.has("csv")) {
+        return failWith(WrongUse, "give --json or --csv, not both");
+    }
+    const Form form = given.has("json") ? Form::Json : given.has("csv") ? Form::Csv : Form::Plain;
+    const Sweep sweep = given.has("all") ? Sweep::All : Sweep::Fresh;
+    const auto choice = channelsOf(given);
+    if (!choice) {
+        return WrongUse;
+    }
+    auto files = filesToRead(usage(), given);
+    if (!files) {
+        return files.code();
+    }
+    auto jobs = jobsOf(given);
+    if (!jobs) {
+        return jobs.code();
+    }
+    const bool titled = files->size() > 1;
+    if (form == Form::Csv) {
+        const std::string head = measuresCsvHead();
+        std::fwrite(head.data(), 1, head.size(), stdout);
+    }
+    return runBatch(files->size(), *jobs, [&]() -> Work {
+        return [&, bench = std::make_shared<Bench>()](std::size_t i, Answer& answer) {
+            const std::string& name = (*files)[i];
+            const CaptureRecord& record = bench->record;
+            readRecord(name, bench->file, bench->record);
+            if (!record.faults.empty()) {
+                answer.err += faultLines(name, record);
+                answer.code = Failed;
+            }
+            if (form == Form::Json) {
+                appendJson(answer.out, name, *bench, *choice, sweep);
+                return;
+            }
+            if (form == Form::Plain && record.isCapture() && titled) {
+                appendTitle(answer.out, name, i);
+            }
+            std::vector<LabelledMeasures> plain;
+            for (std::size_t c = 0; c < record.channels.size(); ++c) {
+                if (!record.isCapture() || !record.channels[c].present || !(*choice)[c]) {
+                    continue;
+                }
+                const ChannelMeasures measures = bench->measuring.measure(record.channels[c], sweep);
+                if (form == Form::Csv) {
+                    appendMeasuresCsv(answer.out, name, c, measures);
+                } else {
+                    plain.push_back({c, measures});
+                }
+            }
+            appendMeasuresTable(answer.out, plain);
+        };
+    });
+}
+
+} // namespace sixtrace::kqx

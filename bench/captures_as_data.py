@@ -1,0 +1,109 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
+"""What kqx costs over thousands of captures, beside a baseline in the same run; the page cache is warm.
+
+    captures_as_data.py BIN FOLDER [--count 10000] [--old KQX]
+
+BIN holds kqx and sixtrace-instrument; FOLDER is made and filled with captures of six full channels, 123 kB each, and stays for the
+next run. --old names a kqx to compare the start of the process with. Every figure is the least of several runs, the thing and its
+baseline by turns."""
+import argparse
+import os
+import pathlib
+import subprocess
+import sys
+import time
+
+import numpy
+
+
+def timed(command, quiet_codes=(0,)):
+    start = time.perf_counter()
+    code = subprocess.run(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False).returncode
+    if code not in quiet_codes:
+        sys.exit(f"{command[:3]} ended with {code}")
+    return time.perf_counter() - start
+
+
+def by_turns(runs, *things):
+    best = [float("inf")] * len(things)
+    for _ in range(runs):
+        for i, thing in enumerate(things):
+            best[i] = min(best[i], thing())
+    return best
+
+
+def row(what, figure, goal, more):
+    print(f"| {what} | {figure:.2f} | {goal} | {more} |", flush=True)
+
+
+def main():
+    p = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    p.add_argument("bin", type=pathlib.Path)
+    p.add_argument("folder", type=pathlib.Path)
+    p.add_argument("--count", type=int, default=10000)
+    p.add_argument("--old", type=pathlib.Path)
+    a = p.parse_args()
+    kqx = str(a.bin / "kqx")
+    a.folder.mkdir(parents=True, exist_ok=True)
+    master = a.folder / "master"
+    subprocess.run([a.bin / "sixtrace-instrument", "--write", master, "--scene", "full"], check=True)
+    content = master.read_bytes()
+    names = [str(a.folder / f"f{i:05}.bin") for i in range(a.count)]
+    for name in names:
+        if not os.path.exists(name) or os.path.getsize(name) != len(content):
+            pathlib.Path(name).write_bytes(content)
+    listing = a.folder / "list"
+    listing.write_text("\n".join(names) + "\n")
+    over = ["--files-from", str(listing)]
+    cat = ["sh", "-c", f"xargs cat < '{listing}'"]
+    timed(cat)
+
+    print("| What | Ratio | Goal | Seconds |\n|---|---|---|---|")
+    base, info = by_turns(5, lambda: timed(cat), lambda: timed([kqx, "info", "--json", "--jobs", "1", *over]))
+    row(f"`info --json` of {a.count} files, one job / `cat`", info / base, "at most 3", f"{info:.2f} / {base:.2f}")
+    base, one, two = by_turns(5, lambda: timed(cat), lambda: timed([kqx, "measure", "--json", "--jobs", "1", *over]),
+                              lambda: timed([kqx, "measure", "--json", "--jobs", "2", *over]))
+    row("`measure --json`, one job / `cat`", one / base, "at most 6", f"{one:.2f} / {base:.2f}")
+    row("one job / two jobs", one / two, "at least 1.8", f"{one:.2f} / {two:.2f}")
+
+    few = names[:200]
+    out = a.folder / "npz"
+    out.mkdir(exist_ok=True)
+    subprocess.run([kqx, "convert", "--to", "npz", "--out-dir", out, names[0]], check=True)
+    with numpy.load(out / "f00000.npz") as loaded:
+        arrays = {name: loaded[name] for name in loaded.files}
+
+    def savez():
+        start = time.perf_counter()
+        for name in few:
+            numpy.savez(out / (pathlib.Path(name).stem + ".numpy.npz"), **arrays)
+        return time.perf_counter() - start
+
+    def convert():
+        for name in few:
+            (out / (pathlib.Path(name).stem + ".npz")).unlink(missing_ok=True)
+        return timed([kqx, "convert", "--jobs", "1", "--to", "npz", "--out-dir", str(out), *few])
+
+    theirs, ours = by_turns(5, savez, convert)
+    row(f"`convert --to npz` of {len(few)} files / `savez`", ours / theirs, "at most 0.5", f"{ours:.2f} / {theirs:.2f}")
+
+    def memory(count):
+        some = a.folder / "some"
+        some.write_text("\n".join(names[:count]) + "\n")
+        command = [kqx, "measure", "--json", "--jobs", "2", "--files-from", str(some)]
+        told = subprocess.run(["/usr/bin/time", "-f", "%M", *command], stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, check=True)
+        return int(told.stderr)
+
+    hundred, all_of_them = memory(100), memory(a.count)
+    row("memory over all files / over the first hundred", all_of_them / hundred, "1: no growth beyond the names",
+        f"{all_of_them} kB / {hundred} kB")
+
+    if a.old:
+        single = ["info", "--json", names[0]]
+        old, new = by_turns(40, lambda: timed([str(a.old), *single]), lambda: timed([kqx, *single]))
+        row("`info` of one file, whole process / before", new / old, "at most 0.5", f"{new * 1e3:.1f} ms / {old * 1e3:.1f} ms")
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "capture/channels.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace sixtrace {
+
+class ByteFile;
+
+// What a capture file says, without a model, a window or a desktop library: for programs that look at thousands of
+// files. A record depends on its file alone, while a load leaves in the model what a damaged file does not say.
+
+/// Something wrong with a capture file, in words for people.
+struct RecordFault {
+    std::int64_t offset = 0; ///< of the first byte concerned, counted from 0
+    std::string text;
+};
+
+/// One channel as its last block tells it, under the names of the model's fields. What no block says is 0.
+struct ChannelRecord {
+    bool present = false; ///< a block bears the channel's own id
+    std::int32_t ScreenPoints = 0;
+    std::int32_t SampleCount = 0; ///< as the file says it
+    std::int32_t ScanPoint = 0;
+    std::int32_t TimeIndex = 0;
+    std::int32_t ZeroLevel = 0; ///< 0 top, 100 middle, 200 bottom of the screen
+    std::int32_t VoltIndex = 0; ///< counted from 1
+    std::int16_t ProbeExp = 0;
+    float SampleInterval = 0; ///< microseconds
+    float Frequency = 0;      ///< hertz
+    float Period = 0;         ///< microseconds
+    float VoltPerCount = 0;   ///< millivolts at probe factor 1
+    std::int16_t TimeIndexFile = 0;
+    std::int16_t VoltIndexFile = 0;
+    std::int16_t VoltIndexView = 0;
+    std::int16_t PeakToPeak = 0; ///< counts, of the samples that the file holds
+    /// The samples that the file holds, at most 10231 and not more than SampleCount: 16 bits each, little-endian. They
+    /// stand in the memory of the file that was read, or of the record.
+    std::span<const std::byte> samples;
+
+    [[nodiscard]] std::size_t heldSamples() const { return samples.size() / 2; }
+};
+
+struct CaptureRecord {
+    static constexpr std::size_t kFaultLimit = 50; ///< so many faults are named
+
+    std::int16_t FileKind = 0; ///< 0 where the file is no capture: the only fault says why
+    std::array<ChannelRecord, kChannels> channels{};
+    std::vector<RecordFault> faults;
+    std::array<std::vector<std::byte>, kChannels> kept; ///< samples of a file too long to stand in memory
+
+    [[nodiscard]] bool isCapture() const { return FileKind != 0; }
+    /// The three letters of its form, empty for none.
+    [[nodiscard]] std::string_view form() const;
+};
+
+/// Reads an opened file: its blocks as the reader of the program takes them, block after block by position, and what is
+/// wrong with them in the order of the file. Costs one pass over the file at most, whatever its counts say.
+void readRecord(ByteFile& file, CaptureRecord& record);
+
+/// Opens and reads. A file that cannot be read has a fault that says so.
+void readRecord(const std::string& path, ByteFile& file, CaptureRecord& record);
+
+/// "ch1", "ch2", "A" ...
+[[nodiscard]] std::string_view recordLabel(std::size_t channel);
+
+/// Sample `i` of samples as a file holds them.
+[[nodiscard]] inline int sampleAt(std::span<const std::byte> samples, std::size_t i) {
+    return static_cast<std::int16_t>(std::to_integer<unsigned>(samples[2 * i]) |
+                                     std::to_integer<unsigned>(samples[2 * i + 1]) << 8);
+}
+
+} // namespace sixtrace

@@ -1,0 +1,223 @@
+// SPDX-License-Identifier: MIT
+#include "output/samplefiles.h"
+
+#include "capture/measure.h"
+#include "capture/numbertexts.h"
+#include "output/ziparchive.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cmath>
+#include <cstring>
+
+namespace sixtrace {
+
+namespace {
+
+template<typename T>
+void putLittle(char* at, T value) {
+    std::memcpy(at, &value, sizeof value);
+    if constexpr (std::endian::native == std::endian::big) {
+        std::reverse(at, at + sizeof value);
+    }
+}
+
+/// What stands before the values of an array: its type and its shape, "(3,)" for a row and "()" for a single value.
+std::string arrayHead(const std::string& type, const std::string& shape) {
+    constexpr std::size_t kAlignment = 64;
+    std::string head("\x93NUMPY\x01\x00\x00\x00", 10);
+    head += "{'descr': '" + type + "', 'fortran_order': False, 'shape': " + shape + ", }";
+    head.append(kAlignment - 1 - head.size() % kAlignment, ' ');
+    head += '\n';
+    putLittle(head.data() + 8, static_cast<std::uint16_t>(head.size() - 10));
+    return head;
+}
+
+/// Appends the volts of all samples as 32-bit reals.
+void appendVolts(std::string& bytes, const ChannelRecord& channel) {
+    const double volts = voltsPerCount(channel);
+    const std::size_t count = channel.heldSamples();
+    const std::size_t start = bytes.size();
+    bytes.resize(start + count * sizeof(float));
+    char* at = bytes.data() + start;
+    for (std::size_t i = 0; i < count; ++i, at += sizeof(float)) {
+        putLittle(at, static_cast<float>(sampleAt(channel.samples, i) * volts));
+    }
+}
+
+void appendTimes(std::string& bytes, const ChannelRecord& channel) {
+    const double interval = secondsPerSample(channel);
+    const std::size_t count = channel.heldSamples();
+    const std::size_t start = bytes.size();
+    bytes.resize(start + count * sizeof(double));
+    char* at = bytes.data() + start;
+    for (std::size_t i = 0; i < count; ++i, at += sizeof(double)) {
+        putLittle(at, static_cast<double>(i) * interval);
+    }
+}
+
+std::string rowShape(std::size_t count) {
+    return '(' + std::to_string(count) + ",)";
+}
+
+/// A text as an array of one value, in UTF-32. The text is valid UTF-8.
+std::string textArray(std::string_view text) {
+    std::string units;
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < text.size();) {
+        const auto first = static_cast<unsigned char>(text[i]);
+        const std::size_t length = first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+        std::uint32_t unit = length == 1 ? first : first & (0xFFU >> (length + 1));
+        for (std::size_t k = 1; k < length; ++k) {
+            unit = unit << 6 | (static_cast<unsigned char>(text[i + k]) & 0x3FU);
+        }
+        units.resize(units.size() + 4);
+        putLittle(units.data() + units.size() - 4, unit);
+        i += length;
+        ++count;
+    }
+    return arrayHead("<U" + std::to_string(count), "()") + units;
+}
+
+bool shareInterval(const std::vector<SampleColumn>& columns) {
+    return std::all_of(columns.begin(), columns.end(), [&](const SampleColumn& column) {
+        return column.channel.SampleInterval == columns.front().channel.SampleInterval;
+    });
+}
+
+/// Samples a second.
+double rateOf(const ChannelRecord& channel) {
+    return 1 / secondsPerSample(channel);
+}
+
+bool isWholeRate(double rate) {
+    constexpr double kNearlyNothing = 1e-9; // of rounding where an interval is turned into a rate
+    constexpr double kGreatest = 1e15;
+    return rate >= 1 && rate < kGreatest && std::fabs(rate - std::round(rate)) <= kNearlyNothing * rate;
+}
+
+std::string rateText(double rate) {
+    if (isWholeRate(rate)) {
+        return std::to_string(std::llround(rate)) + " Hz";
+    }
+    std::string text;
+    appendNumber(text, rate);
+    return (text.empty() ? std::string("no") : text) + " Hz";
+}
+
+} // namespace
+
+std::string samplesCsv(const std::vector<SampleColumn>& columns) {
+    const bool shared = shareInterval(columns);
+    std::string text = shared ? "time_s" : "";
+    std::size_t rows = 0;
+    std::vector<double> volts;
+    std::vector<double> intervals;
+    for (const SampleColumn& column : columns) {
+        const std::string label(column.label);
+        text += shared ? ',' + label + "_v" : (text.empty() ? "time_" : ",time_") + label + "_s," + label + "_v";
+        rows = std::max(rows, column.channel.heldSamples());
+        volts.push_back(voltsPerCount(column.channel));
+        intervals.push_back(secondsPerSample(column.channel));
+    }
+    text += '\n';
+    for (std::size_t row = 0; row < rows; ++row) {
+        const auto index = static_cast<double>(row);
+        if (shared) {
+            appendNumber(text, index * intervals.front());
+        }
+        for (std::size_t c = 0; c < columns.size(); ++c) {
+            const ChannelRecord& channel = columns[c].channel;
+            const bool held = row < channel.heldSamples();
+            if (shared || c > 0) {
+                text += ',';
+            }
+            if (!shared) {
+                appendNumber(text, held ? index * intervals[c] : std::nan(""));
+                text += ',';
+            }
+            if (held) {
+                appendNumber(text, sampleAt(channel.samples, row) * volts[c]);
+            }
+        }
+        text += '\n';
+    }
+    return text;
+}
+
+std::optional<std::string> samplesNpz(const std::vector<SampleColumn>& columns, std::string_view info) {
+    struct Array {
+        std::string name;
+        std::string bytes;
+    };
+    std::vector<Array> arrays;
+    for (const SampleColumn& column : columns) {
+        const std::string label(column.label);
+        const std::string shape = rowShape(column.channel.heldSamples());
+        appendTimes(arrays.emplace_back(Array{"t_" + label + ".npy", arrayHead("<f8", shape)}).bytes, column.channel);
+        appendVolts(arrays.emplace_back(Array{"v_" + label + ".npy", arrayHead("<f4", shape)}).bytes, column.channel);
+    }
+    arrays.push_back({"info.npy", textArray(info)});
+    ZipArchive archive;
+    for (const Array& array : arrays) {
+        archive.add(array.name, array.bytes, ZipArchive::Packing::Stored);
+    }
+    return archive.file();
+}
+
+std::optional<std::string> sessionRefusal(const std::vector<SampleColumn>& columns) {
+    if (columns.empty()) {
+        return "a session needs a channel, and there is none";
+    }
+    struct Group {
+        std::string labels;
+        std::size_t samples;
+        double rate;
+    };
+    std::vector<Group> groups;
+    for (const SampleColumn& column : columns) {
+        const std::size_t samples = column.channel.heldSamples();
+        const double rate = rateOf(column.channel);
+        const auto group = std::find_if(groups.begin(), groups.end(), [&](const Group& entry) {
+            return entry.samples == samples && (entry.rate == rate || (std::isnan(entry.rate) && std::isnan(rate)));
+        });
+        if (group == groups.end()) {
+            groups.push_back({std::string(column.label), samples, rate});
+        } else {
+            group->labels += ',' + std::string(column.label);
+        }
+    }
+    const bool whole =
+        std::all_of(groups.begin(), groups.end(), [](const Group& group) { return isWholeRate(group.rate); });
+    if (groups.size() == 1 && whole && groups.front().samples > 0) {
+        return std::nullopt;
+    }
+    std::string text = groups.size() == 1
+                           ? "a session needs samples at a whole number of hertz; the capture has"
+                           : "channels of one session share rate and length; choose with --channels from";
+    for (const Group& group : groups) {
+        text += (&group == &groups.front() ? " " : ", ") + group.labels + " (" + std::to_string(group.samples) +
+                (group.samples == 1 ? " sample, " : " samples, ") + rateText(group.rate) + ')';
+    }
+    return text;
+}
+
+std::optional<std::string> samplesSession(const std::vector<SampleColumn>& columns) {
+    std::string metadata = "[device 1]\nsamplerate=" + std::to_string(std::llround(rateOf(columns.front().channel))) +
+                           "\ntotal analog=" + std::to_string(columns.size()) + '\n';
+    std::vector<std::string> volts;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        metadata += "analog" + std::to_string(i + 1) + '=' + std::string(columns[i].label) + '\n';
+        appendVolts(volts.emplace_back(), columns[i].channel);
+    }
+    ZipArchive archive;
+    archive.add("version", "2", ZipArchive::Packing::Stored);
+    archive.add("metadata", metadata, ZipArchive::Packing::Deflated);
+    for (std::size_t i = 0; i < volts.size(); ++i) {
+        archive.add("analog-1-" + std::to_string(i + 1) + "-1", volts[i], ZipArchive::Packing::Deflated);
+    }
+    return archive.file();
+}
+
+} // namespace sixtrace
