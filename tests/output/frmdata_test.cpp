@@ -313,9 +313,27 @@ TEST_F(DataTableWindow, TheSequenceColumnStaysWhenTheOthersScrollAway) {
     ASSERT_LT(view.columnViewportPosition(1), 0) << "the first channel has gone";
     EXPECT_EQ(view.verticalHeader()->mapTo(&view, QPoint()).x(), view.contentsRect().left());
     EXPECT_EQ(view.verticalHeader()->width(), 72);
+    EXPECT_EQ(view.horizontalHeader()->height(), 26);
+    EXPECT_EQ(view.rowHeight(7), 22);
     EXPECT_FALSE(view.verticalHeader()->viewport()->visibleRegion().isEmpty());
     EXPECT_EQ(cells().headerData(0, Qt::Vertical, Qt::DisplayRole).toString(), text("1"));
     EXPECT_EQ(cells().headerData(59, Qt::Vertical, Qt::DisplayRole).toString(), text("60"));
+}
+
+TEST_F(DataTableWindow, TheFillTellsTheViewOfEveryRowOnceAndOfNoneBeforeItIsWritten) {
+    load();
+    open({block('1', 1, ramp(500, 1))});
+    int next = -1;
+    QObject::connect(&cells(), &QAbstractItemModel::modelReset, &cells(), [&next] { next = 40; });
+    QObject::connect(&cells(), &QAbstractItemModel::dataChanged, &cells(),
+                     [&](const QModelIndex& first, const QModelIndex& last) {
+                         EXPECT_EQ(first.row(), next);
+                         EXPECT_EQ(first.column(), 0);
+                         EXPECT_EQ(last.column(), 6);
+                         next = last.row() + 1;
+                     });
+    fill();
+    EXPECT_EQ(next, 500) << "forty at once, the others as they come";
 }
 
 TEST_F(DataTableWindow, AWiderWindowGivesItsWidthToAllChannelsAlike) {

@@ -42,6 +42,7 @@ protected:
 TEST_F(Preview, ShowsThePageAt100PercentAtTheOrigin) {
     frmPrintPreview& preview = openPreview();
     EXPECT_FALSE(preview.isModal());
+    EXPECT_EQ(preview.menuBar()->height(), 26) << "what is above the page counts with it";
     EXPECT_EQ(preview.windowTitle(), QStringLiteral("打印预览 ( 显示比例：100%)"));
     EXPECT_EQ(printing().settings().PaperWidth, 11900);
     EXPECT_EQ(printing().settings().PaperHeight, 16840);

@@ -57,6 +57,31 @@ TEST_F(PageSetup, HasTheCaptionsOfItsDesignInChinese) {
     }
 }
 
+TEST_F(PageSetup, UnitsAndTheRuleArePaintedBesideTheFields) {
+    frmPrintSetup& setup = openSetup();
+    const QImage picture = setup.grab().toImage();
+    for (const int x : {16, 220, 423}) {
+        EXPECT_EQ(picture.pixel(x, 92), 0xFFD3D8DFU) << x;
+    }
+    EXPECT_NE(picture.pixel(15, 92), 0xFFD3D8DFU);
+    EXPECT_NE(picture.pixel(220, 93), 0xFFD3D8DFU);
+    const auto darkest = [&picture](const QWidget& beside) {
+        int dark = 255;
+        for (int y = beside.y(); y < beside.y() + beside.height(); ++y) {
+            for (int x = beside.geometry().right() + 7; x < beside.geometry().right() + 30; ++x) {
+                dark = std::min(dark, qBlue(picture.pixel(x, y)));
+            }
+        }
+        return dark;
+    };
+    for (const char* name : {"txtMargin(1)", "txtMargin(2)", "txtMargin(3)", "txtMargin(4)", "txtZoom"}) {
+        const int dark = darkest(field(setup, name));
+        EXPECT_LT(dark, 180) << name << " has its unit";
+        EXPECT_GE(dark, 0x75) << name << " in the muted colour, not in ink";
+    }
+    EXPECT_EQ(field(setup, "txtZoom").accessibleName(), QStringLiteral("%"));
+}
+
 TEST_F(PageSetup, MarginsStandForTopBottomLeftAndRightInThisOrder) {
     frmPrintSetup& setup = openSetup();
     field(setup, "txtMargin(1)").setText(QStringLiteral("1"));

@@ -27,6 +27,7 @@ TEST_F(PrintCommands, PrintMakesOneDocumentAndLeavesCopiesToTheDriver) {
     item("mnuPrint").trigger();
     ASSERT_EQ(devices.documents.size(), 1U);
     EXPECT_EQ(devices.documents[0].properties.Copies, 4);
+    EXPECT_EQ(devices.documents[0].pdf.count("/Type /Page\n"), 1) << "of one page";
     EXPECT_EQ(devices.shown[0].Flags, 0x10C);
     EXPECT_TRUE(answering.messages.isEmpty());
 }

@@ -78,6 +78,24 @@ TEST_F(PrinterChoice, WithTrackDefaultThePrinterFollowsTheSystem) {
     EXPECT_EQ(printer.properties().value().DeviceName, QStringLiteral("Lab"));
 }
 
+TEST_F(PrinterChoice, WhatIsChosenInThePreviewStaysWhereverTheSystemsDefaultGoesAndItsFileToo) {
+    devices.answer = [](PrinterDialog& box) {
+        box.OutputFile = QStringLiteral("/somewhere/page.pdf");
+        box.Copies = 2;
+        return true;
+    };
+    const auto copies = showPrinterForPreview(printer, kPrintFlags, 0);
+    ASSERT_TRUE(copies);
+    EXPECT_EQ(copies.value(), 2);
+    devices.standard = QStringLiteral("Lab");
+    const PrinterProperties set = printer.properties().value();
+    EXPECT_EQ(set.DeviceName, QStringLiteral("Office"));
+    EXPECT_EQ(set.OutputFile, QStringLiteral("/somewhere/page.pdf"));
+    EXPECT_EQ(set.Copies, 1) << "each document is one copy";
+    setCopies(printer, copies.value());
+    EXPECT_EQ(printer.properties().value().Copies, 2);
+}
+
 TEST_F(PrinterChoice, ANameInOtherCaseIsNoChange) {
     auto known = printer.properties().value();
     known.DriverName = QStringLiteral("kept");
@@ -132,6 +150,18 @@ TEST_F(PrinterChoice, WithoutAnyPrinterNoDialogShows) {
     ASSERT_FALSE(chosen);
     EXPECT_EQ(chosen.error().code(), 482);
     EXPECT_TRUE(devices.shown.empty());
+}
+
+TEST_F(PrinterChoice, ThereIsNoTraceOfAPrinterThatHasGoneSinceItWasChosen) {
+    const LogLines log;
+    QLoggingCategory::setFilterRules(QStringLiteral("sixtrace.print.debug=true"));
+    ASSERT_TRUE(printer.properties());
+    devices.gone = true;
+    tracePrinter(printer, dialog);
+    EXPECT_TRUE(LogLines::lines().isEmpty());
+    devices.gone = false;
+    tracePrinter(printer, dialog);
+    EXPECT_EQ(LogLines::lines().size(), 11);
 }
 
 TEST_F(PrinterChoice, TheTraceIsSilentUnlessAskedFor) {

@@ -70,6 +70,28 @@ TEST_F(PageTest, WhereTheHeightDecidesTheLegendTakesFromItOnce) {
     EXPECT_NEAR(printer.frame().place.bottom(), 11300 - 1701 + 10, 1) << "it ends at the lower margin";
 }
 
+TEST_F(PageTest, TextHangsFromTheCurrentPointAndTheNextRowBelowIt) {
+    addChannel(0);
+    addChannel(3);
+    print();
+    const auto texts = printer.of(DrawnItem::Kind::Text);
+    ASSERT_EQ(texts.size(), 4U);
+    // A base line lies below the upper edge of its row, by less than the 12 points that the letters are high.
+    EXPECT_GT(texts[0].place.top(), 567 + 120);
+    EXPECT_LT(texts[0].place.top(), 567 + 300);
+    EXPECT_GT(texts[1].place.top(), texts[0].place.top() + 200);
+}
+
+TEST_F(PageTest, APictureOfNewSizeBeginsAtItsOrigin) {
+    PicturePage picture(96);
+    ASSERT_TRUE(picture.setSize(2000, 3000));
+    picture.CurrentX = 700;
+    picture.CurrentY = 900;
+    ASSERT_TRUE(picture.setSize(3000, 2000));
+    EXPECT_EQ(picture.CurrentX, 0);
+    EXPECT_EQ(picture.CurrentY, 0);
+}
+
 TEST_F(PageTest, AnUntickedChannelIsNowhereOnThePage) {
     addChannel(0);
     addChannel(2);

@@ -29,6 +29,7 @@ public:
     std::function<bool(PrinterDialog&)> answer;       ///< none cancels
     int unprintable = 600;                            ///< twips of width and height, both edges together
     std::function<void(PrinterProperties&)> standing; ///< how the devices stand of themselves
+    bool gone = false;                                ///< no sheet can be told
     bool broken = false;                              ///< no document can be begun
 
     QStringList names() const override { return installed; }
@@ -44,6 +45,9 @@ public:
         return properties;
     }
     Result<Sheet> sheet(const PrinterProperties& properties) const override {
+        if (gone) {
+            return RuntimeError::of(ErrorNumber::Printer);
+        }
         const bool upright = properties.Orientation == 1;
         Sheet sheet;
         sheet.Width = upright ? 11900 : 16840;

@@ -342,6 +342,17 @@ TEST_F(ProfileFile, WritesBehindOneThatWaitedInVainForTheLockWaitAMomentOnlyAndH
     }
 }
 
+TEST_F(ProfileFile, AFileAboveSixteenMebibytesIsNeverWrittenBackShorter) {
+    constexpr qsizetype kMost = 16 * 1024 * 1024;
+    const QByteArray head("[A]\nk=1\n;");
+    for (const qsizetype size : {kMost, kMost + 1, kMost + 1000}) {
+        const QByteArray before = head + QByteArray(size - head.size(), 'x');
+        put(before);
+        EXPECT_EQ(set(u"A"_s, u"k"_s, u"2"_s), size == kMost) << size;
+        EXPECT_EQ(content(), size == kMost ? QByteArray(before).replace(6, 1, "2") : before) << size;
+    }
+}
+
 TEST_F(ProfileFile, APipeInItsPlaceOrInThatOfItsLockBlocksNothing) {
     put("[A]\nk=1\n");
     const QString lock = path(u"some.ini.lock"_s);

@@ -270,6 +270,23 @@ TEST_F(Languages, WindowsThatAreLoadedKeepTheirLanguageThroughASwitch) {
     EXPECT_EQ(texts(), english);
 }
 
+TEST_F(Languages, EveryLoadOfAWindowChoosesTheLanguageFileAnew) {
+    installLanguages();
+    load();
+    item("mnuEnglish").trigger();
+    const auto loaded = [this](const char* command) {
+        model->LanFile = path(QStringLiteral("elsewhere.Lan"));
+        item(command).trigger();
+        return model->LanFile == path(QStringLiteral("English.Lan"));
+    };
+    for (const char* command : {"mnuAbout", "mnuTabular", "mnuPageSet", "mnuPrintView"}) {
+        EXPECT_TRUE(loaded(command)) << command;
+    }
+    model->LanFile = path(QStringLiteral("elsewhere.Lan"));
+    EXPECT_EQ(form->messageOut().windowTitle(), QStringLiteral("Message"));
+    EXPECT_EQ(model->LanFile, path(QStringLiteral("English.Lan")));
+}
+
 TEST_F(Languages, TheToolkitsOwnWordsFollowAtOnce) {
     const auto ok = [] { return QDialogButtonBox(QDialogButtonBox::Cancel).buttons().front()->text(); };
     load();
