@@ -89,6 +89,7 @@ TEST_F(ReceiveKills, LeaveAUsbFileAsItWasOrWritten) {
             link.calls.clear();
             TransferGate gate;
             const auto pass = gate.enter();
+            link.InitializeTt(0);
             static_cast<void>(exchangeUsb(
                 *pass, link,
                 {.storeAt = [this](const UsbAnnounced&) -> Result<QString> { return path(text("got.bin")); }}));
