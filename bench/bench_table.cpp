@@ -183,7 +183,7 @@ class NoDialogs final : public Dialogs {
 public:
     std::optional<FileChoice> ShowOpen(const FileRequest&) override { return std::nullopt; }
     std::optional<FileChoice> ShowSave(const FileRequest&) override { return std::nullopt; }
-    std::optional<Colour> ShowColor(Colour) override { return std::nullopt; }
+    std::optional<Colour> ShowColor(Colour, const QString&) override { return std::nullopt; }
     void message(const QString&, MessageIcon, const QString&) override {}
     Answer question(const QString&, MessageIcon, const QString&) override { return Answer::No; }
     std::optional<QString> input(const QString&, const QString&, const QString&) override { return std::nullopt; }

@@ -123,9 +123,10 @@ void lrzszPair(benchmark::State& state) {
 void ownPair(benchmark::State& state) {
     const QString target = instrument().path("got.bin");
     for ([[maybe_unused]] auto _ : state) {
-        const int code = QProcess::execute(QStringLiteral(SIXTRACE_BIN "/kqx"),
-                                           {QStringLiteral("fetch"), QStringLiteral("--serial"), instrument().path("line"),
-                                            QStringLiteral("--force"), QStringLiteral("-o"), target});
+        const int code =
+            QProcess::execute(QStringLiteral(SIXTRACE_BIN "/kqx"),
+                              {QStringLiteral("fetch"), QStringLiteral("--serial"), instrument().path("line"),
+                               QStringLiteral("--force"), QStringLiteral("-o"), target});
         if (code != 0 || QFile(target).size() != capture().size()) {
             state.SkipWithError("the transfer failed");
             return;

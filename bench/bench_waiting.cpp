@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Processor time of a wait of 10 s, of the shown serial window and of kqx fetch: for an instrument that says nothing, and
-// at a line whose far end has gone.
+// Processor time of a wait of 10 s, of the shown serial window and of kqx fetch: for an instrument that says nothing,
+// and at a line whose far end has gone.
 #include "acquire/recfrm.h"
 #include "platform/look.h"
 #include "platform/profilefile.h"
@@ -122,9 +122,8 @@ bool measureCompanion(FarEnd end) {
         writeProfile(QStringLiteral("Common"), QStringLiteral("ComPort"), QStringLiteral("1"), model->IniFile));
     QtDialogs dialogs;
     TransferGate gate;
-    recFrm window(
-        *model, dialogs, [&line](int number) { return number == 1 ? line.name() : QString(); }, gate,
-        {.caption = [](const QString&) {}, .report = [](const TransferReport&) {}});
+    recFrm window(*model, dialogs, [&line](int number) { return number == 1 ? line.name() : QString(); }, gate,
+                  {.caption = [](const QString&) {}, .report = [](const TransferReport&) {}});
     window.load();
     window.show();
     double before = 0;

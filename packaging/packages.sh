@@ -5,7 +5,7 @@
 
 # To build and to run the programs. The fonts are the dialogs' Latin and Chinese ones.
 build_packages="g++ cmake ninja-build ccache pkg-config git
-    qt6-base-dev qt6-serialport-dev qt6-svg-dev libgl-dev libfontconfig-dev
+    qt6-base-dev qt6-serialport-dev qt6-svg-dev libgl-dev
     qt6-qpa-plugins libqt6svg6 qt6-translations-l10n fonts-wqy-microhei fonts-dejavu-core
     libusb-1.0-0-dev libxlsxwriter-dev libzip-dev"
 

@@ -21,9 +21,7 @@ int main(int argc, char** argv) {
     argv[argc] = nullptr;
     // Pictures and text are drawn at whatever scale the display has; rounding it would blur or shift them.
     QApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-    std::jthread fontSettings = sixtrace::readFontSettings();
     QApplication application(argc, argv);
-    const std::jthread fonts = sixtrace::listFonts(std::move(fontSettings));
     // It gets no display name: the desktop would append that to the title of every window.
     QApplication::setApplicationName(QStringLiteral("sixtrace"));
     QApplication::setApplicationVersion(QStringLiteral(SIXTRACE_VERSION));

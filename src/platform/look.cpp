@@ -9,10 +9,6 @@
 #include <QToolTip>
 #include <QWidget>
 
-#ifdef SIXTRACE_FONTCONFIG
-#include <fontconfig/fontconfig.h>
-#endif
-
 #include <cmath>
 
 namespace sixtrace {
@@ -95,23 +91,6 @@ void setInk(QWidget& widget, QRgb colour) {
         palette.setColor(group, QPalette::WindowText, QColor::fromRgb(colour));
     }
     widget.setPalette(palette);
-}
-
-std::jthread readFontSettings() {
-#ifdef SIXTRACE_FONTCONFIG
-    return std::jthread([] { FcInit(); });
-#else
-    return {};
-#endif
-}
-
-std::jthread listFonts(std::jthread settings) {
-    return std::jthread([settings = std::move(settings)]() mutable {
-        if (settings.joinable()) {
-            settings.join();
-        }
-        static_cast<void>(QFontDatabase::families());
-    });
 }
 
 void applyLook(QApplication& application) {

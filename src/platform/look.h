@@ -6,8 +6,6 @@
 #include <QColor>
 #include <QFont>
 
-#include <thread>
-
 class QApplication;
 class QWidget;
 
@@ -61,14 +59,6 @@ inline constexpr int kSmallestReadoutPixels = 9;
 
 /// Gives the text of a widget one colour, in every state but disabled.
 void setInk(QWidget& widget, QRgb colour);
-
-/// Reads the settings of the desktop's fonts, dozens of files, beside the making of the application object: with the
-/// list of fonts they take a quarter of the time to the first picture. Begin with it.
-[[nodiscard]] std::jthread readFontSettings();
-
-/// Has the fonts listed once their settings are read, beside the making of the windows. Begin with it when the
-/// application object stands; what it gives has to go before that object does.
-[[nodiscard]] std::jthread listFonts(std::jthread settings);
 
 /// Style, palette and type of the whole program: one light look, whatever the desktop's theme is.
 void applyLook(QApplication& application);

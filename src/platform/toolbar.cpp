@@ -57,23 +57,7 @@ QImage draw(const QString& name, bool enabled, double ratio) {
 
 } // namespace
 
-ToolPictures::ToolPictures(const Names& names, double ratio)
-    : m_names(names)
-    // Where no thread is to be had they are drawn when they are first asked for.
-    , m_coming(std::async(std::launch::async | std::launch::deferred, [names, ratio] {
-        Images images;
-        for (std::size_t place = 0; place < kPlaces; ++place) {
-            if (!names[place].isEmpty()) {
-                images[place] = draw(names[place], true, ratio);
-            }
-        }
-        return images;
-    })) {}
-
 const QImage& ToolPictures::image(std::size_t place, bool enabled, double ratio) {
-    if (m_coming.valid()) {
-        m_images = m_coming.get();
-    }
     QImage& image = (enabled ? m_images : m_grey)[place];
     if (image.isNull() || image.devicePixelRatio() != ratio) {
         image = draw(m_names[place], enabled, ratio);
@@ -130,7 +114,7 @@ void ToolButton::paintEvent(QPaintEvent*) {
 
 ToolBar::ToolBar(const QString& name, const ToolPictures::Names& pictures, QWidget* parent)
     : QWidget(parent)
-    , m_pictures(pictures, devicePixelRatioF()) {
+    , m_pictures(pictures) {
     setObjectName(name);
     int left = 0;
     for (int index = 1; index <= kButtons; ++index) {

@@ -6,19 +6,19 @@
 #include <QWidget>
 
 #include <array>
-#include <future>
 
 namespace sixtrace {
 
-/// The pictures of a toolbar, drawn from their SVG descriptions at the display's own resolution; disabled, they are of
-/// one grey. They are begun at once, beside whatever else is done: the start of the program waits for fonts meanwhile.
+/// The pictures of a toolbar, each drawn from its SVG description at the display's own resolution when it is first
+/// shown; disabled, they are of one grey.
 class ToolPictures {
 public:
     static constexpr std::size_t kPlaces = 17; ///< Numbered from 1 on.
     using Names = std::array<QString, kPlaces>;
 
-    /// For a display of `ratio` pixels to a screen unit. An empty name is a gap without a picture.
-    ToolPictures(const Names& names, double ratio);
+    /// An empty name is a gap without a picture.
+    explicit ToolPictures(const Names& names)
+        : m_names(names) {}
 
     [[nodiscard]] bool isGap(std::size_t place) const { return m_names[place].isEmpty(); }
     /// The picture as it is to be shown, drawn anew where it is not there for this display yet.
@@ -28,9 +28,8 @@ private:
     using Images = std::array<QImage, kPlaces>;
 
     Names m_names;
-    std::future<Images> m_coming;
     Images m_images;
-    Images m_grey; ///< each drawn when its button is first shown disabled
+    Images m_grey;
 };
 
 /// A flat picture button of the toolbar.
