@@ -42,6 +42,7 @@ struct Scene {
     FrameRenderer renderer;
     Picture picture2{kSurfaceWidth, kSurfaceHeight};
     Picture picHidden0{kSurfaceWidth, kSurfaceHeight};
+    FrameCopy copy{picture2, picHidden0};
 
     explicit Scene(Content content) {
         model.fillTables();
@@ -68,10 +69,11 @@ struct Scene {
     }
 };
 
+/// As the window draws it: the copy for drags is made when a drag begins.
 void frame(benchmark::State& state, Content content) {
     const auto scene = std::make_unique<Scene>(content);
     for ([[maybe_unused]] auto _ : state) {
-        scene->renderer.PicReDrawT(scene->model, scene->inputs, scene->picture2, scene->picHidden0);
+        scene->renderer.PicReDrawT(scene->model, scene->inputs, scene->picture2, scene->copy);
         benchmark::ClobberMemory();
     }
 }
@@ -125,10 +127,10 @@ int main(int argc, char** argv) {
     benchmark::RegisterBenchmark("bare_minimum", bareMinimum);
     return sixtrace::bench::runAndCompare(argc, argv,
                                           {
-                                              {"mixed frame / drawLine", "frame_mixed", "drawLine_mixed", 1.0 / 80},
-                                              {"noise frame / drawLine", "frame_noise", "drawLine_noise", 1.0 / 200},
-                                              {"mixed frame / bare minimum", "frame_mixed", "bare_minimum", 2.5},
-                                              {"noise frame / bare minimum", "frame_noise", "bare_minimum", 2.5},
+                                              {"mixed frame / bare minimum", "frame_mixed", "bare_minimum", 1.1},
+                                              {"noise frame / bare minimum", "frame_noise", "bare_minimum", 1.2},
+                                              {"mixed frame / drawLine", "frame_mixed", "drawLine_mixed", 1.0},
+                                              {"noise frame / drawLine", "frame_noise", "drawLine_noise", 1.0},
                                               {"noise frame / mixed frame", "frame_noise", "frame_mixed", 1.6},
                                           });
 }
