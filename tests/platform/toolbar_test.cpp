@@ -28,7 +28,7 @@ protected:
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         ASSERT_EQ(file.write(description), description.size());
     }
-    [[nodiscard]] ToolPictures pictures(double ratio) const { return ToolPictures(m_names, ratio); }
+    [[nodiscard]] ToolPictures pictures() const { return ToolPictures(m_names); }
 
 private:
     QTemporaryDir m_folder;
@@ -49,14 +49,14 @@ bool isHalf(const QImage& image, QRgb colour) {
 }
 
 TEST_F(ToolPicturesOf, APlaceWithoutANameIsAGap) {
-    const ToolPictures tools = pictures(1);
+    const ToolPictures tools = pictures();
     EXPECT_TRUE(tools.isGap(1));
     EXPECT_FALSE(tools.isGap(2));
 }
 
 TEST_F(ToolPicturesOf, ADisplayGetsItAtItsOwnResolution) {
     for (const double ratio : {1.0, 1.5, 2.0}) {
-        ToolPictures tools = pictures(ratio);
+        ToolPictures tools = pictures();
         const QImage& image = tools.image(2, true, ratio);
         EXPECT_EQ(image.width(), static_cast<int>(20 * ratio));
         EXPECT_EQ(image.height(), static_cast<int>(20 * ratio));
@@ -66,7 +66,7 @@ TEST_F(ToolPicturesOf, ADisplayGetsItAtItsOwnResolution) {
 }
 
 TEST_F(ToolPicturesOf, AWindowThatMovesToAFinerDisplayGetsItAnew) {
-    ToolPictures tools = pictures(1);
+    ToolPictures tools = pictures();
     EXPECT_EQ(tools.image(2, true, 1).width(), 20);
     EXPECT_EQ(tools.image(2, true, 2).width(), 40);
     EXPECT_TRUE(isHalf(tools.image(2, true, 2), kRed));
@@ -74,14 +74,14 @@ TEST_F(ToolPicturesOf, AWindowThatMovesToAFinerDisplayGetsItAnew) {
 }
 
 TEST_F(ToolPicturesOf, ADisabledButtonGetsItInTheOneGrey) {
-    ToolPictures tools = pictures(1);
+    ToolPictures tools = pictures();
     EXPECT_TRUE(isHalf(tools.image(2, false, 1), bench::kDisabledIcon));
     EXPECT_TRUE(isHalf(tools.image(2, true, 1), kRed));
 }
 
 TEST_F(ToolPicturesOf, ADescriptionThatIsNoneGivesAnEmptyPicture) {
     put("no picture");
-    ToolPictures tools = pictures(1);
+    ToolPictures tools = pictures();
     EXPECT_TRUE(isHalf(tools.image(2, true, 1), 0));
     EXPECT_EQ(tools.image(2, true, 1).width(), 20);
 }
