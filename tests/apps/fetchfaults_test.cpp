@@ -84,7 +84,8 @@ TEST_F(FetchFaults, OverTheSerialLineWhatIsAskedForAgainIsWholeAndAllElseIsNothi
         for (const char* healed : {"lost-block", "lost-byte", "crc", "complement", "sequence", "noise"}) {
             rows.push_back({healed + at, 0, ""});
         }
-        rows.push_back({"repeat" + at, 1, " of "});
+        // Read as a header, the repeated block tells a size that is none: nothing behind it counts.
+        rows.push_back({"repeat" + at, 1, "data came twice or beyond its size; " + came(0)});
         rows.push_back({"early-end" + at, 1, "the file is not whole; " + before});
         rows.push_back({"silence" + at, 1, "did not answer as it should; " + before});
         rows.push_back({"stop" + at, 1, "did not answer as it should; " + before});

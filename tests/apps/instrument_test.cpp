@@ -68,6 +68,12 @@ TEST_F(Instrument, WrongUseEndsWith2AndASentence) {
         {u"--write"_s, file, u"--scene"_s, u"no such scene"_s},
         {u"--write"_s, file, u"--seed"_s, u"-1"_s},
         {u"--write"_s, file, u"--seed"_s, u"x"_s},
+        {u"--serial"_s, file, u"--form"_s, u"V02"_s},
+        {u"--serial"_s, file, u"--scene"_s, u"no such scene"_s},
+        {u"--serial"_s, file, u"--seed"_s, u"x"_s},
+        {u"--serial"_s, file, u"--rate"_s, u"-1"_s},
+        {u"--serial"_s, file, u"--idle"_s, u"-1"_s},
+        {u"--usb"_s, file, u"--fault"_s, u"no-such-fault"_s},
     };
     for (const QStringList& arguments : wrong) {
         const Ran ran = instrument(arguments);
