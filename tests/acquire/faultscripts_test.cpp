@@ -2,6 +2,7 @@
 // Seeded fault scripts: what the numbered steps of the receiver make of each is worked out here at the level of whole
 // blocks, apart from the receiver's own code.
 #include "acquire/receivefixture.h"
+#include "instrument/usbserver.h"
 
 #include <random>
 
@@ -117,6 +118,18 @@ TEST_F(FaultScripts, ThreeHundredSeedsEndInTheRightFileOrTheRightAbortAndTheNext
     // Both ends are really met.
     EXPECT_GT(aborted, 60);
     EXPECT_LT(aborted, 240);
+}
+
+TEST(UsbStream, TheHeaderHoldsTheLengthInThreeBytesAndTheKindInTheNinth) {
+    EXPECT_EQ(usbHeaderBytes(0x010203, false), QByteArray("\x03\x02\x01\0\0\0\0\0\0\0\0\0", 12));
+    EXPECT_EQ(usbHeaderBytes(63, true), QByteArray("\x3F\0\0\0\0\0\0\0\x01\0\0\0", 12));
+}
+
+TEST(FetchPlan, TellsAThousandBytesTooManyOrTooFewButNeverFewerThanNone) {
+    EXPECT_EQ(parsePlan(QStringLiteral("crc"))->told(2461), 2461);
+    EXPECT_EQ(parsePlan(QStringLiteral("wrong-length"))->told(2461), 3461);
+    EXPECT_EQ(parsePlan(QStringLiteral("short-length"))->told(2461), 1461);
+    EXPECT_EQ(parsePlan(QStringLiteral("short-length"))->told(999), 0);
 }
 
 } // namespace

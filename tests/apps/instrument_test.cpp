@@ -90,5 +90,15 @@ TEST_F(Instrument, AFileThatCannotBeWrittenEndsWith1) {
     EXPECT_TRUE(ran.err.contains("Path not found"));
 }
 
+TEST_F(Instrument, ASocketThatCannotBeMadeEndsWith1) {
+    // A socket's address has 108 bytes; the name of the folder does not count, that of the file does.
+    for (const QString& name : {QString(u"none/a.socket"_s), QString(QString(120, u'a'))}) {
+        const Ran ran = instrument({u"--usb"_s, path(name)});
+        EXPECT_EQ(ran.exitCode, 1) << ran.err.toStdString();
+        EXPECT_TRUE(ran.err.startsWith("sixtrace-instrument: ")) << ran.err.toStdString();
+        EXPECT_TRUE(ran.out.isEmpty());
+    }
+}
+
 } // namespace
 } // namespace sixtrace::test
