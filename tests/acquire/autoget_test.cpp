@@ -312,6 +312,36 @@ TEST_F(AutoGet, ABitmapIsLoadedLikeAnyFileAndNothingIsSaidAboutIt) {
     EXPECT_TRUE(dialogs.messages.isEmpty());
 }
 
+TEST_F(AutoGet, ACaptureThatCallsItselfABitmapIsLoadedOverBothLinks) {
+    load();
+    link.stream = ScriptedLink::transfer(capture("sine"), 1);
+    model->AutoRun = true;
+    acquisition().Timetime1_Timer();
+    EXPECT_EQ(model->ReceivedFile, path("AutoGet.bin"));
+    EXPECT_EQ(model->FileKind, 4) << "the content byte is not looked at";
+
+    model->FileKind = 0;
+    setIni("ComPort", "1");
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(path(""))); // where a bitmap of the serial line goes
+    peer.play([](PtyPeer& p) {
+        BlockSender sender("picture.bmp", capture("sine"), {});
+        while (!sender.over()) {
+            const int byte = p.takeOne(60000);
+            if (byte < 0) {
+                return;
+            }
+            p.send(sender.answer(static_cast<unsigned char>(byte)));
+        }
+    });
+    acquisition().Timetime1_Timer();
+    peer.finish();
+    ASSERT_TRUE(QDir::setCurrent(before));
+    EXPECT_EQ(model->ReceivedFile, text("picture.bmp"));
+    EXPECT_EQ(model->FileKind, 4) << "and neither is the name";
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+}
+
 TEST_F(AutoGet, AFirstTickWhoseHeaderFailsLoadsNothingOfAnEarlierRun) {
     load();
     QFile earlier(path("AutoGet.bin"));

@@ -2,8 +2,13 @@
 // Seeded fault scripts: what the numbered steps of the receiver make of each is worked out here at the level of whole
 // blocks, apart from the receiver's own code.
 #include "acquire/receivefixture.h"
+#include "instrument/serialserver.h"
+#include "instrument/usbserver.h"
 
+#include <fcntl.h>
+#include <poll.h>
 #include <random>
+#include <unistd.h>
 
 using namespace sixtrace;
 
@@ -117,6 +122,36 @@ TEST_F(FaultScripts, ThreeHundredSeedsEndInTheRightFileOrTheRightAbortAndTheNext
     // Both ends are really met.
     EXPECT_GT(aborted, 60);
     EXPECT_LT(aborted, 240);
+}
+
+TEST(UsbStream, TheHeaderHoldsTheLengthInThreeBytesAndTheKindInTheNinth) {
+    EXPECT_EQ(usbHeaderBytes(0x010203, false), QByteArray("\x03\x02\x01\0\0\0\0\0\0\0\0\0", 12));
+    EXPECT_EQ(usbHeaderBytes(63, true), QByteArray("\x3F\0\0\0\0\0\0\0\x01\0\0\0", 12));
+}
+
+TEST(FetchPlan, TellsAThousandBytesTooManyOrTooFewButNeverFewerThanNone) {
+    EXPECT_EQ(parsePlan(QStringLiteral("crc"))->told(2461), 2461);
+    EXPECT_EQ(parsePlan(QStringLiteral("wrong-length"))->told(2461), 3461);
+    EXPECT_EQ(parsePlan(QStringLiteral("short-length"))->told(2461), 1461);
+    EXPECT_EQ(parsePlan(QStringLiteral("short-length"))->told(999), 0);
+}
+
+TEST(SerialServer, ARequestCountsAsHeardSoThatAnInstrumentInUseIsNotIdle) {
+    const QTemporaryDir place;
+    const QString line = place.filePath(QStringLiteral("line"));
+    for (const char* plan : {"crc@99", "unplug@0"}) {
+        CaptureFeed feed(QStringLiteral("V11"), QStringLiteral("sine"), 1, *parsePlan(QString::fromLatin1(plan)), {});
+        SerialServer server(feed, line, 0);
+        ASSERT_FALSE(server.open());
+        EXPECT_FALSE(server.step()) << "nobody has said anything";
+        const int client = ::open(QFile::encodeName(line).constData(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+        ASSERT_GE(client, 0);
+        ASSERT_EQ(::write(client, "C", 1), 1);
+        pollfd waiting = server.waitFor();
+        ASSERT_EQ(::poll(&waiting, 1, 120000), 1);
+        EXPECT_TRUE(server.step()) << plan;
+        ::close(client);
+    }
 }
 
 } // namespace

@@ -180,6 +180,26 @@ TEST_F(ManualGet, TheWindowsFollowTheLanguageWhenTheyAreLoaded) {
     }
 }
 
+TEST_F(ManualGet, TheFieldsOfBothWindowsStandClearOfEachOtherAndInsideTheirWindow) {
+    load();
+    QWidget& serial = acquisition().receiver();
+    QWidget& usb = acquisition().usbWindow();
+    for (QWidget* window : {&serial, &usb}) {
+        const auto controls = window->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+        ASSERT_GT(controls.size(), 8);
+        for (int i = 0; i < controls.size(); ++i) {
+            EXPECT_TRUE(window->rect().contains(controls[i]->geometry()))
+                << window->objectName().toStdString() << ": " << controls[i]->objectName().toStdString();
+            for (int k = i + 1; k < controls.size(); ++k) {
+                EXPECT_FALSE(controls[i]->geometry().intersects(controls[k]->geometry()))
+                    << window->objectName().toStdString() << ": " << controls[i]->objectName().toStdString() << " and "
+                    << controls[k]->objectName().toStdString();
+            }
+        }
+        EXPECT_FALSE(control<QProgressBar>(*window, "ProgressBar1").isTextVisible());
+    }
+}
+
 TEST_F(ManualGet, WithoutLanguageFilesTheWindowsKeepTheCaptionsOfTheirDesign) {
     removeLanguages();
     load();

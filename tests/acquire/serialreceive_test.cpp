@@ -389,6 +389,36 @@ TEST_F(BlockReceive, TheFirstHeadersSizeCountsAndARepeatedDataBlockIsNotInOrder)
               text("the file is damaged, as data came twice or beyond its size; 1024 of 2461 bytes came"));
 }
 
+TEST_F(BlockReceive, ABlockThatEndsWithinItsDataOrItsCheckValueIsAskedForAgain) {
+    const QByteArray block = BlockSender::block(1, "abc", 128, '.');
+    std::deque<QByteArray> answers{header(QByteArray("w.bin\0"
+                                                     "3\0",
+                                                     8)),
+                                   {},
+                                   block.chopped(1),
+                                   block.chopped(2),
+                                   block.chopped(3),
+                                   block,
+                                   "\x04"};
+    port.answer = [&answers](unsigned char) {
+        const QByteArray next = answers.empty() ? QByteArray() : answers.front();
+        if (!answers.empty()) {
+            answers.pop_front();
+        }
+        return next;
+    };
+    const auto result = receive.YModemReceive();
+    ASSERT_TRUE(result.ok());
+    EXPECT_TRUE(receive.report.whole());
+    EXPECT_EQ(stored(), "abc");
+    // The header's acknowledge and request, three refusals, the block's acknowledge and the three bytes of the end.
+    EXPECT_EQ(port.sent.left(7), "C"
+                                 "\x06"
+                                 "C"
+                                 "\x0F\x0F\x0F"
+                                 "\x06");
+}
+
 TEST_F(BlockReceive, ARepeatedHeaderBeforeAnyDataIsInOrder) {
     std::deque<QByteArray> answers;
     for (int i = 0; i < 2; ++i) {
@@ -605,6 +635,24 @@ TEST_F(PlainReceive, AWrongCheckValueIsRefusedAndTheBlockTakenWhenItComesRight) 
                          "\x0F"
                          "\x06\x06");
     EXPECT_EQ(stored(QStringLiteral("test.bmp")), "one" + QByteArray(125, '\0'));
+}
+
+TEST_F(PlainReceive, ABlockThatEndsWithinItsDataOrItsCheckValueIsRefused) {
+    const QByteArray block = BlockSender::block(1, "one", 128, '.');
+    std::deque<QByteArray> answers{block.chopped(1), block.chopped(2), block.chopped(3), block, "\x04"};
+    port.answer = [&answers](unsigned char) {
+        const QByteArray next = answers.empty() ? QByteArray() : answers.front();
+        if (!answers.empty()) {
+            answers.pop_front();
+        }
+        return next;
+    };
+    const auto result = receive.XModemReceive();
+    ASSERT_TRUE(result.ok());
+    EXPECT_EQ(result.value(), 128);
+    EXPECT_EQ(port.sent, "C"
+                         "\x0F\x0F\x0F"
+                         "\x06\x06");
 }
 
 TEST_F(PlainReceive, AbortsAtTheFifthRetryBehindAStartByte) {

@@ -91,8 +91,15 @@ TEST_F(UsbExchange, ALengthOfZeroIsNotWhole) {
     const TransferReport report = run();
     EXPECT_EQ(report.end, TransferEnd::Finished);
     EXPECT_FALSE(report.whole());
-    EXPECT_EQ(sentenceOf(report, 1),
-              text("the file is not whole, as the instrument told no size; 0 of 0 bytes came"));
+    EXPECT_EQ(sentenceOf(report, 1), text("the file is not whole, as the instrument told no size; 0 of 0 bytes came"));
+}
+
+TEST_F(UsbExchange, OneByteIsAFileAndWhatTheHeaderSaysOfItsKindIsReported) {
+    link.stream = ScriptedLink::transfer("x", 1);
+    const TransferReport picture = run();
+    EXPECT_TRUE(picture.whole());
+    EXPECT_TRUE(picture.bitmap);
+    EXPECT_TRUE(announced.bitmap);
 }
 
 TEST_F(UsbExchange, TellsEachBlockThenLetsEventsRun) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // What kqx fetch makes of each fault of each link, at the first, a middle and the last block. The table is printed.
+#include "acquire/ptypeer.h"
 #include "fetchfixture.h"
+#include "instrument/blocksender.h"
 
 #include <array>
 #include <cstdio>
@@ -84,7 +86,8 @@ TEST_F(FetchFaults, OverTheSerialLineWhatIsAskedForAgainIsWholeAndAllElseIsNothi
         for (const char* healed : {"lost-block", "lost-byte", "crc", "complement", "sequence", "noise"}) {
             rows.push_back({healed + at, 0, ""});
         }
-        rows.push_back({"repeat" + at, 1, " of "});
+        // Read as a header, the repeated block tells a size that is none: nothing behind it counts.
+        rows.push_back({"repeat" + at, 1, "data came twice or beyond its size; " + came(0)});
         rows.push_back({"early-end" + at, 1, "the file is not whole; " + before});
         rows.push_back({"silence" + at, 1, "did not answer as it should; " + before});
         rows.push_back({"stop" + at, 1, "did not answer as it should; " + before});
@@ -121,6 +124,32 @@ TEST_F(FetchFaults, ABlockLaterThanTheTimeOutLeavesAWholeFileOrNone) {
         EXPECT_TRUE(got().isEmpty());
         std::printf("serial  late beyond limit  %4d  %s\n", ran.exitCode, ran.err.trimmed().constData());
     }
+}
+
+TEST_F(FetchFaults, ARepeatedBlockThatReadsAsAHeaderOfTheSameSizeIsNoCapture) {
+    // 2461 bytes in three blocks. The first one begins as a header of 2461 bytes does, so that its repeat begins the
+    // file anew and the two behind it bring the other 1437 bytes.
+    const QByteArray content = QByteArray("x\0"
+                                          "2461\0",
+                                          7) +
+                               QByteArray(2454, '.');
+    PtyPeer peer;
+    peer.play([&content](PtyPeer& p) {
+        BlockSender sender("CAP0000.bin", content, *parsePlan(QStringLiteral("repeat@1")));
+        while (!sender.over()) {
+            const int byte = p.takeOne(60000);
+            if (byte < 0) {
+                return;
+            }
+            p.send(sender.answer(static_cast<unsigned char>(byte)));
+        }
+    });
+    const Ran ran = fetch({QStringLiteral("--serial"), peer.location(), QStringLiteral("-o"),
+                           path(QStringLiteral("got")), QStringLiteral("--timeout"), QStringLiteral("20")});
+    EXPECT_EQ(ran.exitCode, 1);
+    EXPECT_TRUE(ran.err.contains("the file is damaged, as data came twice or beyond its size; 1437 of 2461 bytes came"))
+        << ran.err.toStdString();
+    EXPECT_TRUE(got().isEmpty());
 }
 
 TEST_F(FetchFaults, OverUsbWhatIsNotWholeIsNothing) {

@@ -68,6 +68,12 @@ TEST_F(Instrument, WrongUseEndsWith2AndASentence) {
         {u"--write"_s, file, u"--scene"_s, u"no such scene"_s},
         {u"--write"_s, file, u"--seed"_s, u"-1"_s},
         {u"--write"_s, file, u"--seed"_s, u"x"_s},
+        {u"--serial"_s, file, u"--form"_s, u"V02"_s},
+        {u"--serial"_s, file, u"--scene"_s, u"no such scene"_s},
+        {u"--serial"_s, file, u"--seed"_s, u"x"_s},
+        {u"--serial"_s, file, u"--rate"_s, u"-1"_s},
+        {u"--serial"_s, file, u"--idle"_s, u"-1"_s},
+        {u"--usb"_s, file, u"--fault"_s, u"no-such-fault"_s},
     };
     for (const QStringList& arguments : wrong) {
         const Ran ran = instrument(arguments);
@@ -82,6 +88,16 @@ TEST_F(Instrument, AFileThatCannotBeWrittenEndsWith1) {
     const Ran ran = instrument({u"--write"_s, path(u"none/a.bin"_s)});
     EXPECT_EQ(ran.exitCode, 1);
     EXPECT_TRUE(ran.err.contains("Path not found"));
+}
+
+TEST_F(Instrument, ASocketThatCannotBeMadeEndsWith1) {
+    // A socket's address has 108 bytes; the name of the folder does not count, that of the file does.
+    for (const QString& name : {QString(u"none/a.socket"_s), QString(QString(120, u'a'))}) {
+        const Ran ran = instrument({u"--usb"_s, path(name)});
+        EXPECT_EQ(ran.exitCode, 1) << ran.err.toStdString();
+        EXPECT_TRUE(ran.err.startsWith("sixtrace-instrument: ")) << ran.err.toStdString();
+        EXPECT_TRUE(ran.out.isEmpty());
+    }
 }
 
 } // namespace
