@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/scopescreen.h"
 
+#include "view/drags.h"
 #include "view/flatscope.h"
 #include "view/scene.h"
 
@@ -91,6 +92,29 @@ TEST_F(ScreenPictures, ADragStartsFromTheFrameThatWasFinishedLast) {
     const QImage frame = scope->Picture2.view().copy(0, 0, 600, 400);
     EXPECT_TRUE(screen().beginTraceDrag(0));
     EXPECT_EQ(screen().background().view().copy(0, 0, 600, 400), frame) << "without the ghost";
+}
+
+TEST_F(ScreenPictures, ATraceThatIsTakenIsDrawnOnTheWorkingPictureAndOnNoPage) {
+    Picture visible(kSurfaceWidth, kSurfaceHeight);
+    Picture copy(kSurfaceWidth, kSurfaceHeight);
+    Picture working(kSurfaceWidth, kSurfaceHeight);
+    Picture page(kSurfaceWidth, kSurfaceHeight);
+    ScopeScreen own(*model, state(), {visible, {&copy, &working, &page}});
+    own.setScreenColor(0);
+    own.PicReDrawT();
+    EXPECT_TRUE(own.beginTraceDrag(0));
+    EXPECT_EQ(working.Point(53, 200), kGhostColour);
+    EXPECT_EQ(page.Point(53, 200), 0U);
+}
+
+TEST_F(ScreenPictures, AFrameThatIsDrawnDuringADragIsTheGroundOfItsNextStep) {
+    ASSERT_EQ(scope->Picture2.Point(53, 250), model->LineColor[2]);
+    EXPECT_TRUE(screen().beginTraceDrag(0));
+    marker(2).top = 5171.25; // A goes from row 250 to row 350
+    screen().PicReDrawT();
+    EXPECT_TRUE(screen().moveTraceDrag(0, 5));
+    EXPECT_EQ(scope->Picture2.Point(53, 350), model->LineColor[2]);
+    EXPECT_NE(scope->Picture2.Point(53, 250), model->LineColor[2]);
 }
 
 TEST_F(ScreenPictures, AMarkersDragStartsFromTheScreenWithItsGhost) {
