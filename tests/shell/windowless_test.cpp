@@ -328,7 +328,8 @@ protected:
     std::unique_ptr<OffscreenScope> scope;
     std::unique_ptr<ScreenMouse> mouse;
     std::unique_ptr<CaptureLoading> loading;
-    QRandomGenerator random{20'251'122};
+    /// Each form goes a way of its own.
+    QRandomGenerator random{20'251'122U + static_cast<std::uint32_t>(captureForm(GetParam())->fileKind)};
 };
 
 TEST_P(Windowless, AnySeriesOfOperationsShowsTheSameInTheWindowAndWithoutOne) {

@@ -117,6 +117,13 @@ TEST_F(ScreenPictures, AFrameThatIsDrawnDuringADragIsTheGroundOfItsNextStep) {
     EXPECT_NE(scope->Picture2.Point(53, 250), model->LineColor[2]);
 }
 
+TEST_F(ScreenPictures, AMarkersDragKeepsTheOtherTraces) {
+    screen().beginMarkerDrag(0);
+    marker(0).top = 5171.25; // row 350
+    screen().moveMarkerDrag(0);
+    EXPECT_EQ(scope->Picture2.Point(53, 250), model->LineColor[2]);
+}
+
 TEST_F(ScreenPictures, AMarkersDragStartsFromTheScreenWithItsGhost) {
     screen().PicReDrawT();
     const QImage frame = scope->Picture2.view().copy(0, 0, 600, 400);
