@@ -363,6 +363,16 @@ TEST_F(SimpleWavTest, ALoadHidesTheStandInsAndEndsOnTheLastChannelThatItTicked) 
     EXPECT_TRUE(view->markers[4].shown);
 }
 
+TEST_F(SimpleWavTest, BlocksInAnotherOrderLeaveTheRowOfTheLastBlockCurrent) {
+    load("V11", {{.mark = "CHC"}, {.mark = "CH1"}, {.mark = "CHA"}});
+    EXPECT_EQ(view->selectedRow, 2);
+    EXPECT_EQ(view->CurChannel, 2);
+    EXPECT_EQ(view->titles.channel, u"A   "_s);
+    load("V11", {{.mark = "CHD"}, {.mark = "CH1"}});
+    EXPECT_EQ(view->selectedRow, 0);
+    EXPECT_EQ(view->markers[0].back, model->LineColor[0]);
+}
+
 TEST_F(SimpleWavTest, AMissingFileIsMadeEmptyAndHoldsNoCapture) {
     SimpleWav(path(u"missing.bin"_s), view->scope());
     EXPECT_TRUE(QFile::exists(path(u"missing.bin"_s)));

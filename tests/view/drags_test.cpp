@@ -127,6 +127,12 @@ TEST(TraceDrag, IsThinnedFromOneAndAHalfTimes600SamplesOn) {
     EXPECT_LE(pixelsOfEvenSamples(903), 3);
 }
 
+TEST(TraceDrag, TwoAndAHalfTimes600SamplesAreThinnedByTheEvenTwo) {
+    // 1502 - 2 gives 2.5 and so 2; 1503 - 2 gives 2.502 and so 3, by which samples of even number come in again.
+    EXPECT_LE(pixelsOfEvenSamples(1503), 3);
+    EXPECT_GT(pixelsOfEvenSamples(1504), 100);
+}
+
 TEST(TraceDrag, ATraceWhollyBesideTheScreenIsMovedAndNothingIsDrawn) {
     TestScreen screen;
     screen.addChannel(0, 600, 600);

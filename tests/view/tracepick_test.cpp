@@ -72,6 +72,16 @@ TEST_F(TracePickTest, APressAtAnIndexEqualToSampleCountPassesTheRangeTest) {
     EXPECT_EQ(pickTrace(*screen.model, 0, 200).channel, 1) << "as does one at index 0";
 }
 
+TEST_F(TracePickTest, BetweenTwoSamplesTheEvenOneIsCompared) {
+    screen.model->ChannelPresent[3] = 0;
+    screen.model->SampleCount[1] = 300;   // two columns a sample
+    screen.model->SampleData(1, 2) = 100; // on row 100; all others on row 200
+    EXPECT_EQ(pickTrace(*screen.model, 5, 100).channel, 1) << "sample 2.5";
+    EXPECT_EQ(pickTrace(*screen.model, 3, 100).channel, 1) << "sample 1.5";
+    EXPECT_EQ(pickTrace(*screen.model, 6, 100).channel, -1);
+    EXPECT_EQ(pickTrace(*screen.model, 2, 100).channel, -1);
+}
+
 TEST_F(TracePickTest, APressBesideTheSamplesSetsTheArrowAndOneAboveThemLeavesTheShape) {
     EXPECT_EQ(pickTrace(*screen.model, -5, 200).pointer, MousePointer::Arrow);
     EXPECT_EQ(pickTrace(*screen.model, 50, 100).pointer, std::nullopt);

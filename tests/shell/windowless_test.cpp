@@ -1,0 +1,360 @@
+// SPDX-License-Identifier: MIT
+// The window and the screen without one give the same: the rules decide, the widgets only show.
+#include "capture/channellist.h"
+#include "platform/arrowpair.h"
+#include "platform/framepanel.h"
+#include "shell/capturewindow.h"
+#include "view/cursors.h"
+#include "view/offscreenscope.h"
+#include "view/screenmouse.h"
+#include "view/timevoltcontrols.h"
+
+#include <QKeyEvent>
+#include <QRandomGenerator>
+
+namespace sixtrace {
+namespace {
+
+constexpr int kOperations = 10'000;
+constexpr int kOperationsAForm = kOperations / 6 + 1;
+constexpr int kOperationsAPicture = 97;
+
+/// What the controls of a window show, or what a state says that they should: one line each.
+using Shown = QStringList;
+
+class Windowless : public CaptureWindow, public ::testing::WithParamInterface<const char*> {
+protected:
+    void SetUp() override {
+        CaptureWindow::SetUp();
+        load();
+        form->show();
+        twin->fillTables();
+        twin->LineColor = model->LineColor;
+        twin->GridColor = model->GridColor;
+        twin->BackColor = model->BackColor;
+        twin->LanguageId = model->LanguageId;
+        scope = std::make_unique<OffscreenScope>(*twin);
+        scope->state.stripColor = form->state().stripColor;
+        List1_Click(rules());
+        scope->state.CurChannel = -1;
+        mouse = std::make_unique<ScreenMouse>(rules(), scope->screen());
+        loading = std::make_unique<CaptureLoading>(rules(), twinDialogs, [this] { return path(QString()); });
+    }
+
+    [[nodiscard]] Scope rules() const { return scope->scope(); }
+    [[nodiscard]] ScreenState& state() const { return scope->state; }
+    [[nodiscard]] PositionBar& bar() const { return control<PositionBar>("VScroll1"); }
+    [[nodiscard]] int below(int limit) { return static_cast<int>(random.bounded(limit)); }
+
+    /// A capture of one of the shorter scenes, in the form that is being tried.
+    void openAnyScene() {
+        std::optional<std::vector<CaptureBlock>> blocks;
+        while (!blocks) {
+            const auto& all = scenes();
+            const Scene& scene = all[static_cast<std::size_t>(below(static_cast<int>(all.size())))];
+            if (QLatin1String(scene.name) != QLatin1String("full")) {
+                blocks = sceneBlocks(QString::fromLatin1(scene.name), random.generate());
+            }
+        }
+        write(QStringLiteral("scene.bin"), captureBytes(*captureForm(GetParam()), *blocks));
+        for (ScriptedDialogs* answered : {&dialogs, &twinDialogs}) {
+            answered->files.emplace_back(FileChoice{path(QStringLiteral("scene.bin")), 1});
+        }
+        item("mnuOpen").trigger();
+        loading->mnuOpen_Click();
+    }
+
+    /// A user's choice in a list, be it of the entry that is chosen already.
+    static void choose(ListCombo& list, int row) {
+        list.setCurrentIndex(row);
+        Q_EMIT list.Click();
+    }
+    static void key(QWidget& widget, int key) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(&widget, &event);
+    }
+
+    QString operateLists() {
+        const int row = below(kChannels);
+        switch (below(6)) {
+        case 0: {
+            const int chosen = below(20) == 0 ? -1 : row;
+            list().setListIndex(chosen);
+            selectRow(rules(), chosen);
+            return QStringLiteral("row %1").arg(chosen);
+        }
+        case 1: {
+            const bool ticked = below(3) != 0;
+            list().setSelected(row, ticked);
+            setTick(rules(), row, ticked);
+            return QStringLiteral("tick %1 %2").arg(row).arg(ticked);
+        }
+        case 2: {
+            const int time = below(kTimeBaseRows);
+            choose(control<ListCombo>("Combo1"), time);
+            chooseTimeRow(rules(), time);
+            return QStringLiteral("time %1").arg(time);
+        }
+        case 3: {
+            const int volts = below(kVoltRows);
+            choose(control<ListCombo>("Combo2"), volts);
+            chooseVoltRow(rules(), volts);
+            return QStringLiteral("volts %1").arg(volts);
+        }
+        case 4: {
+            const int type = below(4);
+            choose(cursorType(), type);
+            state().cursorChoice = static_cast<CursorType>(type);
+            Combo3_Click(rules());
+            return QStringLiteral("cursors %1").arg(type);
+        }
+        default: {
+            const Step step = below(2) == 0 ? Step::Up : Step::Down;
+            const bool volts = below(2) == 0;
+            auto& arrows = control<ArrowPair>(volts ? "UpDown1" : "UpDown2");
+            if (step == Step::Up) {
+                Q_EMIT arrows.UpClick();
+            } else {
+                Q_EMIT arrows.DownClick();
+            }
+            volts ? stepVoltRow(rules(), step) : stepTimeRow(rules(), step);
+            return QStringLiteral("arrow");
+        }
+        }
+    }
+
+    QString operateBar() {
+        const int value = std::clamp(bar().Value() + below(9) - 4, 0, bar().Max());
+        const bool moves = value != state().bar.value;
+        if (below(2) == 0) {
+            bar().setValue(value);
+        } else {
+            bar().setSliderDown(true);
+            bar().setSliderPosition(value);
+            if (moves) {
+                state().bar.value = value;
+                VScroll1_Scroll(rules());
+            }
+            EXPECT_EQ(control<QLabel>("CenterPoint").isVisible(), state().CenterPoint.has_value());
+            EXPECT_EQ(control<QLabel>("CenterPoint").text(),
+                      state().CenterPoint.value_or(control<QLabel>("CenterPoint").text()));
+            bar().setSliderDown(false);
+        }
+        if (moves) {
+            state().bar.value = value;
+            VScroll1_Change(rules());
+        }
+        return QStringLiteral("bar %1").arg(value);
+    }
+
+    /// Somewhere on or beside the screen, or near a line or a zero line.
+    QPointF somewhere() {
+        QPointF at(below(2520) / 4.0 - 15, below(1720) / 4.0 - 15);
+        const auto number = static_cast<std::size_t>(below(2));
+        switch (below(4)) {
+        case 0:
+            at.setY(state().cursors.voltage[number] + below(5) - 2);
+            break;
+        case 1:
+            at.setX(state().cursors.time[number] + below(5) - 2);
+            break;
+        case 2:
+            at.setY(twin->ChannelYPos[below(kChannels)] + below(9) - 4);
+            break;
+        default:
+            break;
+        }
+        return at;
+    }
+
+    QString operateScreen() {
+        const QPointF at = somewhere();
+        switch (below(6)) {
+        case 0:
+            press(screen(), at.x(), at.y(), below(2) == 0 ? Qt::LeftButton : Qt::RightButton);
+            mouse->Picture2_MouseDown(at.x(), at.y());
+            return QStringLiteral("press %1 %2").arg(at.x()).arg(at.y());
+        case 1:
+            release(screen(), at.x(), at.y());
+            mouse->Picture2_MouseUp();
+            return QStringLiteral("release");
+        default:
+            drag(screen(), at.x(), at.y());
+            mouse->Picture2_MouseMove(at.x(), at.y());
+            return QStringLiteral("move %1 %2").arg(at.x()).arg(at.y());
+        }
+    }
+
+    QString operateMarker() {
+        const int channel = below(kChannels);
+        const int y = below(15);
+        press(marker(channel), 3, y);
+        mouse->image1_MouseDown(channel, y * 15);
+        const int moves = below(4);
+        for (int i = 0; i < moves; ++i) {
+            const int to = y + below(121) - 60;
+            const bool left = below(5) != 0;
+            drag(marker(channel), 3, to, left ? Qt::LeftButton : Qt::RightButton);
+            mouse->image1_MouseMove(channel, left ? 1 : 2, to * 15);
+        }
+        if (below(5) != 0) {
+            release(marker(channel), 3, y);
+            mouse->image1_MouseUp(channel);
+        }
+        return QStringLiteral("marker %1").arg(channel);
+    }
+
+    QString operateKeys() {
+        const bool up = below(2) == 0;
+        if (below(2) == 0) {
+            const int channel = below(kChannels);
+            key(marker(channel), up ? Qt::Key_Up : Qt::Key_Down);
+            mouse->moveMarkerBy(channel, up ? -1 : 1);
+            return QStringLiteral("marker key %1").arg(channel);
+        }
+        static const std::array names{"Line1Keys(0)", "Line1Keys(1)", "Line2Keys(0)", "Line2Keys(1)"};
+        static const std::array hits{CursorHit::Voltage1, CursorHit::Voltage2, CursorHit::Time1, CursorHit::Time2};
+        const auto line = static_cast<std::size_t>(below(4));
+        const bool lying = line < 2;
+        key(control<QWidget>(names[line]),
+            lying ? (up ? Qt::Key_Up : Qt::Key_Down) : (up ? Qt::Key_Left : Qt::Key_Right));
+        mouse->moveCursorBy(hits[line], up ? -1 : 1);
+        return QStringLiteral("cursor key %1").arg(line);
+    }
+
+    QString turnTimedAcquisition() {
+        model->AutoRun = !model->AutoRun;
+        twin->AutoRun = model->AutoRun;
+        if (!model->AutoRun) {
+            showTrueChoices(form->pictures().scope());
+            form->showState();
+            showTrueChoices(rules());
+        }
+        return QStringLiteral("timed acquisition %1").arg(model->AutoRun);
+    }
+
+    QString operate() {
+        const int kind = below(1000);
+        if (kind < 12) {
+            openAnyScene();
+            return QStringLiteral("load");
+        }
+        if (kind < (model->AutoRun ? 112 : 32)) {
+            return turnTimedAcquisition();
+        }
+        return kind < 350   ? operateLists()
+               : kind < 450 ? operateBar()
+               : kind < 800 ? operateScreen()
+               : kind < 900 ? operateMarker()
+                            : operateKeys();
+    }
+
+    static QString yes(bool shown) { return shown ? QStringLiteral("shown") : QStringLiteral("hidden"); }
+    static QString place(double twips) { return QString::number(twips, 'g', 17); }
+
+    [[nodiscard]] Shown shownByWindow() const {
+        Shown shown;
+        for (int c = 0; c < kChannels; ++c) {
+            shown << list().List(c) << yes(list().Selected(c)) << yes(!list().isMuted(c));
+            shown << place(marker(c).Top()) << yes(!marker(c).isHidden()) << yes(marker(c).hasBorder())
+                  << marker(c).backColor().name();
+            shown << yes(!standIn(c).isHidden());
+            if (!standIn(c).isHidden()) {
+                shown << place(standIn(c).Top()) << standIn(c).backColor().name();
+            }
+        }
+        for (const char* name : {"Combo1", "Combo2"}) {
+            const auto& combo = control<ListCombo>(name);
+            for (int row = 0; row < combo.ListCount(); ++row) {
+                shown << combo.List(row);
+            }
+            shown << QString::number(combo.ListIndex());
+        }
+        shown << QString::number(list().ListIndex()) << QString::number(cursorType().ListIndex());
+        shown << QString::number(bar().Max()) << QString::number(bar().Value());
+        shown << yes(!control<QLabel>("CenterPoint").isHidden());
+        for (const char* name : {"LabY1", "LabYY11", "LabY2", "LabYY22", "LabDy", "LabX1", "LabXX11", "LabX2",
+                                 "LabXX22", "LabDx", "labPPe", "LabPe", "LabMaxx"}) {
+            shown << caption(name);
+        }
+        for (const char* name : {"Frame1", "Frame2", "Frame3", "Frame4"}) {
+            shown << control<FramePanel>(name).caption();
+        }
+        shown << place(line("Line1(0)").Y1()) << place(line("Line1(1)").Y1()) << place(line("Line2(0)").X1())
+              << place(line("Line2(1)").X1());
+        shown << yes(line("Line1(0)").isVisible()) << yes(line("Line1(1)").isVisible())
+              << yes(!control<ReadoutLabel>("LabDy").isHidden());
+        shown << yes(line("Line2(0)").isVisible()) << yes(line("Line2(1)").isVisible())
+              << yes(!control<ReadoutLabel>("LabDx").isHidden());
+        shown << QString::number(static_cast<int>(screen().cursor().shape()));
+        shown << control<QLabel>("Label4").text() << control<QLabel>("Label5").text();
+        return shown;
+    }
+
+    [[nodiscard]] Shown shownByState() const {
+        const ScreenState& s = state();
+        Shown shown;
+        for (int c = 0; c < kChannels; ++c) {
+            const ZeroMarker& m = s.markers[c];
+            shown << s.rows[c] << yes(s.ticks[c]) << yes(twin->ChannelPresent[c] != 0);
+            shown << place(m.top) << yes(m.shown) << yes(m.pressed) << toQColor(m.back).name() << yes(m.standInShown);
+            if (m.standInShown) {
+                shown << place(m.standInTop) << toQColor(m.standInBack).name();
+            }
+        }
+        shown << QStringList(s.timeList.begin(), s.timeList.end()) << QString::number(s.timeRow);
+        shown << QStringList(s.voltList.begin(), s.voltList.end()) << QString::number(s.voltRow);
+        shown << QString::number(s.selectedRow) << QString::number(static_cast<int>(s.cursorChoice));
+        shown << QString::number(s.bar.maximum) << QString::number(s.bar.value) << yes(s.CenterPoint.has_value());
+        for (const CursorTexts& texts : {s.voltages, s.times}) {
+            shown << texts.values[0] << texts.units[0] << texts.values[1] << texts.units[1] << texts.difference;
+        }
+        shown << s.measurements.frequency << s.measurements.period << s.measurements.peakToPeak;
+        shown << s.titles.cursor << s.titles.timeBase << s.titles.voltage << s.titles.channel;
+        shown << place(s.cursors.voltage[0]) << place(s.cursors.voltage[1]) << place(s.cursors.time[0])
+              << place(s.cursors.time[1]);
+        const QString voltages = yes(showsVoltage(s.cursorsShown));
+        const QString times = yes(showsTime(s.cursorsShown));
+        shown << voltages << voltages << voltages << times << times << times;
+        shown << QString::number(static_cast<int>(s.pointer == MousePointer::NorthSouth ? Qt::SizeVerCursor
+                                                  : s.pointer == MousePointer::EastWest ? Qt::SizeHorCursor
+                                                                                        : Qt::ArrowCursor));
+        shown << s.loadedPath << s.modelName;
+        return shown;
+    }
+
+    std::unique_ptr<publicM> twin = std::make_unique<publicM>();
+    ScriptedDialogs twinDialogs;
+    std::unique_ptr<OffscreenScope> scope;
+    std::unique_ptr<ScreenMouse> mouse;
+    std::unique_ptr<CaptureLoading> loading;
+    /// Each form goes a way of its own.
+    QRandomGenerator random{20'251'122U + static_cast<std::uint32_t>(captureForm(GetParam())->fileKind)};
+};
+
+TEST_P(Windowless, AnySeriesOfOperationsShowsTheSameInTheWindowAndWithoutOne) {
+    openAnyScene();
+    QStringList last;
+    for (int i = 0; i < kOperationsAForm; ++i) {
+        last << operate();
+        last = last.mid(std::max<qsizetype>(0, last.size() - 6));
+        const std::string story = "operation " + std::to_string(i) + ": " + last.join(u", ").toStdString();
+        ASSERT_EQ(shownByWindow(), shownByState()) << story;
+        ASSERT_EQ(form->state().CurChannel, state().CurChannel) << story;
+        ASSERT_EQ(model->TimeIndexView, twin->TimeIndexView) << story;
+        ASSERT_EQ(model->VoltIndexView, twin->VoltIndexView) << story;
+        ASSERT_EQ(model->ChannelXShift, twin->ChannelXShift) << story;
+        ASSERT_EQ(model->ChannelYPos, twin->ChannelYPos) << story;
+        ASSERT_EQ(screen().picture().drawMode, scope->Picture2.drawMode) << story;
+        if (i % kOperationsAPicture == 0) {
+            ASSERT_EQ(screenImage(), scope->Picture2.view()) << story;
+            ASSERT_EQ(form->pictures().background().view(), scope->screen().background().view()) << story;
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(OfEveryForm, Windowless, ::testing::Values("bin", "V01", "W01", "V11", "W11", "V10"),
+                         [](const auto& form) { return std::string(form.param); });
+
+} // namespace
+} // namespace sixtrace
