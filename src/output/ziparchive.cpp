@@ -24,10 +24,8 @@ struct Target {
     zip_error_t error{};
 
     zip_int64_t write(const void* data, std::size_t length) {
-        if (at + length > content.size()) {
-            content.resize(at + length);
-        }
-        std::memcpy(content.data() + at, data, length);
+        const std::string_view bytes(static_cast<const char*>(data), length);
+        content.replace(at, length, bytes); // which appends at the end
         at += length;
         return static_cast<zip_int64_t>(length);
     }
