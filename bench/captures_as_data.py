@@ -8,8 +8,10 @@ BIN holds kqx and sixtrace-instrument; FOLDER is made and filled with captures o
 next run. --old names a kqx to compare the start of the process with. Every figure is the least of several runs, the thing and its
 baseline by turns."""
 import argparse
+import itertools
 import os
 import pathlib
+import shutil
 import subprocess
 import sys
 import time
@@ -46,6 +48,7 @@ def main():
     a = p.parse_args()
     kqx = str(a.bin / "kqx")
     a.folder.mkdir(parents=True, exist_ok=True)
+    shutil.rmtree(a.folder / "made", ignore_errors=True)
     master = a.folder / "master"
     subprocess.run([a.bin / "sixtrace-instrument", "--write", master, "--scene", "full"], check=True)
     content = master.read_bytes()
@@ -74,18 +77,24 @@ def main():
     with numpy.load(out / "f00000.npz") as loaded:
         arrays = {name: loaded[name] for name in loaded.files}
 
+    # Both make new files in a new folder, for overwriting or removing files costs the system more than making them.
+    folders = (a.folder / "made" / str(number) for number in itertools.count())
+
     def savez():
+        into = next(folders)
+        into.mkdir(parents=True)
         start = time.perf_counter()
         for name in few:
-            numpy.savez(out / (pathlib.Path(name).stem + ".numpy.npz"), **arrays)
+            numpy.savez(into / (pathlib.Path(name).stem + ".npz"), **arrays)
         return time.perf_counter() - start
 
     def convert():
-        for name in few:
-            (out / (pathlib.Path(name).stem + ".npz")).unlink(missing_ok=True)
-        return timed([kqx, "convert", "--jobs", "1", "--to", "npz", "--out-dir", str(out), *few])
+        into = next(folders)
+        into.mkdir(parents=True)
+        return timed([kqx, "convert", "--jobs", "1", "--to", "npz", "--out-dir", str(into), *few])
 
     theirs, ours = by_turns(5, savez, convert)
+    shutil.rmtree(a.folder / "made")
     row(f"`convert --to npz` of {len(few)} files / `savez`", ours / theirs, "at most 0.5", f"{ours:.2f} / {theirs:.2f}")
 
     def memory(count):

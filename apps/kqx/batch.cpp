@@ -17,8 +17,8 @@
 #include <span>
 #include <sys/stat.h>
 #include <thread>
-#include <utility>
 #include <unistd.h>
+#include <utility>
 
 namespace sixtrace::kqx {
 
@@ -49,8 +49,9 @@ std::optional<std::string> listOf(const std::string& name) {
     return whole ? std::optional(std::move(all)) : std::nullopt;
 }
 
-std::vector<std::string> partsOf(std::string_view all, char end) {
-    std::vector<std::string> parts;
+/// Appends the parts of a list; no second list of them stands in memory meanwhile.
+void appendParts(std::vector<std::string>& parts, std::string_view all, char end) {
+    parts.reserve(parts.size() + static_cast<std::size_t>(std::count(all.begin(), all.end(), end)) + 1);
     while (!all.empty()) {
         const std::size_t length = std::min(all.find(end), all.size());
         if (length > 0) {
@@ -58,7 +59,6 @@ std::vector<std::string> partsOf(std::string_view all, char end) {
         }
         all.remove_prefix(std::min(length + 1, all.size()));
     }
-    return parts;
 }
 
 /// Adds the names of --files-from; false where they cannot be read, which has been said then.
@@ -72,8 +72,7 @@ bool addListed(const Arguments& arguments, std::vector<std::string>& files) {
         failWith(Failed, name + ": the list of files cannot be read");
         return false;
     }
-    const auto listed = partsOf(*list, arguments.has("null") ? '\0' : '\n');
-    files.insert(files.end(), listed.begin(), listed.end());
+    appendParts(files, *list, arguments.has("null") ? '\0' : '\n');
     return true;
 }
 

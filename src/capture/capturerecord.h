@@ -4,8 +4,10 @@
 #include "capture/channels.h"
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
 #include <string>
 #include <string_view>
@@ -74,6 +76,11 @@ void readRecord(const std::string& path, ByteFile& file, CaptureRecord& record);
 
 /// Sample `i` of samples as a file holds them.
 [[nodiscard]] inline int sampleAt(std::span<const std::byte> samples, std::size_t i) {
+    if constexpr (std::endian::native == std::endian::little) { // a compiler turns this into wide loads
+        std::int16_t value = 0;
+        std::memcpy(&value, samples.data() + 2 * i, sizeof value);
+        return value;
+    }
     return static_cast<std::int16_t>(std::to_integer<unsigned>(samples[2 * i]) |
                                      std::to_integer<unsigned>(samples[2 * i + 1]) << 8);
 }

@@ -3,25 +3,15 @@
 
 #include "capture/measure.h"
 #include "capture/numbertexts.h"
+#include "output/realcontent.h"
 #include "output/ziparchive.h"
 
 #include <algorithm>
-#include <array>
-#include <bit>
 #include <cmath>
-#include <cstring>
 
 namespace sixtrace {
 
 namespace {
-
-template<typename T>
-void putLittle(char* at, T value) {
-    std::memcpy(at, &value, sizeof value);
-    if constexpr (std::endian::native == std::endian::big) {
-        std::reverse(at, at + sizeof value);
-    }
-}
 
 /// What stands before the values of an array: its type and its shape, "(3,)" for a row and "()" for a single value.
 std::string arrayHead(const std::string& type, const std::string& shape) {
@@ -34,27 +24,18 @@ std::string arrayHead(const std::string& type, const std::string& shape) {
     return head;
 }
 
-/// Appends the volts of all samples as 32-bit reals.
-void appendVolts(std::string& bytes, const ChannelRecord& channel) {
-    const double volts = voltsPerCount(channel);
-    const std::size_t count = channel.heldSamples();
-    const std::size_t start = bytes.size();
-    bytes.resize(start + count * sizeof(float));
-    char* at = bytes.data() + start;
-    for (std::size_t i = 0; i < count; ++i, at += sizeof(float)) {
-        putLittle(at, static_cast<float>(sampleAt(channel.samples, i) * volts));
-    }
+/// The volts of all samples as 32-bit reals.
+ZipContent voltsOf(std::string head, const ChannelRecord& channel) {
+    return realsOf<float>(std::move(head), channel.heldSamples(),
+                          [samples = channel.samples, volts = voltsPerCount(channel)](int i) {
+                              return static_cast<float>(sampleAt(samples, static_cast<std::size_t>(i)) * volts);
+                          });
 }
 
-void appendTimes(std::string& bytes, const ChannelRecord& channel) {
-    const double interval = secondsPerSample(channel);
-    const std::size_t count = channel.heldSamples();
-    const std::size_t start = bytes.size();
-    bytes.resize(start + count * sizeof(double));
-    char* at = bytes.data() + start;
-    for (std::size_t i = 0; i < count; ++i, at += sizeof(double)) {
-        putLittle(at, static_cast<double>(i) * interval);
-    }
+/// The times of all samples as 64-bit reals.
+ZipContent timesOf(std::string head, const ChannelRecord& channel) {
+    return realsOf<double>(std::move(head), channel.heldSamples(),
+                           [interval = secondsPerSample(channel)](int i) { return i * interval; });
 }
 
 std::string rowShape(std::size_t count) {
@@ -147,22 +128,16 @@ std::string samplesCsv(const std::vector<SampleColumn>& columns) {
 }
 
 std::optional<std::string> samplesNpz(const std::vector<SampleColumn>& columns, std::string_view info) {
-    struct Array {
-        std::string name;
-        std::string bytes;
-    };
-    std::vector<Array> arrays;
+    using Packing = ZipArchive::Packing;
+    ZipArchive archive;
     for (const SampleColumn& column : columns) {
         const std::string label(column.label);
         const std::string shape = rowShape(column.channel.heldSamples());
-        appendTimes(arrays.emplace_back(Array{"t_" + label + ".npy", arrayHead("<f8", shape)}).bytes, column.channel);
-        appendVolts(arrays.emplace_back(Array{"v_" + label + ".npy", arrayHead("<f4", shape)}).bytes, column.channel);
+        archive.add("t_" + label + ".npy", timesOf(arrayHead("<f8", shape), column.channel), Packing::Stored);
+        archive.add("v_" + label + ".npy", voltsOf(arrayHead("<f4", shape), column.channel), Packing::Stored);
     }
-    arrays.push_back({"info.npy", textArray(info)});
-    ZipArchive archive;
-    for (const Array& array : arrays) {
-        archive.add(array.name, array.bytes, ZipArchive::Packing::Stored);
-    }
+    const std::string text = textArray(info);
+    archive.add("info.npy", ZipContent::of(text), Packing::Stored);
     return archive.file();
 }
 
@@ -206,16 +181,15 @@ std::optional<std::string> sessionRefusal(const std::vector<SampleColumn>& colum
 std::optional<std::string> samplesSession(const std::vector<SampleColumn>& columns) {
     std::string metadata = "[device 1]\nsamplerate=" + std::to_string(std::llround(rateOf(columns.front().channel))) +
                            "\ntotal analog=" + std::to_string(columns.size()) + '\n';
-    std::vector<std::string> volts;
     for (std::size_t i = 0; i < columns.size(); ++i) {
         metadata += "analog" + std::to_string(i + 1) + '=' + std::string(columns[i].label) + '\n';
-        appendVolts(volts.emplace_back(), columns[i].channel);
     }
+    using Packing = ZipArchive::Packing;
     ZipArchive archive;
-    archive.add("version", "2", ZipArchive::Packing::Stored);
-    archive.add("metadata", metadata, ZipArchive::Packing::Deflated);
-    for (std::size_t i = 0; i < volts.size(); ++i) {
-        archive.add("analog-1-" + std::to_string(i + 1) + "-1", volts[i], ZipArchive::Packing::Deflated);
+    archive.add("version", ZipContent::of("2"), Packing::Stored);
+    archive.add("metadata", ZipContent::of(metadata), Packing::Deflated);
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        archive.add("analog-1-" + std::to_string(i + 1) + "-1", voltsOf({}, columns[i].channel), Packing::Deflated);
     }
     return archive.file();
 }

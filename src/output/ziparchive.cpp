@@ -3,7 +3,9 @@
 
 #include <zip.h>
 
+#include <algorithm>
 #include <cstring>
+#include <deque>
 #include <utility>
 
 namespace sixtrace {
@@ -22,10 +24,8 @@ struct Target {
     zip_error_t error{};
 
     zip_int64_t write(const void* data, std::size_t length) {
-        if (at + length > content.size()) {
-            content.resize(at + length);
-        }
-        std::memcpy(content.data() + at, data, length);
+        const std::string_view bytes(static_cast<const char*>(data), length);
+        content.replace(at, length, bytes); // which appends at the end
         at += length;
         return static_cast<zip_int64_t>(length);
     }
@@ -72,7 +72,52 @@ zip_int64_t serve(void* user, void* data, zip_uint64_t length, zip_source_cmd_t 
     }
 }
 
+/// Where the library reads a file of the archive.
+struct Reading {
+    const ZipContent& content;
+    std::size_t at = 0;
+};
+
+zip_int64_t give(void* user, void* data, zip_uint64_t length, zip_source_cmd_t command) {
+    Reading& reading = *static_cast<Reading*>(user);
+    switch (command) {
+    case ZIP_SOURCE_SUPPORTS:
+        return zip_source_make_command_bitmap(ZIP_SOURCE_OPEN, ZIP_SOURCE_READ, ZIP_SOURCE_CLOSE, ZIP_SOURCE_STAT,
+                                              ZIP_SOURCE_ERROR, ZIP_SOURCE_FREE, -1);
+    case ZIP_SOURCE_OPEN:
+        reading.at = 0;
+        return 0;
+    case ZIP_SOURCE_READ: {
+        const std::size_t count = std::min<std::size_t>(length, reading.content.size - reading.at);
+        if (count > 0) {
+            reading.content.make(static_cast<char*>(data), reading.at, count);
+        }
+        reading.at += count;
+        return static_cast<zip_int64_t>(count);
+    }
+    case ZIP_SOURCE_STAT: {
+        auto* const about = static_cast<zip_stat_t*>(data);
+        zip_stat_init(about);
+        about->size = reading.content.size;
+        about->valid |= ZIP_STAT_SIZE;
+        return sizeof(zip_stat_t);
+    }
+    case ZIP_SOURCE_ERROR: {
+        zip_error_t none;
+        zip_error_init(&none);
+        return zip_error_to_data(&none, data, length);
+    }
+    default:
+        return 0; // nothing to close or free
+    }
+}
+
 } // namespace
+
+ZipContent ZipContent::of(std::string_view text) {
+    return {text.size(),
+            [text](char* to, std::size_t from, std::size_t count) { std::memcpy(to, text.data() + from, count); }};
+}
 
 std::optional<std::string> ZipArchive::file() const {
     zip_error_t error;
@@ -80,7 +125,7 @@ std::optional<std::string> ZipArchive::file() const {
     Target target;
     std::size_t size = 0;
     for (const Entry& entry : m_entries) {
-        size += entry.bytes.size() + 2 * (entry.name.size() + kRoomForHeads);
+        size += entry.content.size + 2 * (entry.name.size() + kRoomForHeads);
     }
     target.content.reserve(size);
     zip_source_t* const source = zip_source_function_create(serve, &target, &error);
@@ -90,8 +135,9 @@ std::optional<std::string> ZipArchive::file() const {
         return std::nullopt;
     }
     bool added = true;
+    std::deque<Reading> readings; // which stay where they are
     for (const Entry& entry : m_entries) {
-        zip_source_t* const bytes = zip_source_buffer(archive, entry.bytes.data(), entry.bytes.size(), 0);
+        zip_source_t* const bytes = zip_source_function(archive, give, &readings.emplace_back(Reading{entry.content}));
         const zip_int64_t index =
             bytes == nullptr ? -1 : zip_file_add(archive, entry.name.c_str(), bytes, ZIP_FL_ENC_UTF_8);
         if (index < 0) {

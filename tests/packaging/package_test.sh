@@ -17,6 +17,10 @@ dpkg-deb --field "$package" Depends | grep -q libqt6widgets6
 dpkg-deb --field "$package" Depends | grep -q libusb-1.0-0
 grep -qx 'Exec=/usr/bin/sixtrace' "$work/root/usr/share/dbus-1/services/org.sixtrace.Sixtrace.service"
 test -s "$work/root/usr/lib/udev/rules.d/70-sixtrace.rules"
-# Nothing belongs to the user who built it, and nothing but programs and the library can be executed.
+# Nothing belongs to the user who built it, and nothing can be executed but programs, the library and the one program beside it
+# that kqx starts for its desktop commands.
 dpkg-deb --contents "$package" | grep -v ' root/root ' && exit 1
-dpkg-deb --contents "$package" | awk '/^-rwx/ && $6 !~ /^\.\/usr\/bin\// && $6 !~ /\.so$/ { print; bad = 1 } END { exit bad }'
+dpkg-deb --contents "$package" | awk '/^-rwx/ && $6 !~ /^\.\/usr\/bin\// && $6 !~ /\.so$/ {
+    if ($6 ~ /^\.\/usr\/lib\/([^\/]+\/)?sixtrace\/kqx-desktop$/) helpers++
+    else { print; bad = 1 }
+} END { exit bad || helpers != 1 }'
