@@ -118,8 +118,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require((report.end == TransferEnd::Error) == report.error.has_value());
     require(receiveResult(report) >= -1 && report.stored >= 0 && report.stored <= report.total);
     if (report.whole()) {
-        // What lies there is what the first header has announced. Nothing cuts a file, so that a repeated header may have
-        // begun a shorter one over it.
+        // What lies there is what the first header has announced. Nothing cuts a file, so that a repeated header may
+        // have begun a shorter one over it.
         require(QFileInfo(report.path).size() >= *report.announced);
     }
     QFile::remove(report.path);

@@ -25,7 +25,7 @@ using namespace std::chrono_literals;
 constexpr auto kReplugAfter = 2s;
 constexpr auto kPatience = 15s; ///< longer than a receiver waits before it asks again
 constexpr auto kLateBy = 1s;
-constexpr auto kSlice = 2ms;    ///< bytes leave in slices of this length
+constexpr auto kSlice = 2ms; ///< bytes leave in slices of this length
 
 } // namespace
 

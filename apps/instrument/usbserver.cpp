@@ -65,8 +65,8 @@ std::optional<std::pair<dev_t, ino_t>> socketAt(const QString& path) {
 bool answers(const QString& path) {
     const int handle = socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
     const bool connected = handle >= 0 && withAddress(path, [handle](const sockaddr* address, socklen_t size) {
-        return connect(handle, address, size) == 0 || errno == EAGAIN || errno == EINPROGRESS;
-    });
+                               return connect(handle, address, size) == 0 || errno == EAGAIN || errno == EINPROGRESS;
+                           });
     if (handle >= 0) {
         close(handle);
     }

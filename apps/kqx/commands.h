@@ -39,8 +39,7 @@ struct OpenedFile {
 
 /// Opens a capture as the program does, and reads its record; the answer takes the faults. Whether there is a capture
 /// to work on.
-[[nodiscard]] bool openCapture(const std::string& file, const Scope& scope, OpenedFile& opened,
-                               Answer& answer);
+[[nodiscard]] bool openCapture(const std::string& file, const Scope& scope, OpenedFile& opened, Answer& answer);
 
 /// Parses the arguments behind a subcommand. Nothing when the command goes on, else the code to end with: help was
 /// asked for and given, or the arguments are wrong.

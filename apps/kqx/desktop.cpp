@@ -42,7 +42,7 @@ int ofTexts(const std::vector<std::string>& arguments) {
 }
 
 constexpr std::array kDesktopCommands{
-    Command{"fetch", ofTexts<fetch>}, Command{"open", open},   Command{"page", page, Writes::Pages},
+    Command{"fetch", ofTexts<fetch>}, Command{"open", open},     Command{"page", page, Writes::Pages},
     Command{"ports", ofTexts<ports>}, Command{"screen", screen}, Command{"table", table},
 };
 

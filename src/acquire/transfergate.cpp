@@ -55,8 +55,8 @@ std::optional<TransferPass> TransferGate::enter() {
 
 std::optional<TransferPass> TransferGate::enterForStart() {
     if (held() && m_current->givenUp) {
-        // The transfer stands further down the stack and cannot return before the new one has. So it loses file and line
-        // now, and finds out when it comes to the top again.
+        // The transfer stands further down the stack and cannot return before the new one has. So it loses file and
+        // line now, and finds out when it comes to the top again.
         const auto waiting = std::exchange(m_current, nullptr);
         waiting->ended = true;
         waiting->gate = nullptr;

@@ -50,7 +50,8 @@ bool TransferReport::whole() const {
 QString sentenceOf(const TransferReport& report, int languageId) {
     const bool chinese = languageId == 0;
     if (report.whole()) {
-        return (chinese ? QStringLiteral("接收完成，共 %1 字节") : QStringLiteral("all %1 bytes came")).arg(report.stored);
+        return (chinese ? QStringLiteral("接收完成，共 %1 字节") : QStringLiteral("all %1 bytes came"))
+            .arg(report.stored);
     }
     return reason(report, chinese) + (chinese ? QStringLiteral("；") : QStringLiteral("; ")) + amounts(report, chinese);
 }

@@ -46,8 +46,9 @@ struct UsbJob {
     std::function<void()> yield = [] {};                                     ///< lets waiting events run
 };
 
-/// "START", header, blocks of 64 bytes, the rest, one file, over a link that is open. The link is the caller's to close.
-/// The last, short read is not judged by the exchange, only told by the report: the file then ends in zero bytes.
+/// "START", header, blocks of 64 bytes, the rest, one file, over a link that is open. The link is the caller's to
+/// close. The last, short read is not judged by the exchange, only told by the report: the file then ends in zero
+/// bytes.
 [[nodiscard]] TransferReport exchangeUsb(const TransferPass& pass, TtLink& link, const UsbJob& job);
 
 } // namespace sixtrace

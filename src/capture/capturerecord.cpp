@@ -121,7 +121,8 @@ private:
         const bool whole = bytes.size() == sizeof(T);
         if (!whole && !m_cut) {
             m_cut = true;
-            fault(std::min(m_at, m_size), [&] { return m_label + ": the file ends in the field " + std::string(name); });
+            fault(std::min(m_at, m_size),
+                  [&] { return m_label + ": the file ends in the field " + std::string(name); });
         }
         m_at += static_cast<std::int64_t>(layout::kFieldSize);
         return whole ? std::optional<T>(decoded<T>(bytes.data())) : std::nullopt;

@@ -32,15 +32,15 @@ namespace layout {
 
 namespace {
 
-constexpr Field kScreenPoints{FieldId::ScreenPoints, "ScreenPoints", Storage::Int32,
-                              {1, INT32_MAX, "at least 1 is needed to draw"}};
-constexpr Field kSampleCount{FieldId::SampleCount, "SampleCount", Storage::Int32,
-                             {0, kSampleRows, "a channel holds 0 to 10231 samples"}};
+constexpr Field kScreenPoints{
+    FieldId::ScreenPoints, "ScreenPoints", Storage::Int32, {1, INT32_MAX, "at least 1 is needed to draw"}};
+constexpr Field kSampleCount{
+    FieldId::SampleCount, "SampleCount", Storage::Int32, {0, kSampleRows, "a channel holds 0 to 10231 samples"}};
 constexpr Field kScanPoint{FieldId::ScanPoint, "ScanPoint"};
-constexpr Field kTimeIndex{FieldId::TimeIndex, "TimeIndex", Storage::Int32,
-                           {0, kTimeBaseRows - 1, "time bases are 0 to 27"}};
-constexpr Field kZeroLevel{FieldId::ZeroLevel, "ZeroLevel", Storage::Int32,
-                           {-100, 100, "the screen reaches from -100 to 100"}};
+constexpr Field kTimeIndex{
+    FieldId::TimeIndex, "TimeIndex", Storage::Int32, {0, kTimeBaseRows - 1, "time bases are 0 to 27"}};
+constexpr Field kZeroLevel{
+    FieldId::ZeroLevel, "ZeroLevel", Storage::Int32, {-100, 100, "the screen reaches from -100 to 100"}};
 constexpr Field kVoltIndex{FieldId::VoltIndex, "VoltIndex", Storage::Int32, {1, kVoltRows, "volt ranges are 1 to 10"}};
 constexpr Field kProbeExp{FieldId::ProbeExp, "ProbeExp", Storage::Int16, {0, 3, "probes are 0 to 3"}};
 constexpr Field kSampleInterval{FieldId::SampleInterval, "SampleInterval", Storage::Float};

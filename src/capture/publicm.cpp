@@ -30,7 +30,6 @@ constexpr std::array<VoltRow, kVoltRows> kVolts{{
     {5, u"5.00 V", 10},
 }};
 
-
 } // namespace
 
 static_assert(kTimeBaseTexts.size() == kTimeBaseRows && kTimeBaseTextsOf20.size() == kFamilyRows.size());

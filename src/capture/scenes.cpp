@@ -136,8 +136,8 @@ Blocks lengthsScene(std::uint32_t seed) {
     Blocks blocks;
     const std::array<int, 6> lengths{1200, 900, 600, 41, 40, 1};
     for (std::size_t c = 0; c < kChannelIds.size(); ++c) {
-        CaptureBlock made = block({kChannelIds[c], 15, 0.5, 6, 0.5, 0, 60 - 24 * static_cast<int>(c)}, kUsualPoints, 1000,
-                                  [&](double ms) { return 12 * sine(ms, 1) + noise(1); });
+        CaptureBlock made = block({kChannelIds[c], 15, 0.5, 6, 0.5, 0, 60 - 24 * static_cast<int>(c)}, kUsualPoints,
+                                  1000, [&](double ms) { return 12 * sine(ms, 1) + noise(1); });
         made.samples.resize(static_cast<std::size_t>(lengths[c]));
         made.sampleCount = lengths[c];
         blocks.push_back(std::move(made));

@@ -111,9 +111,9 @@ struct ScreenState {
     Colour stripColor = 0;
 
     // The paths at the window's foot.
-    QString loadedPath; ///< Label4
+    QString loadedPath;      ///< Label4
     unsigned pathsShown = 0; ///< grows with every path, be it the one that was there: the file may be another
-    QString modelName;  ///< Label5
+    QString modelName;       ///< Label5
 
     void showPath(const QString& path) {
         loadedPath = path;

@@ -33,8 +33,8 @@ public:
     [[nodiscard]] bool PortOpen() const { return !m_location.isEmpty(); }
     /// Opens or closes. Closing waits, at most half a second, until what was written has left.
     Outcome setPortOpen(bool open);
-    /// Whether port `number` opens, with line settings unless these are empty. A control that is open stays as it is: its
-    /// own port is proven by being open, and another one is tried by a second control.
+    /// Whether port `number` opens, with line settings unless these are empty. A control that is open stays as it is:
+    /// its own port is proven by being open, and another one is tried by a second control.
     Outcome tryPort(int number, const QString& settings = {});
     /// Where port `number` is; empty where there is none.
     [[nodiscard]] QString locationOf(int number) const { return m_locate(number); }

@@ -63,7 +63,8 @@ public:
         painter->fillRect(chip, toQColor(m_list.chipBack()));
         painter->fillRect(chip.adjusted(3, 4, -3, -4), toQColor(m_list.chipColour(index.row())));
         painter->setFont(option.font);
-        painter->setPen(QColor::fromRgb(m_list.isEnabled() && !m_list.isMuted(index.row()) ? bench::kInk : bench::kDisabledText));
+        painter->setPen(
+            QColor::fromRgb(m_list.isEnabled() && !m_list.isMuted(index.row()) ? bench::kInk : bench::kDisabledText));
         painter->drawText(row.adjusted(kTextLeft, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                           index.data().toString());
         painter->restore();

@@ -53,7 +53,7 @@ private:
     Ticks m_ticks;
     unsigned m_shownChanges = 0; ///< of the pictures
     unsigned m_shownPaths = 0;
-    int m_frontMarker = -1;      ///< marker that lies over all others
+    int m_frontMarker = -1; ///< marker that lies over all others
 };
 
 } // namespace sixtrace

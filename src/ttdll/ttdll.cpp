@@ -137,7 +137,8 @@ int32_t describeTt(char* buffer, int32_t size) {
         std::string complaint;
         const Settings settings = readSettings(ownFolder(), complaint);
         constexpr const char* kLinks[] = {"auto", "usb", "socket"};
-        std::string text = "settings\t" + settings.folder + "ttdll.ini\t" + kLinks[static_cast<int>(settings.link)] + '\n';
+        std::string text =
+            "settings\t" + settings.folder + "ttdll.ini\t" + kLinks[static_cast<int>(settings.link)] + '\n';
         if (settings.link != LinkKind::Usb) {
             text += describeSocket(settings);
         }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The transfer library of the program: the link to the instrument over USB, in six functions of C. All numbers are 32
-// bits. Any library with these six may stand in for ours; the two below them are of our own, and whoever calls them does
-// without where they are missing.
+// bits. Any library with these six may stand in for ours; the two below them are of our own, and whoever calls them
+// does without where they are missing.
 #pragma once
 
 #include <stdint.h> // NOLINT(modernize-deprecated-headers): callers may be C
@@ -34,8 +34,9 @@ TTDLL_API int32_t getTtData(void* buffer, int32_t count, int32_t* done);
 
 // 1 when the instrument has sent more than was read, which is waited for a twentieth of a second; otherwise 0.
 TTDLL_API int32_t hasMoreTt(void);
-// Tells which ways to an instrument the settings name and what is found there, as text of UTF-8 in lines of fields parted
-// by tabs, and gives its length in bytes. At most size bytes of it go into buffer, without a zero byte. The lines:
+// Tells which ways to an instrument the settings name and what is found there, as text of UTF-8 in lines of fields
+// parted by tabs, and gives its length in bytes. At most size bytes of it go into buffer, without a zero byte. The
+// lines:
 //   settings  path of the settings file  link (auto, usb, socket)
 //   socket    path  state
 //   wanted    vendor:product  interface  endpoint out  endpoint in

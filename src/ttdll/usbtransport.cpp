@@ -61,9 +61,8 @@ public:
     int send(const unsigned char* bytes, int count) override {
         std::vector<unsigned char> copy(bytes, bytes + count);
         int done = 0;
-        const int code =
-            libusb_bulk_transfer(m_handle.get(), static_cast<unsigned char>(m_settings.endpointOut), copy.data(), count,
-                                 &done, limit(m_settings.writeTimeoutMs));
+        const int code = libusb_bulk_transfer(m_handle.get(), static_cast<unsigned char>(m_settings.endpointOut),
+                                              copy.data(), count, &done, limit(m_settings.writeTimeoutMs));
         if (code != LIBUSB_SUCCESS) {
             m_log.write(std::string("usb: sending failed: ") + libusb_strerror(code));
         }
@@ -168,7 +167,8 @@ private:
 
 std::optional<libusb_device_descriptor> descriptorOf(libusb_device* device) {
     libusb_device_descriptor descriptor{};
-    return libusb_get_device_descriptor(device, &descriptor) == LIBUSB_SUCCESS ? std::optional(descriptor) : std::nullopt;
+    return libusb_get_device_descriptor(device, &descriptor) == LIBUSB_SUCCESS ? std::optional(descriptor)
+                                                                               : std::nullopt;
 }
 
 bool isWanted(const libusb_device_descriptor& descriptor, const Settings& settings) {

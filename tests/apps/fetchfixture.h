@@ -84,9 +84,7 @@ protected:
         }
     }
 
-    Ran fetch(const QStringList& arguments) {
-        return kqx(QStringList{QStringLiteral("fetch")} + arguments);
-    }
+    Ran fetch(const QStringList& arguments) { return kqx(QStringList{QStringLiteral("fetch")} + arguments); }
     Ran kqx(const QStringList& arguments) {
         QProcess process;
         process.start(path(QStringLiteral("kqx")), arguments);

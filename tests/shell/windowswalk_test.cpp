@@ -59,8 +59,7 @@ void showMessageOut(const Surroundings& s, const Look& look) {
 }
 void showRecFrm(const Surroundings& s, const Look& look) {
     TransferGate gate;
-    recFrm window(
-        s.model, s.dialogs, [](int) { return QString(); }, gate, {});
+    recFrm window(s.model, s.dialogs, [](int) { return QString(); }, gate, {});
     window.load();
     look(window);
 }
@@ -76,8 +75,7 @@ void showUsb(const Surroundings& s, const Look& look) {
 }
 void showComSet(const Surroundings& s, const Look& look) {
     TransferGate gate;
-    recFrm receiver(
-        s.model, s.dialogs, [](int) { return QString(); }, gate, {});
+    recFrm receiver(s.model, s.dialogs, [](int) { return QString(); }, gate, {});
     frmComSet window(s.model, s.dialogs, receiver);
     look(window);
 }

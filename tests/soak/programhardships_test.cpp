@@ -14,7 +14,8 @@ class CompanionHardships : public CompanionFolder {
 protected:
     CompanionHardships() {
         put(text("capture.bin"), captureBytes(*captureForm("V11"), *sceneBlocks(text("sine"), 1)));
-        bring({text("kqx"), text("kqx-desktop"), text("libttdll.so"), text("ttdll.ini"), text("English.Lan"), text("ChineseS.Lan")});
+        bring({text("kqx"), text("kqx-desktop"), text("libttdll.so"), text("ttdll.ini"), text("English.Lan"),
+               text("ChineseS.Lan")});
     }
     [[nodiscard]] Ran kqx(const QStringList& arguments, const QString& out = {}, bool asOrdinaryUser = false) const {
         QProcess process;
@@ -101,9 +102,9 @@ TEST_F(CompanionHardships, AFetchOntoAFullDiskFailsAndTheOldFileStands) {
         EXPECT_TRUE(leftovers(path(text("got")), {text("one.bin")}).isEmpty());
     }
     for (const QStringList& link : {QStringList{text("--serial"), path(text("line"))}, QStringList{text("--usb")}}) {
-        const Ran ran =
-            kqx(QStringList{text("fetch"), text("--force"), text("-o"), text("got/one.bin"), text("--timeout"), text("2")} +
-                link);
+        const Ran ran = kqx(
+            QStringList{text("fetch"), text("--force"), text("-o"), text("got/one.bin"), text("--timeout"), text("2")} +
+            link);
         EXPECT_EQ(ran.exitCode, 0) << "the next one succeeds: " << ran.err.toStdString();
     }
 }

@@ -90,9 +90,9 @@ TEST_F(ReceiveKills, LeaveAUsbFileAsItWasOrWritten) {
             TransferGate gate;
             const auto pass = gate.enter();
             link.InitializeTt(0);
-            static_cast<void>(exchangeUsb(
-                *pass, link,
-                {.storeAt = [this](const UsbAnnounced&) -> Result<QString> { return path(text("got.bin")); }}));
+            static_cast<void>(exchangeUsb(*pass, link, {.storeAt = [this](const UsbAnnounced&) -> Result<QString> {
+                return path(text("got.bin"));
+            }}));
         },
         fresh + '\0');
 }
