@@ -48,6 +48,13 @@ int failWith(ExitCode code, std::string_view text) {
     return code;
 }
 
+int afterPrinting(int code) {
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+        return failWith(Failed, "the output cannot be written");
+    }
+    return code;
+}
+
 std::string helpText(const Usage& usage) {
     std::string text = std::string("Usage: kqx ") + usage.command + " [options] " + usage.arguments + '\n';
     appendWrapped(text, usage.description, 0, 0);

@@ -20,6 +20,8 @@ enum ExitCode {
 
 /// A sentence on standard error, and the code to end with.
 int failWith(ExitCode code, std::string_view text);
+/// The code to end with, once it is known whether all that was printed has gone out.
+[[nodiscard]] int afterPrinting(int code);
 
 /// An option of a command.
 struct Option {

@@ -163,14 +163,6 @@ int run(int argc, char** argv) {
     return command->run(arguments);
 }
 
-/// The code to end with, once it is known whether all that was printed has gone out.
-int afterPrinting(int code) {
-    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-        return failWith(Failed, "the output cannot be written");
-    }
-    return code;
-}
-
 } // namespace
 
 } // namespace sixtrace::kqx

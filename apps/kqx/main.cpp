@@ -80,14 +80,6 @@ int run(int argc, char** argv) {
     return name == "measure" ? measure(arguments) : convert(arguments);
 }
 
-/// The code to end with, once it is known whether all that was printed has gone out.
-int afterPrinting(int code) {
-    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-        return failWith(Failed, "the output cannot be written");
-    }
-    return code;
-}
-
 } // namespace
 
 } // namespace sixtrace::kqx
