@@ -11,6 +11,7 @@
 #include <condition_variable>
 #include <cstdio>
 #include <cstring>
+#include <fcntl.h>
 #include <map>
 #include <mutex>
 #include <set>
@@ -107,11 +108,17 @@ bool isFolder(const std::string& path) {
     return ::stat(path.c_str(), &about) == 0 && S_ISDIR(about.st_mode);
 }
 
-bool isSameFile(const std::string& first, const std::string& second) {
-    struct stat one {};
-    struct stat other {};
-    return ::stat(first.c_str(), &one) == 0 && ::stat(second.c_str(), &other) == 0 && one.st_dev == other.st_dev &&
-           one.st_ino == other.st_ino;
+/// Whether a file that is there begins as a capture does. Nothing is waited for where it is a pipe or a device.
+bool holdsCapture(const std::string& path) {
+    constexpr std::string_view kMagic = "KQX";
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (descriptor < 0) {
+        return false;
+    }
+    std::array<char, kMagic.size()> start{};
+    const ssize_t got = ::pread(descriptor, start.data(), start.size(), 0);
+    ::close(descriptor);
+    return got == static_cast<ssize_t>(start.size()) && std::string_view(start.data(), start.size()) == kMagic;
 }
 
 std::string listed(const std::vector<std::string>& extensions) {
@@ -356,8 +363,9 @@ void deliver(const Task& task, std::string_view content, bool keepExisting, Answ
         answer.out += content;
         return;
     }
-    if (isSameFile(task.file, task.out)) {
-        answer.complain(validUtf8(task.out) + ": a capture is not replaced by what is made of it");
+    // Two captures that a pattern matched look like FILE OUT, and OUT is the second of them.
+    if (holdsCapture(task.out)) {
+        answer.complain(validUtf8(task.out) + ": this is a capture, and kqx does not replace captures");
         answer.code = Failed;
         return;
     }

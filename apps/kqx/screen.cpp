@@ -35,6 +35,7 @@ struct PictureWishes {
     TraceStyle style = TraceStyle::Lines;
     int scale = 1;
     std::optional<int> thumbnail;
+    bool quiet = false; ///< a fault of the capture is told by the exit code alone
 };
 
 QImage scaled(const QImage& image, const PictureWishes& wishes) {
@@ -59,7 +60,11 @@ void draw(const Task& task, const PictureWishes& wishes, bool keepExisting, Answ
     const auto model = defaultModel();
     OffscreenScope view(*model, wishes.graticule, wishes.style);
     OpenedFile opened;
-    if (!openCapture(task.file, view.scope(), opened, answer)) {
+    const bool isOpen = openCapture(task.file, view.scope(), opened, answer);
+    if (wishes.quiet) {
+        answer.err.clear();
+    }
+    if (!isOpen) {
         return;
     }
     if (wishes.thumbnail && !opened.record.faults.empty()) {
@@ -113,17 +118,14 @@ int screen(const std::vector<std::string>& arguments) {
     if (!tasks) {
         return tasks.code();
     }
+    // A file manager asks for one picture and shows none where there is none; who asks for many wants to know which lack.
+    wishes.quiet = wishes.thumbnail && !tasks->isBatch;
     auto jobs = jobsOf(given);
     if (!jobs) {
         return jobs.code();
     }
     return runBatch(tasks->tasks.size(), *jobs, [&]() -> Work {
-        return [&](std::size_t i, Answer& answer) {
-            draw(tasks->tasks[i], wishes, tasks->keepExisting, answer);
-            if (wishes.thumbnail) {
-                answer.err.clear();
-            }
-        };
+        return [&](std::size_t i, Answer& answer) { draw(tasks->tasks[i], wishes, tasks->keepExisting, answer); };
     });
 }
 

@@ -433,6 +433,30 @@ TEST_F(KqxData, ThumbnailsAreSmallSmoothAndOpaque) {
     EXPECT_EQ(kqx({u"screen"_s, u"--thumbnail"_s, u"0"_s, u"six.bin"_s, u"t"_s}).exitCode, 2);
 }
 
+TEST_F(KqxData, OfTwoCapturesThatAPatternMatchesNoneIsReplacedByAThumbnail) {
+    capture(u"a.bin"_s);
+    const QByteArray before = QFile::exists(capture(u"b.bin"_s)) ? content(u"b.bin"_s) : QByteArray();
+    const Ran ran = kqx({u"screen"_s, u"--thumbnail"_s, u"128"_s, u"a.bin"_s, u"b.bin"_s});
+    EXPECT_EQ(ran.exitCode, 1);
+    EXPECT_EQ(ran.err, "kqx: b.bin: this is a capture, and kqx does not replace captures\n");
+    EXPECT_TRUE(before.startsWith("KQXV11"));
+    EXPECT_EQ(content(u"b.bin"_s), before);
+    capture(u"c.csv"_s);
+    EXPECT_EQ(kqx({u"convert"_s, u"a.bin"_s, u"c.csv"_s}).exitCode, 1);
+    EXPECT_TRUE(content(u"c.csv"_s).startsWith("KQXV11"));
+}
+
+TEST_F(KqxData, OfManyThumbnailsThoseThatLackAreNamed) {
+    capture(u"a.bin"_s);
+    put(u"bad.bin"_s, "KQXV12");
+    capture(u"c.bin"_s);
+    const Ran ran = kqx({u"screen"_s, u"--thumbnail"_s, u"64"_s, u"--to"_s, u"png"_s, u"a.bin"_s, u"bad.bin"_s,
+                         u"c.bin"_s});
+    EXPECT_EQ(ran.exitCode, 1);
+    EXPECT_EQ(ran.err, "kqx: bad.bin: at byte 3: unknown version tag \"V12\"\n");
+    EXPECT_EQ(files(), (QStringList{u"a.bin"_s, u"a.png"_s, u"bad.bin"_s, u"c.bin"_s, u"c.png"_s}));
+}
+
 TEST_F(KqxData, CommandsForNumbersLoadNoLibraryOfTheDesktop) {
     const Ran ran = other(u"ldd"_s, {QStringLiteral(SIXTRACE_BIN "/kqx")});
     EXPECT_EQ(ran.exitCode, 0);
