@@ -54,7 +54,7 @@ touch "$folder/six traces.bin"
 # What the other two shells make of the same lines, where they are installed. Each line has one continuation.
 lines=('kqx me' 'kqx --v' 'kqx convert --to n' 'kqx table --to t' 'kqx fetch --serial 16' 'kqx fetch --serial /dev/nul'
     'kqx convert --no' 'kqx screen --thu' 'kqx measure --channels ch1,D' "kqx info $folder/six")
-continued=(measure --version npz txt 16 /dev/null --no-clobber --thumbnail ch1,D "$folder/six traces.bin")
+continued=(measure --version npz txt 16 /dev/null --no-clobber --thumbnail 'ch1,D' "$folder/six traces.bin")
 if command -v zsh >/dev/null; then
     zsh -n "$completions/_kqx" || complain "zsh does not read its completion"
     # It quotes a blank, and puts a blank or, in a list, a comma behind what is complete.
@@ -68,8 +68,8 @@ fi
 if command -v fish >/dev/null; then
     fish --no-execute "$completions/kqx.fish" || complain "fish does not read its completion"
     for i in "${!lines[@]}"; do
-        told=$(HOME=$folder timeout 240 fish --no-config -c "source '$completions/kqx.fish'; complete -C '${lines[i]}'" 2>&1)
-        [ "${told%%$'\t'*}" = "${continued[i]}" ] || complain "fish: \"${lines[i]}\" became \"$told\""
+        answer=$(HOME=$folder timeout 240 fish --no-config -c "source '$completions/kqx.fish'; complete -C '${lines[i]}'" 2>&1)
+        [ "${answer%%$'\t'*}" = "${continued[i]}" ] || complain "fish: \"${lines[i]}\" became \"$answer\""
     done
 fi
 exit "$failed"
