@@ -23,11 +23,11 @@ namespace {
 const Usage& usage() {
     static const Usage made{
         "convert", "FILE OUT | FILE...",
-        "Writes all samples of captures, with times in seconds and volts at the probe's tip: as comma-separated values "
-        "(.csv), as NumPy arrays (.npz) or as a sigrok session (.sr). OUT's extension chooses, or --to; OUT may be - "
-        "for standard output.",
-        withOptions({{"channels", "list", "Write only these channels, ch1, ch2, A, B, C or D, parted by commas."}},
-                    writingOptions("Make files of this kind: csv, npz or sr."))};
+        "Writes all samples of each capture with their times in seconds and their voltages at the probe's tip in "
+        "volts: as comma-separated values (.csv), NumPy arrays (.npz) or a sigrok session (.sr). The extension of OUT, "
+        "or --to, chooses the kind. OUT may be - for standard output.",
+        withOptions({{"channels", "list", "Write only these channels: ch1, ch2, A, B, C, D, separated by commas."}},
+                    writingOptions("The kind of file: csv, npz or sr. Needed for several FILEs."))};
     return made;
 }
 

@@ -46,10 +46,10 @@ holds 200 captures
 truncate -s 700 captures/c001.bin
 printf V12 | dd of=captures/c100.bin bs=1 seek=3 conv=notrunc 2>/dev/null
 printf '\377\377\377\177' | dd of=captures/c150.bin bs=1 seek=21 conv=notrunc 2>/dev/null
-cut='kqx: captures/c001.bin: at byte 700: ch1: the file ends behind sample 321 of 1200'
+cut='kqx: captures/c001.bin: at byte 700: ch1: the file ends after sample 321 of 1200'
 tag='kqx: captures/c100.bin: at byte 3: unknown version tag "V12"'
 lengths='kqx: captures/c150.bin: at byte 21: ch1: SampleCount is 2147483647, a channel holds 0 to 10231 samples
-kqx: captures/c150.bin: at byte 2461: ch1: the file ends behind sample 1200 of 2147483647'
+kqx: captures/c150.bin: at byte 2461: ch1: the file ends after sample 1200 of 2147483647'
 faults="$cut
 $tag
 $lengths"
