@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QRect>
-#include <QWidget>
 
 #include <cmath>
 
@@ -19,11 +18,6 @@ inline constexpr double kTwips = 15;
 /// The pixels of a designed place, all four in twips.
 [[nodiscard]] inline QRect rectOfTwips(double left, double top, double width, double height) {
     return {pixelsOfTwips(left), pixelsOfTwips(top), pixelsOfTwips(width), pixelsOfTwips(height)};
-}
-
-/// Puts a widget at its designed place inside its parent.
-inline void placeAtTwips(QWidget& widget, double left, double top, double width, double height) {
-    widget.setGeometry(rectOfTwips(left, top, width, height));
 }
 
 } // namespace sixtrace
