@@ -5,9 +5,9 @@
 #include "output/frmdata.h"
 #include "output/tableexport.h"
 #include "output/tablefill.h"
-#include "platform/dialogs.h"
-#include "platform/look.h"
-#include "platform/plainnumerals.h"
+#include "platform/controls/look.h"
+#include "platform/desktop/dialogs.h"
+#include "platform/text/plainnumerals.h"
 #include "ratios.h"
 
 #include <QApplication>

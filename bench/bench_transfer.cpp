@@ -3,7 +3,7 @@
 // simulated instrument beside the pair of lrzsz (without it the run ends with an error). And the same capture over the
 // local socket, beside a plain loop that reads it 64 bytes at a time.
 #include "capture/scenes.h"
-#include "platform/ttlink.h"
+#include "platform/ports/ttlink.h"
 #include "ratios.h"
 
 #include <QCoreApplication>

@@ -2,9 +2,9 @@
 // Processor time of a wait of 10 s, of the shown serial window and of kqx fetch: for an instrument that says nothing,
 // and at a line whose far end has gone.
 #include "acquire/recfrm.h"
-#include "platform/look.h"
-#include "platform/profilefile.h"
-#include "platform/qtdialogs.h"
+#include "platform/controls/look.h"
+#include "platform/desktop/qtdialogs.h"
+#include "platform/files/profilefile.h"
 
 #include <QApplication>
 #include <QFile>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Reading and writing keys in a profile file of any bytes.
-#include "platform/profilefile.h"
+#include "platform/files/profilefile.h"
 
 #include <QFile>
 #include <QTemporaryDir>

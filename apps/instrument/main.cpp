@@ -5,7 +5,7 @@
 #include "instrument/serialserver.h"
 #include "instrument/serve.h"
 #include "instrument/usbserver.h"
-#include "platform/wholefile.h"
+#include "platform/files/wholefile.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

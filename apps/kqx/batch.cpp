@@ -2,7 +2,7 @@
 #include "batch.h"
 
 #include "jsontext.h"
-#include "platform/bytefile.h"
+#include "platform/files/bytefile.h"
 
 #include <algorithm>
 #include <array>

@@ -7,7 +7,7 @@
 
 #include "capture/capturefile.h"
 #include "capture/publicm.h"
-#include "platform/bytefile.h"
+#include "platform/files/bytefile.h"
 
 #include <QCommandLineParser>
 #include <QString>

@@ -7,7 +7,7 @@
 #include "jsontext.h"
 
 #include "output/samplefiles.h"
-#include "platform/bytefile.h"
+#include "platform/files/bytefile.h"
 
 #include <cstdlib>
 #include <memory>

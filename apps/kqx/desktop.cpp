@@ -2,8 +2,8 @@
 // The commands of kqx that need the desktop's libraries. kqx hands them on to this program.
 #include "commands.h"
 
-#include "platform/bytefile.h"
-#include "platform/programfolder.h"
+#include "platform/files/bytefile.h"
+#include "platform/files/programfolder.h"
 #include "view/defaults.h"
 
 #include <QFile>

@@ -4,10 +4,10 @@
 #include "fetchlinks.h"
 #include "fetchtarget.h"
 
-#include "platform/programfolder.h"
-#include "platform/serialports.h"
-#include "platform/ttlink.h"
-#include "platform/workshop.h"
+#include "platform/files/programfolder.h"
+#include "platform/files/workshop.h"
+#include "platform/ports/serialports.h"
+#include "platform/ports/ttlink.h"
 
 #include <QDir>
 #include <QElapsedTimer>

@@ -3,8 +3,8 @@
 
 #include "acquire/serialreceive.h"
 #include "acquire/usbexchange.h"
-#include "platform/mscomm.h"
-#include "platform/ttlink.h"
+#include "platform/ports/mscomm.h"
+#include "platform/ports/ttlink.h"
 
 #include <QCoreApplication>
 #include <QTextStream>

@@ -2,7 +2,7 @@
 #include "fetchtarget.h"
 
 #include "acquire/filenames.h"
-#include "platform/placing.h"
+#include "platform/files/placing.h"
 
 #include <QDir>
 #include <QFileInfo>

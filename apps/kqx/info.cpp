@@ -5,7 +5,7 @@
 #include "datacommands.h"
 #include "jsontext.h"
 
-#include "platform/bytefile.h"
+#include "platform/files/bytefile.h"
 
 #include <memory>
 

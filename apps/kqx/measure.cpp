@@ -8,7 +8,7 @@
 #include "measuretext.h"
 
 #include "capture/measure.h"
-#include "platform/bytefile.h"
+#include "platform/files/bytefile.h"
 
 #include <memory>
 

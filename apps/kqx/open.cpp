@@ -4,7 +4,7 @@
 #include "commands.h"
 #include "jsontext.h"
 
-#include "platform/bytefile.h"
+#include "platform/files/bytefile.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>

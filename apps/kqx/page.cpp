@@ -5,7 +5,7 @@
 
 #include "output/pagesetup.h"
 #include "output/printresult.h"
-#include "platform/pdfprinter.h"
+#include "platform/printing/pdfprinter.h"
 
 #include <mutex>
 

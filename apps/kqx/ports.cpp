@@ -3,8 +3,8 @@
 #include "commands.h"
 
 #include "acquire/porttable.h"
-#include "platform/serialports.h"
-#include "platform/ttlink.h"
+#include "platform/ports/serialports.h"
+#include "platform/ports/ttlink.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

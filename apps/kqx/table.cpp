@@ -7,7 +7,7 @@
 #include "output/analysistable.h"
 #include "output/tableexport.h"
 #include "output/tablefill.h"
-#include "platform/numbers.h"
+#include "platform/text/numbers.h"
 
 #include <QFileInfo>
 

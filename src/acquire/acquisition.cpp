@@ -3,10 +3,10 @@
 
 #include "acquire/frmcomset.h"
 #include "capture/settings.h"
-#include "platform/dialogs.h"
-#include "platform/labels.h"
-#include "platform/privatefolder.h"
-#include "platform/serialports.h"
+#include "platform/controls/labels.h"
+#include "platform/desktop/dialogs.h"
+#include "platform/files/privatefolder.h"
+#include "platform/ports/serialports.h"
 
 #include <QAction>
 #include <QWidget>

@@ -4,8 +4,8 @@
 #include "acquire/frmusb.h"
 #include "acquire/recfrm.h"
 #include "capture/publicm.h"
-#include "platform/mscomm.h"
-#include "platform/ttlink.h"
+#include "platform/ports/mscomm.h"
+#include "platform/ports/ttlink.h"
 
 #include <QObject>
 #include <QTimer>

@@ -5,11 +5,11 @@
 #include "capture/applylanguage.h"
 #include "capture/mdllan.h"
 #include "capture/settings.h"
-#include "platform/dialogs.h"
-#include "platform/framepanel.h"
-#include "platform/listcombo.h"
-#include "platform/profilefile.h"
-#include "platform/serialports.h"
+#include "platform/controls/framepanel.h"
+#include "platform/controls/listcombo.h"
+#include "platform/desktop/dialogs.h"
+#include "platform/files/profilefile.h"
+#include "platform/ports/serialports.h"
 
 #include <QLabel>
 #include <QPushButton>

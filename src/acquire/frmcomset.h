@@ -3,7 +3,7 @@
 
 #include "acquire/porttable.h"
 #include "capture/publicm.h"
-#include "platform/dialogsheet.h"
+#include "platform/desktop/dialogsheet.h"
 
 namespace sixtrace {
 

@@ -5,8 +5,8 @@
 #include "acquire/transferrows.h"
 #include "capture/applylanguage.h"
 #include "capture/mdllan.h"
-#include "platform/dialogs.h"
-#include "platform/programfolder.h"
+#include "platform/desktop/dialogs.h"
+#include "platform/files/programfolder.h"
 
 #include <QCoreApplication>
 #include <QDir>

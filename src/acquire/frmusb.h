@@ -3,7 +3,7 @@
 
 #include "acquire/usbexchange.h"
 #include "capture/publicm.h"
-#include "platform/dialogsheet.h"
+#include "platform/desktop/dialogsheet.h"
 
 #include <functional>
 

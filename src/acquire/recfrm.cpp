@@ -6,8 +6,8 @@
 #include "capture/applylanguage.h"
 #include "capture/mdllan.h"
 #include "capture/settings.h"
-#include "platform/dialogs.h"
-#include "platform/programfolder.h"
+#include "platform/desktop/dialogs.h"
+#include "platform/files/programfolder.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

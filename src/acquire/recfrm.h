@@ -4,8 +4,8 @@
 #include "acquire/porttable.h"
 #include "acquire/serialreceive.h"
 #include "capture/publicm.h"
-#include "platform/dialogsheet.h"
-#include "platform/mscomm.h"
+#include "platform/desktop/dialogsheet.h"
+#include "platform/ports/mscomm.h"
 
 #include <functional>
 

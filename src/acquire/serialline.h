@@ -2,7 +2,7 @@
 #pragma once
 
 #include "acquire/transfergate.h"
-#include "platform/byteport.h"
+#include "platform/ports/byteport.h"
 
 #include <functional>
 

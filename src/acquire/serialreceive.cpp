@@ -3,7 +3,7 @@
 
 #include "acquire/blockloop.h"
 #include "acquire/crc16.h"
-#include "platform/numbers.h"
+#include "platform/text/numbers.h"
 
 #include <QByteArrayView>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/binaryfile.h"
+#include "platform/files/binaryfile.h"
 
 #include <functional>
 #include <memory>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "acquire/transferrows.h"
 
-#include "platform/look.h"
+#include "platform/controls/look.h"
 
 #include <QLabel>
 #include <QProgressBar>

@@ -3,7 +3,7 @@
 
 #include "acquire/transfergate.h"
 #include "acquire/transferreport.h"
-#include "platform/ttlink.h"
+#include "platform/ports/ttlink.h"
 
 #include <QString>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "capture/applylanguage.h"
 
-#include "platform/captions.h"
-#include "platform/dialogsheet.h"
-#include "platform/profilefile.h"
+#include "platform/controls/captions.h"
+#include "platform/desktop/dialogsheet.h"
+#include "platform/files/profilefile.h"
 
 #include <QComboBox>
 #include <QMenu>

@@ -2,7 +2,7 @@
 #include "capture/capturecheck.h"
 
 #include "capture/capturerecord.h"
-#include "platform/bytefile.h"
+#include "platform/files/bytefile.h"
 
 #include <QFile>
 

@@ -3,8 +3,8 @@
 
 #include "capture/capturefile.h"
 #include "capture/zeromarkers.h"
-#include "platform/dialogs.h"
-#include "platform/programfolder.h"
+#include "platform/desktop/dialogs.h"
+#include "platform/files/programfolder.h"
 
 #include <QFileInfo>
 

@@ -2,7 +2,7 @@
 #include "capture/capturerecord.h"
 
 #include "capture/filelayout.h"
-#include "platform/bytefile.h"
+#include "platform/files/bytefile.h"
 
 #include <algorithm>
 #include <bit>

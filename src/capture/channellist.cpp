@@ -2,7 +2,7 @@
 #include "capture/channellist.h"
 
 #include "capture/zeromarkers.h"
-#include "platform/numbers.h"
+#include "platform/text/numbers.h"
 
 namespace sixtrace {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "capture/mdllan.h"
 
-#include "platform/profilefile.h"
+#include "platform/files/profilefile.h"
 
 namespace sixtrace {
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "capture/channels.h"
-#include "platform/colour.h"
+#include "platform/drawing/colour.h"
 
 #include <QString>
 

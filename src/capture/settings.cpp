@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "capture/settings.h"
 
-#include "platform/numbers.h"
-#include "platform/profilefile.h"
+#include "platform/files/profilefile.h"
+#include "platform/text/numbers.h"
 
 namespace sixtrace {
 

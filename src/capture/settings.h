@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/colour.h"
+#include "platform/drawing/colour.h"
 
 #include <QString>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "capture/zeromarkers.h"
 
-#include "platform/numbers.h"
+#include "platform/text/numbers.h"
 
 #include <algorithm>
 #include <cmath>

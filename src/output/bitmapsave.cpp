@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "output/bitmapsave.h"
 
-#include "platform/dialogs.h"
-#include "platform/picturebox.h"
-#include "platform/wholefile.h"
+#include "platform/controls/picturebox.h"
+#include "platform/desktop/dialogs.h"
+#include "platform/files/wholefile.h"
 
 #include <QBuffer>
 #include <QFileInfo>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "output/datatable.h"
 
-#include "platform/windowtofront.h"
+#include "platform/desktop/windowtofront.h"
 
 namespace sixtrace {
 

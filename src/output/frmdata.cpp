@@ -7,11 +7,11 @@
 #include "output/savename.h"
 #include "output/tablemodel.h"
 #include "output/tableview.h"
-#include "platform/dialogs.h"
-#include "platform/framepanel.h"
-#include "platform/look.h"
-#include "platform/numbers.h"
-#include "platform/programfolder.h"
+#include "platform/controls/framepanel.h"
+#include "platform/controls/look.h"
+#include "platform/desktop/dialogs.h"
+#include "platform/files/programfolder.h"
+#include "platform/text/numbers.h"
 
 #include <QCheckBox>
 #include <QContextMenuEvent>

@@ -7,8 +7,8 @@
 #include "output/pageview.h"
 #include "output/previewgeometry.h"
 #include "output/printerchoice.h"
-#include "platform/dialogs.h"
-#include "platform/twips.h"
+#include "platform/desktop/dialogs.h"
+#include "platform/drawing/twips.h"
 
 #include <QCloseEvent>
 #include <QCursor>

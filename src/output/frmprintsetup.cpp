@@ -4,8 +4,8 @@
 #include "capture/applylanguage.h"
 #include "capture/mdllan.h"
 #include "output/pagesetup.h"
-#include "platform/dialogs.h"
-#include "platform/look.h"
+#include "platform/controls/look.h"
+#include "platform/desktop/dialogs.h"
 
 #include <QLabel>
 #include <QLineEdit>

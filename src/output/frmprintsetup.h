@@ -3,7 +3,7 @@
 
 #include "capture/publicm.h"
 #include "output/mdlprinter.h"
-#include "platform/dialogsheet.h"
+#include "platform/desktop/dialogsheet.h"
 
 #include <array>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "output/pagesetup.h"
 
-#include "platform/pagetarget.h"
+#include "platform/printing/pagetarget.h"
 
 namespace sixtrace {
 

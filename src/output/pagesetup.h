@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/numbers.h"
+#include "platform/text/numbers.h"
 
 #include <QString>
 

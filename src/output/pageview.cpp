@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "output/pageview.h"
 
-#include "platform/picturebox.h"
-#include "platform/twips.h"
+#include "platform/controls/picturebox.h"
+#include "platform/drawing/twips.h"
 
 #include <QMouseEvent>
 #include <QPainter>

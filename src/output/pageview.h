@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/picturepage.h"
+#include "platform/printing/picturepage.h"
 
 #include <QWidget>
 

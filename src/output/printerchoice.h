@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/printer.h"
+#include "platform/printing/printer.h"
 
 #include <QLoggingCategory>
 

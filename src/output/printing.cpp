@@ -4,9 +4,9 @@
 #include "output/frmprintpreview.h"
 #include "output/frmprintsetup.h"
 #include "output/printerchoice.h"
-#include "platform/dialogs.h"
-#include "platform/qtprinters.h"
-#include "platform/windowtofront.h"
+#include "platform/desktop/dialogs.h"
+#include "platform/desktop/windowtofront.h"
+#include "platform/printing/qtprinters.h"
 
 namespace sixtrace {
 

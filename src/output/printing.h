@@ -3,7 +3,7 @@
 
 #include "output/mdlprinter.h"
 #include "output/printresult.h"
-#include "platform/printer.h"
+#include "platform/printing/printer.h"
 
 #include <QObject>
 #include <QPointer>

@@ -3,9 +3,9 @@
 
 #include "capture/stripgeometry.h"
 #include "output/pageframe.h"
-#include "platform/numbers.h"
-#include "platform/picturepage.h"
-#include "platform/printer.h"
+#include "platform/printing/picturepage.h"
+#include "platform/printing/printer.h"
+#include "platform/text/numbers.h"
 #include "view/channelplot.h"
 
 #include <algorithm>

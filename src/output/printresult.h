@@ -3,7 +3,7 @@
 
 #include "capture/publicm.h"
 #include "output/mdlprinter.h"
-#include "platform/runtimeerror.h"
+#include "platform/text/runtimeerror.h"
 #include "view/frame.h"
 #include "view/tracepoints.h"
 

@@ -3,7 +3,7 @@
 
 #include "output/biffworkbook.h"
 #include "output/xlsxworkbook.h"
-#include "platform/wholefile.h"
+#include "platform/files/wholefile.h"
 
 #include <charconv>
 #include <cstring>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "output/tablecells.h"
-#include "platform/runtimeerror.h"
+#include "platform/text/runtimeerror.h"
 
 #include <QByteArray>
 #include <QString>

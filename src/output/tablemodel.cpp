@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "output/tablemodel.h"
 
-#include "platform/look.h"
+#include "platform/controls/look.h"
 
 #include <QBrush>
 

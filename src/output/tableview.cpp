@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "output/tableview.h"
 
-#include "platform/look.h"
+#include "platform/controls/look.h"
 
 #include <QApplication>
 #include <QClipboard>

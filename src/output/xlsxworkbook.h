@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/plainnumerals.h"
-#include "platform/runtimeerror.h"
-#include "platform/workshop.h"
+#include "platform/files/workshop.h"
+#include "platform/text/plainnumerals.h"
+#include "platform/text/runtimeerror.h"
 
 #include <QByteArray>
 #include <QString>

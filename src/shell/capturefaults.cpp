@@ -2,7 +2,7 @@
 #include "shell/capturefaults.h"
 
 #include "capture/capturecheck.h"
-#include "platform/labels.h"
+#include "platform/controls/labels.h"
 
 namespace sixtrace {
 

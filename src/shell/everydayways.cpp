@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "shell/everydayways.h"
 
-#include "platform/arrowpair.h"
-#include "platform/listcombo.h"
-#include "platform/markerlabel.h"
-#include "platform/picturebox.h"
-#include "platform/positionbar.h"
-#include "platform/ticklist.h"
+#include "platform/controls/arrowpair.h"
+#include "platform/controls/listcombo.h"
+#include "platform/controls/markerlabel.h"
+#include "platform/controls/picturebox.h"
+#include "platform/controls/positionbar.h"
+#include "platform/controls/ticklist.h"
 #include "shell/accessiblenames.h"
 #include "shell/capturedrop.h"
 #include "shell/capturefaults.h"

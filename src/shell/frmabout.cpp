@@ -3,9 +3,9 @@
 
 #include "capture/applylanguage.h"
 #include "capture/mdllan.h"
-#include "platform/dialogs.h"
-#include "platform/look.h"
-#include "platform/systeminformation.h"
+#include "platform/controls/look.h"
+#include "platform/desktop/dialogs.h"
+#include "platform/desktop/systeminformation.h"
 #include "shell/programicon.h"
 
 #include <QKeyEvent>

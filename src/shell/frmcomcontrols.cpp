@@ -2,17 +2,17 @@
 #include "shell/frmcomcontrols.h"
 
 #include "capture/stripgeometry.h"
-#include "platform/arrowpair.h"
-#include "platform/framepanel.h"
-#include "platform/labels.h"
-#include "platform/listcombo.h"
-#include "platform/look.h"
-#include "platform/markerlabel.h"
-#include "platform/picturebox.h"
-#include "platform/positionbar.h"
-#include "platform/ticklist.h"
-#include "platform/toolbar.h"
-#include "platform/twips.h"
+#include "platform/controls/arrowpair.h"
+#include "platform/controls/framepanel.h"
+#include "platform/controls/labels.h"
+#include "platform/controls/listcombo.h"
+#include "platform/controls/look.h"
+#include "platform/controls/markerlabel.h"
+#include "platform/controls/picturebox.h"
+#include "platform/controls/positionbar.h"
+#include "platform/controls/ticklist.h"
+#include "platform/controls/toolbar.h"
+#include "platform/drawing/twips.h"
 #include "view/geometry.h"
 
 namespace sixtrace {
@@ -36,7 +36,7 @@ Widget* named(Widget* widget, const QString& name) {
 FramePanel* frame(QWidget& client, const QString& name, const QString& caption, double left, double top, double width,
                   double height) {
     auto* panel = named(new FramePanel(caption, &client), name);
-    placeAtTwips(*panel, left, top, width, height);
+    panel->setGeometry(rectOfTwips(left, top, width, height));
     return panel;
 }
 
@@ -68,7 +68,7 @@ void makeToolbar(QWidget& client, FrmComControls& c) {
 void makeStrip(QWidget& client, FrmComControls& c) {
     c.Picture3 = named(new QWidget(&client), QStringLiteral("Picture3"));
     c.Picture3->setAutoFillBackground(true);
-    placeAtTwips(*c.Picture3, 120, 560, strip::kMarkerWidth, strip::kHeight);
+    c.Picture3->setGeometry(rectOfTwips(120, 560, strip::kMarkerWidth, strip::kHeight));
 
     static const PerChannel<QString> captions{QStringLiteral("1->"), QStringLiteral("2->"), QStringLiteral("A->"),
                                               QStringLiteral("B->"), QStringLiteral("C->"), QStringLiteral("D->")};
@@ -89,7 +89,7 @@ void makeStrip(QWidget& client, FrmComControls& c) {
 
 PictureBox* screenBox(QWidget& client, const QString& name, double left, double top) {
     auto* box = named(new PictureBox(kSurfaceWidth, kSurfaceHeight, &client), name);
-    placeAtTwips(*box, left, top, 9015, 6015);
+    box->setGeometry(rectOfTwips(left, top, 9015, 6015));
     return box;
 }
 
@@ -152,7 +152,7 @@ void makeCursorFrame(QWidget& client, FrmComControls& c) {
     c.Label3 = readout(f, QStringLiteral("Label3"), QStringLiteral("类型"), rectOfTwips(120, 2720, 615, 255),
                        Role::Value, Qt::AlignLeft | Qt::AlignTop);
     c.Combo3 = named(new ListCombo(&f), QStringLiteral("Combo3"));
-    placeAtTwips(*c.Combo3, 840, 2640, 1335, 330);
+    c.Combo3->setGeometry(rectOfTwips(840, 2640, 1335, 330));
 }
 
 void makeTimeAndVoltFrames(QWidget& client, FrmComControls& c) {
@@ -160,20 +160,20 @@ void makeTimeAndVoltFrames(QWidget& client, FrmComControls& c) {
     c.Frame2 = frame(client, QStringLiteral("Frame2"), QStringLiteral("水平"), 9600, 4080, 2295, 1215);
     c.Label2 = named(new TwoWordLabel(c.Frame2), QStringLiteral("Label2"));
     c.Label2->setText(scaleAndPosition);
-    placeAtTwips(*c.Label2, 120, 360, 1935, 255);
+    c.Label2->setGeometry(rectOfTwips(120, 360, 1935, 255));
     c.Combo1 = named(new ListCombo(c.Frame2), QStringLiteral("Combo1"));
-    placeAtTwips(*c.Combo1, 120, 600, 1335, 360);
+    c.Combo1->setGeometry(rectOfTwips(120, 600, 1335, 360));
     c.UpDown2 = named(new ArrowPair(Qt::Horizontal, c.Frame2), QStringLiteral("UpDown2"));
-    placeAtTwips(*c.UpDown2, 1560, 600, 495, 300);
+    c.UpDown2->setGeometry(rectOfTwips(1560, 600, 495, 300));
 
     c.Frame3 = frame(client, QStringLiteral("Frame3"), QStringLiteral("垂直"), 9600, 5400, 2295, 1215);
     c.Label1 = named(new TwoWordLabel(c.Frame3), QStringLiteral("Label1"));
     c.Label1->setText(scaleAndPosition);
-    placeAtTwips(*c.Label1, 120, 360, 2055, 255);
+    c.Label1->setGeometry(rectOfTwips(120, 360, 2055, 255));
     c.Combo2 = named(new ListCombo(c.Frame3), QStringLiteral("Combo2"));
-    placeAtTwips(*c.Combo2, 120, 720, 1335, 360);
+    c.Combo2->setGeometry(rectOfTwips(120, 720, 1335, 360));
     c.UpDown1 = named(new ArrowPair(Qt::Vertical, c.Frame3), QStringLiteral("UpDown1"));
-    placeAtTwips(*c.UpDown1, 1680, 600, 240, 495);
+    c.UpDown1->setGeometry(rectOfTwips(1680, 600, 240, 495));
 
     setInk(*c.Label1, bench::kMuted);
     setInk(*c.Label2, bench::kMuted);
@@ -194,14 +194,14 @@ void makeMeasurementFrame(QWidget& client, FrmComControls& c) {
 
 void makeFoot(QWidget& client, FrmComControls& c) {
     c.List1 = named(new TickList(&client), QStringLiteral("List1"));
-    placeAtTwips(*c.List1, 120, 6600, 7815, 1320);
+    c.List1->setGeometry(rectOfTwips(120, 6600, 7815, 1320));
 
     auto* band = new StatusBand(&client);
     band->setGeometry(0, 530, kClientWidth, kClientHeight - 530);
     c.Label4 = named(new PathLabel(&client), QStringLiteral("Label4"));
-    placeAtTwips(*c.Label4, 0, 7920, 9135, 375);
+    c.Label4->setGeometry(rectOfTwips(0, 7920, 9135, 375));
     c.Label5 = named(new PathLabel(&client), QStringLiteral("Label5"));
-    placeAtTwips(*c.Label5, 9120, 7920, 2775, 375);
+    c.Label5->setGeometry(rectOfTwips(9120, 7920, 2775, 375));
     setInk(*c.Label4, bench::kMuted);
     setInk(*c.Label5, bench::kMuted);
 }
@@ -209,7 +209,7 @@ void makeFoot(QWidget& client, FrmComControls& c) {
 void makeBar(QWidget& client, FrmComControls& c) {
     // Put below the strip, which covers its ninth pixel.
     c.VScroll1 = named(new PositionBar(&client), QStringLiteral("VScroll1"));
-    placeAtTwips(*c.VScroll1, 0, 560, 135, 6015);
+    c.VScroll1->setGeometry(rectOfTwips(0, 560, 135, 6015));
     c.VScroll1->lower();
 }
 

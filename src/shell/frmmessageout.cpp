@@ -3,7 +3,7 @@
 
 #include "capture/applylanguage.h"
 #include "capture/mdllan.h"
-#include "platform/look.h"
+#include "platform/controls/look.h"
 
 #include <QPainter>
 #include <QPushButton>

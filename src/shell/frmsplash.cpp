@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shell/frmsplash.h"
 
-#include "platform/look.h"
+#include "platform/controls/look.h"
 #include "shell/programicon.h"
 #include "view/defaults.h"
 

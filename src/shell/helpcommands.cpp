@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "shell/helpcommands.h"
 
-#include "platform/programfolder.h"
-#include "platform/windowtofront.h"
+#include "platform/desktop/windowtofront.h"
+#include "platform/files/programfolder.h"
 #include "shell/frmabout.h"
 
 #include <QFileInfo>

@@ -4,8 +4,8 @@
 #include "capture/applylanguage.h"
 #include "capture/mdllan.h"
 #include "capture/settings.h"
-#include "platform/toolbar.h"
-#include "platform/toolkitlanguage.h"
+#include "platform/controls/toolbar.h"
+#include "platform/desktop/toolkitlanguage.h"
 
 #include <QAction>
 

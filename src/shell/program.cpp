@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shell/program.h"
 
-#include "platform/windowtofront.h"
+#include "platform/desktop/windowtofront.h"
 #include "shell/frmsplash.h"
 
 #include <QApplication>

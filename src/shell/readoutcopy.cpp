@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "shell/readoutcopy.h"
 
-#include "platform/framepanel.h"
-#include "platform/labels.h"
+#include "platform/controls/framepanel.h"
+#include "platform/controls/labels.h"
 
 #include <QAction>
 #include <QApplication>

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "shell/screenwords.h"
 
-#include "platform/labels.h"
-#include "platform/listcombo.h"
-#include "platform/picturebox.h"
-#include "platform/spokentext.h"
-#include "platform/ticklist.h"
+#include "platform/controls/labels.h"
+#include "platform/controls/listcombo.h"
+#include "platform/controls/picturebox.h"
+#include "platform/controls/spokentext.h"
+#include "platform/controls/ticklist.h"
 
 #include <QAction>
 

@@ -2,7 +2,7 @@
 #include "shell/startup.h"
 
 #include "capture/settings.h"
-#include "platform/programfolder.h"
+#include "platform/files/programfolder.h"
 #include "view/defaults.h"
 
 namespace sixtrace {

@@ -2,8 +2,8 @@
 #include "view/appearance.h"
 
 #include "capture/settings.h"
-#include "platform/dialogs.h"
-#include "platform/numbers.h"
+#include "platform/desktop/dialogs.h"
+#include "platform/text/numbers.h"
 
 namespace sixtrace {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/channelplot.h"
 
-#include "platform/numbers.h"
+#include "platform/text/numbers.h"
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "capture/screenstate.h"
-#include "platform/runtimeerror.h"
+#include "platform/text/runtimeerror.h"
 #include "view/geometry.h"
 #include "view/tracepoints.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "view/cursorkeys.h"
 
-#include "platform/look.h"
-#include "platform/picturebox.h"
+#include "platform/controls/look.h"
+#include "platform/controls/picturebox.h"
 
 #include <QCursor>
 #include <QFocusEvent>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "capture/screenstate.h"
-#include "platform/numbers.h"
+#include "platform/text/numbers.h"
 
 #include <QString>
 

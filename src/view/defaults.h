@@ -2,7 +2,7 @@
 #pragma once
 
 #include "capture/publicm.h"
-#include "platform/colour.h"
+#include "platform/drawing/colour.h"
 
 #include <array>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/drags.h"
 
-#include "platform/numbers.h"
+#include "platform/text/numbers.h"
 #include "view/geometry.h"
 
 #include <algorithm>

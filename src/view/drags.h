@@ -2,7 +2,7 @@
 #pragma once
 
 #include "capture/publicm.h"
-#include "platform/picture.h"
+#include "platform/drawing/picture.h"
 
 namespace sixtrace {
 

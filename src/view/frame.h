@@ -2,8 +2,8 @@
 #pragma once
 
 #include "capture/screenstate.h"
-#include "platform/picture.h"
-#include "platform/vectors.h"
+#include "platform/drawing/picture.h"
+#include "platform/drawing/vectors.h"
 #include "view/framecopy.h"
 
 #include <array>

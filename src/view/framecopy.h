@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/picture.h"
+#include "platform/drawing/picture.h"
 #include "view/geometry.h"
 
 namespace sixtrace {

@@ -2,7 +2,7 @@
 #include "view/geometry.h"
 
 #include "capture/stripgeometry.h"
-#include "platform/numbers.h"
+#include "platform/text/numbers.h"
 
 namespace sixtrace {
 

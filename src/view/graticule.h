@@ -2,7 +2,7 @@
 #pragma once
 
 #include "capture/screenstate.h"
-#include "platform/picture.h"
+#include "platform/drawing/picture.h"
 #include "view/geometry.h"
 
 #include <array>

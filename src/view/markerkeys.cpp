@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/markerkeys.h"
 
-#include "platform/markerlabel.h"
+#include "platform/controls/markerlabel.h"
 #include "view/screenmouse.h"
 
 #include <QFocusEvent>

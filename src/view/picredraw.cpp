@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The older renderer: a screen of 500 by 400 and 1024 points of ScreenTrace. Nothing calls it; the public operations of
 // the main window include it.
-#include "platform/numbers.h"
+#include "platform/text/numbers.h"
 #include "view/frame.h"
 #include "view/geometry.h"
 

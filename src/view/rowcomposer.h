@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/vectors.h"
+#include "platform/drawing/vectors.h"
 #include "view/geometry.h"
 
 #include <array>

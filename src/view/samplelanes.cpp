@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/samplelanes.h"
 
-#include "platform/vectors.h"
+#include "platform/drawing/vectors.h"
 
 #include <algorithm>
 #include <array>

@@ -3,7 +3,7 @@
 
 #include "capture/channellist.h"
 #include "capture/zeromarkers.h"
-#include "platform/numbers.h"
+#include "platform/text/numbers.h"
 #include "view/cursors.h"
 
 namespace sixtrace {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/tracelayers.h"
 
-#include "platform/linerule.h"
+#include "platform/drawing/linerule.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/colour.h"
-#include "platform/picture.h"
+#include "platform/drawing/colour.h"
+#include "platform/drawing/picture.h"
 #include "view/geometry.h"
 #include "view/graticule.h"
 #include "view/rowcomposer.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/tracepoints.h"
 
-#include "platform/numbers.h"
+#include "platform/text/numbers.h"
 #include "view/samplelanes.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "capture/publicm.h"
-#include "platform/vectors.h"
+#include "platform/drawing/vectors.h"
 #include "view/geometry.h"
 #include "view/tracecolumn.h"
 

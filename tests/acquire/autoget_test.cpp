@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "acquire/acquirefixture.h"
 
-#include "platform/positionbar.h"
-#include "platform/toolbar.h"
+#include "platform/controls/positionbar.h"
+#include "platform/controls/toolbar.h"
 #include "support/openfiles.h"
 
 using namespace sixtrace;

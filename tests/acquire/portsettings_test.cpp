@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "acquire/acquirefixture.h"
 
-#include "platform/captions.h"
-#include "platform/listcombo.h"
+#include "platform/controls/captions.h"
+#include "platform/controls/listcombo.h"
 
 using namespace sixtrace;
 

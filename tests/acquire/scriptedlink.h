@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/ttlink.h"
+#include "platform/ports/ttlink.h"
 
 #include <QByteArray>
 #include <QStringList>

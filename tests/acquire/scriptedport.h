@@ -3,7 +3,7 @@
 
 #include "acquire/serialreceive.h"
 #include "capture/publicm.h"
-#include "platform/byteport.h"
+#include "platform/ports/byteport.h"
 
 #include <QStringList>
 

@@ -2,7 +2,7 @@
 #include "acquire/clsthread.h"
 #include "acquire/filenames.h"
 #include "acquire/porttable.h"
-#include "platform/privatefolder.h"
+#include "platform/files/privatefolder.h"
 #include "support/strings.h"
 
 #include <QDir>

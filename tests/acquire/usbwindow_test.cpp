@@ -3,7 +3,7 @@
 #include "acquire/frmusb.h"
 
 #include "acquire/scriptedlink.h"
-#include "platform/look.h"
+#include "platform/controls/look.h"
 #include "support/openfiles.h"
 #include "support/scripteddialogs.h"
 #include "support/strings.h"

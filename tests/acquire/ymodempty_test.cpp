@@ -4,7 +4,7 @@
 #include "acquire/receivefixture.h"
 #include "acquire/scriptedport.h"
 #include "acquire/ttycalls.h"
-#include "platform/mscomm.h"
+#include "platform/ports/mscomm.h"
 #include "support/openfiles.h"
 #include "support/strings.h"
 

@@ -3,7 +3,7 @@
 // it is emulated.
 #include "fetchfixture.h"
 
-#include "platform/mscomm.h"
+#include "platform/ports/mscomm.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>

@@ -70,6 +70,10 @@ TEST(Architecture, NoLibraryIncludesOneThatDoesNotLieBelowIt) {
     EXPECT_THAT(layerFaults(tree()), IsEmpty());
 }
 
+TEST(Architecture, EveryFileOfPlatformLiesInARoomAndIncludesOnlyRoomsBelow) {
+    EXPECT_THAT(roomFaults(tree()), IsEmpty());
+}
+
 TEST(Architecture, NoCoreIncludesAWidgetHeaderOrAWindow) {
     const std::set<std::string> headers = widgetHeaders();
     ASSERT_TRUE(headers.contains("QWidget"));
@@ -115,6 +119,18 @@ TEST(ArchitectureChecks, SeeAWayOutOfTheTreeAndAFolderWithoutALayer) {
     EXPECT_EQ(layerFaults({{"view/a.cpp", "#include \"../capture/publicm.h\"\n"}}).size(), 1U);
     EXPECT_EQ(layerFaults({{"view/a.cpp", "#include \"apps/kqx/commands.h\"\n"}}).size(), 1U);
     EXPECT_EQ(layerFaults({{"attic/a.cpp", ""}}).size(), 1U);
+}
+
+TEST(ArchitectureChecks, SeeAFileWithoutARoomAndARoomThatDoesNotLieBelow) {
+    EXPECT_EQ(roomFaults({{"platform/a.h", ""}}).size(), 1U);
+    EXPECT_EQ(roomFaults({{"platform/attic/a.h", ""}}).size(), 1U);
+    EXPECT_THAT(roomFaults({{"platform/text/a.h", "#include \"platform/files/b.h\"\n"}}),
+                ElementsAre("platform/text/a.h includes platform/files/b.h, which does not lie below it"));
+    EXPECT_EQ(roomFaults({{"platform/ports/a.h", "#include \"platform/printing/b.h\"\n"}}).size(), 1U);
+    EXPECT_THAT(roomFaults({{"platform/files/a.h", "#include \"platform/files/b.h\"\n#include \"platform/text/c.h\"\n"
+                                                   "#include \"ttdll/d.h\"\n"},
+                            {"view/a.h", "#include \"platform/files/b.h\"\n"}}),
+                IsEmpty());
 }
 
 TEST(ArchitectureChecks, ReadTheListsOfAFolder) {

@@ -13,8 +13,19 @@ namespace {
 const std::map<std::string, int> kLayers{{"ttdll", -1},  {"platform", 0}, {"capture", 1}, {"view", 2},
                                          {"acquire", 3}, {"output", 3},   {"shell", 4}};
 
+/// The rooms of src/platform, from below upwards in the same way.
+const std::map<std::string, int> kPlatformRooms{{"text", 0},     {"drawing", 0},  {"files", 1},  {"ports", 2},
+                                                {"printing", 2}, {"controls", 2}, {"desktop", 3}};
+
 std::string folderOf(const std::string& path) {
     return path.substr(0, path.find('/'));
+}
+
+/// The second folder of a path, empty where it has none: "files" of "platform/files/workshop.h".
+std::string roomOf(const std::string& path) {
+    const auto first = path.find('/');
+    const auto second = path.find('/', first + 1);
+    return second == std::string::npos ? "" : path.substr(first + 1, second - first - 1);
 }
 
 /// One text of its pieces.
@@ -94,6 +105,28 @@ std::vector<std::string> layerFaults(const Sources& sources) {
                     faults.push_back(joined({path, " includes ", header, ", which is no library path"}));
                 }
             } else if (target != folder && theirs->second >= mine->second) {
+                faults.push_back(joined({path, " includes ", header, ", which does not lie below it"}));
+            }
+        }
+    }
+    return faults;
+}
+
+std::vector<std::string> roomFaults(const Sources& sources) {
+    std::vector<std::string> faults;
+    for (const auto& [path, text] : sources) {
+        if (folderOf(path) != "platform") {
+            continue;
+        }
+        const auto mine = kPlatformRooms.find(roomOf(path));
+        if (mine == kPlatformRooms.end()) {
+            faults.push_back(path + " lies in no room");
+            continue;
+        }
+        for (const std::string& header : includesOf(text).project) {
+            const auto theirs = kPlatformRooms.find(roomOf(header));
+            const bool elsewhere = folderOf(header) == "platform" && roomOf(header) != mine->first;
+            if (elsewhere && (theirs == kPlatformRooms.end() || theirs->second >= mine->second)) {
                 faults.push_back(joined({path, " includes ", header, ", which does not lie below it"}));
             }
         }

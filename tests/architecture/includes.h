@@ -30,6 +30,9 @@ struct Includes {
 /// Sentences about includes that go upwards or sideways between the folders, or out of the tree.
 [[nodiscard]] std::vector<std::string> layerFaults(const Sources& sources);
 
+/// Sentences about files of src/platform that lie in no room, or include a room that does not lie below their own.
+[[nodiscard]] std::vector<std::string> roomFaults(const Sources& sources);
+
 /// Sentences about core files that include a widget header or a window of this program. `lists` by folder.
 [[nodiscard]] std::vector<std::string> widgetFaults(const Sources& sources,
                                                     const std::map<std::string, FolderLists>& lists,

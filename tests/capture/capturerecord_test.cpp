@@ -3,7 +3,7 @@
 
 #include "capture/bytes.h"
 #include "capture/scenes.h"
-#include "platform/bytefile.h"
+#include "platform/files/bytefile.h"
 #include "support/sourcefolder.h"
 
 #include <QDir>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "output/printwindow.h"
 
-#include "platform/picturebox.h"
+#include "platform/controls/picturebox.h"
 
 #include <QImage>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "output/tablewindowfixture.h"
-#include "platform/toolbar.h"
+#include "platform/controls/toolbar.h"
 
 #include <QAbstractItemModelTester>
 #include <QClipboard>

@@ -3,7 +3,7 @@
 #include "output/printwindow.h"
 
 #include "capture/mdllan.h"
-#include "platform/captions.h"
+#include "platform/controls/captions.h"
 
 #include <QMenu>
 #include <QMenuBar>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "output/printwindow.h"
 
-#include "platform/toolbar.h"
+#include "platform/controls/toolbar.h"
 
 namespace sixtrace {
 namespace {

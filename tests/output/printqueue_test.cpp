@@ -3,10 +3,10 @@
 #include "output/printwindow.h"
 #include "output/privatequeue.h"
 
-#include "platform/pdfprinter.h"
-#include "platform/qtprinters.h"
-#include "platform/toolkitlanguage.h"
-#include "platform/wholefile.h"
+#include "platform/desktop/toolkitlanguage.h"
+#include "platform/files/wholefile.h"
+#include "platform/printing/pdfprinter.h"
+#include "platform/printing/qtprinters.h"
 
 #include <QApplication>
 #include <QComboBox>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/picturepage.h"
-#include "platform/printer.h"
+#include "platform/printing/picturepage.h"
+#include "platform/printing/printer.h"
 
 #include <QImage>
 

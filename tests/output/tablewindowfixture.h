@@ -3,7 +3,7 @@
 
 #include "output/datatable.h"
 #include "output/tablefixture.h"
-#include "platform/numbers.h"
+#include "platform/text/numbers.h"
 #include "shell/frmcomfixture.h"
 
 #include <QCheckBox>

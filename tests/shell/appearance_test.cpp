@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "shell/capturewindow.h"
 
-#include "platform/markerlabel.h"
-#include "platform/toolbar.h"
+#include "platform/controls/markerlabel.h"
+#include "platform/controls/toolbar.h"
 
 #include <QTest>
 

@@ -2,7 +2,7 @@
 #include "shell/frmcomfixture.h"
 
 #include "capture/scenes.h"
-#include "platform/labels.h"
+#include "platform/controls/labels.h"
 
 namespace sixtrace {
 namespace {

@@ -2,7 +2,7 @@
 #include "shell/desktopcalls.h"
 
 #include "capture/scenes.h"
-#include "platform/ticklist.h"
+#include "platform/controls/ticklist.h"
 #include "shell/frmcomfixture.h"
 
 #include <QDBusConnection>

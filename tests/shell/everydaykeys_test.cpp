@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What a user of today expects of the keys of any window: shortcuts, arrows, a walk by Tab.
-#include "platform/captions.h"
-#include "platform/toolbar.h"
+#include "platform/controls/captions.h"
+#include "platform/controls/toolbar.h"
 #include "shell/everydaywindow.h"
 
 #include <QKeyEvent>

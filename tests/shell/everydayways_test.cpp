@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What else a user of today expects of any window: names for assistive tools, files dropped onto it, sharp pictures.
-#include "platform/captions.h"
-#include "platform/toolbar.h"
+#include "platform/controls/captions.h"
+#include "platform/controls/toolbar.h"
 #include "shell/everydaywindow.h"
 
 #include <QAccessible>

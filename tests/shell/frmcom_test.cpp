@@ -3,13 +3,13 @@
 
 #include "capture/capturefile.h"
 #include "capture/scenes.h"
-#include "platform/labels.h"
-#include "platform/listcombo.h"
-#include "platform/markerlabel.h"
-#include "platform/picturebox.h"
-#include "platform/positionbar.h"
-#include "platform/ticklist.h"
-#include "platform/toolbar.h"
+#include "platform/controls/labels.h"
+#include "platform/controls/listcombo.h"
+#include "platform/controls/markerlabel.h"
+#include "platform/controls/picturebox.h"
+#include "platform/controls/positionbar.h"
+#include "platform/controls/ticklist.h"
+#include "platform/controls/toolbar.h"
 #include "view/geometry.h"
 
 #include <QMenuBar>

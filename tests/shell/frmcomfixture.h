@@ -2,7 +2,7 @@
 #pragma once
 
 #include "capture/capturewriter.h"
-#include "platform/look.h"
+#include "platform/controls/look.h"
 #include "shell/frmcom.h"
 #include "support/scripteddialogs.h"
 #include "support/sourcefolder.h"

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "shell/frmcomfixture.h"
 
-#include "platform/arrowpair.h"
-#include "platform/captions.h"
-#include "platform/picturebox.h"
-#include "platform/toolbar.h"
+#include "platform/controls/arrowpair.h"
+#include "platform/controls/captions.h"
+#include "platform/controls/picturebox.h"
+#include "platform/controls/toolbar.h"
 
 #include <QMenu>
 #include <QMenuBar>

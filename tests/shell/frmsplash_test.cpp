@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/look.h"
+#include "platform/controls/look.h"
 #include "shell/frmsplash.h"
 
 #include <QApplication>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What the help pages name has to be there in the program: menu paths, captions, keys and messages.
-#include "platform/qtprinters.h"
+#include "platform/printing/qtprinters.h"
 #include "shell/frmcomfixture.h"
 #include "support/printing.h"
 

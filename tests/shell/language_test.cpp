@@ -10,12 +10,12 @@
 #include "output/frmprintpreview.h"
 #include "output/frmprintsetup.h"
 #include "output/printing.h"
-#include "platform/dialogsheet.h"
-#include "platform/framepanel.h"
-#include "platform/labels.h"
-#include "platform/listcombo.h"
-#include "platform/profilefile.h"
-#include "platform/toolbar.h"
+#include "platform/controls/framepanel.h"
+#include "platform/controls/labels.h"
+#include "platform/controls/listcombo.h"
+#include "platform/controls/toolbar.h"
+#include "platform/desktop/dialogsheet.h"
+#include "platform/files/profilefile.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>

@@ -4,8 +4,8 @@
 
 #include "capture/applylanguage.h"
 #include "capture/mdllan.h"
-#include "platform/captions.h"
-#include "platform/framepanel.h"
+#include "platform/controls/captions.h"
+#include "platform/controls/framepanel.h"
 #include "support/sourcefolder.h"
 
 #include <QRandomGenerator>

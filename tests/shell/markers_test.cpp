@@ -2,7 +2,7 @@
 #include "shell/capturewindow.h"
 
 #include "capture/stripgeometry.h"
-#include "platform/framepanel.h"
+#include "platform/controls/framepanel.h"
 
 namespace sixtrace {
 namespace {

@@ -2,7 +2,7 @@
 #include "shell/program.h"
 
 #include "capture/scenes.h"
-#include "platform/look.h"
+#include "platform/controls/look.h"
 #include "shell/frmcomfixture.h"
 #include "shell/frmsplash.h"
 

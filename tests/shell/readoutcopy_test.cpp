@@ -2,9 +2,9 @@
 #include "shell/frmcomfixture.h"
 
 #include "capture/scenes.h"
-#include "platform/framepanel.h"
-#include "platform/labels.h"
-#include "platform/listcombo.h"
+#include "platform/controls/framepanel.h"
+#include "platform/controls/labels.h"
+#include "platform/controls/listcombo.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The window and the screen without one give the same: the rules decide, the widgets only show.
 #include "capture/channellist.h"
-#include "platform/arrowpair.h"
-#include "platform/framepanel.h"
+#include "platform/controls/arrowpair.h"
+#include "platform/controls/framepanel.h"
 #include "shell/capturewindow.h"
 #include "view/cursors.h"
 #include "view/offscreenscope.h"

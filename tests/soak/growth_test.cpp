@@ -2,7 +2,7 @@
 // The real main window through more loads, fetches and redraws than a long day brings.
 #include "acquire/scriptedlink.h"
 #include "capture/bytes.h"
-#include "platform/positionbar.h"
+#include "platform/controls/positionbar.h"
 #include "shell/frmcomfixture.h"
 #include "soak/growth.h"
 #include "support/strings.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The settings file in the hands of others: whatever stands in its place, the program starts, with defaults where
 // nothing can be read, and says nothing.
-#include "platform/profilefile.h"
+#include "platform/files/profilefile.h"
 #include "shell/frmcomfixture.h"
 #include "support/hardships.h"
 #include "support/strings.h"

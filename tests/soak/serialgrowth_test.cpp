@@ -2,7 +2,7 @@
 // The serial receiver and its port over many transfers.
 #include "acquire/ptypeer.h"
 #include "acquire/receivefixture.h"
-#include "platform/mscomm.h"
+#include "platform/ports/mscomm.h"
 #include "soak/growth.h"
 #include "support/strings.h"
 

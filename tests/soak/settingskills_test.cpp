@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The settings file under a program that is killed while it writes.
-#include "platform/profilefile.h"
+#include "platform/files/profilefile.h"
 #include "soak/killing.h"
 #include "support/strings.h"
 

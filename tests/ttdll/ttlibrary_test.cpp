@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The transfer library as the program loads it: six functions, and what becomes of them when the other end misbehaves.
-#include "platform/ttlink.h"
+#include "platform/ports/ttlink.h"
 
 #include "support/printing.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/appearance.h"
 
-#include "platform/profilefile.h"
+#include "platform/files/profilefile.h"
 #include "support/scripteddialogs.h"
 #include "view/flatscope.h"
 

@@ -4,7 +4,7 @@
 #include "capture/capturefile.h"
 #include "capture/capturewriter.h"
 #include "capture/channellist.h"
-#include "platform/numbers.h"
+#include "platform/text/numbers.h"
 #include "support/printing.h"
 #include "view/defaults.h"
 #include "view/offscreenscope.h"

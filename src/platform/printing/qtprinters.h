@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/printing/printer.h"
+
+namespace sixtrace {
+
+/// The printers that the desktop knows, and its dialog for them. Behind them stands one of the program's own, which
+/// makes PDF files and is always there; it is the default where there is no other.
+class QtPrinters : public PrintDevices {
+public:
+    [[nodiscard]] static QString pdfDevice();
+
+    [[nodiscard]] QStringList names() const override;
+    [[nodiscard]] QString defaultName() const override;
+    [[nodiscard]] PrinterProperties initial(const QString& name) const override;
+    [[nodiscard]] Result<Sheet> sheet(const PrinterProperties& properties) const override;
+    [[nodiscard]] Result<std::unique_ptr<PrintJob>> begin(const PrinterProperties& properties) override;
+    [[nodiscard]] bool ShowPrinter(PrinterDialog& dialog, quintptr windowHandle) override;
+};
+
+} // namespace sixtrace

@@ -1,0 +1,368 @@
+// SPDX-License-Identifier: MIT
+#include "platform/controls/arrowpair.h"
+#include "platform/controls/labels.h"
+#include "platform/controls/listcombo.h"
+#include "platform/controls/look.h"
+#include "platform/controls/markerlabel.h"
+#include "platform/controls/picturebox.h"
+#include "platform/controls/positionbar.h"
+#include "platform/controls/ticklist.h"
+#include "platform/desktop/qtdialogs.h"
+
+#include <QApplication>
+#include <QtTest/QtTest>
+
+#include <gtest/gtest.h>
+
+namespace sixtrace {
+namespace {
+
+class Controls : public ::testing::Test {
+protected:
+    void SetUp() override { applyLook(*qApp); }
+};
+
+/// A list of six rows that keeps the events it raises: "check 2", "click 2".
+struct RecordedList : TickList {
+    RecordedList()
+        : TickList(nullptr) {
+        resize(521, 88);
+        for (int row = 0; row < 6; ++row) {
+            addRow(QStringLiteral("row %1").arg(row));
+        }
+        QObject::connect(this, &TickList::ItemCheck, this,
+                         [this](int row) { events.append(QStringLiteral("check %1").arg(row)); });
+        QObject::connect(this, &TickList::Click, this,
+                         [this] { events.append(QStringLiteral("click %1").arg(ListIndex())); });
+    }
+    QStringList events;
+};
+
+using TickListControl = Controls;
+
+TEST_F(TickListControl, SettingATickByCodeMakesTheRowCurrentAndRaisesCheckThenClick) {
+    RecordedList list;
+    list.setSelected(3, true);
+    EXPECT_EQ(list.ListIndex(), 3);
+    EXPECT_TRUE(list.Selected(3));
+    EXPECT_EQ(list.events, (QStringList{QStringLiteral("check 3"), QStringLiteral("click 3")}));
+}
+
+TEST_F(TickListControl, ClearingATickThatIsAlreadyClearStillMovesTheRowAndRaisesBoth) {
+    RecordedList list;
+    list.setSelected(5, false);
+    EXPECT_EQ(list.ListIndex(), 5);
+    EXPECT_EQ(list.events, (QStringList{QStringLiteral("check 5"), QStringLiteral("click 5")}));
+}
+
+TEST_F(TickListControl, UsersClickOnTheBoxTicksItAndRaisesCheckThenClick) {
+    RecordedList list;
+    list.show();
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.tickRect(2).center());
+    EXPECT_TRUE(list.Selected(2));
+    EXPECT_EQ(list.events, (QStringList{QStringLiteral("check 2"), QStringLiteral("click 2")}));
+}
+
+TEST_F(TickListControl, UsersClickOnTheTextSelectsTheRowAndLeavesItsTick) {
+    RecordedList list;
+    list.show();
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, QPoint(200, list.tickRect(4).center().y()));
+    EXPECT_FALSE(list.Selected(4));
+    EXPECT_EQ(list.ListIndex(), 4);
+    EXPECT_EQ(list.events, QStringList{QStringLiteral("click 4")});
+}
+
+TEST_F(TickListControl, SpaceTicksTheCurrentRowAndArrowsMoveIt) {
+    RecordedList list;
+    list.setListIndex(0);
+    list.events.clear();
+    QTest::keyClick(&list, Qt::Key_Down);
+    QTest::keyClick(&list, Qt::Key_Space);
+    EXPECT_TRUE(list.Selected(1));
+    EXPECT_EQ(list.events,
+              (QStringList{QStringLiteral("click 1"), QStringLiteral("check 1"), QStringLiteral("click 1")}));
+}
+
+TEST_F(TickListControl, SettingTheIndexByCodeRaisesClickEvenOnTheSameRow) {
+    RecordedList list;
+    list.setListIndex(2);
+    list.setListIndex(2);
+    EXPECT_EQ(list.events, (QStringList{QStringLiteral("click 2"), QStringLiteral("click 2")}));
+}
+
+TEST_F(TickListControl, RowsThatDoNotExistChangeNothing) {
+    RecordedList list;
+    list.setSelected(6, true);
+    list.setSelected(-1, true);
+    list.setListIndex(6);
+    list.setList(9, QStringLiteral("x"));
+    EXPECT_TRUE(list.events.isEmpty());
+    EXPECT_EQ(list.List(6), QString());
+    EXPECT_FALSE(list.Selected(6));
+}
+
+TEST_F(TickListControl, ShowsTextChipAndTickAtTheirPlaces) {
+    RecordedList list;
+    list.setChipBack(rgb(64, 0, 64));
+    list.setChipColour(0, rgb(255, 0, 0));
+    list.setSelected(1, false);
+    list.setSelected(0, true);
+    list.setListIndex(1); // so that row 0 has the plain ground
+    list.show();
+    const QImage shown = list.grab().toImage();
+    // The first row begins two pixels below the list's top and one right of its left edge.
+    EXPECT_EQ(shown.pixelColor(1 + 22, 2 + 7), QColor(64, 0, 64));
+    EXPECT_EQ(shown.pixelColor(1 + 33, 2 + 6), QColor(255, 0, 0));
+    EXPECT_EQ(shown.pixelColor(1 + 43, 2 + 7), QColor(64, 0, 64));
+    EXPECT_EQ(shown.pixelColor(1 + 44, 2 + 7), QColor(Qt::white));
+    EXPECT_EQ(shown.pixelColor(1 + 6, 2 + 10), QColor::fromRgb(bench::kAccent));
+    EXPECT_EQ(shown.pixelColor(1 + 9, 2 + 14 + 7), QColor::fromRgb(bench::kField)) << "an empty box is white";
+    EXPECT_EQ(shown.pixelColor(300, 2 + 14 + 7), QColor::fromRgb(bench::kSelectedRow));
+    EXPECT_EQ(list.visualItemRect(list.item(5)).bottom(), 6 * 14 - 1) << "six rows of 14 pixels";
+}
+
+struct RecordedCombo : ListCombo {
+    RecordedCombo()
+        : ListCombo(nullptr) {
+        addItems({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
+        QObject::connect(this, &ListCombo::Click, this, [this] { ++clicks; });
+    }
+    int clicks = 0;
+};
+
+using ListComboControl = Controls;
+
+TEST_F(ListComboControl, SettingTheIndexByCodeRaisesClickOnlyWhenItChanges) {
+    RecordedCombo combo;
+    combo.setListIndex(1);
+    combo.setListIndex(1);
+    EXPECT_EQ(combo.clicks, 1);
+    EXPECT_EQ(combo.ListIndex(), 1);
+}
+
+TEST_F(ListComboControl, GivingItATextSelectsTheEntryWithoutAClick) {
+    RecordedCombo combo;
+    combo.setText(QStringLiteral("c"));
+    EXPECT_EQ(combo.ListIndex(), 2);
+    combo.setText(QStringLiteral("no such entry"));
+    EXPECT_EQ(combo.ListIndex(), 2);
+    EXPECT_EQ(combo.clicks, 0);
+}
+
+TEST_F(ListComboControl, ChoiceByTheUserRaisesClick) {
+    RecordedCombo combo;
+    combo.show();
+    combo.setFocus();
+    QTest::keyClick(&combo, Qt::Key_Down);
+    EXPECT_EQ(combo.ListIndex(), 1);
+    EXPECT_EQ(combo.clicks, 1);
+}
+
+TEST_F(ListComboControl, RewritingTheShownEntryKeepsTheChoice) {
+    RecordedCombo combo;
+    combo.setListIndex(1);
+    combo.setList(1, QStringLiteral("B"));
+    EXPECT_EQ(combo.Text(), QStringLiteral("B"));
+    EXPECT_EQ(combo.clicks, 1);
+}
+
+struct RecordedBar : PositionBar {
+    RecordedBar()
+        : PositionBar(nullptr) {
+        resize(9, 401);
+        setRange(0, 800);
+        setValue(400);
+        QObject::connect(this, &PositionBar::Change, this,
+                         [this] { events.append(QStringLiteral("change %1").arg(Value())); });
+        QObject::connect(this, &PositionBar::Scroll, this,
+                         [this] { events.append(QStringLiteral("scroll %1").arg(Value())); });
+        QObject::connect(this, &PositionBar::ScrollEnd, this, [this] { events.append(QStringLiteral("end")); });
+    }
+    QStringList events;
+};
+
+using PositionBarControl = Controls;
+
+TEST_F(PositionBarControl, DragRaisesScrollWithTheNewValueAndChangeOnceAtItsEnd) {
+    RecordedBar bar;
+    bar.show();
+    const QPoint grip = bar.thumbRect().center();
+    QTest::mousePress(&bar, Qt::LeftButton, {}, grip);
+    QTest::mouseMove(&bar, QPoint(grip.x(), 400));
+    EXPECT_EQ(bar.events, QStringList{QStringLiteral("scroll 800")});
+    QTest::mouseRelease(&bar, Qt::LeftButton, {}, QPoint(grip.x(), 400));
+    EXPECT_EQ(bar.events, (QStringList{QStringLiteral("scroll 800"), QStringLiteral("change 800")}));
+}
+
+TEST_F(PositionBarControl, DragThatComesBackSaysThatItIsOverAndChangesNothing) {
+    RecordedBar bar;
+    bar.show();
+    const QPoint grip = bar.thumbRect().center();
+    QTest::mousePress(&bar, Qt::LeftButton, {}, grip);
+    QTest::mouseMove(&bar, QPoint(grip.x(), 400));
+    QTest::mouseMove(&bar, grip);
+    QTest::mouseRelease(&bar, Qt::LeftButton, {}, grip);
+    EXPECT_EQ(bar.events,
+              (QStringList{QStringLiteral("scroll 800"), QStringLiteral("scroll 400"), QStringLiteral("end")}));
+}
+
+TEST_F(PositionBarControl, ArrowsStepByOneAndTheLowerOneGivesTheLargerValue) {
+    RecordedBar bar;
+    bar.show();
+    QTest::mouseClick(&bar, Qt::LeftButton, {}, QPoint(4, 396));
+    EXPECT_EQ(bar.Value(), 401);
+    QTest::mouseClick(&bar, Qt::LeftButton, {}, QPoint(4, 4));
+    EXPECT_EQ(bar.Value(), 400);
+}
+
+TEST_F(PositionBarControl, ValueOutsideTheRangeGoesToTheNearerEnd) {
+    RecordedBar bar;
+    bar.setValueClamped(1e300);
+    EXPECT_EQ(bar.Value(), 800);
+    bar.setValueClamped(-3.2);
+    EXPECT_EQ(bar.Value(), 0);
+    bar.setValueClamped(2.5);
+    EXPECT_EQ(bar.Value(), 2) << "halves go to the even number";
+}
+
+TEST_F(PositionBarControl, ThumbIsAtLeast32PixelsLongAndStandsInTheMiddleOfTheTrack) {
+    RecordedBar bar;
+    EXPECT_EQ(bar.thumbRect().height(), 32);
+    EXPECT_EQ(bar.thumbRect().width(), 6);
+    EXPECT_NEAR(bar.thumbRect().center().y(), 200, 1);
+}
+
+using ArrowPairControl = Controls;
+
+TEST_F(ArrowPairControl, RightAndUpperArrowsRaiseUpClickTheOthersDownClick) {
+    QStringList events;
+    const auto record = [&events](const ArrowPair& arrows) {
+        QObject::connect(&arrows, &ArrowPair::UpClick, &arrows, [&events] { events.append(QStringLiteral("up")); });
+        QObject::connect(&arrows, &ArrowPair::DownClick, &arrows, [&events] { events.append(QStringLiteral("down")); });
+    };
+    ArrowPair sideways(Qt::Horizontal, nullptr);
+    sideways.resize(33, 20);
+    record(sideways);
+    ArrowPair upright(Qt::Vertical, nullptr);
+    upright.resize(16, 33);
+    record(upright);
+    QTest::mouseClick(&sideways, Qt::LeftButton, {}, QPoint(25, 10));
+    QTest::mouseClick(&sideways, Qt::LeftButton, {}, QPoint(8, 10));
+    QTest::mouseClick(&upright, Qt::LeftButton, {}, QPoint(8, 8));
+    QTest::mouseClick(&upright, Qt::LeftButton, {}, QPoint(8, 25));
+    EXPECT_EQ(events, (QStringList{QStringLiteral("up"), QStringLiteral("down"), QStringLiteral("up"),
+                                   QStringLiteral("down")}));
+}
+
+using ReadoutLabelControl = Controls;
+
+TEST_F(ReadoutLabelControl, TooWideTextShrinksUntilItFitsAndStandsAsToolTip) {
+    ReadoutLabel label(nullptr);
+    label.resize(78, 18);
+    label.show();
+    label.setCaption(QStringLiteral("12.00"));
+    EXPECT_EQ(label.paintedPixels(), 13);
+    EXPECT_TRUE(label.toolTip().isEmpty());
+    const QString wide = QStringLiteral("-1234567890.00");
+    label.setCaption(wide);
+    EXPECT_LT(label.paintedPixels(), 13);
+    EXPECT_LE(QFontMetrics(interfaceFont(label.paintedPixels())).horizontalAdvance(wide), 78);
+    EXPECT_EQ(label.toolTip(), wide);
+    EXPECT_EQ(label.caption(), wide);
+}
+
+TEST_F(ReadoutLabelControl, NoTextGetsSmallerThan9Pixels) {
+    ReadoutLabel label(nullptr);
+    label.resize(20, 18);
+    label.show();
+    label.setCaption(QString(200, QLatin1Char('8')));
+    EXPECT_EQ(label.paintedPixels(), 9);
+}
+
+TEST_F(ReadoutLabelControl, TextGivenBeforeTheLabelIsSeenFitsWhenItIs) {
+    ReadoutLabel label(nullptr);
+    label.resize(78, 18);
+    const QString wide = QStringLiteral("-1234567890.00");
+    label.setCaption(wide);
+    label.show();
+    EXPECT_LE(QFontMetrics(interfaceFont(label.paintedPixels())).horizontalAdvance(wide), 78);
+    EXPECT_EQ(label.toolTip(), wide);
+}
+
+TEST_F(ReadoutLabelControl, LeadingBlankOfAUnitIsKeptButNotPainted) {
+    ReadoutLabel blank(nullptr);
+    ReadoutLabel plain(nullptr);
+    blank.resize(26, 18);
+    plain.resize(26, 18);
+    blank.setCaption(QStringLiteral(" V"));
+    plain.setCaption(QStringLiteral("V"));
+    EXPECT_EQ(blank.text(), QStringLiteral(" V"));
+    EXPECT_EQ(blank.grab().toImage(), plain.grab().toImage());
+}
+
+using PictureBoxControl = Controls;
+
+TEST_F(PictureBoxControl, ShowsItsPicturePixelByPixel) {
+    PictureBox box(40, 30, nullptr);
+    box.resize(40, 30);
+    box.picture().BackColor = rgb(64, 0, 64);
+    box.picture().Cls();
+    box.picture().ForeColor = rgb(1, 200, 3);
+    box.picture().PSet(7, 9);
+    box.picture().PSet(39, 29);
+    const QImage shown = box.grab().toImage();
+    for (int y = 0; y < 30; ++y) {
+        for (int x = 0; x < 40; ++x) {
+            ASSERT_EQ(toColour(shown.pixelColor(x, y)), box.picture().Point(x, y)) << x << "," << y;
+        }
+    }
+}
+
+TEST_F(PictureBoxControl, CursorLinesLieOverThePictureAndLeaveItUntouched) {
+    PictureBox box(40, 30, nullptr);
+    box.resize(40, 30);
+    box.picture().BackColor = 0;
+    box.picture().Cls();
+    CursorLine line(box, QStringLiteral("Line1(0)"), 0, 10, 44, 10, rgb(128, 255, 255));
+    QImage shown = box.grab().toImage();
+    EXPECT_EQ(shown.pixelColor(0, 10), QColor(128, 255, 255));
+    EXPECT_EQ(shown.pixelColor(39, 10), QColor(128, 255, 255));
+    EXPECT_EQ(shown.pixelColor(5, 9), QColor(Qt::black));
+    EXPECT_EQ(shown.pixelColor(5, 11), QColor(Qt::black));
+    EXPECT_EQ(box.picture().Point(5, 10), 0);
+    line.setY(20);
+    shown = box.grab().toImage();
+    EXPECT_EQ(shown.pixelColor(5, 10), QColor(Qt::black));
+    EXPECT_EQ(shown.pixelColor(5, 20), QColor(128, 255, 255));
+    line.setVisible(false);
+    EXPECT_EQ(box.grab().toImage().pixelColor(5, 20), QColor(Qt::black));
+}
+
+using MarkerLabelControl = Controls;
+
+TEST_F(MarkerLabelControl, KeepsItsTopInTwipsWhileTheWidgetFollowsToTheNearestPixel) {
+    QWidget strip;
+    MarkerLabel marker(QStringLiteral("1->"), 360, 210, &strip);
+    marker.setTop(1402.5);
+    EXPECT_DOUBLE_EQ(marker.Top(), 1402.5);
+    EXPECT_EQ(marker.y(), 94) << "93.5 pixels";
+    EXPECT_EQ(marker.size(), QSize(24, 14));
+    marker.setTop(1e12);
+    EXPECT_DOUBLE_EQ(marker.Top(), 1e12);
+}
+
+TEST_F(MarkerLabelControl, TextContrastsWithItsBack) {
+    EXPECT_EQ(contrastingText(QColor(255, 255, 0)), QColor(Qt::black));
+    EXPECT_EQ(contrastingText(QColor(64, 0, 64)), QColor(Qt::white));
+    EXPECT_EQ(contrastingText(QColor(128, 0, 255)), QColor(Qt::white));
+    EXPECT_EQ(contrastingText(QColor(255, 128, 0)), QColor(Qt::black));
+}
+
+TEST(FileFilters, PairsBecomeNameFiltersWithoutNamingAPatternTwice) {
+    EXPECT_EQ(nameFilters(QStringLiteral("KQX bin (*.bin)|*.bin|所有文件|*.*")),
+              (QStringList{QStringLiteral("KQX bin (*.bin)"), QStringLiteral("所有文件 (*)")}));
+    EXPECT_TRUE(nameFilters(QString()).isEmpty());
+}
+
+} // namespace
+} // namespace sixtrace
