@@ -51,7 +51,8 @@ private:
 enum class Existing { Replaced, Kept };
 
 /// Writes a file that appears whole or not at all: into a new file beside it, then given its name in one step. A file
-/// that is replaced keeps its permissions; a link is followed. Gives 0, or the errno of what failed: EEXIST where an
+/// that is replaced keeps its permissions; a link is followed. It does not wait for the disk, so it is for what can be
+/// made again after a power failure. Gives 0, or the errno of what failed: EEXIST where an
 /// existing file is to be kept, EISDIR for a folder.
 [[nodiscard]] int writeWholeFile(const std::string& path, std::span<const std::byte> content, Existing existing);
 
