@@ -152,9 +152,8 @@ private:
             return false; // a capture that came over USB ends in one zero byte more
         }
         if (!layout::kBlockMark.starts_with(start.substr(0, layout::kBlockMark.size()))) {
-            fault(m_at, [&] {
-                return std::to_string(m_size - m_at) + " bytes after the last channel are no channel block";
-            });
+            fault(m_at,
+                  [&] { return std::to_string(m_size - m_at) + " bytes after the last channel are no channel block"; });
             return false;
         }
         if (start.size() < 3) {
