@@ -149,7 +149,7 @@ struct Window {
         const QByteArray bytes = captureBytes(*captureForm("V11"), sixFlatTraces());
         std::ofstream(folder.filePath(QStringLiteral("six.bin")).toStdString(), std::ios::binary)
             .write(bytes.constData(), bytes.size());
-        form = std::make_unique<FrmCom>(*model, FrmComSurroundings{dialogs, [this] { return folder.path(); }, [] {}});
+        form = std::make_unique<FrmCom>(*model, FrmComServices{dialogs, [this] { return folder.path(); }, [] {}});
         form->show();
         form->menuBar()->findChild<QAction*>(QStringLiteral("mnuOpen"))->trigger();
         screen = form->findChild<PictureBox*>(QStringLiteral("Picture2"));
@@ -168,7 +168,7 @@ void mouseMove(benchmark::State& state, int cursorType) {
     int step = 0;
     for ([[maybe_unused]] auto _ : state) {
         step = (step + 7) % 380;
-        Q_EMIT window.screen->mouseMove(0, 10 + step, step);
+        Q_EMIT window.screen->mouseMove(10 + step, step);
         benchmark::ClobberMemory();
     }
     QCoreApplication::processEvents();

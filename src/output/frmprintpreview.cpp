@@ -7,6 +7,7 @@
 #include "output/pageview.h"
 #include "output/previewgeometry.h"
 #include "output/printerchoice.h"
+#include "platform/controls/look.h"
 #include "platform/desktop/dialogs.h"
 #include "platform/drawing/twips.h"
 
@@ -24,13 +25,10 @@ namespace {
 
 constexpr int kWidth = 760;
 constexpr int kHeight = 640;
-constexpr int kMenuBarHeight = 26;
 constexpr std::int32_t kPaperHeightA4 = 16840; // twips
 constexpr std::int32_t kPaperWidthA4 = 11907;
 constexpr double kDisplayDotsPerInch = 96;
 constexpr double kKeyStep = 600; // twips that an arrow key moves the page by
-constexpr int kLeftButton = 1;
-constexpr int kRightButton = 2;
 /// Neither a selection nor a file can be printed from here.
 constexpr int kPreviewPrintFlags = PrinterDialog::kNoSelection | PrinterDialog::kDisablePrintToFile;
 // Typed numbers take a point as decimal mark and no comma, whatever the system's is.
@@ -268,16 +266,16 @@ void frmPrintPreview::mnuHelp_Click() {
     m_surroundings.dialogs.message(lines.join(QStringLiteral("\r\n")), MessageIcon::Plain);
 }
 
-void frmPrintPreview::frameA_MouseDown(int Button, double X, double Y) {
+void frmPrintPreview::frameA_MouseDown(Qt::MouseButton Button, double X, double Y) {
     X0 = whole(X);
     Y0 = whole(Y);
-    if (Button == kRightButton) {
+    if (Button == Qt::RightButton) {
         m_mnuView->popup(QCursor::pos());
     }
 }
 
-void frmPrintPreview::frameA_MouseMove(int Button, double X, double Y) {
-    if ((Button & kLeftButton) == 0) {
+void frmPrintPreview::frameA_MouseMove(Qt::MouseButtons Buttons, double X, double Y) {
+    if (!Buttons.testFlag(Qt::LeftButton)) {
         return;
     }
     movePage(X - X0, Y - Y0);

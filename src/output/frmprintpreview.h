@@ -63,8 +63,8 @@ private:
     void movePage(double dx, double dy);
     [[nodiscard]] double windowWidth() const; ///< inside of the form, twips
     [[nodiscard]] double windowHeight() const;
-    void frameA_MouseDown(int Button, double X, double Y);
-    void frameA_MouseMove(int Button, double X, double Y);
+    void frameA_MouseDown(Qt::MouseButton Button, double X, double Y);
+    void frameA_MouseMove(Qt::MouseButtons Buttons, double X, double Y);
 
     publicM& m_model;
     MdlPrinter& m_settings;

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "output/pageview.h"
 
-#include "platform/controls/picturebox.h"
 #include "platform/drawing/twips.h"
 
 #include <QMouseEvent>
 #include <QPainter>
 
 #include <algorithm>
+#include <cmath>
 
 namespace sixtrace {
 
@@ -23,11 +23,11 @@ int pixels(double twips) {
 } // namespace
 
 void PagePointing::mousePressEvent(QMouseEvent* event) {
-    Q_EMIT mouseDown(buttonNumber(event->button()), event->position().x() * kTwips, event->position().y() * kTwips);
+    Q_EMIT mouseDown(event->button(), event->position().x() * kTwips, event->position().y() * kTwips);
 }
 
 void PagePointing::mouseMoveEvent(QMouseEvent* event) {
-    Q_EMIT mouseMove(buttonNumber(event->buttons()), event->position().x() * kTwips, event->position().y() * kTwips);
+    Q_EMIT mouseMove(event->buttons(), event->position().x() * kTwips, event->position().y() * kTwips);
 }
 
 PageView::PageView(QWidget* parent)

@@ -7,16 +7,16 @@
 
 namespace sixtrace {
 
-/// A widget that tells of the mouse: with the pointer's place inside of it in twips, and button numbers as PictureBox
-/// has them.
+/// A widget that tells where in it the mouse is pressed and moved, in twips. A press comes with its button, a move with
+/// all buttons that are down.
 class PagePointing : public QWidget {
     Q_OBJECT
 public:
     using QWidget::QWidget;
 
 Q_SIGNALS:
-    void mouseDown(int button, double x, double y);
-    void mouseMove(int button, double x, double y);
+    void mouseDown(Qt::MouseButton button, double x, double y);
+    void mouseMove(Qt::MouseButtons buttons, double x, double y);
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;

@@ -9,6 +9,7 @@
 #include "output/printresult.h"
 #include "platform/controls/labels.h"
 #include "platform/controls/listcombo.h"
+#include "platform/controls/look.h"
 #include "platform/controls/picturebox.h"
 #include "platform/controls/toolbar.h"
 #include "shell/everydayways.h"
@@ -16,6 +17,7 @@
 #include "shell/helpcommands.h"
 #include "shell/languagemenus.h"
 #include "shell/mainmenu.h"
+#include "shell/maintoolbar.h"
 #include "shell/programicon.h"
 #include "shell/screenfit.h"
 #include "shell/startup.h"
@@ -30,29 +32,9 @@
 
 namespace sixtrace {
 
-namespace {
-
-constexpr int kMenuBarHeight = 26;
-constexpr int kStopButton = 14;
-
-struct ToolCommand {
-    int button;
-    const char16_t* item;
-};
-
-/// Which menu item a tool button stands for. Buttons 1, 5, 10 and 15 stand for none.
-constexpr std::array kToolCommands{
-    ToolCommand{2, u"mnuOpen"},     ToolCommand{3, u"mnuPrintView"}, ToolCommand{4, u"mnuPrint"},
-    ToolCommand{6, u"mnuTabular"},  ToolCommand{7, u"mnuGraticule"}, ToolCommand{8, u"mnuLine"},
-    ToolCommand{9, u"mnuPoint"},    ToolCommand{11, u"mnuComSet"},   ToolCommand{12, u"mnuAcquire"},
-    ToolCommand{13, u"mnuautoget"}, ToolCommand{14, u"mnustop"},     ToolCommand{16, u"mnuContent"},
-};
-
-} // namespace
-
-FrmCom::FrmCom(publicM& model, FrmComSurroundings surroundings)
+FrmCom::FrmCom(publicM& model, FrmComServices services)
     : m_model(model)
-    , m_surroundings(std::move(surroundings)) {
+    , m_services(std::move(services)) {
     setObjectName(QStringLiteral("FrmCom"));
     setWindowTitle(QStringLiteral("通讯"));
     setWindowIcon(programIcon());
@@ -62,14 +44,12 @@ FrmCom::FrmCom(publicM& model, FrmComSurroundings surroundings)
     auto* client = new QWidget(this);
     m_controls = makeFrmComControls(*client);
     fitToScreen(*this, *client, {kClientWidth, kClientHeight}, kMenuBarHeight, screen()->availableGeometry());
-    // Keys reach no control until the user picks one, or walks to the first with Tab.
+    // Keys reach no control until the user picks one by mouse or by Tab.
     client->setFocus();
     makeScreen();
     makeCommands();
     connectCommands();
-    addEverydayWays(*this,
-                    {m_controls, *m_mouse, [this] { showState(); },
-                     [this](const QString& path) { openFromDesktop(path); }, action(QStringLiteral("mnuChinese"))});
+    addEverydayWays(*this, m_controls, *m_mouse, action(QStringLiteral("mnuChinese")));
     Form_Load();
 }
 
@@ -86,9 +66,8 @@ void FrmCom::makeScreen() {
         ScopeScreen::Pictures{c.Picture2->picture(),
                               {&c.picHidden[0]->picture(), &c.picHidden[1]->picture(), &c.picHidden[2]->picture()}});
     m_mouse = std::make_unique<ScreenMouse>(m_pictures->scope(), *m_pictures);
-    m_appearance = std::make_unique<Appearance>(*m_pictures, m_surroundings.dialogs);
-    m_loading =
-        std::make_unique<CaptureLoading>(m_pictures->scope(), m_surroundings.dialogs, m_surroundings.applicationFolder);
+    m_appearance = std::make_unique<Appearance>(*m_pictures, m_services.dialogs);
+    m_loading = std::make_unique<CaptureLoading>(m_pictures->scope(), m_services.dialogs, m_services.applicationFolder);
     m_widgets = new ScreenWidgets(*m_pictures, *m_mouse, *m_appearance, c,
                                   {&action(QStringLiteral("mnuGraticule")), &action(QStringLiteral("mnuLine")),
                                    &action(QStringLiteral("mnuPoint"))},
@@ -100,15 +79,14 @@ void FrmCom::makeCommands() {
     m_languages = new LanguageMenus(
         m_model, {this, c.Toolbar1, &action(QStringLiteral("mnuEnglish")), &action(QStringLiteral("mnuChinese"))},
         [this] {
-            m_widgets->takeListTexts();
+            m_widgets->display().takeListTexts();
             List1_Click(m_pictures->scope());
             showState();
         },
         this);
-    m_table = new DataTable(m_model, m_surroundings.dialogs, this);
+    m_table = new DataTable(m_model, m_services.dialogs, this);
     m_pictures->setTable([this] { m_table->unloadTable(); }, [this] { m_table->loadTable(); });
-    m_help = new HelpCommands(
-        m_model, {m_surroundings.dialogs, m_surroundings.applicationFolder, m_surroundings.openFile}, *this);
+    m_help = new HelpCommands(m_model, {m_services.dialogs, m_services.applicationFolder, m_services.openFile}, *this);
     m_acquisition =
         new Acquisition(m_model,
                         {.mnuComSet = &action(QStringLiteral("mnuComSet")),
@@ -119,22 +97,22 @@ void FrmCom::makeCommands() {
                          .intervals = {&action(QStringLiteral("mnuone")), &action(QStringLiteral("mnutwo")),
                                        &action(QStringLiteral("mnuthree")), &action(QStringLiteral("mnufive"))},
                          .lastTransfer = c.Label4},
-                        m_surroundings.dialogs, *this, m_surroundings.acquisition, this);
+                        m_services.dialogs, *this, m_services.acquisition, this);
     m_printing = new Printing(m_model,
-                              {m_surroundings.dialogs, m_surroundings.printers, [this] { return pageInputs(m_state); },
+                              {m_services.dialogs, m_services.printers, [this] { return pageInputs(m_state); },
                                [this] { return action(QStringLiteral("mnuPrintSet")).iconText(); }},
                               *this);
-    m_bitmapSave = new BitmapSave({c.Picture3, c.Picture2}, m_surroundings.dialogs, this);
+    m_bitmapSave = new BitmapSave({c.Picture3, c.Picture2}, m_services.dialogs, this);
 }
 
 void FrmCom::connectCommands() {
-    const auto connectItem = [this](const QString& name, auto* area, auto handler) {
-        connect(&action(name), &QAction::triggered, area, handler);
+    const auto connectItem = [this](const QString& name, auto* owner, auto handler) {
+        connect(&action(name), &QAction::triggered, owner, handler);
     };
-    // What changes the screen's state is shown at its end.
-    const auto connectScreen = [this](const QString& name, auto* area, auto handler) {
-        connect(&action(name), &QAction::triggered, this, [this, area, handler] {
-            (area->*handler)();
+    // After a command that changes the state of the screen the widgets show the new state.
+    const auto connectScreen = [this](const QString& name, auto* owner, auto handler) {
+        connect(&action(name), &QAction::triggered, this, [this, owner, handler] {
+            (owner->*handler)();
             showState();
         });
     };
@@ -154,28 +132,7 @@ void FrmCom::connectCommands() {
     connectItem(QStringLiteral("mnuPrintSet"), m_printing, &Printing::mnuPrintSet_Click);
     connectItem(QStringLiteral("mnuSaveAs"), m_bitmapSave, &BitmapSave::mnuSaveAs_Click);
     connectItem(QStringLiteral("mnuExit"), this, &FrmCom::mnuExit_Click);
-    connect(m_controls.Toolbar1, &ToolBar::ButtonClick, this, &FrmCom::Toolbar1_ButtonClick);
-    showTicksOnToolbar();
-}
-
-void FrmCom::showTicksOnToolbar() {
-    for (const ToolCommand& command : kToolCommands) {
-        if (command.button == kStopButton) {
-            continue; // Stop is a push: its menu item's tick is not shown
-        }
-        ToolButton* button = &m_controls.Toolbar1->button(command.button);
-        QAction* item = &action(QString::fromUtf16(command.item));
-        button->setTicked(item->isChecked());
-        connect(item, &QAction::toggled, button, [button](bool ticked) { button->setTicked(ticked); });
-    }
-}
-
-void FrmCom::Toolbar1_ButtonClick(int index) {
-    for (const ToolCommand& command : kToolCommands) {
-        if (command.button == index) {
-            action(QString::fromUtf16(command.item)).trigger();
-        }
-    }
+    connectMainToolbar(*m_controls.Toolbar1, *menuBar());
 }
 
 void FrmCom::centre() {
@@ -184,7 +141,7 @@ void FrmCom::centre() {
 
 void FrmCom::Form_Load() {
     centre();
-    setProgramFolder(m_model, m_surroundings.applicationFolder());
+    setProgramFolder(m_model, m_services.applicationFolder());
     setDefaultMargins(m_printing->settings());
     const StartSettings settings = readStartSettings(m_model.IniFile);
     prepareModel(m_model, settings);
@@ -193,15 +150,15 @@ void FrmCom::Form_Load() {
     m_state.graticule = settings.Graticule ? Graticule::Dotted : Graticule::Cross;
     m_state.lineTicked = settings.DrawLine;
     m_state.pointTicked = settings.DrawPoint;
-    m_languages->tick(m_model.LanguageId);
+    m_languages->tick(languageOf(m_model));
     for (int row = 0; row < 4; ++row) {
-        // The language file gives them their texts.
+        // The language file names the four cursor types.
         m_controls.Combo3->addItem(QStringLiteral(" "));
     }
     Combo3_Click(m_pictures->scope());
     beginStart(m_pictures->scope());
     showState();
-    if (m_model.LanguageId != 0) {
+    if (languageOf(m_model) == Language::English) {
         m_languages->mnuEnglish_Click();
     } else {
         m_languages->mnuChinese_Click();
@@ -229,8 +186,8 @@ FrmMessageOut& FrmCom::messageOut() {
 
 void FrmCom::Form_Unload() {
     m_messageOut.reset();
-    // What is to last is in the settings file already; a running transfer is ended by the end of the process.
-    m_surroundings.endProcess();
+    // The settings file holds every setting already, and the end of the process ends a running transfer.
+    m_services.endProcess();
 }
 
 void FrmCom::loadCapture(const QString& path) {
@@ -260,7 +217,7 @@ void FrmCom::setMessageOut(const QString& text) {
 }
 
 void FrmCom::mnuExit_Click() {
-    m_surroundings.endProcess();
+    m_services.endProcess();
 }
 
 } // namespace sixtrace

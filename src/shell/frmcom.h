@@ -24,40 +24,40 @@ class LanguageMenus;
 class PrintDevices;
 class Printing;
 
-/// What the main window needs of the world around it.
-struct FrmComSurroundings {
+/// What the main window needs from outside.
+struct FrmComServices {
     Dialogs& dialogs;
-    /// App.Path, with or without a separator at its end.
+    /// Gives the program folder, with or without a separator at its end.
     std::function<QString()> applicationFolder;
-    /// Ends the process at once, whatever runs. Tests put something milder here.
+    /// Ends the process at once, whatever is running. Tests only count the calls.
     std::function<void()> endProcess;
-    /// Hands a file to the desktop's program for it.
+    /// Opens a file in the program that the desktop has for it.
     std::function<void(const QString& path)> openFile = {};
-    /// The ways to the instrument; what stays empty is the machine's own.
+    /// How the instrument is reached. A member that stays empty stands for the machine's.
     AcquisitionLinks acquisition{};
-    /// The printers; the machine's own where it is empty.
+    /// Null stands for the printers of the machine.
     PrintDevices* printers = nullptr;
 };
 
-/// The main window. It makes its controls at their places, the screen's state and the rules that drive it, and connects
-/// menu and toolbar to their commands; it has no behaviour of its own but start-up and the two ways out. The model is
-/// handed in and outlives it.
+/// The main window. It makes its controls, the state of the screen and the objects that hold the rules, and connects
+/// menu and toolbar to their commands. Its own behaviour is start-up and the two ways to end the program. The model has
+/// to outlive it.
 class FrmCom : public QMainWindow, private AcquisitionNeighbours {
 public:
-    FrmCom(publicM& model, FrmComSurroundings surroundings);
+    FrmCom(publicM& model, FrmComServices services);
     ~FrmCom() override;
 
     /// What the window shows besides the model.
     [[nodiscard]] ScreenState& state() { return m_state; }
-    /// The controls take what the state says, after it has been changed from outside.
-    void showState() { m_widgets->show(); }
+    /// Makes the controls show the state after it has been changed from outside.
+    void showState() { m_widgets->display().show(); }
     [[nodiscard]] ScopeScreen& pictures() { return *m_pictures; }
-    /// The message window, loaded by its first use.
+    /// The message window. The first call makes it.
     [[nodiscard]] FrmMessageOut& messageOut();
     [[nodiscard]] Acquisition& acquisition() { return *m_acquisition; }
     [[nodiscard]] DataTable& dataTable() { return *m_table; }
     [[nodiscard]] Printing& printing() { return *m_printing; }
-    /// Opens a capture that the desktop hands over; no dialog waits for an answer then.
+    /// Opens a capture that the desktop hands over. Not to be called while a dialog waits for an answer.
     void openFromDesktop(const QString& path);
 
 protected:
@@ -71,12 +71,10 @@ private:
     void makeScreen();
     void makeCommands();
     void connectCommands();
-    void showTicksOnToolbar();
-    void Toolbar1_ButtonClick(int index);
     [[nodiscard]] QAction& action(const QString& name) const;
     void centre();
 
-    // Timed acquisition and transfers.
+    // What acquisition has the window do.
     void loadCapture(const QString& path) override;
     void showCapturePath(const QString& path) override;
     void enableVScroll1(bool enabled) override;
@@ -84,7 +82,7 @@ private:
     void setMessageOut(const QString& text) override;
 
     publicM& m_model;
-    FrmComSurroundings m_surroundings;
+    FrmComServices m_services;
     FrmComControls m_controls{};
     ScreenState m_state;
     std::unique_ptr<ScopeScreen> m_pictures;
@@ -95,7 +93,7 @@ private:
     DataTable* m_table = nullptr;
     LanguageMenus* m_languages = nullptr;
     HelpCommands* m_help = nullptr;
-    std::unique_ptr<FrmMessageOut> m_messageOut; ///< loaded by its first text
+    std::unique_ptr<FrmMessageOut> m_messageOut; ///< null until its first text
     Acquisition* m_acquisition = nullptr;
     Printing* m_printing = nullptr;
     BitmapSave* m_bitmapSave = nullptr;

@@ -13,6 +13,7 @@
 #include "platform/controls/ticklist.h"
 #include "platform/controls/toolbar.h"
 #include "platform/drawing/twips.h"
+#include "shell/maintoolbar.h"
 #include "view/geometry.h"
 
 namespace sixtrace {
@@ -42,7 +43,7 @@ FramePanel* frame(QWidget& client, const QString& name, const QString& caption, 
 
 enum class Role { Caption, Value, Unit };
 
-/// A label of a frame at its place in pixels. Captions and units are muted, values stand in ink.
+/// A label of a frame at its place in pixels. Captions and units are grey, values are dark.
 ReadoutLabel* readout(FramePanel& panel, const QString& name, const QString& caption, const QRect& place, Role role,
                       Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignVCenter) {
     auto* label = named(new ReadoutLabel(&panel), name);
@@ -56,12 +57,7 @@ ReadoutLabel* readout(FramePanel& panel, const QString& name, const QString& cap
 }
 
 void makeToolbar(QWidget& client, FrmComControls& c) {
-    ToolPictures::Names pictures;
-    for (const int index : {2, 3, 4, 6, 7, 8, 9, 11, 12, 13, 14, 16}) {
-        pictures[static_cast<std::size_t>(index)] =
-            QStringLiteral(":/sixtrace/tool%1.svg").arg(index, 2, 10, QLatin1Char('0'));
-    }
-    c.Toolbar1 = new ToolBar(QStringLiteral("Toolbar1"), pictures, &client);
+    c.Toolbar1 = makeMainToolbar(client);
     c.Toolbar1->setGeometry(0, 0, kClientWidth, 35);
 }
 
@@ -73,14 +69,15 @@ void makeStrip(QWidget& client, FrmComControls& c) {
     static const PerChannel<QString> captions{QStringLiteral("1->"), QStringLiteral("2->"), QStringLiteral("A->"),
                                               QStringLiteral("B->"), QStringLiteral("C->"), QStringLiteral("D->")};
     for (int channel = 0; channel < kChannels; ++channel) {
-        const auto i = static_cast<std::size_t>(channel);
-        c.ZLabel[i] = named(new MarkerLabel(captions[i], kStandInWidth, kStandInHeight, c.Picture3),
-                            elementName(QStringLiteral("ZLabel"), channel));
-        c.ZLabel[i]->hide();
-        c.image1[i] = named(new MarkerLabel(captions[i], strip::kMarkerWidth, strip::kMarkerHeight, c.Picture3),
-                            elementName(QStringLiteral("image1"), channel));
-        c.image1[i]->setTop(strip::kCentreTop);
-        c.image1[i]->hide();
+        MarkerLabel*& ZLabel = c.ZLabel[channel];
+        ZLabel = named(new MarkerLabel(captions[channel], kStandInWidth, kStandInHeight, c.Picture3),
+                       elementName(QStringLiteral("ZLabel"), channel));
+        ZLabel->hide();
+        MarkerLabel*& image1 = c.image1[channel];
+        image1 = named(new MarkerLabel(captions[channel], strip::kMarkerWidth, strip::kMarkerHeight, c.Picture3),
+                       elementName(QStringLiteral("image1"), channel));
+        image1->setTop(strip::kCentreTop);
+        image1->hide();
     }
     c.image2 = named(new MarkerLabel({}, kStandInWidth, strip::kMarkerHeight, c.Picture3), QStringLiteral("image2"));
     c.image2->setTop(strip::kCentreTop);
@@ -180,7 +177,7 @@ void makeTimeAndVoltFrames(QWidget& client, FrmComControls& c) {
 }
 
 void makeMeasurementFrame(QWidget& client, FrmComControls& c) {
-    // Made after Frame3, whose last pixel it covers.
+    // Frame4 covers the last row of pixels of Frame3, so it is made after it.
     c.Frame4 = frame(client, QStringLiteral("Frame4"), {}, 8280, 6600, 3615, 1215);
     const auto pair = [&c](const QString& name, const QString& caption, const QString& valueName, double top,
                            ReadoutLabel*& label, ReadoutLabel*& value) {
@@ -207,13 +204,35 @@ void makeFoot(QWidget& client, FrmComControls& c) {
 }
 
 void makeBar(QWidget& client, FrmComControls& c) {
-    // Put below the strip, which covers its ninth pixel.
+    // The bar is nine pixels wide, and the strip covers the ninth.
     c.VScroll1 = named(new PositionBar(&client), QStringLiteral("VScroll1"));
     c.VScroll1->setGeometry(rectOfTwips(0, 560, 135, 6015));
     c.VScroll1->lower();
 }
 
 } // namespace
+
+std::array<Readout, 6> cursorReadouts(const FrmComControls& controls) {
+    const FrmComControls& c = controls;
+    return {{{c.LabYY1, c.LabY1, c.LabYY11},
+             {c.LabYY2, c.LabY2, c.LabYY22},
+             {c.Labddy, c.LabDy, c.LabDDYY},
+             {c.LabXX1, c.LabX1, c.LabXX11},
+             {c.LabXX2, c.LabX2, c.LabXX22},
+             {c.labDDx, c.LabDx, c.LabDDXX}}};
+}
+
+std::optional<ReadoutTexts> shownTexts(const Readout& readout) {
+    const QString value = readout.value->caption().trimmed();
+    if (readout.value->isHidden() || value.isEmpty()) {
+        return std::nullopt;
+    }
+    QString name = readout.name->caption().trimmed();
+    if (name.endsWith(u':') || name.endsWith(u'：')) {
+        name.chop(1);
+    }
+    return ReadoutTexts{name, value, readout.unit != nullptr ? readout.unit->caption().trimmed() : QString()};
+}
 
 FrmComControls makeFrmComControls(QWidget& client) {
     FrmComControls c{};

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <array>
+#include <optional>
 
 class QLabel;
 class QWidget;
@@ -25,7 +26,7 @@ class TickList;
 class ToolBar;
 class TwoWordLabel;
 
-/// The controls of the main window below its menu bar, at their places. Plain pointers: the window owns them all.
+/// The controls of the main window below its menu bar. The window owns them all.
 struct FrmComControls {
     ToolBar* Toolbar1;
 
@@ -65,14 +66,32 @@ struct FrmComControls {
     PathLabel* Label5;
 };
 
+/// The labels of one readout: its name, its value, and its unit where the value does not hold it.
+struct Readout {
+    const ReadoutLabel* name;
+    const ReadoutLabel* value;
+    const ReadoutLabel* unit = nullptr;
+};
+/// The readouts of Frame1, from top to bottom.
+[[nodiscard]] std::array<Readout, 6> cursorReadouts(const FrmComControls& controls);
+
+/// What a readout says, without blanks at the ends and without the colon of its name.
+struct ReadoutTexts {
+    QString name;
+    QString value;
+    QString unit; ///< empty where the readout has no label for it, or none is written on it
+};
+/// Nothing while the readout is hidden or has no value.
+[[nodiscard]] std::optional<ReadoutTexts> shownTexts(const Readout& readout);
+
 /// Size of the main window below its menu bar, pixels.
 inline constexpr int kClientWidth = 800;
 inline constexpr int kClientHeight = 553;
 
-/// Makes every control as a child of `client`, with its object name and its design caption.
+/// Makes every control at its place as a child of `client`, with its object name and the caption of its design.
 [[nodiscard]] FrmComControls makeFrmComControls(QWidget& client);
 
-/// Name of an element of a control array: "image1(2)".
+/// The object name of an element of a control array, for example "image1(2)".
 [[nodiscard]] QString elementName(const QString& name, int index);
 
 } // namespace sixtrace

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shell/helpcommands.h"
 
+#include "capture/mdllan.h"
 #include "platform/desktop/windowtofront.h"
 #include "platform/files/programfolder.h"
 #include "shell/frmabout.h"
@@ -12,7 +13,7 @@ namespace sixtrace {
 
 namespace {
 
-/// Compiled help where the desktop opens such files, pages elsewhere.
+/// Only Windows opens compiled help files. The other desktops open pages.
 constexpr std::array kEndings {
 #if defined(Q_OS_WIN)
     u".chm",
@@ -22,28 +23,28 @@ constexpr std::array kEndings {
 
 } // namespace
 
-HelpCommands::HelpCommands(publicM& model, Surroundings surroundings, QWidget& form)
+HelpCommands::HelpCommands(publicM& model, Services services, QWidget& form)
     : QObject(&form)
     , m_model(model)
-    , m_surroundings(std::move(surroundings))
+    , m_services(std::move(services))
     , m_form(form) {}
 
 void HelpCommands::mnuContent_Click() {
-    const QString name = withSeparator(m_surroundings.applicationFolder()) +
-                         (m_model.LanguageId == 0 ? QStringLiteral("vrt_c") : QStringLiteral("vrt_e"));
+    const QString name = withSeparator(m_services.applicationFolder()) +
+                         (languageOf(m_model) == Language::Chinese ? QStringLiteral("vrt_c") : QStringLiteral("vrt_e"));
     for (const char16_t* ending : kEndings) {
         const QString file = name + QString::fromUtf16(ending);
-        if (QFileInfo::exists(file) && m_surroundings.openFile) {
-            m_surroundings.openFile(file);
+        if (QFileInfo::exists(file) && m_services.openFile) {
+            m_services.openFile(file);
             return;
         }
     }
 }
 
 void HelpCommands::mnuAbout_Click() {
-    // One that was closed is gone as soon as events run again; it does not come back.
+    // A window that was closed deletes itself when events run next, so it cannot be shown again.
     if (m_about.isNull() || !m_about->isVisible()) {
-        m_about = new frmAbout(m_model, m_surroundings.dialogs, &m_form);
+        m_about = new frmAbout(m_model, m_services.dialogs, &m_form);
     }
     bringToFront(*m_about);
 }

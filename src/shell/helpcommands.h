@@ -16,24 +16,24 @@ class Dialogs;
 /// The commands of the help menu. Owned by the window.
 class HelpCommands : public QObject {
 public:
-    struct Surroundings {
+    struct Services {
         Dialogs& dialogs;
         std::function<QString()> applicationFolder;
-        /// Hands a file to the desktop's program for it.
+        /// Opens a file in the program that the desktop has for it.
         std::function<void(const QString& path)> openFile;
     };
 
-    HelpCommands(publicM& model, Surroundings surroundings, QWidget& form);
+    HelpCommands(publicM& model, Services services, QWidget& form);
 
-    /// Opens the help in the language that is ticked. A missing file is passed over in silence.
+    /// Opens the help in the current language. Does nothing where the file is missing.
     void mnuContent_Click();
     void mnuAbout_Click();
 
 private:
     publicM& m_model;
-    Surroundings m_surroundings;
+    Services m_services;
     QWidget& m_form;
-    QPointer<QWidget> m_about; ///< while it is loaded
+    QPointer<QWidget> m_about; ///< null while the about box is not loaded
 };
 
 } // namespace sixtrace

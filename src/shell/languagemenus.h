@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "capture/publicm.h"
+#include "capture/mdllan.h"
 
 #include <QObject>
 
@@ -14,7 +14,7 @@ namespace sixtrace {
 
 class ToolBar;
 
-/// The two language commands of the main window. Owned by it, as are its widgets.
+/// The two language commands of the main window. Owned by the window, as are the widgets.
 class LanguageMenus : public QObject {
 public:
     struct Widgets {
@@ -24,16 +24,16 @@ public:
         QAction* mnuChinese;
     };
 
-    /// `afterSwitch` retitles what code composes itself.
+    /// `afterSwitch` is called at the end of a switch, to rewrite the texts that do not come from the language file.
     LanguageMenus(publicM& model, const Widgets& widgets, std::function<void()> afterSwitch, QObject* parent);
 
     void mnuChinese_Click();
     void mnuEnglish_Click();
-    /// Ticks the menu of a language: 0 is Chinese, anything else English.
-    void tick(int languageId);
+    /// Ticks the menu item of a language and unticks the other one.
+    void tick(Language language);
 
 private:
-    void switchTo(std::int16_t languageId);
+    void switchTo(Language language);
 
     publicM& m_model;
     Widgets m_widgets;

@@ -15,33 +15,34 @@ enum class Kind { Item, Ticked, Unticked, Separator, Submenu };
 enum class Shown { Yes, No };
 
 struct Entry {
-    const char16_t* menu; ///< name of the menu that it stands in, null for the bar
+    const char16_t* menu; ///< name of the menu that holds the entry, null for the menu bar
     const char16_t* name;
     const char16_t* caption;
     Kind kind = Kind::Item;
     Shown shown = Shown::Yes;
+    const char16_t* shortcut = nullptr; ///< hidden entries have none, so that they stay out of reach
 };
 
 constexpr std::array kEntries{
     Entry{nullptr, u"mnuFile", u"文件(&F)", Kind::Submenu},
     Entry{u"mnuFile", u"mnuNew", u"新建", Kind::Item, Shown::No},
-    Entry{u"mnuFile", u"mnuOpen", u"打开"},
+    Entry{u"mnuFile", u"mnuOpen", u"打开", Kind::Item, Shown::Yes, u"Ctrl+O"},
     Entry{u"mnuFile", u"mnuSaveAs", u"另存为位图", Kind::Item, Shown::No},
     Entry{u"mnuFile", u"mnuBar1", u"-", Kind::Separator},
     Entry{u"mnuFile", u"mnuPageSet", u"页面设置"},
-    Entry{u"mnuFile", u"mnuPrintView", u"打印预览"},
-    Entry{u"mnuFile", u"mnuPrint", u"打印"},
+    Entry{u"mnuFile", u"mnuPrintView", u"打印预览", Kind::Item, Shown::Yes, u"Ctrl+Shift+P"},
+    Entry{u"mnuFile", u"mnuPrint", u"打印", Kind::Item, Shown::Yes, u"Ctrl+P"},
     Entry{u"mnuFile", u"mnuPrintSet", u"打印机设置"},
     Entry{u"mnuFile", u"mnuBar2", u"-", Kind::Separator},
-    Entry{u"mnuFile", u"mnuExit", u"退出"},
+    Entry{u"mnuFile", u"mnuExit", u"退出", Kind::Item, Shown::Yes, u"Ctrl+Q"},
     Entry{nullptr, u"mnuView", u"视图(&V)", Kind::Submenu},
     Entry{u"mnuView", u"mnuWaveXY", u"波形XY", Kind::Ticked},
-    Entry{u"mnuView", u"mnuTabular", u"数值列表"},
+    Entry{u"mnuView", u"mnuTabular", u"数值列表", Kind::Item, Shown::Yes, u"Ctrl+T"},
     Entry{u"mnuView", u"mnuBar3", u"-", Kind::Separator, Shown::No},
     Entry{u"mnuView", u"mnuBar7", u"-", Kind::Separator},
     Entry{u"mnuView", u"MnuGridColor", u"GridColor"},
     Entry{u"mnuView", u"mnubackgroundcolor", u"Background Color"},
-    Entry{u"mnuView", u"mnuGraticule", u"网格", Kind::Ticked},
+    Entry{u"mnuView", u"mnuGraticule", u"网格", Kind::Ticked, Shown::Yes, u"Ctrl+G"},
     Entry{u"mnuView", u"mnuTools", u"工具栏", Kind::Ticked, Shown::No},
     Entry{u"mnuView", u"mnuStatus", u"状态栏", Kind::Ticked, Shown::No},
     Entry{nullptr, u"mnuFormat", u"格式(&O)", Kind::Submenu},
@@ -51,7 +52,7 @@ constexpr std::array kEntries{
     Entry{nullptr, u"mnuCom", u"通讯(&C)", Kind::Submenu},
     Entry{u"mnuCom", u"mnuComSet", u"串口设置"},
     Entry{u"mnuCom", u"mnubar11", u"-", Kind::Separator},
-    Entry{u"mnuCom", u"mnuAcquire", u"手动获取(&A)"},
+    Entry{u"mnuCom", u"mnuAcquire", u"手动获取(&A)", Kind::Item, Shown::Yes, u"F5"},
     Entry{u"mnuCom", u"mnubar22", u"-", Kind::Separator},
     Entry{u"mnuCom", u"mnuautoget", u"自动获取", Kind::Unticked},
     Entry{u"mnuCom", u"mnutimeselect", u"时间间隔", Kind::Submenu, Shown::No},
@@ -65,12 +66,12 @@ constexpr std::array kEntries{
     Entry{u"mnuLanguage", u"mnuEnglish", u"English", Kind::Unticked},
     Entry{u"mnuLanguage", u"mnuChinese", u"Chinese", Kind::Unticked},
     Entry{nullptr, u"mnuHelp", u"帮助(&H)", Kind::Submenu},
-    Entry{u"mnuHelp", u"mnuContent", u"目录"},
+    Entry{u"mnuHelp", u"mnuContent", u"目录", Kind::Item, Shown::Yes, u"F1"},
     Entry{u"mnuHelp", u"mnuBar5", u"-", Kind::Separator},
     Entry{u"mnuHelp", u"mnuAbout", u"关于"},
 };
 
-/// Choosing a ticked item would change its tick by itself; put it back, since the handlers decide.
+/// Puts the tick of an item back when the user chooses it: the toolkit changes it, but the handlers decide.
 void keepTick(QAction& action) {
     QObject::connect(&action, &QAction::triggered, &action, [&action](bool ticked) { action.setChecked(!ticked); });
 }
@@ -103,6 +104,9 @@ void fillMainMenu(QMenuBar& bar) {
         QAction* action = makeAction(bar, menu, entry);
         action->setObjectName(QString::fromUtf16(entry.name));
         action->setVisible(entry.shown == Shown::Yes);
+        if (entry.shortcut != nullptr) {
+            action->setShortcut(QKeySequence(QString::fromUtf16(entry.shortcut), QKeySequence::PortableText));
+        }
     }
 }
 

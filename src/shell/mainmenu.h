@@ -5,9 +5,9 @@ class QMenuBar;
 
 namespace sixtrace {
 
-/// Fills the menu bar with the commands of the main window: captions of the design, hidden and ticked items included.
-/// Every item is an action that bears its name; what it does is connected by the window. A tick is the handlers' to
-/// set: choosing an item does not change it.
+/// Fills the menu bar with the items of the main window: captions of the design, ticks, keys; the hidden items too. The
+/// object name of an item is its name in the design. The window connects the items to what they do. Choosing an item
+/// does not change its tick: the handlers set it.
 void fillMainMenu(QMenuBar& bar);
 
 } // namespace sixtrace

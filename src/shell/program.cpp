@@ -8,8 +8,8 @@
 
 namespace sixtrace {
 
-Program::Program(FrmComSurroundings surroundings)
-    : m_surroundings(std::move(surroundings))
+Program::Program(FrmComServices services)
+    : m_services(std::move(services))
     , m_model(std::make_unique<publicM>())
     , m_splash(std::make_unique<frmSplash>([this] { loadMain(); }, [this] { showMain(); })) {}
 
@@ -21,7 +21,7 @@ void Program::start() {
 
 void Program::loadMain() {
     if (m_frmCom == nullptr) {
-        m_frmCom = std::make_unique<FrmCom>(*m_model, m_surroundings);
+        m_frmCom = std::make_unique<FrmCom>(*m_model, m_services);
     }
 }
 

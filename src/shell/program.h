@@ -15,7 +15,7 @@ class frmSplash;
 /// and the desktop's calls, which reach the main window from then on. What it is given outlives it.
 class Program {
 public:
-    explicit Program(FrmComSurroundings surroundings);
+    explicit Program(FrmComServices services);
     ~Program();
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
@@ -32,7 +32,7 @@ private:
     void loadMain();
     void showMain();
 
-    FrmComSurroundings m_surroundings;
+    FrmComServices m_services;
     std::unique_ptr<publicM> m_model;
     std::unique_ptr<FrmCom> m_frmCom;
     DesktopCalls m_calls;

@@ -9,26 +9,26 @@
 #include <QClipboard>
 #include <QMenu>
 
+#include <span>
+
 namespace sixtrace {
 
 namespace {
 
-/// "y1", its value and its unit, parted by tabs; nothing while the readout is hidden or empty.
-QString lineOf(const ReadoutLabel& caption, const ReadoutLabel& value, const ReadoutLabel* unit) {
-    if (value.isHidden() || value.caption().trimmed().isEmpty()) {
-        return {};
+/// One line for each readout that is shown: name and value, and the unit where the readout has a label for it,
+/// separated by tabs.
+QString linesOf(std::span<const Readout> readouts) {
+    QStringList lines;
+    for (const Readout& readout : readouts) {
+        if (const auto shown = shownTexts(readout)) {
+            QStringList cells{shown->name, shown->value};
+            if (readout.unit != nullptr) {
+                cells.append(shown->unit);
+            }
+            lines.append(cells.join(u'\t'));
+        }
     }
-    QString name = caption.caption().trimmed();
-    if (name.endsWith(u':') || name.endsWith(u'：')) {
-        name.chop(1);
-    }
-    const QString line = name + QLatin1Char('\t') + value.caption().trimmed();
-    return unit == nullptr ? line : line + QLatin1Char('\t') + unit->caption().trimmed();
-}
-
-QString linesOf(QStringList lines) {
-    lines.removeAll(QString());
-    return lines.join(QLatin1Char('\n'));
+    return lines.join(u'\n');
 }
 
 void copy(const QString& text) {
@@ -46,9 +46,13 @@ ReadoutCopy::ReadoutCopy(const FrmComControls& controls, QWidget& form)
     m_mnuCopy->setObjectName(QStringLiteral("mnuCopy"));
     m_mnuCopy->setShortcut(QKeySequence::Copy);
     form.addAction(m_mnuCopy);
-    connect(m_mnuCopy, &QAction::triggered, this, [this] { copy(linesOf({cursorReadouts(), measurements()})); });
-    offerOn(*controls.Frame1, &ReadoutCopy::cursorReadouts);
-    offerOn(*controls.Frame4, &ReadoutCopy::measurements);
+    connect(m_mnuCopy, &QAction::triggered, this, [this] {
+        QStringList parts{cursorLines(), measurementLines()};
+        parts.removeAll(QString());
+        copy(parts.join(u'\n'));
+    });
+    offerOn(*controls.Frame1, &ReadoutCopy::cursorLines);
+    offerOn(*controls.Frame4, &ReadoutCopy::measurementLines);
 }
 
 void ReadoutCopy::offerOn(FramePanel& frame, QString (ReadoutCopy::*text)() const) {
@@ -62,17 +66,13 @@ void ReadoutCopy::offerOn(FramePanel& frame, QString (ReadoutCopy::*text)() cons
     });
 }
 
-QString ReadoutCopy::cursorReadouts() const {
-    const FrmComControls& c = m_controls;
-    return linesOf({lineOf(*c.LabYY1, *c.LabY1, c.LabYY11), lineOf(*c.LabYY2, *c.LabY2, c.LabYY22),
-                    lineOf(*c.Labddy, *c.LabDy, c.LabDDYY), lineOf(*c.LabXX1, *c.LabX1, c.LabXX11),
-                    lineOf(*c.LabXX2, *c.LabX2, c.LabXX22), lineOf(*c.labDDx, *c.LabDx, c.LabDDXX)});
+QString ReadoutCopy::cursorLines() const {
+    return linesOf(cursorReadouts(m_controls));
 }
 
-QString ReadoutCopy::measurements() const {
+QString ReadoutCopy::measurementLines() const {
     const FrmComControls& c = m_controls;
-    return linesOf({lineOf(*c.LabP, *c.LabPe, nullptr), lineOf(*c.LabPP, *c.labPPe, nullptr),
-                    lineOf(*c.LabMax, *c.LabMaxx, nullptr)});
+    return linesOf(std::array{Readout{c.LabP, c.LabPe}, Readout{c.LabPP, c.labPPe}, Readout{c.LabMax, c.LabMaxx}});
 }
 
 } // namespace sixtrace

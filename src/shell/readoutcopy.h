@@ -9,15 +9,16 @@ class QAction;
 
 namespace sixtrace {
 
-/// Copies what the main window has measured, as text for a table: by Ctrl+C the readouts of the cursors and the
-/// measurements, by the context menu of their frame the one or the other. Owned by the window.
+/// Copies readouts of the main window to the clipboard, as text that a spreadsheet takes. Ctrl+C copies the cursor
+/// readouts and the measurements; the context menu of a frame copies the readouts in that frame. Owned by the window.
 class ReadoutCopy : public QObject {
 public:
     ReadoutCopy(const FrmComControls& controls, QWidget& form);
 
-    /// One line each, what it is, its value and its unit parted by tabs; nothing of a readout that is hidden or empty.
-    [[nodiscard]] QString cursorReadouts() const;
-    [[nodiscard]] QString measurements() const;
+    /// One line for each readout: name, value and unit, separated by tabs. A readout that is hidden or empty has no
+    /// line.
+    [[nodiscard]] QString cursorLines() const;
+    [[nodiscard]] QString measurementLines() const;
 
 private:
     void offerOn(FramePanel& frame, QString (ReadoutCopy::*text)() const);

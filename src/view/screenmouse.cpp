@@ -12,8 +12,6 @@ namespace sixtrace {
 
 namespace {
 
-constexpr int kLeftButton = 1;
-
 bool isVoltage(CursorHit line) {
     return line == CursorHit::Voltage1 || line == CursorHit::Voltage2;
 }
@@ -147,9 +145,9 @@ void ScreenMouse::image1_MouseDown(int Index, double Y) {
     m_pictures.beginMarkerDrag(Index);
 }
 
-void ScreenMouse::image1_MouseMove(int Index, int Button, double Y) {
+void ScreenMouse::image1_MouseMove(int Index, Qt::MouseButtons Button, double Y) {
     const auto* held = std::get_if<drag::Marker>(&m_drag);
-    if (m_model.AutoRun || Button != kLeftButton || held == nullptr || held->channel != Index) {
+    if (m_model.AutoRun || Button != Qt::LeftButton || held == nullptr || held->channel != Index) {
         return;
     }
     ZeroMarker& marker = m_screen.markers[Index];

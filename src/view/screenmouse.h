@@ -47,9 +47,10 @@ public:
     void Picture2_MouseMove(double X, double Y);
     void Picture2_MouseUp();
 
-    /// X and Y in twips inside the marker; of a move, `Button` is the sum of all that are down.
+    /// X and Y in twips inside the marker; of a move, `Button` is all that are down: a marker follows the left one
+    /// alone.
     void image1_MouseDown(int Index, double Y);
-    void image1_MouseMove(int Index, int Button, double Y);
+    void image1_MouseMove(int Index, Qt::MouseButtons Button, double Y);
     void image1_MouseUp(int Index);
 
     /// Moves a cursor line by screen units, downward or to the right, as far as it stays on the screen. While the mouse

@@ -60,13 +60,13 @@ protected:
 
     FrmCom& load() {
         form = std::make_unique<FrmCom>(
-            *model, FrmComSurroundings{
-                        .dialogs = dialogs,
-                        .applicationFolder = [this] { return m_folder.path(); },
-                        .endProcess = [] {},
-                        .acquisition = {.usb = &link,
-                                        .locatePort = [this](int number) { return location(number); },
-                                        .autoGetFile = [this] { return Result<QString>(path("AutoGet.bin")); }}});
+            *model,
+            FrmComServices{.dialogs = dialogs,
+                           .applicationFolder = [this] { return m_folder.path(); },
+                           .endProcess = [] {},
+                           .acquisition = {.usb = &link,
+                                           .locatePort = [this](int number) { return location(number); },
+                                           .autoGetFile = [this] { return Result<QString>(path("AutoGet.bin")); }}});
         return *form;
     }
     template<typename Control>

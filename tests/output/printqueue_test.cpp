@@ -3,7 +3,7 @@
 #include "output/printwindow.h"
 #include "output/privatequeue.h"
 
-#include "platform/desktop/toolkitlanguage.h"
+#include "platform/desktop/qtdialogs.h"
 #include "platform/files/wholefile.h"
 #include "platform/printing/pdfprinter.h"
 #include "platform/printing/qtprinters.h"
@@ -55,12 +55,12 @@ protected:
     }
     /// The main window with a capture, over printers of the machine.
     void openOver(PrintDevices& machine) {
-        form = std::make_unique<FrmCom>(*model, FrmComSurroundings{answering,
-                                                                   [this] { return path(QStringLiteral(".")); },
-                                                                   [this] { ++ends; },
-                                                                   [](const QString&) {},
-                                                                   {},
-                                                                   &machine});
+        form = std::make_unique<FrmCom>(*model, FrmComServices{answering,
+                                                               [this] { return path(QStringLiteral(".")); },
+                                                               [this] { ++ends; },
+                                                               [](const QString&) {},
+                                                               {},
+                                                               &machine});
         form->show();
         loadSix();
     }
@@ -362,7 +362,7 @@ TEST_F(PaperTest, TheDialogStartsFromWhatIsSetAndAcceptedUntouchedChangesNothing
     dialog.Duplex = 3;
     dialog.ColorMode = 1;
     dialog.Flags = 0x10C;
-    setToolkitLanguage(1);
+    showToolkitInEnglish();
     DialogWatch watch([](QPrintDialog& box) {
         EXPECT_TRUE(acceptButton(box).contains(QStringLiteral("Print")));
         box.accept();
@@ -388,7 +388,7 @@ TEST_F(PaperTest, TheSetupIsASetupByTitleAndButtonAndHasNoPagesToChoose) {
     dialog.PaperSize = 9;
     dialog.Orientation = 1;
     dialog.Flags = 0x14C;
-    setToolkitLanguage(1);
+    showToolkitInEnglish();
     DialogWatch watch([](QPrintDialog& box) {
         EXPECT_EQ(box.windowTitle(), QStringLiteral("Printer Setup"));
         EXPECT_TRUE(acceptButton(box).contains(QStringLiteral("OK"))) << acceptButton(box).toStdString();

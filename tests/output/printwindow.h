@@ -51,12 +51,12 @@ public:
 class PrintWindow : public FrmComTest {
 protected:
     void open() {
-        form = std::make_unique<FrmCom>(*model, FrmComSurroundings{answering,
-                                                                   [this] { return path(QStringLiteral(".")); },
-                                                                   [this] { ++ends; },
-                                                                   [](const QString&) {},
-                                                                   {},
-                                                                   &devices});
+        form = std::make_unique<FrmCom>(*model, FrmComServices{answering,
+                                                               [this] { return path(QStringLiteral(".")); },
+                                                               [this] { ++ends; },
+                                                               [](const QString&) {},
+                                                               {},
+                                                               &devices});
         form->show();
     }
     void openWithCapture() {

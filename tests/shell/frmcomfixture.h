@@ -45,7 +45,7 @@ protected:
 
     FrmCom& load() {
         form = std::make_unique<FrmCom>(
-            *model, FrmComSurroundings{dialogs, [this] { return m_folder.path(); }, [this] { ++ends; }});
+            *model, FrmComServices{dialogs, [this] { return m_folder.path(); }, [this] { ++ends; }});
         return *form;
     }
     /// Puts a zero marker at a top in twips, as a drag would leave it.

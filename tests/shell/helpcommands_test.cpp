@@ -14,9 +14,9 @@ namespace {
 class HelpCommandsTest : public FrmComTest {
 protected:
     FrmCom& loadWithOpener() {
-        form = std::make_unique<FrmCom>(
-            *model, FrmComSurroundings{dialogs, [this] { return path(QStringLiteral(".")); }, [this] { ++ends; },
-                                       [this](const QString& file) { opened << file; }});
+        form = std::make_unique<FrmCom>(*model, FrmComServices{dialogs, [this] { return path(QStringLiteral(".")); },
+                                                               [this] { ++ends; },
+                                                               [this](const QString& file) { opened << file; }});
         return *form;
     }
     QStringList opened;

@@ -19,7 +19,7 @@ protected:
     void SetUp() override {
         FrmComTest::SetUp();
         program = std::make_unique<Program>(
-            FrmComSurroundings{dialogs, [this] { return path(QStringLiteral(".")); }, [this] { ++ends; }});
+            FrmComServices{dialogs, [this] { return path(QStringLiteral(".")); }, [this] { ++ends; }});
         program->start();
     }
     static constexpr int kPatienceMs = 120'000;

@@ -195,7 +195,7 @@ protected:
             const int to = y + below(121) - 60;
             const bool left = below(5) != 0;
             drag(marker(channel), 3, to, left ? Qt::LeftButton : Qt::RightButton);
-            mouse->image1_MouseMove(channel, left ? 1 : 2, to * 15);
+            mouse->image1_MouseMove(channel, left ? Qt::LeftButton : Qt::RightButton, to * 15);
         }
         if (below(5) != 0) {
             release(marker(channel), 3, y);

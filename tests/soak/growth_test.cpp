@@ -46,7 +46,7 @@ protected:
         write(text("six.bin"), smallCapture(6));
         write(text("none.bin"), "no capture");
         form = std::make_unique<FrmCom>(
-            *model, FrmComSurroundings{
+            *model, FrmComServices{
                         .dialogs = dialogs,
                         .applicationFolder = [this] { return path(text(".")); },
                         .endProcess = [] {},

@@ -163,7 +163,7 @@ TEST_F(Mouse, TimedAcquisitionKeepsEachEventOfAMarkerFromItsWork) {
     mouse->image1_MouseDown(2, 90);
     model->AutoRun = true;
     const double top = marker(2).top;
-    mouse->image1_MouseMove(2, 1, 190);
+    mouse->image1_MouseMove(2, Qt::LeftButton, 190);
     EXPECT_EQ(marker(2).top, top);
     const unsigned before = frames();
     mouse->image1_MouseUp(2);
@@ -238,15 +238,15 @@ TEST_F(Mouse, AMarkerGoesWithThePointerAsFarAsThirtyTwipsBeyondItsEnds) {
     EXPECT_TRUE(marker(2).pressed);
     EXPECT_EQ(state().selectedRow, 2);
     EXPECT_EQ(state().CurChannel, 2);
-    mouse->image1_MouseMove(2, 1, 191.25);
+    mouse->image1_MouseMove(2, Qt::LeftButton, 191.25);
     EXPECT_EQ(marker(2).top, 3765); // 3663.75 + 101.25
-    mouse->image1_MouseMove(2, 1, 90 + (5895 - 3765));
+    mouse->image1_MouseMove(2, Qt::LeftButton, 90 + (5895 - 3765));
     EXPECT_EQ(marker(2).top, 5895);
-    mouse->image1_MouseMove(2, 1, 91);
+    mouse->image1_MouseMove(2, Qt::LeftButton, 91);
     EXPECT_EQ(marker(2).top, 5895);
-    mouse->image1_MouseMove(2, 1, 90 - 6000);
+    mouse->image1_MouseMove(2, Qt::LeftButton, 90 - 6000);
     EXPECT_EQ(marker(2).top, -105);
-    mouse->image1_MouseMove(2, 1, 89);
+    mouse->image1_MouseMove(2, Qt::LeftButton, 89);
     EXPECT_EQ(marker(2).top, -105);
     mouse->image1_MouseUp(2);
     EXPECT_FALSE(marker(2).pressed);
@@ -258,12 +258,12 @@ TEST_F(Mouse, AMarkerGoesWithThePointerAsFarAsThirtyTwipsBeyondItsEnds) {
 }
 
 TEST_F(Mouse, AMarkerGoesOnlyWithTheLeftButtonAndOnlyIfItWasPressed) {
-    mouse->image1_MouseMove(2, 1, 190);
+    mouse->image1_MouseMove(2, Qt::LeftButton, 190);
     EXPECT_EQ(marker(2).top, 3663.75);
     mouse->image1_MouseDown(2, 90);
-    mouse->image1_MouseMove(2, 2, 190);
-    mouse->image1_MouseMove(2, 3, 190);
-    mouse->image1_MouseMove(0, 1, 190);
+    mouse->image1_MouseMove(2, Qt::RightButton, 190);
+    mouse->image1_MouseMove(2, Qt::LeftButton | Qt::RightButton, 190);
+    mouse->image1_MouseMove(0, Qt::LeftButton, 190);
     EXPECT_EQ(marker(2).top, 3663.75);
     EXPECT_EQ(marker(0).top, 2910);
 }
@@ -272,7 +272,7 @@ TEST_F(Mouse, AMarkerWithoutDataMovesAloneAndKeepsItsBorder) {
     const unsigned before = frames();
     mouse->image1_MouseDown(1, 90);
     EXPECT_EQ(drawMode(), DrawMode::XorPen);
-    mouse->image1_MouseMove(1, 1, 190);
+    mouse->image1_MouseMove(1, Qt::LeftButton, 190);
     EXPECT_EQ(marker(1).top, 3100);
     mouse->image1_MouseUp(1);
     EXPECT_TRUE(marker(1).pressed);
@@ -284,7 +284,7 @@ TEST_F(Mouse, ADraggedMarkerTakesItsTraceAndAtItsReleaseTheReadouts) {
     show(CursorType::Voltage);
     mouse->image1_MouseDown(0, 90);
     const unsigned before = frames();
-    mouse->image1_MouseMove(0, 1, 90 + 753.75); // a division
+    mouse->image1_MouseMove(0, Qt::LeftButton, 90 + 753.75); // a division
     EXPECT_EQ(frames(), before + 1);
     EXPECT_EQ(model->ChannelYPos[0], 250);
     EXPECT_EQ(state().voltages.values[0], number("1000.00"));

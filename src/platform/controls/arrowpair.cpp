@@ -111,9 +111,7 @@ void ArrowPair::paintEvent(QPaintEvent*) {
         painter.restore();
     }
     if (hasFocus()) {
-        painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(QColor::fromRgb(bench::kAccent), 2));
-        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 3, 3);
+        paintFocusLine(painter, rect(), 3);
     }
 }
 

@@ -6,15 +6,15 @@
 
 namespace sixtrace {
 
-/// Two small arrows in one box, side by side or one above the other, that step something: one signal a press, then
-/// repeated while the button stays down. What is stepped, and its bounds, are the listener's.
+/// Two small arrows in one box, side by side or one above the other. A press sends one signal, and more while the mouse
+/// button stays down. The receiver decides what is stepped, and how far.
 class ArrowPair : public QWidget {
     Q_OBJECT
 public:
     ArrowPair(Qt::Orientation orientation, QWidget* parent);
 
 Q_SIGNALS:
-    /// The arrow that points up or right: the next higher row.
+    /// The arrow that points up or right. It stands for the next higher row of a list.
     void UpClick();
     /// The arrow that points down or left.
     void DownClick();

@@ -13,10 +13,9 @@ namespace sixtrace {
 
 namespace {
 
-constexpr int kMenuBarItemMargin = 12; ///< on either side of a title of the menu bar
-constexpr int kMenuBarHeight = 26;
+constexpr int kMenuBarItemMargin = 12; ///< pixels left and right of a title
 
-/// The ground of the menu bar, with the line at its foot.
+/// The background of the menu bar, with the line at its lower edge.
 void fillMenuBar(QPainter& painter, const QRect& rect) {
     painter.fillRect(rect, QColor::fromRgb(bench::kWindow));
     painter.fillRect(QRect(rect.left(), kMenuBarHeight - 1, rect.width(), 1), QColor::fromRgb(bench::kMenuLine));
@@ -51,12 +50,7 @@ void BenchStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
                                const QWidget* widget) const {
     const bool enabled = option->state.testFlag(State_Enabled);
     if (element == PE_FrameFocusRect) {
-        painter->save();
-        painter->setRenderHint(QPainter::Antialiasing);
-        painter->setPen(QPen(QColor::fromRgb(bench::kAccent), 2));
-        painter->setBrush(Qt::NoBrush);
-        painter->drawRoundedRect(QRectF(option->rect).adjusted(1, 1, -1, -1), 2, 2);
-        painter->restore();
+        paintFocusLine(*painter, option->rect, 2);
         return;
     }
     if (element == PE_IndicatorCheckBox && option->state.testFlag(State_On)) {
@@ -98,7 +92,7 @@ void BenchStyle::drawControl(ControlElement element, const QStyleOption* option,
         }
     }
     if (element == CE_MenuItem) {
-        // Hovered entries take the pale accent with ink on it in place of the strong one.
+        // The entry under the pointer is pale with dark text. Fusion would paint it dark with white text.
         const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
         if (item != nullptr) {
             QStyleOptionMenuItem pale = *item;
@@ -156,7 +150,8 @@ int BenchStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, cons
 }
 
 QIcon BenchStyle::standardIcon(StandardPixmap which, const QStyleOption* option, const QWidget* widget) const {
-    // Every menu bar asks for the arrow to items that do not fit. Ours fit, and its pictures take a while to look up.
+    // Every menu bar asks for the arrow that leads to items that do not fit. All of ours fit, and looking the arrow up
+    // would slow the start.
     return which == SP_ToolBarHorizontalExtensionButton ? QIcon() : QProxyStyle::standardIcon(which, option, widget);
 }
 

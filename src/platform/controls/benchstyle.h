@@ -5,8 +5,8 @@
 
 namespace sixtrace {
 
-/// Fusion with the program's accents: flat menus, filled default buttons and ticks, a two pixel focus line inside the
-/// control's edge, no animation. Owned by the application.
+/// Qt's Fusion style with the colours of the program: flat menus, filled default buttons and ticks, a focus line of two
+/// pixels inside the control's edge, no animation. Owned by the application.
 class BenchStyle : public QProxyStyle {
 public:
     BenchStyle();

@@ -13,11 +13,11 @@ namespace sixtrace {
 
 /// The kinds of controls whose captions a language file may replace.
 enum class CaptionKind {
-    None,    ///< lists, text boxes, pictures, toolbars: left alone
+    None,    ///< lists, text boxes, pictures, toolbars: a language file does not change them
     Control, ///< buttons, labels, option buttons, check boxes
     Menu,
     Frame,
-    ComboBox, ///< has entries in place of a caption
+    ComboBox, ///< has entries instead of a caption
 };
 
 [[nodiscard]] CaptionKind captionKind(const QObject& control);
@@ -25,13 +25,13 @@ enum class CaptionKind {
 [[nodiscard]] QString captionOf(const QObject& control);
 void setCaptionOf(QObject& control, const QString& caption);
 
-/// The captions of a window, its controls and the entries of its combo boxes as they stood when they were noted.
+/// Keeps the captions that a window, its controls and the entries of its combo boxes have when the object is made.
 class NotedCaptions {
 public:
     explicit NotedCaptions(const QWidget& form);
 
-    /// Gives the window's present controls their noted captions. A combo box whose entries are no longer as many keeps
-    /// them.
+    /// Gives the window and its controls these captions again. A combo box that now has more or fewer entries is left
+    /// as it is.
     void restore(QWidget& form) const;
 
 private:

@@ -11,7 +11,7 @@ namespace {
 constexpr int kLineTop = 8;
 constexpr int kTitleLeft = 8;
 constexpr int kTitleHeight = 17;
-constexpr int kGapMargin = 4; ///< of window colour on either side of the title
+constexpr int kGapMargin = 4; ///< pixels left and right of the title
 constexpr double kRadius = 4;
 } // namespace
 
@@ -41,7 +41,7 @@ void FramePanel::paintEvent(QPaintEvent*) {
     for (const QRect& rule : m_rules) {
         painter.fillRect(rule, QColor::fromRgb(bench::kRule));
     }
-    // The rows' labels carry trailing blanks; the gap fits what is seen.
+    // Titles that hold the label of a channel end in blanks. The gap is as wide as the text without them.
     QString shown = m_caption;
     while (shown.endsWith(QLatin1Char(' '))) {
         shown.chop(1);

@@ -8,8 +8,8 @@
 
 namespace sixtrace {
 
-/// A titled frame: a rounded line with the title in a gap of it, nothing filled, so that what lies below shows
-/// through. It only groups; placing the controls inside is the window's.
+/// A frame around a group of controls: a rounded line with a title in a gap of the line. It fills nothing, so that what
+/// lies below it stays visible.
 class FramePanel : public QWidget {
     Q_OBJECT
     Q_PROPERTY(QString caption READ caption WRITE setCaption)
@@ -18,7 +18,7 @@ public:
 
     [[nodiscard]] QString caption() const { return m_caption; }
     void setCaption(const QString& caption);
-    /// A thin line inside the frame that parts groups of controls.
+    /// Adds a thin line inside the frame that separates controls.
     void addRule(const QRect& rule);
 
 protected:

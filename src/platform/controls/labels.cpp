@@ -15,7 +15,7 @@ constexpr int kPathInset = 10;
 constexpr int kMarkSize = 13;
 constexpr int kMarkGap = 5;
 
-/// A triangle with an exclamation mark.
+/// Paints a triangle with an exclamation mark.
 void paintMark(QPainter& painter, const QRectF& place) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
@@ -28,7 +28,7 @@ void paintMark(QPainter& painter, const QRectF& place) {
     painter.restore();
 }
 
-/// The largest size, from `full` down to 9 px, at which a text is no wider than `width`.
+/// The largest size, at most `full` and at least 9 px, at which a text fits into `width` pixels; 9 px where none does.
 int fittingPixels(const QString& text, int width, int full) {
     for (int pixels = full; pixels > kSmallestReadoutPixels; --pixels) {
         if (QFontMetrics(interfaceFont(pixels)).horizontalAdvance(text) <= width) {
@@ -47,7 +47,7 @@ ReadoutLabel::ReadoutLabel(QWidget* parent)
 }
 
 void ReadoutLabel::setCaption(const QString& caption) {
-    // Readouts are written anew at each move of the pointer, and mostly with the text that they have.
+    // Readouts are set at each move of the pointer, mostly to the text that they have already.
     if (caption == text()) {
         return;
     }
@@ -75,7 +75,7 @@ void ReadoutLabel::showEvent(QShowEvent* event) {
 
 void ReadoutLabel::fit() {
     if (!isVisible()) {
-        // A font is loaded when there is something to see, not before.
+        // Measuring loads the font, which takes time at the start. It waits until the label is shown.
         return;
     }
     m_pixels = fittingPixels(text().trimmed(), width(), m_fullPixels);
@@ -138,7 +138,7 @@ void PathLabel::showToolTip() {
     QStringList lines{m_fault, text(), m_note};
     lines.removeAll(QString());
     const QString tip = lines.join(u'\n');
-    // Names of files are text, whatever they look like; a tool tip would take some of them for markup.
+    // The name of a file may look like markup, which a tool tip would interpret.
     setToolTip(Qt::mightBeRichText(tip)
                    ? QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(tip.toHtmlEscaped())
                    : tip);

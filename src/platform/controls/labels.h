@@ -5,8 +5,8 @@
 
 namespace sixtrace {
 
-/// A one-line label that is never clipped: a text too wide for it is painted smaller, pixel by pixel down to 9 px, and
-/// then stands as tool tip too. Blanks at the ends belong to the text but are not painted.
+/// A label of one line. A text that is too wide is painted smaller, down to 9 px, and is then the tool tip too. Blanks
+/// at the ends of the text are not painted.
 class ReadoutLabel : public QLabel {
     Q_OBJECT
     Q_PROPERTY(QString caption READ caption WRITE setCaption)
@@ -15,9 +15,9 @@ public:
 
     [[nodiscard]] QString caption() const { return text(); }
     void setCaption(const QString& caption);
-    /// The pixel size at which the present text is painted.
+    /// The size at which the present text is painted, pixels.
     [[nodiscard]] int paintedPixels() const { return m_pixels; }
-    /// The size of a text that fits; smaller ones follow from it.
+    /// Sets the size at which a text that fits is painted, pixels.
     void setFullPixels(int pixels);
 
 Q_SIGNALS:
@@ -35,8 +35,8 @@ private:
     int m_pixels;
 };
 
-/// A label whose caption holds two words with a run of blanks between. The caption stays as it is; the first word is
-/// painted at the left edge, the second centred above the arrows beside a list.
+/// A label whose caption is two words with several blanks between them. The first word is painted at the left edge, the
+/// second above the arrows beside a list.
 class TwoWordLabel : public QLabel {
 public:
     explicit TwoWordLabel(QWidget* parent);
@@ -45,22 +45,23 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 };
 
-/// A label that shows a path: elided in its middle when painted, complete as caption and tool tip. A small mark before
-/// it says that there is something to know about the file.
+/// A label that shows a path. A path that is too long is shortened in the middle when it is painted; caption and tool
+/// tip have all of it. A small mark before the path says that something is wrong with the file.
 class PathLabel : public QLabel {
     Q_OBJECT
 public:
     explicit PathLabel(QWidget* parent);
-    /// Takes a mark away.
+    /// Sets the path and takes the mark away.
     void setCaption(const QString& caption);
-    /// A sentence that the tool tip shows below the caption.
+    /// Sets a sentence that the tool tip shows below the path.
     void setNote(const QString& note);
-    /// What is wrong with the file: it stands in the tool tip, above the path. Empty takes the mark away.
+    /// Sets the mark, and what is wrong with the file, which the tool tip shows above the path. An empty text takes the
+    /// mark away.
     void setFault(const QString& fault);
     [[nodiscard]] bool hasFault() const { return !m_fault.isEmpty(); }
 
 Q_SIGNALS:
-    /// A path has been set, be it the one that was there.
+    /// A path has been set. It may be the same as before.
     void captionSet(const QString& caption);
 
 protected:
@@ -73,7 +74,7 @@ private:
     QString m_note;
 };
 
-/// The band at the foot of the main window, on which the path lies.
+/// The band along the lower edge of the main window, under the paths.
 class StatusBand : public QWidget {
 public:
     explicit StatusBand(QWidget* parent);

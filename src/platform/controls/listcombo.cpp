@@ -41,14 +41,12 @@ void ListCombo::paintEvent(QPaintEvent* event) {
     QComboBox::paintEvent(event);
     if (hasFocus()) {
         QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(QColor::fromRgb(bench::kAccent), 2));
-        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 2, 2);
+        paintFocusLine(painter, rect(), 2);
     }
 }
 
 void ListCombo::wheelEvent(QWheelEvent* event) {
-    // A wheel turned while passing over the list would change a range unnoticed; it has to be the focused control.
+    // A wheel turned while the pointer passes over the list would change a range unnoticed.
     if (hasFocus()) {
         QComboBox::wheelEvent(event);
     } else {

@@ -5,8 +5,8 @@
 
 namespace sixtrace {
 
-/// A drop-down list of fixed entries that tells apart who chooses: a choice by the user raises Click; setting the index
-/// in code raises it when the index changes; giving it a text in code selects the entry and raises nothing.
+/// A drop-down list of fixed entries. Three ways to choose an entry differ in whether they raise Click: a choice by the
+/// user always does; `setListIndex` does when the index changes; `setText` does not.
 class ListCombo : public QComboBox {
     Q_OBJECT
 public:
@@ -16,10 +16,10 @@ public:
     void setListIndex(int index);
     [[nodiscard]] int ListCount() const { return count(); }
     [[nodiscard]] QString List(int index) const { return itemText(index); }
-    /// Rewrites an entry in place; the choice stays.
+    /// Replaces the text of an entry. The choice stays.
     void setList(int index, const QString& text);
     [[nodiscard]] QString Text() const { return currentText(); }
-    /// Selects the first entry of that text; where there is none the choice stays.
+    /// Selects the first entry with this text. Where there is none the choice stays.
     void setText(const QString& text);
 
 Q_SIGNALS:

@@ -4,7 +4,7 @@
 #include "platform/controls/benchstyle.h"
 
 #include <QApplication>
-#include <QFontDatabase>
+#include <QPainter>
 #include <QPalette>
 #include <QToolTip>
 #include <QWidget>
@@ -80,7 +80,7 @@ QPalette benchPalette() {
 
 QColor contrastingText(const QColor& back) {
     const double luminance = 0.2126 * linear(back.red()) + 0.7152 * linear(back.green()) + 0.0722 * linear(back.blue());
-    // Contrast is (lighter + 0.05) / (darker + 0.05); black wins where its ratio is the larger one.
+    // The contrast of two luminances is (lighter + 0.05) / (darker + 0.05).
     const bool black = (luminance + 0.05) / 0.05 >= 1.05 / (luminance + 0.05);
     return black ? QColor(Qt::black) : QColor(Qt::white);
 }
@@ -91,6 +91,15 @@ void setInk(QWidget& widget, QRgb colour) {
         palette.setColor(group, QPalette::WindowText, QColor::fromRgb(colour));
     }
     widget.setPalette(palette);
+}
+
+void paintFocusLine(QPainter& painter, const QRect& control, double radius) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(QColor::fromRgb(bench::kAccent), 2));
+    painter.drawRoundedRect(QRectF(control).adjusted(1, 1, -1, -1), radius, radius);
+    painter.restore();
 }
 
 void applyLook(QApplication& application) {

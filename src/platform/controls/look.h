@@ -7,11 +7,13 @@
 #include <QFont>
 
 class QApplication;
+class QPainter;
+class QRect;
 class QWidget;
 
 namespace sixtrace {
 
-/// The colours of the bench around the screen. The screen's own colours are settings and not listed here.
+/// The colours of the windows. The colours of the oscilloscope screen are settings and do not stand here.
 namespace bench {
 inline constexpr QRgb kWindow = 0xFFF3F4F6;
 inline constexpr QRgb kField = 0xFFFFFFFF;
@@ -41,26 +43,34 @@ inline constexpr QRgb kStatusBand = 0xFFE9ECF0;
 inline constexpr QRgb kArrowBox = 0xFFFBFBFC;
 } // namespace bench
 
-/// Pixel sizes of the type.
+/// Height of the menu bars, pixels.
+inline constexpr int kMenuBarHeight = 26;
+
+/// Sizes of text, pixels.
 inline constexpr int kTextPixels = 13;
 inline constexpr int kSmallTextPixels = 12;
 inline constexpr int kSmallestReadoutPixels = 9;
 
-/// The interface's family at a pixel size. One family serves both languages, so that a switch moves nothing.
+/// The font of the windows at a pixel size. One font family serves both languages, so that a switch of the language
+/// moves nothing.
 [[nodiscard]] QFont interfaceFont(int pixels = kTextPixels);
-/// The family of the channel list, with digits and blanks of one width.
+/// The font of the channel list. Digits and blanks have the same width in it, so that its columns are straight.
 [[nodiscard]] QFont listFont(int pixels = kSmallTextPixels);
 
-/// The colour that a 24-bit colour of the settings stands for.
+/// Conversion between the 24-bit colours of the settings and Qt's.
 [[nodiscard]] QColor toQColor(Colour colour);
 [[nodiscard]] Colour toColour(const QColor& colour);
 /// Black or white, whichever stands out more against `back`.
 [[nodiscard]] QColor contrastingText(const QColor& back);
 
-/// Gives the text of a widget one colour, in every state but disabled.
+/// Sets the text colour of a widget for every state but disabled.
 void setInk(QWidget& widget, QRgb colour);
 
-/// Style, palette and type of the whole program: one light look, whatever the desktop's theme is.
+/// Paints the line that marks the control with the keyboard focus: 2 px wide, just inside `control`, with rounded
+/// corners of `radius` pixels.
+void paintFocusLine(QPainter& painter, const QRect& control, double radius);
+
+/// Sets style, palette and font of the whole program. The look is light whatever the desktop's theme is.
 void applyLook(QApplication& application);
 
 } // namespace sixtrace

@@ -2,7 +2,6 @@
 #include "platform/controls/markerlabel.h"
 
 #include "platform/controls/look.h"
-#include "platform/controls/picturebox.h"
 #include "platform/drawing/twips.h"
 
 #include <QMouseEvent>
@@ -14,8 +13,8 @@ namespace sixtrace {
 
 namespace {
 
-/// Twips of the pixel that a place lies in. The label itself stands on whole pixels: fractions of a pointer would add
-/// up from move to move.
+/// The upper edge, in twips, of the pixel that a place lies in. The label stands on whole pixels, so fractions of the
+/// pointer's place would add up from move to move.
 double wholePixel(double place) {
     return std::floor(place) * kTwips;
 }
@@ -42,7 +41,7 @@ void MarkerLabel::setBackColor(const QColor& back) {
 
 void MarkerLabel::setTop(double twips) {
     m_top = twips;
-    // A place far outside is as good as any other there; the bound keeps it inside what widgets can hold.
+    // A label far outside the strip is unseen wherever it is; the bound keeps its place within what a widget can hold.
     constexpr double kFar = 100000;
     const double bounded = std::isnan(twips) ? 0 : std::clamp(twips, -kFar, kFar);
     move(0, pixelsOfTwips(bounded));
@@ -64,7 +63,7 @@ void MarkerLabel::paintEvent(QPaintEvent*) {
     const QColor ink = contrastingText(m_back);
     painter.setFont(interfaceFont(kSmallTextPixels));
     painter.setPen(ink);
-    // The strip's edge may cover a part: the caption is centred in what is left to see.
+    // The edge of the strip may cover a part of the label. The caption is centred in the part that is seen.
     const QRect visible =
         parentWidget() != nullptr ? parentWidget()->rect().translated(-pos()).intersected(rect()) : rect();
     painter.drawText(visible, Qt::AlignCenter | Qt::TextSingleLine, m_caption);
@@ -81,15 +80,16 @@ void MarkerLabel::paintEvent(QPaintEvent*) {
 }
 
 void MarkerLabel::mousePressEvent(QMouseEvent* event) {
-    Q_EMIT mouseDown(buttonNumber(event->button()), wholePixel(event->position().y()));
+    Q_EMIT mouseDown(wholePixel(event->position().y()));
 }
 
 void MarkerLabel::mouseMoveEvent(QMouseEvent* event) {
-    Q_EMIT mouseMove(buttonNumber(event->buttons()), wholePixel(event->position().y()));
+    constexpr Qt::MouseButtons kKnown = Qt::LeftButton | Qt::RightButton | Qt::MiddleButton;
+    Q_EMIT mouseMove(event->buttons() & kKnown, wholePixel(event->position().y()));
 }
 
-void MarkerLabel::mouseReleaseEvent(QMouseEvent* event) {
-    Q_EMIT mouseUp(buttonNumber(event->button()), wholePixel(event->position().y()));
+void MarkerLabel::mouseReleaseEvent(QMouseEvent*) {
+    Q_EMIT mouseUp();
 }
 
 void MarkerLabel::mouseDoubleClickEvent(QMouseEvent*) {

@@ -6,11 +6,10 @@
 
 namespace sixtrace {
 
-/// A small flat label on the marker strip. Its place is kept in twips as a number of its own; the widget follows it to
-/// the nearest pixel, so that positions survive arithmetic that the pixels would round away.
+/// A small flat label on the marker strip. It keeps its place in twips and stands on the nearest pixel, so that
+/// calculations with the place do not suffer from rounding to pixels.
 ///
-/// Mouse signals carry the pointer's height inside the label, whole pixels in twips, and button numbers as PictureBox
-/// does.
+/// The mouse signals carry the height of the pointer inside the label: whole pixels, in twips.
 class MarkerLabel : public QWidget {
     Q_OBJECT
     Q_PROPERTY(QString caption READ caption WRITE setCaption)
@@ -27,17 +26,18 @@ public:
     void setTop(double twips);
     [[nodiscard]] double Height() const { return m_height; }
 
-    /// The pressed look: a thin line inside the box; size and place do not change.
+    /// Shows a thin line inside the box while the label is pressed. Size and place do not change.
     void setBorder(bool shown);
     [[nodiscard]] bool hasBorder() const { return m_border; }
-    /// The accent line of a control that has the keyboard.
+    /// Shows the line of the control that has the keyboard focus.
     void setFocusLine(bool shown);
     [[nodiscard]] bool hasFocusLine() const { return m_focusLine; }
 
 Q_SIGNALS:
-    void mouseDown(int button, double y);
-    void mouseMove(int button, double y);
-    void mouseUp(int button, double y);
+    void mouseDown(double y);
+    /// `buttons` is those of left, right and middle that are down.
+    void mouseMove(Qt::MouseButtons buttons, double y);
+    void mouseUp();
     void doubleClicked();
 
 protected:

@@ -41,15 +41,10 @@ void CursorLine::setVisible(bool visible) {
     Q_EMIT changed();
 }
 
-int buttonNumber(Qt::MouseButtons buttons) {
-    return (buttons.testFlag(Qt::LeftButton) ? 1 : 0) + (buttons.testFlag(Qt::RightButton) ? 2 : 0) +
-           (buttons.testFlag(Qt::MiddleButton) ? 4 : 0);
-}
-
 PictureBox::PictureBox(int width, int height, QWidget* parent)
     : QWidget(parent)
     , m_picture(width, height) {
-    // Every pixel comes from the picture, so nothing has to be cleared below it.
+    // The picture covers the whole widget, so nothing has to be cleared before it is painted.
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
     installSpokenPictures();
@@ -57,7 +52,7 @@ PictureBox::PictureBox(int width, int height, QWidget* parent)
 
 namespace {
 
-/// A line's strip of device pixels. Both lines of a pair get the same whole number of them, wherever they stand.
+/// Paints a line as a strip of whole device pixels, so that both lines of a pair are equally wide wherever they stand.
 void paintLine(QPainter& painter, const CursorLine& line, double ratio) {
     const QTransform toDevice = painter.deviceTransform();
     const int thickness = std::max(1, static_cast<int>(std::lround(ratio)));
@@ -80,7 +75,7 @@ void paintLine(QPainter& painter, const CursorLine& line, double ratio) {
 
 void PictureBox::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    // The device's own scale, which is not always that of the display: a picture of the window may be taken at any.
+    // The scale of the device, not of the display: a picture of the window may be taken at any scale.
     const double ratio = painter.deviceTransform().m11();
     painter.setRenderHint(QPainter::SmoothPixmapTransform, ratio != std::floor(ratio));
     painter.drawImage(QRectF(0, 0, m_picture.width(), m_picture.height()), m_picture.view());
@@ -92,15 +87,15 @@ void PictureBox::paintEvent(QPaintEvent*) {
 }
 
 void PictureBox::mousePressEvent(QMouseEvent* event) {
-    Q_EMIT mouseDown(buttonNumber(event->button()), event->position().x(), event->position().y());
+    Q_EMIT mouseDown(event->position().x(), event->position().y());
 }
 
 void PictureBox::mouseMoveEvent(QMouseEvent* event) {
-    Q_EMIT mouseMove(buttonNumber(event->buttons()), event->position().x(), event->position().y());
+    Q_EMIT mouseMove(event->position().x(), event->position().y());
 }
 
-void PictureBox::mouseReleaseEvent(QMouseEvent* event) {
-    Q_EMIT mouseUp(buttonNumber(event->button()), event->position().x(), event->position().y());
+void PictureBox::mouseReleaseEvent(QMouseEvent*) {
+    Q_EMIT mouseUp();
 }
 
 void PictureBox::mouseDoubleClickEvent(QMouseEvent*) {

@@ -9,8 +9,8 @@ namespace sixtrace {
 
 class PictureBox;
 
-/// A straight line that lies over a picture box without being part of its picture: a cursor. Coordinates are the
-/// picture's. Owned by its box, which paints it one screen unit wide, never thinner than its twin.
+/// A cursor: a straight line over a picture box that is no part of the picture. Coordinates are those of the picture.
+/// Owned by its box, which paints it one screen unit wide.
 class CursorLine : public QObject {
     Q_OBJECT
 public:
@@ -24,14 +24,14 @@ public:
     [[nodiscard]] bool isVisible() const { return m_visible; }
     [[nodiscard]] Colour colour() const { return m_colour; }
 
-    /// Moves a horizontal line to a height, both ends at once.
+    /// Moves both ends of a horizontal line to a height.
     void setY(double y);
-    /// Moves an upright line sideways, both ends at once.
+    /// Moves both ends of an upright line sideways.
     void setX(double x);
     void setVisible(bool visible);
 
 Q_SIGNALS:
-    /// Place or visibility have changed.
+    /// The line has moved, or was shown or hidden.
     void changed();
 
 private:
@@ -44,10 +44,10 @@ private:
     bool m_visible = true;
 };
 
-/// Shows a Picture, which it owns, by a plain blit: one picture pixel is one logical pixel, sharp at whole display
-/// scales, smooth between them. It draws nothing itself but the cursor lines on top.
+/// Shows a Picture, which it owns. One pixel of the picture is one logical pixel of the display, sharp at whole display
+/// scales and smooth between them. The box itself draws nothing but the cursor lines on top.
 ///
-/// Mouse signals carry screen units; the left button counts as 1, the right as 2, the middle one as 4.
+/// The mouse signals carry places in screen units, for any button.
 class PictureBox : public QWidget {
     Q_OBJECT
 public:
@@ -61,11 +61,11 @@ public:
     void addLine(CursorLine& line) { m_lines.push_back(&line); }
 
 Q_SIGNALS:
-    void mouseDown(int button, double x, double y);
-    void mouseMove(int button, double x, double y);
-    void mouseUp(int button, double x, double y);
+    void mouseDown(double x, double y);
+    void mouseMove(double x, double y);
+    void mouseUp();
     void doubleClicked();
-    /// Its words for assistive tools are now others: see platform/controls/spokentext.h.
+    /// The words for assistive tools have changed: see platform/controls/spokentext.h.
     void spokenTextChanged(const QString& text);
 
 protected:
@@ -79,8 +79,5 @@ private:
     Picture m_picture;
     std::vector<CursorLine*> m_lines;
 };
-
-/// Number of a mouse button as handlers know it; for moves, the sum of all that are down.
-[[nodiscard]] int buttonNumber(Qt::MouseButtons buttons);
 
 } // namespace sixtrace

@@ -17,7 +17,7 @@ namespace {
 constexpr int kEndLength = 12;
 constexpr int kThumbWidth = 6;
 constexpr int kShortestThumb = 32;
-constexpr int kVisibleWidth = 8; ///< the strip beside it covers the ninth pixel
+constexpr int kVisibleWidth = 8; ///< the marker strip covers the ninth pixel
 constexpr int kFirstRepeatMs = 400;
 constexpr int kNextRepeatMs = 60;
 } // namespace
@@ -25,7 +25,7 @@ constexpr int kNextRepeatMs = 60;
 PositionBar::PositionBar(QWidget* parent)
     : QAbstractSlider(parent) {
     setOrientation(Qt::Vertical);
-    setInvertedControls(true); // The bar runs downward: a larger value is lower.
+    setInvertedControls(true); // larger values are lower
     setTracking(false);
     setSingleStep(1);
     setPageStep(1);
@@ -65,7 +65,8 @@ int PositionBar::valueAt(double y) const {
     if (travel <= 0) {
         return m_valueAtPress;
     }
-    // Reckoned from the press, so that a pointer that comes back finds the old value: a pixel may stand for several.
+    // Counted from the place of the press, so that a pointer that returns there gives the old value: one pixel may
+    // stand for several values.
     const double moved = (y - m_pressY) / travel * (maximum() - minimum());
     return std::clamp(m_valueAtPress + static_cast<int>(std::lround(moved)), minimum(), maximum());
 }
@@ -111,7 +112,7 @@ void PositionBar::mouseReleaseEvent(QMouseEvent*) {
 }
 
 void PositionBar::wheelEvent(QWheelEvent* event) {
-    // As for the lists: a wheel turned while passing over the bar would move a trace unnoticed.
+    // A wheel turned while the pointer passes over the bar would move a trace unnoticed.
     if (hasFocus()) {
         QAbstractSlider::wheelEvent(event);
     } else {

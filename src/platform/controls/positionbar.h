@@ -6,9 +6,10 @@
 
 namespace sixtrace {
 
-/// The slim upright bar beside the marker strip. While the thumb is dragged it raises Scroll and already has the new
-/// value; when it is let go, or the value changes in any other way (by code too), it raises Change. A thumb that is let
-/// go where it was taken raises ScrollEnd alone: it may stand for more than the value can say.
+/// The narrow upright bar beside the marker strip. While the thumb is dragged the bar has the new value already and
+/// raises Scroll. It raises Change when the thumb is released, and when the value changes in any other way, by code
+/// too. A thumb that is released where it was pressed raises only ScrollEnd: the value is a whole number and the place
+/// that it stands for may not be, so Change would move what has not been moved.
 class PositionBar : public QAbstractSlider {
     Q_OBJECT
 public:
@@ -16,9 +17,9 @@ public:
 
     [[nodiscard]] int Value() const { return sliderPosition(); }
     [[nodiscard]] int Max() const { return maximum(); }
-    /// A value outside the range goes to the nearer end.
+    /// Sets the nearest whole number inside the range. Does nothing for a value that is not a number.
     void setValueClamped(double value);
-    /// Where the thumb stands, in pixels of the bar.
+    /// The place of the thumb, in pixels inside the bar.
     [[nodiscard]] QRect thumbRect() const;
 
 Q_SIGNALS:

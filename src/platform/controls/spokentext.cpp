@@ -10,7 +10,7 @@ namespace sixtrace {
 
 namespace {
 
-/// The words of its parent. Owned by it.
+/// Holds the text of a picture box, as a child of the box.
 class SpokenText : public QObject {
 public:
     SpokenText(PictureBox& box, std::function<QString()> text)
@@ -32,14 +32,14 @@ private:
     return nullptr;
 }
 
-/// A picture as assistive tools see it. Owned by Qt's cache of such views.
+/// A picture box as assistive tools see it. Qt's cache of accessible objects owns it.
 class SpokenPicture : public QAccessibleWidget {
 public:
     explicit SpokenPicture(PictureBox* box)
         : QAccessibleWidget(box, QAccessible::Graphic) {}
 
     [[nodiscard]] QString text(QAccessible::Text kind) const override {
-        // Some tools read a picture's value, others its description only.
+        // Some tools read the value of a picture, others only its description.
         if (kind == QAccessible::Value || kind == QAccessible::Description) {
             if (const SpokenText* spoken = spokenTextOf(*object())) {
                 return spoken->text();

@@ -9,15 +9,15 @@ namespace sixtrace {
 
 class PictureBox;
 
-/// Makes picture boxes show assistive tools their words. Has to be done before a tool first looks at one; a second time
-/// changes nothing.
+/// Lets assistive tools read the texts of picture boxes. Has to be called before a tool first looks at a box. Further
+/// calls change nothing.
 void installSpokenPictures();
 
-/// Gives a picture box words: assistive tools read `text` as its value and description, made anew whenever they ask.
-/// The function lives as long as the widget.
+/// Gives a picture box a text, which assistive tools read as its value and its description. `text` is called whenever a
+/// tool asks, as long as the box exists.
 void setSpokenText(PictureBox& box, std::function<QString()> text);
 
-/// Tells assistive tools that the words of a picture are now these.
+/// Tells assistive tools that the text of a picture box has changed to `text`.
 void announceSpokenText(PictureBox& box, const QString& text);
 
 } // namespace sixtrace

@@ -31,7 +31,7 @@ void paintTick(QPainter& painter, const QRect& box, bool ticked) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(QColor::fromRgb(ticked ? bench::kAccentDark : bench::kFieldLine), 1));
     painter.setBrush(QColor::fromRgb(ticked ? bench::kAccent : bench::kField));
-    // The line runs around the box's eleven pixels, half of it outside.
+    // The line runs around the eleven pixels of the box, half inside and half outside.
     painter.drawRoundedRect(QRectF(box).adjusted(0.5, 0.5, 0.5, 0.5), 2.5, 2.5);
     if (ticked) {
         painter.setPen(QPen(QColor::fromRgb(bench::kField), 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
@@ -183,7 +183,7 @@ void TickList::mousePressEvent(QMouseEvent* event) {
     if (!isRow(row)) {
         return;
     }
-    // The box may be hit two pixels beside it: it is only eleven wide.
+    // A click up to two pixels beside the box counts too: the box is only eleven pixels wide.
     if (tickRect(row).adjusted(-2, -2, 2, 2).contains(point)) {
         setSelected(row, !Selected(row));
     } else {
@@ -224,7 +224,7 @@ void TickList::keyPressEvent(QKeyEvent* event) {
 
 bool TickList::event(QEvent* event) {
     if (event->type() == QEvent::Paint) {
-        // What lies outside the rows: one line around and one pixel of the list's ground inside it.
+        // The rows do not cover the edge: a line, and inside it one pixel of the background.
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
         const int line = hasFocus() ? 2 : 1;

@@ -7,9 +7,10 @@
 
 namespace sixtrace {
 
-/// A list whose rows carry a tick box and a chip of colour. It keeps three rules that handlers rely on: a tick set or
-/// cleared by code makes its row current and raises ItemCheck, then Click, even if nothing changes; so does a user's
-/// click on the box; and setting the current row by code raises Click like a user's choice of the row.
+/// A list whose rows have a tick box and a small coloured field, the chip. Handlers rely on three rules. Setting or
+/// clearing a tick by code makes the row current and raises ItemCheck, then Click, even if nothing changes. A click of
+/// the user on the tick box does the same. Setting the current row by code raises Click, as the user's choice of a row
+/// does.
 class TickList : public QListWidget {
     Q_OBJECT
 public:
@@ -23,13 +24,13 @@ public:
     [[nodiscard]] bool Selected(int row) const;
     void setSelected(int row, bool ticked);
 
-    /// Stroke of a row's chip; the chip's ground is the same for all rows.
+    /// The colour of the line in a row's chip. The background of the chips is the same for all rows.
     void setChipColour(int row, Colour colour);
     void setChipBack(Colour colour);
-    /// A muted row is painted in the ink of what is disabled; it can be ticked and chosen all the same.
+    /// A muted row has the text colour of a disabled one. It can still be ticked and chosen.
     void setMuted(int row, bool muted);
     [[nodiscard]] bool isMuted(int row) const;
-    /// Shows a tick or a current row without raising an event.
+    /// Show a tick, or a current row, without raising an event.
     void showTick(int row, bool ticked);
     void showListIndex(int row);
     [[nodiscard]] Colour chipBack() const { return m_chipBack; }

@@ -20,7 +20,7 @@ constexpr int kFirstGap = 8;
 constexpr int kGap = 11;
 constexpr int kGapLine = 18;
 
-/// The same drawing with every colour replaced by the one grey of disabled pictures.
+/// The same drawing with every colour replaced by the grey of disabled pictures.
 QByteArray greyed(QByteArray svg) {
     const QByteArray grey = QColor::fromRgb(bench::kDisabledIcon).name().toLatin1();
     for (qsizetype at = svg.indexOf("\"#"); at >= 0; at = svg.indexOf("\"#", at + 1)) {
@@ -33,11 +33,11 @@ QByteArray greyed(QByteArray svg) {
     return svg;
 }
 
-int widthOf(int index) {
-    if (index == 1) {
-        return kFirstGap;
+int widthOf(const ToolPictures& pictures, std::size_t place) {
+    if (!pictures.isGap(place)) {
+        return kButtonSize;
     }
-    return index == 5 || index == 10 || index == 15 ? kGap : kButtonSize;
+    return place == 1 ? kFirstGap : kGap;
 }
 
 QImage draw(const QString& name, bool enabled, double ratio) {
@@ -107,7 +107,7 @@ void ToolButton::paintEvent(QPaintEvent*) {
         painter.drawRoundedRect(box, 3, 3);
     }
     constexpr int kInset = (kButtonSize - kPictureSize) / 2;
-    // Of what is painted on, which need not be the display: a picture of the window can be finer.
+    // The ratio of the device that is painted on. It need not be the display: a picture of the window can be finer.
     const double ratio = painter.deviceTransform().m11();
     painter.drawImage(QPoint(kInset, kInset), m_pictures.image(m_place, isEnabled(), ratio));
 }
@@ -117,13 +117,15 @@ ToolBar::ToolBar(const QString& name, const ToolPictures::Names& pictures, QWidg
     , m_pictures(pictures) {
     setObjectName(name);
     int left = 0;
-    for (int index = 1; index <= kButtons; ++index) {
-        auto* button = new ToolButton(m_pictures, static_cast<std::size_t>(index), this);
+    for (std::size_t place = 1; place < m_buttons.size(); ++place) {
+        const int index = static_cast<int>(place);
+        const int width = widthOf(m_pictures, place);
+        auto* button = new ToolButton(m_pictures, place, this);
         button->setObjectName(QStringLiteral("%1(%2)").arg(name).arg(index));
-        button->setGeometry(left, kButtonTop, widthOf(index), kButtonSize);
-        left += widthOf(index);
+        button->setGeometry(left, kButtonTop, width, kButtonSize);
+        left += width;
         connect(button, &QAbstractButton::clicked, this, [this, index] { Q_EMIT ButtonClick(index); });
-        m_buttons[static_cast<std::size_t>(index)] = button;
+        m_buttons[place] = button;
     }
 }
 

@@ -9,19 +9,20 @@
 
 namespace sixtrace {
 
-/// The pictures of a toolbar, each drawn from its SVG description at the display's own resolution when it is first
-/// shown; disabled, they are of one grey.
+/// The pictures of a toolbar. Each is drawn from its SVG file when it is first shown, at the resolution of the display.
+/// The picture of a disabled button is grey.
 class ToolPictures {
 public:
-    static constexpr std::size_t kPlaces = 17; ///< Numbered from 1 on.
+    static constexpr std::size_t kPlaces = 17; ///< place 0 stays empty: buttons are counted from 1
     using Names = std::array<QString, kPlaces>;
 
-    /// An empty name is a gap without a picture.
+    /// Names of SVG files, by place. An empty name makes a gap without a picture.
     explicit ToolPictures(const Names& names)
         : m_names(names) {}
 
     [[nodiscard]] bool isGap(std::size_t place) const { return m_names[place].isEmpty(); }
-    /// The picture as it is to be shown, drawn anew where it is not there for this display yet.
+    /// The picture for a display of `ratio` pixels to the unit. It is drawn when it is first asked for, and drawn again
+    /// when the ratio has changed. Empty where the file cannot be read.
     [[nodiscard]] const QImage& image(std::size_t place, bool enabled, double ratio);
 
 private:
@@ -35,10 +36,10 @@ private:
 /// A flat picture button of the toolbar.
 class ToolButton : public QAbstractButton {
 public:
-    /// With the picture at a place of `pictures`, which has to outlive the button.
+    /// The button shows the picture at `place` of `pictures`, which has to outlive it.
     ToolButton(ToolPictures& pictures, std::size_t place, QWidget* parent);
 
-    /// The ticked look follows a menu item's tick; a click does not change it.
+    /// Shows or hides the ticked look. A click does not change it.
     void setTicked(bool ticked);
     [[nodiscard]] bool isTicked() const { return m_ticked; }
 
@@ -52,7 +53,7 @@ private:
     bool m_ticked = false;
 };
 
-/// The row of sixteen tool buttons, numbered from 1. Buttons 1, 5, 10 and 15 are gaps: they are there and do nothing.
+/// A row of sixteen tool buttons, numbered from 1. A button without a picture is a gap: it is there and does nothing.
 class ToolBar : public QWidget {
     Q_OBJECT
 public:
@@ -60,9 +61,9 @@ public:
 
     ToolBar(const QString& name, const ToolPictures::Names& pictures, QWidget* parent);
 
-    /// Button 1 to 16.
+    /// `index` is 1 to 16.
     [[nodiscard]] ToolButton& button(int index) const { return *m_buttons[static_cast<std::size_t>(index)]; }
-    /// A picture has no caption: its tool tip is its accessible name too.
+    /// Sets the tool tip of a button, and its accessible name: the button has no caption.
     void setToolTipText(int index, const QString& text);
 
 Q_SIGNALS:

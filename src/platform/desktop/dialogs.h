@@ -9,26 +9,29 @@
 
 namespace sixtrace {
 
-/// What a message box shows beside its text.
+/// The picture that a message box shows beside its text.
 enum class MessageIcon { Plain, Information, Exclamation, Critical };
 
 /// The answer to a question with two buttons.
 enum class Answer { Yes, No };
 
-/// One choice of a file dialog. A cancelled dialog gives no value where these are optional.
+/// What a file dialog shows at first.
 struct FileRequest {
-    QString fileName;      ///< preset name, may hold a folder and a pattern ("dat/*.bin")
+    QString fileName;      ///< preset name. It may hold a folder and a pattern, for example "dat/*.bin"
     QString filter;        ///< "Text|*.txt|Sheet|*.xls": pairs of a label and a pattern
-    int filterIndex = 1;   ///< the filter shown first, counted from 1
-    QString initialFolder; ///< where to start when fileName names no folder
+    int filterIndex = 1;   ///< the filter that is chosen at first, counted from 1
+    QString initialFolder; ///< the folder that is shown when fileName names none
 };
+
+/// What the user has chosen in a file dialog.
 struct FileChoice {
     QString fileName;
     int filterIndex = 1;
 };
 
-/// The dialogs of the desktop, behind one interface so that tests answer them by script. None of them asks whether an
-/// existing file may be replaced: that question is the program's.
+/// The dialogs of the desktop. Tests implement this interface to answer dialogs by script. ShowSave does not ask
+/// whether an existing file may be replaced: the program asks that itself. A dialog that the user cancels gives no
+/// value.
 class Dialogs {
 public:
     Dialogs() = default;
@@ -38,11 +41,10 @@ public:
 
     [[nodiscard]] virtual std::optional<FileChoice> ShowOpen(const FileRequest& request) = 0;
     [[nodiscard]] virtual std::optional<FileChoice> ShowSave(const FileRequest& request) = 0;
-    /// The title says what is coloured.
+    /// `title` says what gets the colour.
     [[nodiscard]] virtual std::optional<Colour> ShowColor(Colour start, const QString& title) = 0;
     virtual void message(const QString& text, MessageIcon icon, const QString& title = {}) = 0;
     [[nodiscard]] virtual Answer question(const QString& text, MessageIcon icon, const QString& title) = 0;
-    /// The text typed, or nothing where the box was cancelled.
     [[nodiscard]] virtual std::optional<QString> input(const QString& prompt, const QString& title,
                                                        const QString& preset) = 0;
 };

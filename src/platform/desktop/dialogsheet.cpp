@@ -25,14 +25,15 @@ DialogSheet::DialogSheet(int width, int height) {
 
 void DialogSheet::showOver(QWidget* owner) {
     if (isVisible()) {
-        return; // it is up already, and whoever showed it waits
+        return; // the caller that has shown it still waits
     }
     if (owner != nullptr) {
-        winId(); // makes the window, which may then belong to another
+        winId(); // creates the window of the desktop, which windowHandle() then gives
         windowHandle()->setTransientParent(owner->window()->windowHandle());
         move(owner->window()->frameGeometry().center() - rect().center());
     }
-    // Hidden, it may be called again before the one who showed it first has come back from what went on meanwhile.
+    // After the dialog is hidden it may be shown again before this call has returned: events that run meanwhile can do
+    // that. Each call waits for its own end.
     QEventLoop untilHidden;
     QEventLoop* const before = std::exchange(m_untilHidden, &untilHidden);
     show();
@@ -56,7 +57,8 @@ void DialogSheet::showEvent(QShowEvent* event) {
 }
 
 void DialogSheet::takeLetters() {
-    qDeleteAll(findChildren<QShortcut*>(QString(), Qt::FindDirectChildrenOnly)); // those of another language
+    qDeleteAll(findChildren<QShortcut*>(QString(),
+                                        Qt::FindDirectChildrenOnly)); // they belong to the captions of another language
     static const QRegularExpression bracket(QStringLiteral("\\(([A-Z])\\)"));
     const auto labels = findChildren<QLabel*>();
     for (const QLabel* label : labels) {

@@ -14,10 +14,10 @@ class QPushButton;
 
 namespace sixtrace {
 
-/// The ground of the program's dialogs: a fixed size, a strip of 57 px with the buttons at the foot and a rule above
-/// it, fields of 26 px and buttons of 88 by 28. A window makes its controls with these and gives them their names. A
-/// letter in brackets in the caption of a label, "Parity (P):", leads with Alt to the control that the label belongs
-/// to.
+/// The base class of the program's dialogs. A dialog has a fixed size and along its lower edge a strip for the buttons,
+/// with a line above it. Derived classes make their controls by the functions below, which give them the usual sizes.
+/// Where the caption of a label holds a letter in brackets, as in "Parity (P):", Alt and that letter move the focus to
+/// the control that the label belongs to. All sizes are pixels.
 class DialogSheet : public QDialog {
 public:
     static constexpr int kMargin = 16;
@@ -28,23 +28,23 @@ public:
 
     DialogSheet(int width, int height);
 
-    /// Shows the dialog over its owner and waits until it is hidden. A dialog is no child of its owner, since a walk
-    /// over the owner's controls must not meet the dialog's.
+    /// Shows the dialog over `owner` and waits until it is hidden. Does nothing while the dialog is shown. The dialog
+    /// is not a child of its owner: whoever goes through the controls of the owner must not meet those of the dialog.
     void showOver(QWidget* owner);
 
-    /// Gives the dialog the captions of its design again: what was unloaded starts from its design at the next load.
-    /// The first call notes them, so it comes before anything that relabels the dialog.
+    /// Gives the dialog the captions of its design again, which every load of a window begins with. The first call
+    /// notes the present captions as those of the design, so it has to come before any change of a caption.
     void startFromDesign();
 
 protected:
     [[nodiscard]] QLabel* addLabel(const char* name, const QString& caption, const QRect& place,
                                    Qt::Alignment alignment = Qt::AlignLeft, QWidget* parent = nullptr);
     [[nodiscard]] QLineEdit* addField(const char* name, const QRect& place, Qt::Alignment alignment = Qt::AlignLeft);
-    /// A field that shows and takes nothing.
+    /// A field that only shows a text: the user cannot type into it.
     [[nodiscard]] QLineEdit* addShownField(const char* name, const QRect& place,
                                            Qt::Alignment alignment = Qt::AlignLeft);
     [[nodiscard]] QPushButton* addButton(const char* name, const QString& caption, int left, int top);
-    /// A button of the strip at the foot.
+    /// A button in the strip along the lower edge.
     [[nodiscard]] QPushButton* addStripButton(const char* name, const QString& caption, int left);
 
     void paintEvent(QPaintEvent* event) override;

@@ -8,11 +8,15 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
+#include <QLibraryInfo>
 #include <QMessageBox>
+#include <QTranslator>
 
 namespace sixtrace {
 
 namespace {
+
+const QString kToolkitChinese = QStringLiteral("toolkit's Chinese"); ///< object name of the translator
 
 QWidget* owner() {
     return QApplication::activeWindow();
@@ -52,7 +56,7 @@ std::optional<FileChoice> choose(const FileRequest& request, QFileDialog::Accept
     if (!folder.isEmpty()) {
         dialog.setDirectory(folder);
     }
-    // A pattern only says where to look and what for; the filters show the same files.
+    // A pattern in the preset name only gives the folder: the filters already choose the files.
     if (!preset.fileName().contains(QLatin1Char('*'))) {
         dialog.selectFile(preset.fileName());
     }
@@ -70,7 +74,7 @@ QStringList nameFilters(const QString& pairs) {
     QStringList filters;
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
         QString label = parts.at(i);
-        // The dialog appends the pattern itself; a label that spells it out already would show it twice.
+        // The toolkit shows the pattern after the label. A label that holds the pattern would show it twice.
         const qsizetype bracket = label.lastIndexOf(QLatin1Char('('));
         if (bracket > 0 && label.endsWith(QLatin1Char(')'))) {
             label = label.left(bracket).trimmed();
@@ -81,6 +85,29 @@ QStringList nameFilters(const QString& pairs) {
             QStringLiteral("%1 (%2)").arg(label, patterns == QStringLiteral("*.*") ? QStringLiteral("*") : patterns));
     }
     return filters;
+}
+
+namespace {
+
+QTranslator* chineseOfToolkit() {
+    return QCoreApplication::instance()->findChild<QTranslator*>(kToolkitChinese, Qt::FindDirectChildrenOnly);
+}
+
+} // namespace
+
+void showToolkitInChinese() {
+    if (chineseOfToolkit() != nullptr) {
+        return;
+    }
+    auto* chinese = new QTranslator(QCoreApplication::instance());
+    chinese->setObjectName(kToolkitChinese);
+    if (chinese->load(QStringLiteral("qtbase_zh_CN"), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        QCoreApplication::installTranslator(chinese);
+    }
+}
+
+void showToolkitInEnglish() {
+    delete chineseOfToolkit(); // without a translation the toolkit is English
 }
 
 std::optional<FileChoice> QtDialogs::ShowOpen(const FileRequest& request) {

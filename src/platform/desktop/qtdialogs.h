@@ -3,11 +3,9 @@
 
 #include "platform/desktop/dialogs.h"
 
-class QWidget;
-
 namespace sixtrace {
 
-/// The desktop's dialogs. They stand over the window that is active when they are asked for.
+/// The dialogs of the desktop. Each is shown over the window that is active when it is called.
 class QtDialogs : public Dialogs {
 public:
     std::optional<FileChoice> ShowOpen(const FileRequest& request) override;
@@ -18,7 +16,12 @@ public:
     std::optional<QString> input(const QString& prompt, const QString& title, const QString& preset) override;
 };
 
-/// The name filters of a file dialog from pairs "label|pattern|label|pattern".
+/// Converts the filters of a FileRequest, "label|pattern|label|pattern", to those of the toolkit's file dialog.
 [[nodiscard]] QStringList nameFilters(const QString& pairs);
+
+/// Translates the toolkit's own dialogs and buttons into Chinese, or puts them back into English. Holds for all that is
+/// shown from then on. Where the toolkit's Chinese is not installed they stay English.
+void showToolkitInChinese();
+void showToolkitInEnglish();
 
 } // namespace sixtrace

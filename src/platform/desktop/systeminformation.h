@@ -7,11 +7,11 @@
 
 namespace sixtrace {
 
-/// A value of the machine's registry as text: strings as they are, 32-bit numbers as "&h" and hexadecimal digits.
-/// Nothing where there is no such value, or no registry at all.
+/// A value below HKEY_LOCAL_MACHINE of the Windows registry, as text. A 32-bit number becomes "&h" and hexadecimal
+/// digits. Nothing where there is no such value, and on other systems, which have no registry.
 [[nodiscard]] std::optional<QString> GetKeyValue(const QString& path, const QString& name);
 
-/// Starts the system's information program; false where there is none.
+/// Starts the program that shows information about the machine. False where there is none or it does not start.
 [[nodiscard]] bool startSystemInformation();
 
 } // namespace sixtrace

@@ -5,7 +5,7 @@ class QWidget;
 
 namespace sixtrace {
 
-/// Shows a window in front of the others and gives it the keys, also one that is minimised.
+/// Shows a window in front of all others and gives it the keyboard focus. A minimised window is restored.
 void bringToFront(QWidget& window);
 
 } // namespace sixtrace
