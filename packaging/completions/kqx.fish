@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# Completion of kqx for fish: commands, options, captures and what an option takes.
+# Completion of kqx for fish: commands, options, values of options, and captures.
 set -l commands convert fetch info measure open page ports screen table
 complete -c kqx -n "not __fish_seen_subcommand_from $commands" -f
 complete -c kqx -n __fish_use_subcommand -a convert -d "Write samples for other programs"
