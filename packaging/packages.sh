@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=sh disable=SC2034
-# Lists the Debian packages that ./run, ./test and the benchmarks need, and installs those that are missing. The scripts
-# source this file. "sh packaging/packages.sh bench" installs the packages for the benchmarks.
+# Lists the Debian packages that ./run, ./test, the benchmarks and fuzz/hunt.sh need, and installs those that are missing.
+# The scripts source this file. "sh packaging/packages.sh bench" installs the packages for the benchmarks.
 
 # For building and running the programs. The fonts are for Latin and Chinese text in dialogs and on pages.
 build_packages="g++ cmake ninja-build ccache pkg-config git
@@ -18,6 +18,9 @@ test_packages="libgtest-dev libgmock-dev libumockdev-dev umockdev
 
 # Additional packages for bench/: the benchmark library, and the YMODEM programs that serial transfers are compared to.
 bench_packages="libbenchmark-dev lrzsz"
+
+# Additional packages for the fuzzers.
+fuzz_packages="clang-14 libclang-rt-14-dev"
 
 # Runs a command as root, directly or with sudo. Without a terminal nobody can type a password, so sudo must not ask.
 as_root() {
