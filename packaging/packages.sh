@@ -7,7 +7,7 @@
 build_packages="g++ cmake ninja-build ccache pkg-config git
     qt6-base-dev qt6-serialport-dev qt6-svg-dev libgl-dev
     qt6-qpa-plugins libqt6svg6 qt6-translations-l10n fonts-wqy-microhei fonts-dejavu-core
-    libusb-1.0-0-dev libxlsxwriter-dev libzip-dev"
+    libusb-1.0-0-dev libxlsxwriter-dev libzip-dev libhwy-dev"
 
 # Additional packages for the tests. Workbooks are read by programs of other projects.
 test_packages="libgtest-dev libgmock-dev libumockdev-dev umockdev
