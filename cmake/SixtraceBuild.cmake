@@ -86,7 +86,10 @@ function(sixtrace_windows NAME)
     add_library(sixtrace_${NAME}_windows STATIC ${ARG_SOURCES})
     add_library(sixtrace::${NAME}_windows ALIAS sixtrace_${NAME}_windows)
     target_link_libraries(sixtrace_${NAME}_windows
-        PUBLIC sixtrace::${NAME} Qt6::Widgets ${ARG_LINKS} PRIVATE sixtrace_build)
+        PUBLIC Qt6::Widgets ${ARG_LINKS} PRIVATE sixtrace_build)
+    if(TARGET sixtrace_${NAME})
+        target_link_libraries(sixtrace_${NAME}_windows PUBLIC sixtrace::${NAME})
+    endif()
     sixtrace_use_precompiled(sixtrace_${NAME}_windows windows)
 endfunction()
 

@@ -2,7 +2,7 @@
 #include "capturebench.h"
 
 #include "capture/bytesource.h"
-#include "view/defaults.h"
+#include "capture/settings.h"
 
 #include <algorithm>
 

@@ -2,9 +2,9 @@
 // The commands of kqx that need the desktop's libraries. kqx hands them on to this program.
 #include "commands.h"
 
+#include "capture/settings.h"
 #include "platform/files/bytefile.h"
 #include "platform/files/programfolder.h"
-#include "view/defaults.h"
 
 #include <QFile>
 #include <QFileInfo>

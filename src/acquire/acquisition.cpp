@@ -109,7 +109,7 @@ void Acquisition::tellEnd(const TransferReport& report) {
 }
 
 std::int16_t Acquisition::storedComPort() const {
-    return iniShortNumber(QStringLiteral("Common"), QStringLiteral("ComPort"), 0, m_model.IniFile);
+    return iniShortNumber(setting::kComPort, 0, m_model.IniFile);
 }
 
 void Acquisition::mnuComSet_Click() {

@@ -8,7 +8,6 @@
 #include "platform/controls/framepanel.h"
 #include "platform/controls/listcombo.h"
 #include "platform/desktop/dialogs.h"
-#include "platform/files/profilefile.h"
 #include "platform/ports/serialports.h"
 
 #include <QLabel>
@@ -24,10 +23,6 @@ constexpr int kListsLeft = 144; ///< in the frame
 constexpr int kListsWidth = 168;
 constexpr int kFirstRow = 28;
 constexpr int kRowPitch = 38;
-
-const QString kSection = QStringLiteral("Common");
-const QString kSettingsKey = QStringLiteral("MSCommSettings");
-const QString kPortKey = QStringLiteral("ComPort");
 
 } // namespace
 
@@ -85,8 +80,8 @@ void frmComSet::Form_Load() {
     for (int k = 1; k <= m_ports.count; ++k) {
         m_Combo1->addItem(QStringLiteral("COM") + QString::number(m_ports.number[static_cast<std::size_t>(k)]));
     }
-    m_model.ComSetText = GetIniString(kSection, kSettingsKey, QStringLiteral("115200,N,8,1"), m_model.IniFile);
-    m_model.ComPort = iniShortNumber(kSection, kPortKey, 0, m_model.IniFile);
+    m_model.ComSetText = iniText(setting::kMSCommSettings, QStringLiteral("115200,N,8,1"), m_model.IniFile);
+    m_model.ComPort = iniShortNumber(setting::kComPort, 0, m_model.IniFile);
     if (m_model.ComPort > m_ports.count) {
         m_model.ComPort = 1;
     }
@@ -158,8 +153,8 @@ void frmComSet::CmdSet_Click() {
             return;
         }
     }
-    writeIni(kSection, kSettingsKey, m_model.ComSetText, m_model.IniFile);
-    writeIni(kSection, kPortKey, QString::number(m_model.ComPort), m_model.IniFile);
+    writeIni(setting::kMSCommSettings, m_model.ComSetText, m_model.IniFile);
+    writeIni(setting::kComPort, QString::number(m_model.ComPort), m_model.IniFile);
     hide();
 }
 

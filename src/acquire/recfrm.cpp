@@ -116,7 +116,7 @@ Outcome recFrm::OpenCom() {
         return done;
     }
     // The default is 1 here and 0 everywhere else: whoever opens a port wants one.
-    m_model.ComPort = iniShortNumber(QStringLiteral("Common"), QStringLiteral("ComPort"), 1, m_model.IniFile);
+    m_model.ComPort = iniShortNumber(setting::kComPort, 1, m_model.IniFile);
     const Result<std::int16_t> number = m_ports.at(m_model.ComPort);
     if (!number) {
         return number.error();

@@ -3,6 +3,7 @@
 
 #include "capture/capturefile.h"
 #include "capture/channellist.h"
+#include "capture/settings.h"
 #include "output/bitmapsave.h"
 #include "output/datatable.h"
 #include "output/printing.h"
@@ -20,7 +21,6 @@
 #include "shell/maintoolbar.h"
 #include "shell/programicon.h"
 #include "shell/screenfit.h"
-#include "shell/startup.h"
 #include "view/cursors.h"
 #include "view/timevoltcontrols.h"
 

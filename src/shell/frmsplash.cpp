@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "shell/frmsplash.h"
 
+#include "capture/channels.h"
 #include "platform/controls/look.h"
 #include "shell/programicon.h"
-#include "view/defaults.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -21,7 +21,7 @@ constexpr int kPictureHeight = 196;
 constexpr int kNamePixels = 32;
 constexpr int kIconSize = 60;
 
-/// The upper half: six pulses, one per trace, stepping right on a faint grid.
+/// The picture in the upper half: six pulses on a faint grid, one for each trace, each further to the right.
 class Logo : public QWidget {
 public:
     using QWidget::QWidget;
@@ -29,10 +29,10 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
-        QLinearGradient ground(0, 0, 0, height());
-        ground.setColorAt(0, QColor(0x4A, 0x0A, 0x4A));
-        ground.setColorAt(1, QColor(0x2B, 0x00, 0x2B));
-        painter.fillRect(rect(), ground);
+        QLinearGradient background(0, 0, 0, height());
+        background.setColorAt(0, QColor(0x4A, 0x0A, 0x4A));
+        background.setColorAt(1, QColor(0x2B, 0x00, 0x2B));
+        painter.fillRect(rect(), background);
         constexpr int kGrid = 28;
         for (int x = kGrid; x < width(); x += kGrid) {
             painter.fillRect(x, 0, 1, height(), QColor(255, 255, 255, 22));
@@ -43,22 +43,24 @@ protected:
         painter.setRenderHint(QPainter::Antialiasing);
         constexpr std::array<QRgb, kChannels> kColours{0xFFFF4A4A, 0xFFFFFF00, 0xFFFF00FF,
                                                        0xFF9A5CFF, 0xFF19B56B, 0xFFFF8000};
-        for (std::size_t i = 0; i < kColours.size(); ++i) {
-            const double base = 44 + 27 * static_cast<double>(i);
-            const double left = 40 + 62 * static_cast<double>(i);
+        double base = 44;
+        double left = 40;
+        for (const QRgb colour : kColours) {
             QPainterPath pulse(QPointF(0, base));
             pulse.lineTo(left, base);
             pulse.lineTo(left, base - 22);
             pulse.lineTo(left + 56, base - 22);
             pulse.lineTo(left + 56, base);
             pulse.lineTo(width(), base);
-            painter.setPen(QPen(QColor::fromRgb(kColours[i]), 2, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+            painter.setPen(QPen(QColor::fromRgb(colour), 2, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
             painter.drawPath(pulse);
+            base += 27;
+            left += 62;
         }
     }
 };
 
-/// The whole face of the window: white below the picture, a thin edge around.
+/// The frame that fills the window: a thin edge, and below the picture the texts on white.
 class Face : public QWidget {
 public:
     using QWidget::QWidget;
@@ -128,7 +130,7 @@ void frmSplash::unload() {
     }
     m_unloaded = true;
     m_Timer1->stop();
-    // The main window comes first, so that the program is never without a window.
+    // The main window is shown before the splash closes: without any window the program would end.
     m_showMain();
     close();
 }

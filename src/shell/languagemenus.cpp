@@ -35,8 +35,7 @@ void LanguageMenus::tick(Language language) {
 void LanguageMenus::switchTo(Language language) {
     tick(language);
     m_model.LanguageId = language == Language::Chinese ? 0 : 1;
-    writeIni(QStringLiteral("Common"), QStringLiteral("Language"), QString::number(m_model.LanguageId),
-             m_model.IniFile);
+    writeIni(setting::kLanguage, QString::number(m_model.LanguageId), m_model.IniFile);
     if (language == Language::Chinese) {
         showToolkitInChinese();
     } else {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/appearance.h"
 
+#include "capture/mdllan.h"
 #include "capture/settings.h"
 #include "platform/desktop/dialogs.h"
 #include "platform/text/numbers.h"
@@ -9,19 +10,14 @@ namespace sixtrace {
 
 namespace {
 
-const QString& common() {
-    static const QString section = QStringLiteral("Common");
-    return section;
-}
-
-void writeColour(const publicM& model, const QString& section, const QString& key, Colour colour) {
-    writeIni(section, key, Str(colour), model.IniFile);
+void writeColour(const publicM& model, const Setting& setting, Colour colour) {
+    writeIni(setting, Str(colour), model.IniFile);
 }
 
 } // namespace
 
 QString Appearance::words(QStringView chinese, QStringView english) const {
-    return (m_model.LanguageId == 0 ? chinese : english).toString();
+    return (languageOf(m_model) == Language::Chinese ? chinese : english).toString();
 }
 
 void Appearance::Picture2_DblClick() {
@@ -35,7 +31,7 @@ void Appearance::Picture2_DblClick() {
     m_model.BackColor = *colour;
     m_pictures.setScreenColor(*colour);
     m_pictures.PicReDrawT();
-    writeColour(m_model, QStringLiteral("Pic2Color"), QStringLiteral("BackColor"), *colour);
+    writeColour(m_model, setting::kScreenColor, *colour);
 }
 
 void Appearance::Picture3_DblClick() {
@@ -47,7 +43,7 @@ void Appearance::Picture3_DblClick() {
         return;
     }
     m_screen.stripColor = *colour;
-    writeColour(m_model, QStringLiteral("Pic3Color"), QStringLiteral("back"), *colour);
+    writeColour(m_model, setting::kStripColor, *colour);
 }
 
 void Appearance::image1_DblClick(int Index) {
@@ -62,7 +58,7 @@ void Appearance::image1_DblClick(int Index) {
     m_model.LineColor[Index] = *colour;
     m_screen.markers[Index].back = *colour;
     m_pictures.PicReDrawT();
-    writeColour(m_model, QStringLiteral("LineColor"), QString::number(Index), *colour);
+    writeColour(m_model, setting::kLineColor[Index], *colour);
 }
 
 void Appearance::MnuGridColor_Click() {
@@ -76,7 +72,7 @@ void Appearance::MnuGridColor_Click() {
     m_model.GridColor = *colour;
     m_pictures.setPenColor(*colour);
     m_pictures.PicReDrawT();
-    writeColour(m_model, QStringLiteral("GridColor"), QStringLiteral("Grid"), *colour);
+    writeColour(m_model, setting::kGridColor, *colour);
 }
 
 void Appearance::mnuGraticule_Click() {
@@ -84,14 +80,14 @@ void Appearance::mnuGraticule_Click() {
     m_screen.graticule = dotted ? Graticule::Dotted : Graticule::Cross;
     // Unlike the other choices it redraws during timed acquisition too.
     m_pictures.PicReDrawT();
-    writeIni(common(), QStringLiteral("Graticule"), booleanText(dotted), m_model.IniFile);
+    writeIni(setting::kGraticule, booleanText(dotted), m_model.IniFile);
 }
 
 void Appearance::chooseStyle(TraceStyle style) {
     m_screen.lineTicked = style == TraceStyle::Lines;
     m_screen.pointTicked = !m_screen.lineTicked;
-    writeIni(common(), QStringLiteral("DrawLine"), booleanText(m_screen.lineTicked), m_model.IniFile);
-    writeIni(common(), QStringLiteral("DrawPoint"), booleanText(m_screen.pointTicked), m_model.IniFile);
+    writeIni(setting::kDrawLine, booleanText(m_screen.lineTicked), m_model.IniFile);
+    writeIni(setting::kDrawPoint, booleanText(m_screen.pointTicked), m_model.IniFile);
     if (!m_model.AutoRun) {
         m_pictures.PicReDrawT();
     }

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "capture/settings.h"
 #include "output/printresult.h"
 #include "output/recordingpages.h"
 #include "output/scriptedprinters.h"
 #include "support/printing.h"
-#include "view/defaults.h"
 
 #include <gtest/gtest.h>
 

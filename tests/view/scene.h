@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "view/defaults.h"
+#include "capture/settings.h"
 #include "view/frame.h"
 #include "view/geometry.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "shell/startup.h"
+#include "capture/settings.h"
 
 #include <QFile>
 #include <QTemporaryDir>
