@@ -11,7 +11,7 @@ namespace sixtrace {
 
 namespace {
 
-/// Path of the one local file that is being dragged, or nothing.
+/// The path of the local file that is being dragged. Empty if there are several files, or if it is not local.
 QString pathOf(const QDropEvent& event) {
     const QList<QUrl> urls = event.mimeData()->urls();
     return urls.size() == 1 && urls.first().isLocalFile() ? urls.first().toLocalFile() : QString();
@@ -36,7 +36,7 @@ bool CaptureDrop::eventFilter(QObject* watched, QEvent* event) {
         drop->ignore();
         return true;
     }
-    // The file stays where it is, whatever the desktop proposes.
+    // The desktop may propose to move the file. A copy leaves it where it is.
     drop->setDropAction(Qt::CopyAction);
     drop->accept();
     if (event->type() == QEvent::Drop) {

@@ -10,9 +10,8 @@ class QWidget;
 
 namespace sixtrace {
 
-/// Takes a single file dropped anywhere on a window and hands its path on; whether it is a capture is the receiver's
-/// matter, as it is behind the open dialog. Refuses while a dialog is open, which the drop would go past. Owned by the
-/// window.
+/// Passes the path of a file that is dropped on a window to `open`. Takes a single local file of any kind: `open`
+/// checks whether it is a capture. Refuses every drop while a modal dialog is open. Owned by the window.
 class CaptureDrop : public QObject {
 public:
     CaptureDrop(QWidget& form, std::function<void(const QString& path)> open);

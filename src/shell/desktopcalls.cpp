@@ -9,7 +9,7 @@
 namespace sixtrace {
 
 namespace {
-/// How soon after the end of a dialog its capture comes: no user waits for that.
+/// While a dialog is open: time until the next look whether it has closed.
 constexpr int kLookAgainMs = 100;
 } // namespace
 
@@ -19,7 +19,7 @@ DesktopCalls::DesktopCalls() {
 }
 
 bool DesktopCalls::answerOn(QDBusConnection bus) {
-    // First the object, then the name: whoever waits for the name may call at once.
+    // The object comes before the name: a caller that waits for the name may call at once.
     return bus.isConnected() &&
            bus.registerObject(QString::fromLatin1(kDesktopPath), this, QDBusConnection::ExportAllSlots) &&
            bus.registerService(QString::fromLatin1(kDesktopId));
@@ -44,7 +44,8 @@ void DesktopCalls::openWaiting() {
 void DesktopCalls::raise(const QVariantMap& platformData) {
     const QString token = platformData.value(QStringLiteral("activation-token")).toString();
     if (!token.isEmpty()) {
-        qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8()); // the right to come to the front, where the desktop grants it
+        qputenv("XDG_ACTIVATION_TOKEN",
+                token.toUtf8()); // the desktop grants a window with this token the right to come to the front
     }
     if (m_window.raise) {
         m_window.raise();

@@ -17,11 +17,11 @@ namespace sixtrace {
 inline constexpr const char* kDesktopId = "org.sixtrace.Sixtrace";
 inline constexpr const char* kDesktopPath = "/org/sixtrace/Sixtrace";
 
-/// What the desktop asks of the running program over the session bus, by the interface that freedesktop.org names
-/// for programs of a desktop entry: come to the front, and open a capture. A call that comes before the
-/// main window stands waits for it, and so does a capture that comes while a dialog waits for its answer; the caller
-/// does not wait: what opening it has to say is said to the user, behind the answer. Without a bus, or where another
-/// copy of the program has the name, there are no calls.
+/// Answers the calls of the desktop over the session bus: come to the front, and open a capture. The interface is the
+/// one that freedesktop.org defines for programs with a desktop entry. A call that comes before the main window exists
+/// is carried out when it does, and a capture that comes while a dialog is open is opened after the dialog has closed.
+/// The caller gets its answer at once; messages about the capture are shown to the user. Without a session bus, or if
+/// another copy of the program has the name already, no calls come.
 class DesktopCalls : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
@@ -29,24 +29,24 @@ class DesktopCalls : public QObject {
 public:
     struct Window {
         std::function<void()> raise;
-        /// Whether the window cannot take a capture just now.
+        /// Whether the window cannot open a capture now, because a dialog is open.
         std::function<bool()> isBusy;
         std::function<void(const QString& path)> open;
     };
 
     DesktopCalls();
 
-    /// Whether calls will come.
+    /// Takes the program's name on a bus. False if that fails: then no calls will come.
     bool answerOn(QDBusConnection bus);
-    /// From now on calls reach this window, beginning with one that has been waiting.
+    /// From now on calls reach this window. A capture that has been waiting is opened.
     void reach(Window window);
 
-    // NOLINTNEXTLINE(readability-redundant-access-specifiers): the bus sees slots only
+    // NOLINTNEXTLINE(readability-redundant-access-specifiers): only slots are exported to the bus
 public Q_SLOTS:
     void Activate(const QVariantMap& platformData);
-    /// Opens the first local file among `uris`: the program shows one capture.
+    /// Opens the first local file among `uris`. The others are left out: the program shows one capture.
     void Open(const QStringList& uris, const QVariantMap& platformData);
-    /// The program's desktop entry has no actions.
+    /// Only comes to the front: the desktop entry of the program has no actions.
     void ActivateAction(const QString& name, const QVariantList& parameter, const QVariantMap& platformData);
 
 private:

@@ -5,6 +5,7 @@
 #include "capture/mdllan.h"
 #include "platform/controls/look.h"
 #include "platform/desktop/dialogs.h"
+#include "platform/desktop/dialogsheet.h"
 #include "platform/desktop/systeminformation.h"
 #include "shell/programicon.h"
 
@@ -19,7 +20,7 @@ namespace {
 
 constexpr int kWidth = 420;
 constexpr int kHeight = 220;
-constexpr int kStrip = 57; ///< of the buttons at the foot
+constexpr int kStrip = DialogSheet::kStripHeight;
 constexpr int kTextLeft = 104;
 constexpr int kNamePixels = 24;
 
@@ -51,20 +52,21 @@ frmAbout::frmAbout(publicM& model, Dialogs& dialogs, QWidget* parent)
     setInk(*label(*this, QStringLiteral("lblVersion"), QStringLiteral("Version " SIXTRACE_VERSION),
                   QRect(kTextLeft, 54, 300, 20), kTextPixels),
            bench::kMuted);
-    // Twelve pixels narrower than the lines above: both languages then break between two words, not inside one.
+    // With a width of 288 pixels the sentence breaks between two words in both languages.
     auto* sentence = label(*this, QStringLiteral("lblDescription"),
                            QStringLiteral("数字存储示波器的桌面伴侣：取回、观察、测量、导出与打印波形。"),
                            QRect(kTextLeft, 84, 288, 54), kTextPixels);
     sentence->setWordWrap(true);
     sentence->setAlignment(Qt::AlignLeft | Qt::AlignTop);
 
-    const int buttonTop = kHeight - kStrip + (kStrip - 28) / 2;
+    const int buttonTop = kHeight - kStrip + (kStrip - DialogSheet::kButtonHeight) / 2;
     auto* information = new QPushButton(QStringLiteral("系统信息..."), this);
     information->setObjectName(QStringLiteral("cmdSysInfo"));
-    information->setGeometry(16, buttonTop, 128, 28);
+    information->setGeometry(DialogSheet::kMargin, buttonTop, 128, DialogSheet::kButtonHeight);
     auto* close = new QPushButton(QStringLiteral("确定"), this);
     close->setObjectName(QStringLiteral("cmdOK"));
-    close->setGeometry(kWidth - 16 - 88, buttonTop, 88, 28);
+    close->setGeometry(kWidth - DialogSheet::kMargin - DialogSheet::kButtonWidth, buttonTop, DialogSheet::kButtonWidth,
+                       DialogSheet::kButtonHeight);
     close->setDefault(true);
     close->setFocus();
     connect(information, &QPushButton::clicked, this, &frmAbout::StartSysInfo);

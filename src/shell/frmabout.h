@@ -9,7 +9,8 @@ namespace sixtrace {
 
 class Dialogs;
 
-/// The about box: name and version of the program, and the way to the system's own information program. Unloads itself.
+/// The about box: name and version of the program, and a button that starts the system's own information program. The
+/// window deletes itself when it is closed.
 class frmAbout : public QWidget {
 public:
     frmAbout(publicM& model, Dialogs& dialogs, QWidget* parent);

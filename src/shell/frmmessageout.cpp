@@ -4,6 +4,7 @@
 #include "capture/applylanguage.h"
 #include "capture/mdllan.h"
 #include "platform/controls/look.h"
+#include "platform/desktop/dialogsheet.h"
 
 #include <QPainter>
 #include <QPushButton>
@@ -13,8 +14,10 @@ namespace sixtrace {
 namespace {
 constexpr int kWidth = 320;
 constexpr int kHeight = 140;
-constexpr int kStrip = 57;
-constexpr int kButtonWidth = 88;
+constexpr int kMargin = DialogSheet::kMargin;
+constexpr int kStrip = DialogSheet::kStripHeight;
+constexpr int kButtonWidth = DialogSheet::kButtonWidth;
+constexpr int kButtonHeight = DialogSheet::kButtonHeight;
 } // namespace
 
 FrmMessageOut::FrmMessageOut(publicM& model)
@@ -25,11 +28,12 @@ FrmMessageOut::FrmMessageOut(publicM& model)
     m_Label1->setObjectName(QStringLiteral("Label1"));
     m_Label1->setTextFormat(Qt::PlainText);
     m_Label1->setAlignment(Qt::AlignCenter);
-    m_Label1->setGeometry(16, 16, kWidth - 32, kHeight - kStrip - 32);
+    m_Label1->setGeometry(kMargin, kMargin, kWidth - 2 * kMargin, kHeight - kStrip - 2 * kMargin);
     auto* button = new QPushButton(QStringLiteral("确   定"), this);
     button->setObjectName(QStringLiteral("Command1"));
     button->setDefault(true);
-    button->setGeometry((kWidth - kButtonWidth) / 2, kHeight - kStrip + (kStrip - 28) / 2, kButtonWidth, 28);
+    button->setGeometry((kWidth - kButtonWidth) / 2, kHeight - kStrip + (kStrip - kButtonHeight) / 2, kButtonWidth,
+                        kButtonHeight);
     connect(button, &QPushButton::clicked, this, &QWidget::hide);
     SetLanFile(model, model.LanguageId);
     ApplyLanguage(*this, model);

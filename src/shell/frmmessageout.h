@@ -8,8 +8,8 @@
 
 namespace sixtrace {
 
-/// The message window of the serial transfer, which only leaves its text here: nothing shows the window. Its button
-/// hides it, so that the next use finds the same window.
+/// The message window of the serial transfer. A transfer writes its last message into the label, but nothing ever shows
+/// the window. Its button hides it.
 class FrmMessageOut : public QWidget {
 public:
     explicit FrmMessageOut(publicM& model);

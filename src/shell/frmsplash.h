@@ -8,18 +8,18 @@
 
 namespace sixtrace {
 
-/// The start-up window. Its first tick loads the main window unseen behind it, its second one, or a click on its frame
-/// or picture, or any key, unloads it, which shows the main window.
+/// The start-up window. The first tick of its timer loads the main window without showing it. The second tick, a click
+/// or any key unloads the splash, which shows the main window.
 class frmSplash : public QWidget {
 public:
     static constexpr int kFirstTickMs = 10;
     static constexpr int kSecondTickMs = 2500;
 
-    /// `loadMain` makes the main window; `showMain` shows it, making it first where that has not happened yet.
+    /// `loadMain` makes the main window. `showMain` shows it, and makes it first if `loadMain` has not been called.
     frmSplash(std::function<void()> loadMain, std::function<void()> showMain);
 
     [[nodiscard]] bool SplashDone() const { return m_SplashDone; }
-    /// Hides the window and shows the main one; at most once.
+    /// Closes the splash and shows the main window. Further calls do nothing.
     void unload();
 
 protected:

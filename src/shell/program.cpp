@@ -26,7 +26,7 @@ void Program::loadMain() {
 }
 
 void Program::showMain() {
-    loadMain(); // a splash that goes before its first tick has not loaded it
+    loadMain(); // a splash that is dismissed before its first tick has not loaded it
     m_frmCom->show();
     m_calls.reach({.raise = [this] { bringToFront(*m_frmCom); },
                    .isBusy = [] { return QApplication::activeModalWidget() != nullptr; },

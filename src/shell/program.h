@@ -11,8 +11,8 @@ namespace sixtrace {
 
 class frmSplash;
 
-/// The program from its start on: the splash, which loads the main window unseen behind it and shows it when it goes,
-/// and the desktop's calls, which reach the main window from then on. What it is given outlives it.
+/// The program from its start: the splash, the main window that the splash loads and shows, and the calls of the
+/// desktop, which reach the main window once it is shown. The services have to outlive the program.
 class Program {
 public:
     explicit Program(FrmComServices services);
@@ -20,11 +20,11 @@ public:
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
-    /// Shows the splash; all else follows by itself.
+    /// Shows the splash, whose timer does the rest.
     void start();
 
     [[nodiscard]] frmSplash& splash() { return *m_splash; }
-    /// The main window, or null before it is loaded.
+    /// Null before the main window is loaded.
     [[nodiscard]] FrmCom* frmCom() const { return m_frmCom.get(); }
     [[nodiscard]] DesktopCalls& calls() { return m_calls; }
 

@@ -18,7 +18,7 @@ namespace {
 
 constexpr int kLargestSmallIcon = 24;
 
-/// Draws the icon at the size that is asked for, and not before.
+/// Draws the icon when it is asked for, at the size that is asked for.
 class ProgramIconEngine final : public QIconEngine {
 public:
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode, QIcon::State) override {

@@ -5,10 +5,11 @@
 
 namespace sixtrace {
 
-/// The program's icon in the usual sizes, each drawn for its size: the small ones show three thick pulses.
+/// The icon of the program. Each size is drawn on its own: small icons have fewer and thicker lines than large ones.
 [[nodiscard]] QIcon programIcon();
 
-/// The icon as one sharp picture of `pixels` by `pixels` logical pixels at a display ratio.
+/// The icon as a picture of `pixels` by `pixels` logical pixels, for a display of `ratio` device pixels to the logical
+/// one.
 [[nodiscard]] QPixmap programPicture(int pixels, double ratio);
 
 } // namespace sixtrace

@@ -10,7 +10,7 @@
 namespace sixtrace {
 
 namespace {
-/// What window managers put around a window: a title above, nothing to speak of at the sides.
+/// What a window manager usually adds above a window, pixels. At the sides it adds next to nothing.
 constexpr int kTitleHeight = 40;
 } // namespace
 
@@ -28,7 +28,7 @@ void fitToScreen(QMainWindow& form, QWidget& client, const QSize& clientSize, in
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidget(&client);
     form.setCentralWidget(area);
-    // The bar of one direction takes room of the other.
+    // A scroll bar of one direction needs room in the other.
     const int bar = area->verticalScrollBar()->sizeHint().width();
     QSize size = whole;
     if (whole.height() > room.height()) {
@@ -37,7 +37,7 @@ void fitToScreen(QMainWindow& form, QWidget& client, const QSize& clientSize, in
     if (whole.width() > room.width()) {
         size.setHeight(size.height() + bar);
     }
-    // Where the desktop's scale makes pixels of units, half a pixel can be lost: no reason for another bar.
+    // At fractional display scales the sizes may differ by half a pixel, which must not bring up another scroll bar.
     if (size.width() <= room.width()) {
         area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     }

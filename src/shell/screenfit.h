@@ -10,11 +10,12 @@ class QWidget;
 
 namespace sixtrace {
 
-/// Gives a window its client area of a fixed size below a bar. Where the free part of the screen is smaller, the window
-/// is as large as fits and the client area is reached by scrolling.
+/// Puts `client`, which has a fixed size, into a window below a menu bar of `barHeight`. Where the free area of the
+/// screen is too small for that, the window is as large as it can be and the client area scrolls. All lengths are
+/// pixels.
 void fitToScreen(QMainWindow& form, QWidget& client, const QSize& clientSize, int barHeight, const QRect& freeArea);
 
-/// Where a window stands in the middle of the screen, or as near to it as leaves its title inside the free area.
+/// The place of a window in the middle of the screen, or as near to the middle as its title stays inside the free area.
 [[nodiscard]] QPoint centredPlace(const QSize& window, const QRect& screen, const QRect& freeArea);
 
 } // namespace sixtrace

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""A print server of one's own on the loopback, with one queue that prints into a file."""
+"""A private print server on the loopback interface, with one queue that prints into a file."""
 
 import os
 import socket
@@ -39,11 +39,11 @@ Order deny,allow
 
 
 def start(session):
-    """The file that the queue prints to. Programs that the session starts from now on know the queue."""
+    """Returns the file that the queue prints into. Programs that the session starts from now on find the queue."""
     folder = os.path.join(session.folder, "queue")
     for name in ("root", "spool", "cache", "state", "tmp"):
         os.makedirs(os.path.join(folder, name))
-    # As root the server's filters run as somebody else, who has to get at these folders.
+    # If root runs the server, its filters run as another user, who needs access to these folders.
     for path in (session.folder, folder):
         os.chmod(path, 0o755)
     os.chmod(os.path.join(folder, "tmp"), 0o777)

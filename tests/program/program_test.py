@@ -129,7 +129,7 @@ def trace_and_marker_follow_the_mouse(s):
     s.open(capture)
     clean = s.screen_of(capture)
     s.expect_screen("the sine", clean)
-    # The marker of channel 1: pulled down by 40 pixels, the trace follows by as many.
+    # The marker of channel 1 is dragged down by 40 pixels, and the trace follows by 40 pixels.
     y = marker_row(s, main)
     s.drag(main, (20, y), (20, y + 40))
     s.park()
@@ -160,7 +160,7 @@ def cursors_are_dragged_and_stay(s):
     main = s.start()
     s.open(s.capture("sine.bin", scene="sine"))
     before = s.picture(main, (640, 80, 150, 170))
-    # The type list: voltage cursors stand behind "Off".
+    # The list of cursor types: "Off" is first, voltage cursors come next.
     s.click(main, 740, 253)
     s.key("Down", "Return")
     s.park()
@@ -214,7 +214,7 @@ def table_is_shown_and_saved_as_text(s):
 
 
 def preview_shows_the_page_and_closes(s):
-    printqueue.start(s) # a page is measured by a printer
+    printqueue.start(s) # a page takes its size from a printer
     main = s.start()
     s.open(s.capture("six.bin"))
     s.focus(main)
@@ -266,7 +266,7 @@ def companion_starts_the_program_for_a_capture(s):
 
 
 def window_titles_are_those_of_the_design(s):
-    """To the character, with nothing that the desktop or the toolkit would append."""
+    """The titles are exact: neither the desktop nor the toolkit appends anything."""
     s.write_settings("[Common]\nLanguage=0\n")
     main = s.start()
     s.focus(main)
@@ -287,7 +287,7 @@ def arguments_are_nobodys(s):
 
 
 def closed_descriptors_hold_nothing_up(s):
-    """What is told to standard error must not go where the display is reached."""
+    """Messages to standard error must not reach the connection to the display."""
     s.write_settings("[Common]\nLanguage=1\n")
     s.program = s.start_process(["sh", "-c", 'exec "$0" 0<&- 1>&- 2>&-', s.path("sixtrace")])
     s.main()

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""A display with a window manager, the installed program on it, and a hand that has a real mouse and real keys.
+"""A display with a window manager, the installed program on it, and functions that move the mouse and press keys.
 
 Everything a test starts is its own: display, program folder, instrument. All of it ends with the session.
 """
@@ -13,7 +13,7 @@ import subprocess
 import tempfile
 import time
 
-# The screen of the main window, from the corner of its client area: menu bar, then the picture's own place.
+# Place of the scope screen inside the main window: height of the menu bar plus the place in the client area.
 SCREEN = (32, 63, 601, 401)
 # Middle of a toolbar button, by the menu item it stands for.
 TOOLS = {"open": (22, 44), "preview": (50, 44), "print": (78, 44), "table": (117, 44), "graticule": (145, 44),
@@ -23,7 +23,7 @@ PATIENCE = 60.0
 
 
 def die_with_parent():
-    """A test that is killed takes along what it has started."""
+    """Ends the processes that a killed test has started."""
     set_parent_death_signal = 1
     ctypes.CDLL(None).prctl(set_parent_death_signal, signal.SIGTERM)
 
@@ -33,7 +33,7 @@ class Failure(AssertionError):
 
 
 def wait_for(what, condition, seconds=PATIENCE):
-    """The first true answer of `condition`."""
+    """Waits until `condition` returns something true, and returns that."""
     end = time.monotonic() + seconds
     while True:
         answer = condition()
@@ -45,7 +45,7 @@ def wait_for(what, condition, seconds=PATIENCE):
 
 
 def ppm(data):
-    """Width, height and the RGB bytes of a binary pixmap."""
+    """Returns width, height and the RGB bytes of a binary pixmap."""
     match = re.match(rb"P6\s+(\d+)\s+(\d+)\s+255\s", data)
     if match is None:
         raise Failure("no pixmap of one byte a colour: " + repr(data[:40]))
@@ -55,10 +55,11 @@ def ppm(data):
 
 class Session:
     def __init__(self, programs, pictures):
-        """`pictures` is where the display of a failed test is kept."""
+        """`pictures` is the folder for a picture of the display when a test fails."""
         self.programs = programs
         self.pictures = pictures
-        # In the system's folder for such things and not beside the build: a socket's path holds 107 bytes at most.
+        # In the system's folder for temporary files: the path of a socket has 107 bytes at most, and a build folder may
+        # have a longer one.
         self.folder = tempfile.mkdtemp(prefix="sixtrace-")
         self.home = os.path.join(self.folder, "home", "sixtrace")
         os.makedirs(self.home)
@@ -68,7 +69,7 @@ class Session:
         self.env = dict(os.environ, XDG_DATA_HOME=os.path.dirname(self.home), HOME=self.folder, XDG_RUNTIME_DIR=runtime,
                         QT_QPA_PLATFORM="xcb", LANG="C.UTF-8", QT_SCALE_FACTOR="1",
                         DBUS_SESSION_BUS_ADDRESS="unix:path=" + runtime + "/no-bus")
-        # The keyboard library of the display copies strings by their length, which the strictest check takes amiss.
+        # The keyboard library of the display copies strings by their length, which the strictest check reports.
         self.env["ASAN_OPTIONS"] = ":".join(filter(None, [self.env.get("ASAN_OPTIONS"), "strict_string_checks=0"]))
         self.env["DISPLAY"] = self._display()
         wait_for("the display", lambda: self.quiet("xdotool", "getmouselocation") is not None)
@@ -92,7 +93,7 @@ class Session:
         shutil.rmtree(self.folder, ignore_errors=True)
 
     def tell(self):
-        """What there is to know of a failure: the windows, the processes, what they said, and a picture of the display."""
+        """Collects what helps to explain a failure: windows, processes, their output, and a picture of the display."""
         for window in self.windows():
             print("window:", *window)
         for process in self.running:
@@ -111,12 +112,12 @@ class Session:
         return process
 
     def _display(self):
-        # A number of this process alone: a server that picks the first free one may lose its socket to another that is
-        # just going.
+        # The number comes from this process: a server that takes the first free number may lose its socket to a server that
+        # is ending.
         number = ":" + str(1000 + os.getpid() % 50000)
         reader, writer = os.pipe()
         self.start_process(["Xvfb", number, "-displayfd", str(writer), "-screen", "0", "1024x768x24", "-nolisten", "tcp",
-                            "-noreset"], # a reset behind its last client refuses the next one for a moment
+                            "-noreset"], # after its last client a server resets, and then refuses clients for a moment
                            pass_fds=[writer])
         os.close(writer)
         with os.fdopen(reader) as pipe:
@@ -135,12 +136,12 @@ class Session:
         return done.stdout
 
     def start_bus(self):
-        """A session bus for what is started from now on."""
+        """Starts a session bus for the programs that are started from now on."""
         reader, writer = os.pipe()
         self.start_process(["dbus-daemon", "--session", "--nofork", "--print-address=" + str(writer),
                             "--address=unix:path=" + os.path.join(self.folder, "run", "bus")], pass_fds=[writer])
         os.close(writer)
-        with os.fdopen(reader) as pipe: # the address comes when the bus listens
+        with os.fdopen(reader) as pipe: # the bus writes its address when it listens
             address = pipe.readline().strip()
         if not address:
             raise Failure("no session bus")
@@ -179,7 +180,7 @@ class Session:
             file.write(text)
 
     def start(self, *, english=True):
-        """Starts the program, dismisses the splash by a key and gives the main window."""
+        """Starts the program, dismisses the splash by a key and returns the main window."""
         if english and not self.settings():
             self.write_settings("[Common]\nLanguage=1\n")
         self.launch()
@@ -189,7 +190,7 @@ class Session:
         main = self.find("Sixtrace", above=800, below=801)
         splash = next((w for w in self.windows() if w[4] < 800), None)
         if main is None and splash is not None:
-            # On a slow machine the splash may go by itself meanwhile; this key then does nothing in the main window.
+            # On a slow machine the splash may have closed by itself. The key then does nothing in the main window.
             self.quiet("xdotool", "windowfocus", splash[0])
             self.quiet("xdotool", "key", "Shift_L")
         return main
@@ -216,12 +217,12 @@ class Session:
         return found
 
     def title(self, window):
-        """What the window manager shows, to the character."""
+        """The exact title that the window manager shows."""
         told = self.do("xprop", "-id", window[0], "_NET_WM_NAME") or ""
         return told.split(' = "', 1)[-1].rstrip("\n")[:-1]
 
     def find(self, title, above=0, below=10000):
-        """A visible window whose title begins so, and whose width lies in these bounds."""
+        """A visible window whose title begins with this text and whose width lies within these bounds."""
         for window in self.windows():
             if window[1].startswith(title) and above <= window[4] < below:
                 return window
@@ -240,14 +241,14 @@ class Session:
         return self.window("Sixtrace", above=800, below=801)
 
     def focus(self, window):
-        """Makes a window the one that keys go to, as the window manager and the program see it."""
+        """Gives a window the keyboard focus and waits until window manager and program both know it."""
         self.quiet("xdotool", "windowactivate", window[0])
         self.quiet("xdotool", "windowfocus", window[0])
         wait_for("the focus", lambda: (self.quiet("xdotool", "getwindowfocus") or "").strip() == window[0])
         time.sleep(0.15)
 
     def picture(self, window, place):
-        """The RGB bytes of a place in a window, as they stand on the display."""
+        """The RGB bytes of a part of a window, read from the display."""
         x, y, width, height = place
         crop = "%dx%d+%d+%d" % (width, height, window[2] + x, window[3] + y)
         done = subprocess.run(["import", "-window", "root", "-crop", crop, "-depth", "8", "ppm:-"], env=self.env, capture_output=True,
@@ -258,7 +259,7 @@ class Session:
         return self.picture(window or self.main(), SCREEN)
 
     def screen_of(self, capture, *options):
-        """What the screen shall show of a capture, by the companion program."""
+        """The picture of a capture that the screen has to show, drawn by the companion program."""
         file = os.path.join(self.folder, "expected.png")
         self.kqx("screen", capture, file, *options)
         done = subprocess.run(["convert", file, "-depth", "8", "ppm:-"], capture_output=True, check=True)
@@ -274,7 +275,7 @@ class Session:
                 sum(a != b for a, b in zip(shown[2], expected[2])), len(expected[2]))
             raise Failure("%s; on the screen %s" % (failure, shape)) from failure
 
-    # The hand.
+    # Mouse and keys.
 
     def key(self, *keys):
         self.do("xdotool", "key", *keys)
@@ -286,7 +287,7 @@ class Session:
         self.do("xdotool", "mousemove", "--sync", str(window[2] + x), str(window[3] + y))
 
     def park(self):
-        """Takes the pointer out of every picture."""
+        """Moves the pointer to where no picture is taken."""
         self.do("xdotool", "mousemove", "1020", "764")
 
     def click(self, window, x, y, count=1):
@@ -306,7 +307,7 @@ class Session:
         self.click(self.main(), *TOOLS[name])
 
     def open(self, file):
-        """File, Open, by keys, through the desktop's dialog."""
+        """Opens a capture by File, Open and the file dialog, by keys only."""
         main = self.main()
         self.focus(main)
         self.key("ctrl+o")

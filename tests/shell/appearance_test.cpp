@@ -6,7 +6,7 @@
 
 #include <QTest>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 constexpr Colour kGreen = 0x00FF00;
@@ -212,4 +212,4 @@ TEST_F(ColourTitles, TheDialogSaysWhatIsColoured) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

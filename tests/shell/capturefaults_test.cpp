@@ -4,7 +4,7 @@
 #include "capture/scenes.h"
 #include "platform/controls/labels.h"
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 class CaptureFaults : public FrmComTest {
@@ -71,4 +71,4 @@ TEST_F(CaptureFaults, MarkupInTheNameOfAFileIsText) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -9,18 +9,18 @@
 #include "platform/controls/picturebox.h"
 #include "platform/controls/positionbar.h"
 #include "platform/controls/ticklist.h"
-#include "platform/text/numbers.h"
 #include "shell/frmcomfixture.h"
+#include "support/flatcapture.h"
 
 #include <QMouseEvent>
 
-namespace sixtrace {
+namespace sixtrace::test {
 
-/// A shown main window with captures of which every figure is known, and a mouse.
+/// A main window that is shown, captures of which every figure is known, and a mouse.
 ///
-/// The events go to the widgets themselves, with places inside them or beside them and the buttons that are down: a
-/// pointer that the test system moves would need a screen, and could not stand on a third of a pixel.
-class CaptureWindow : public FrmComTest {
+/// Mouse events are sent to the widgets directly, with a place and the buttons that are down. A pointer that the test
+/// system moves would need a screen, and could not stand on a third of a pixel.
+class CaptureWindow : public FrmComTest, protected FlatCapture {
 protected:
     void open(const std::vector<CaptureBlock>& blocks) {
         write(QStringLiteral("capture.bin"), captureBytes(*captureForm("V11"), blocks));
@@ -29,24 +29,11 @@ protected:
     }
     void openScene(const char* name) { open(*sceneBlocks(QString::fromLatin1(name), 1)); }
 
-    /// One screen unit a sample and a count: 0.5 V a division at 10 mV a count, 600 samples of 2.5 microseconds at
-    /// 10 microseconds a division. A zero level of 0 is the screen's row 200, each 25 of it 50 rows.
-    static CaptureBlock flat(char id, int zeroLevel) {
-        return {.id = id,
-                .screenPoints = 600,
-                .sampleCount = 600,
-                .timeIndex = 10,
-                .zeroLevel = zeroLevel,
-                .voltIndex = 7,
-                .sampleInterval = 2.5F,
-                .voltPerCount = 10,
-                .samples = std::vector<std::int16_t>(600, 0)};
-    }
     /// ch1 on row 200 and A on row 250, ch1 selected.
     void openFlat() {
         load();
         form->show();
-        open({flat('1', 0), flat('A', -25)});
+        open(flatBlocks());
         list().setListIndex(0);
     }
 
@@ -54,7 +41,7 @@ protected:
     [[nodiscard]] ListCombo& cursorType() const { return control<ListCombo>("Combo3"); }
     [[nodiscard]] PictureBox& screen() const { return control<PictureBox>("Picture2"); }
     [[nodiscard]] PictureBox& hidden(int index) const {
-        static_cast<void>(form->pictures().background()); // a copy that waits for a drag is made
+        static_cast<void>(form->pictures().background()); // makes the copy, which otherwise waits for a drag
         return control<PictureBox>(qPrintable(elementName(QStringLiteral("picHidden"), index)));
     }
     [[nodiscard]] QImage screenImage() const { return screen().picture().view().copy(); }
@@ -66,15 +53,6 @@ protected:
     }
     [[nodiscard]] CursorLine& line(const char* name) const { return dynamic_cast<CursorLine&>(control<QObject>(name)); }
     [[nodiscard]] QString caption(const char* name) const { return control<ReadoutLabel>(name).caption(); }
-    /// A number as the desktop writes it, from "1,234.50".
-    static QString number(const char* text) {
-        const NumberMarks marks = NumberMarks::system();
-        QString result;
-        for (const QChar c : QString::fromLatin1(text)) {
-            result += c == u'.' ? QString(marks.decimal) : c == u',' ? QString(marks.group) : QString(c);
-        }
-        return result;
-    }
 
     static void send(QWidget& widget, QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons down) {
         QMouseEvent event(type, at, widget.mapToGlobal(at), button, down, Qt::NoModifier);
@@ -106,4 +84,4 @@ protected:
     }
 };
 
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -12,17 +12,17 @@
 
 #include <QLocale>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
-/// A reading as this machine's desktop writes its decimal mark.
+/// A reading with the decimal mark of the system.
 QString withSystemMark(const char* reading) {
     return QString::fromLatin1(reading).replace(QLatin1Char('.'), QLocale::system().decimalPoint());
 }
 
 class ChannelListArea : public FrmComTest {
 protected:
-    /// Loads a capture with channel "A" only: 100 nS, 200 mV behind a 100:1 probe, 25 divisions up.
+    /// Loads a capture with channel "A" only: 100 nS, 200 mV at a 100:1 probe, 25 divisions up.
     void loadChannelA() {
         load();
         CaptureBlock block{.id = 'A',
@@ -165,4 +165,4 @@ TEST_F(ChannelListArea, DuringTimedAcquisitionATickShowsTheMarkerButWaitsForTheN
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

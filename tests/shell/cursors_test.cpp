@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shell/capturewindow.h"
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 class CursorWindow : public CaptureWindow {
@@ -447,4 +447,4 @@ TEST_F(CursorWindow, ChoosingATimeBaseReadsTheTimeCursorsOutAnew) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -14,12 +14,12 @@
 #include <QTest>
 #include <QUrl>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 const QString kId = QStringLiteral("org.sixtrace.Sixtrace");
 
-/// A session bus of this test's own, the program on it, and a desktop that calls.
+/// A private session bus with the program on it and a desktop that calls the program.
 class DesktopCallsOnABus : public FrmComTest {
 protected:
     void SetUp() override {
@@ -48,7 +48,7 @@ protected:
                      .isBusy = [] { return QApplication::activeModalWidget() != nullptr; },
                      .open = [this](const QString& file) { form->openFromDesktop(file); }});
     }
-    /// Whether the program took the call.
+    /// Whether the program answered the call without an error.
     bool call(const char* method, const QVariantList& arguments) const {
         QDBusMessage message =
             QDBusMessage::createMethodCall(kId, QStringLiteral("/org/sixtrace/Sixtrace"),
@@ -62,7 +62,7 @@ protected:
         return call("Open", {QStringList{QUrl::fromLocalFile(path(name)).toString(QUrl::FullyEncoded)}, QVariantMap()});
     }
     [[nodiscard]] QString shown() const { return control<QLabel>("Label4").text(); }
-    /// Whether the capture comes behind the answer to the call.
+    /// Whether the capture is opened after the call has been answered.
     [[nodiscard]] bool comes(const QString& name) const {
         return QTest::qWaitFor([&] { return shown() == path(name); }, kPatienceMs);
     }
@@ -171,4 +171,4 @@ TEST(DesktopCallsWithoutABus, ThereAreNone) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -1,53 +1,55 @@
 // SPDX-License-Identifier: MIT
-// What the screen shows while a trace or a marker is dragged, against pictures drawn point by point.
+// Compares what the screen shows during the drag of a trace or a marker with pictures that are drawn point by point.
 #include "shell/capturewindow.h"
 #include "support/plainpicture.h"
 
+#include <QList>
 #include <QRandomGenerator>
 
 #include <cmath>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
-/// The positions of one trace, moved by the plain rules beside the program.
+/// The positions of one trace. The test moves them by the plain rules while the program moves its own.
 struct Positions {
-    std::vector<std::int64_t> x;
-    std::vector<std::int64_t> y;
+    QList<std::int64_t> x;
+    QList<std::int64_t> y;
 
     Positions(const publicM& model, int channel) {
-        for (int i = 0; i < model.SampleCount[static_cast<std::size_t>(channel)]; ++i) {
+        for (int i = 0; i < model.SampleCount[channel]; ++i) {
             x.push_back(model.PlotX(channel, i));
             y.push_back(model.PlotY(channel, i));
         }
     }
-    [[nodiscard]] std::size_t size() const { return x.size(); }
+    [[nodiscard]] qsizetype size() const { return x.size(); }
 
-    /// Adds a step to one coordinate from the left up to the first sample right of column 0, and from the right down
-    /// to the last one left of column 600; then to what lies between the two.
+    /// The first sample right of column 0 and the last sample left of column 600.
     struct Range {
-        std::ptrdiff_t first;
-        std::ptrdiff_t last;
+        qsizetype first;
+        qsizetype last;
     };
-    Range shift(std::vector<std::int64_t>& coordinate, std::int64_t step) {
-        const auto count = static_cast<std::ptrdiff_t>(size());
+    /// Adds a step to one coordinate of the samples up to the first one of the range, then of those from the end down
+    /// to its last one, then of those between the two.
+    Range shift(QList<std::int64_t>& coordinate, std::int64_t step) {
+        const qsizetype count = size();
         Range range{count, -1};
-        for (std::ptrdiff_t i = 0; i < count; ++i) {
-            coordinate[static_cast<std::size_t>(i)] += step;
-            if (x[static_cast<std::size_t>(i)] > 0) {
+        for (qsizetype i = 0; i < count; ++i) {
+            coordinate[i] += step;
+            if (x[i] > 0) {
                 range.first = i;
                 break;
             }
         }
-        for (std::ptrdiff_t i = count - 1; i >= 0; --i) {
-            coordinate[static_cast<std::size_t>(i)] += step;
-            if (x[static_cast<std::size_t>(i)] < 600) {
+        for (qsizetype i = count - 1; i >= 0; --i) {
+            coordinate[i] += step;
+            if (x[i] < 600) {
                 range.last = i;
                 break;
             }
         }
-        for (std::ptrdiff_t i = range.first + 1; i < range.last; ++i) {
-            coordinate[static_cast<std::size_t>(i)] += step;
+        for (qsizetype i = range.first + 1; i < range.last; ++i) {
+            coordinate[i] += step;
         }
         return range;
     }
@@ -65,18 +67,17 @@ protected:
         CaptureBlock made = flat(id, 0);
         made.screenPoints = samples;
         made.sampleCount = samples;
-        made.samples.resize(static_cast<std::size_t>(samples));
+        made.samples.clear();
         QRandomGenerator random(7);
         for (int i = 0; i < samples; ++i) {
-            made.samples[static_cast<std::size_t>(i)] = static_cast<std::int16_t>(
-                noise ? random.bounded(-180, 181) : std::lround(120 * std::sin(i * 6.283185307179586 * 3 / samples)));
+            made.samples.push_back(static_cast<std::int16_t>(
+                noise ? random.bounded(-180, 181) : std::lround(120 * std::sin(i * 6.283185307179586 * 3 / samples))));
         }
         return made;
     }
-    /// A pick of the trace by the formula of its place: the row of the sample under column 300.
+    /// The row of the sample at column `x`, which a press has to hit to pick the trace.
     [[nodiscard]] double rowUnder(int channel, double x) const {
-        const auto c = static_cast<std::size_t>(channel);
-        const auto i = static_cast<int>(std::nearbyint(x * model->SampleCount[c] / 600.0));
+        const auto i = static_cast<int>(std::nearbyint(x * model->SampleCount[channel] / 600.0));
         return 200 - model->SampleData(channel, i); // one row a count around row 200
     }
 
@@ -92,7 +93,7 @@ protected:
         pressed.pen = PlainPicture::Pen::Xor;
         pressed.point(0, trace.y[0]);
         pressed.moveTo(trace.x[0], trace.y[0]);
-        for (std::size_t i = 0; i < trace.size(); ++i) {
+        for (qsizetype i = 0; i < trace.size(); ++i) {
             pressed.lineTo(trace.x[i], trace.y[i]);
         }
         EXPECT_EQ(pressed.differences(screenImage()), 0) << "the ghost lies by exclusive or on the trace";
@@ -105,17 +106,16 @@ protected:
             PlainPicture moved = frame;
             moved.point(trace.x[0], trace.y[0]);
             const auto range = trace.shift(trace.x, step);
-            if (range.first < static_cast<std::ptrdiff_t>(trace.size())) {
-                moved.point(trace.x[static_cast<std::size_t>(range.first)],
-                            trace.y[static_cast<std::size_t>(range.first)]);
+            if (range.first < trace.size()) {
+                moved.point(trace.x[range.first], trace.y[range.first]);
             }
             const auto thinning =
-                std::max<std::ptrdiff_t>(1, std::lrint(static_cast<double>(range.last - range.first - 2) / 600));
-            for (std::ptrdiff_t i = range.first + 1; i < range.last; i += thinning) {
-                moved.lineTo(trace.x[static_cast<std::size_t>(i)], trace.y[static_cast<std::size_t>(i)]);
+                std::max<qsizetype>(1, std::lrint(static_cast<double>(range.last - range.first - 2) / 600));
+            for (qsizetype i = range.first + 1; i < range.last; i += thinning) {
+                moved.lineTo(trace.x[i], trace.y[i]);
             }
             EXPECT_EQ(moved.differences(screenImage()), 0) << "move " << move;
-            for (std::size_t i = 0; i < trace.size(); ++i) {
+            for (qsizetype i = 0; i < trace.size(); ++i) {
                 ASSERT_EQ(model->PlotX(0, static_cast<int>(i)), trace.x[i]) << "move " << move << " sample " << i;
             }
         }
@@ -129,7 +129,7 @@ protected:
         PlainPicture ghost = frame;
         ghost.pen = PlainPicture::Pen::Xor;
         ghost.point(trace.x[0], trace.y[0]);
-        for (std::size_t i = 1; i < trace.size(); ++i) {
+        for (qsizetype i = 1; i < trace.size(); ++i) {
             ghost.lineTo(trace.x[i], trace.y[i]);
         }
         EXPECT_EQ(ghost.differences(screenImage()), 0) << "the ghost lies by exclusive or on the trace";
@@ -144,17 +144,16 @@ protected:
             const auto range = trace.shift(trace.y, newLine - zeroLine);
             zeroLine = newLine;
             PlainPicture moved = snapshot;
-            const auto sample = [](std::ptrdiff_t i) { return static_cast<std::size_t>(i); };
-            if (range.first < static_cast<std::ptrdiff_t>(trace.size())) {
-                moved.point(trace.x[sample(range.first)], trace.y[sample(range.first)]);
+            if (range.first < trace.size()) {
+                moved.point(trace.x[range.first], trace.y[range.first]);
             }
-            for (std::ptrdiff_t k = range.first + 1; k < range.last; ++k) {
-                if (trace.x[sample(k)] != trace.x[sample(k - 1)]) {
-                    moved.lineTo(trace.x[sample(k)], trace.y[sample(k)]);
+            for (qsizetype k = range.first + 1; k < range.last; ++k) {
+                if (trace.x[k] != trace.x[k - 1]) {
+                    moved.lineTo(trace.x[k], trace.y[k]);
                 }
             }
             EXPECT_EQ(moved.differences(screenImage()), 0) << "at " << top;
-            for (std::size_t i = 0; i < trace.size(); ++i) {
+            for (qsizetype i = 0; i < trace.size(); ++i) {
                 ASSERT_EQ(model->PlotY(0, static_cast<int>(i)), trace.y[i]) << "at " << top << " sample " << i;
             }
         }
@@ -180,7 +179,7 @@ TEST_F(DragPictures, NoiseDraggedSidewaysIsThinned) {
 }
 
 TEST_F(DragPictures, With901And902And903SamplesOnTheScreenTheThinningBeginsAtTheEvenTwo) {
-    // All but the samples in column 0 and the last lie inside, so that the range is a little shorter than the record.
+    // All samples lie inside but the last and those in column 0, so the range is a little shorter than the record.
     for (const int samples : {900, 901, 902, 903, 904, 905, 906, 1500, 1502, 1504}) {
         openAndSelect({wave('1', samples, true)}, 0);
         expectTraceDrag({300, 301, 299});
@@ -230,4 +229,4 @@ TEST_F(DragPictures, AShiftedTraceDraggedByItsMarkerIsDrawnAsFarAsItIsVisible) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a user of today expects of the keys of any window: shortcuts, arrows, a walk by Tab.
+// The keys that users know from other windows: shortcuts, arrow keys, Tab.
 #include "platform/controls/captions.h"
 #include "platform/controls/toolbar.h"
 #include "shell/everydaywindow.h"
@@ -7,7 +7,7 @@
 #include <QKeyEvent>
 #include <QMenuBar>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 using Shortcuts = EverydayWindow;
@@ -305,4 +305,4 @@ TEST_F(TabOrder, EveryControlThatTakesTheFocusIsInTheWalkOnce) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What else a user of today expects of any window: names for assistive tools, files dropped onto it, sharp pictures.
+// What else users know from other windows: names for assistive tools, files dropped onto the window, sharp pictures.
 #include "platform/controls/captions.h"
 #include "platform/controls/toolbar.h"
 #include "shell/everydaywindow.h"
@@ -10,10 +10,10 @@
 #include <QMimeData>
 #include <QUrl>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
-/// What an assistive tool would have heard since the start of the test.
+/// The texts that an assistive tool has been told since the start of the test.
 struct Heard {
     static inline QStringList values;
     static void hear(QAccessibleEvent* event) {
@@ -125,7 +125,7 @@ TEST_F(Accessibility, AChangeOfTheWordsIsAnnouncedOnceWithTheNewWords) {
     hover(screen(), 50, 20);
     QCoreApplication::processEvents();
     EXPECT_EQ(announced.size(), 3);
-    // Not every platform carries such events; the offscreen one has none.
+    // The offscreen platform passes no such events on.
     if (QAccessible::isActive()) {
         EXPECT_EQ(Heard::values, announced);
     }
@@ -133,7 +133,7 @@ TEST_F(Accessibility, AChangeOfTheWordsIsAnnouncedOnceWithTheNewWords) {
 
 class FileDrop : public EverydayWindow {
 protected:
-    /// True where the window takes it.
+    /// Whether the window accepts it.
     bool drop(const QList<QUrl>& urls) {
         QMimeData data;
         data.setUrls(urls);
@@ -210,7 +210,7 @@ protected:
         widget.render(&image, {}, {}, QWidget::DrawWindowBackground | QWidget::DrawChildren);
         return image;
     }
-    /// How many of the 2 by 2 blocks of an image hold more than one colour: none after a plain doubling.
+    /// How many of the 2 by 2 blocks of an image hold more than one colour. A picture that is only doubled has none.
     static int unequalBlocks(const QImage& image) {
         int count = 0;
         for (int y = 0; y + 1 < image.height(); y += 2) {
@@ -265,4 +265,4 @@ TEST_F(DisplayScale, AtScale1Point5NoCursorIsThinnerThanItsTwin) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

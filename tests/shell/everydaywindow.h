@@ -7,9 +7,9 @@
 
 #include <QTest>
 
-namespace sixtrace {
+namespace sixtrace::test {
 
-/// The main window with a capture, worked by keys.
+/// The main window with a capture, operated by keys.
 class EverydayWindow : public CaptureWindow {
 protected:
     void openFlatActive() {
@@ -35,4 +35,4 @@ protected:
     }
 };
 
-} // namespace sixtrace
+} // namespace sixtrace::test

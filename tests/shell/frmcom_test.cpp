@@ -17,10 +17,10 @@
 
 #include <algorithm>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
-/// The picture of an empty screen, drawn apart from the window.
+/// The picture of an empty screen, drawn without the window.
 struct EmptyScreen {
     Picture picture{kSurfaceWidth, kSurfaceHeight};
 
@@ -134,7 +134,7 @@ TEST_F(FrmComStart, SettingsFileOfAnyBytesStartsTheProgram) {
 }
 
 TEST_F(FrmComStart, SettingsThatCannotBeWrittenAreNoMatterOfAMessage) {
-    ASSERT_TRUE(QDir().mkpath(iniFile())); // a folder in its place: no write will do
+    ASSERT_TRUE(QDir().mkpath(iniFile())); // a folder in its place, so that every write fails
     load();
     item("mnuEnglish").trigger();
     EXPECT_EQ(model->LanguageId, 1) << "for this run";
@@ -292,7 +292,7 @@ TEST_F(FrmComOpen, HeaderOnlyUnticksAllRowsAndShowsTheGraticuleOnly) {
     open(QStringLiteral("capture.bin"));
     for (int channel = 0; channel < kChannels; ++channel) {
         EXPECT_FALSE(control<TickList>("List1").Selected(channel));
-        // The Open command ends by clamping the current channel's marker, which shows it.
+        // The Open command ends with the clamp of the current channel's marker, which shows the marker.
         EXPECT_EQ(control<QWidget>(qPrintable(elementName(QStringLiteral("image1"), channel))).isHidden(),
                   channel != 5);
     }
@@ -317,7 +317,7 @@ TEST_F(FrmComOpen, NewClearsTheScreenAndTheNextFrameBringsTheTracesBack) {
     writeScene("six");
     open(QStringLiteral("capture.bin"));
     const QImage traces = control<PictureBox>("Picture2").picture().view().copy();
-    item("mnuNew").setVisible(true); // hidden items cannot be chosen; the command stays for those that call it
+    item("mnuNew").setVisible(true); // the item is hidden and so cannot be chosen, but its command works
     item("mnuNew").trigger();
     const Picture& picture = control<PictureBox>("Picture2").picture();
     EXPECT_EQ(picture.Point(0, 0), 4194368);
@@ -367,7 +367,7 @@ TEST_F(FrmComOpen, EachToolButtonRunsItsMenuItem) {
                                                                 {16, "mnuContent"}}};
     QStringList chosen;
     for (QAction* action : form->menuBar()->findChildren<QAction*>()) {
-        // Its own handlers would ask, print and fetch.
+        // The handlers of these items would show dialogs, print and fetch.
         QObject::disconnect(action, &QAction::triggered, nullptr, nullptr);
         QObject::connect(action, &QAction::triggered, form.get(),
                          [&chosen, action] { chosen.append(action->objectName()); });
@@ -380,4 +380,4 @@ TEST_F(FrmComOpen, EachToolButtonRunsItsMenuItem) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -17,9 +17,9 @@
 
 #include <memory>
 
-namespace sixtrace {
+namespace sixtrace::test {
 
-/// A main window in a program folder of its own, with scripted dialogs and an end of the process that is only counted.
+/// A main window with a program folder of its own and scripted dialogs. A call that would end the process is counted.
 class FrmComTest : public ::testing::Test {
 protected:
     void SetUp() override { applyLook(*qApp); }
@@ -48,7 +48,7 @@ protected:
             *model, FrmComServices{dialogs, [this] { return m_folder.path(); }, [this] { ++ends; }});
         return *form;
     }
-    /// Puts a zero marker at a top in twips, as a drag would leave it.
+    /// Moves a zero marker to a top in twips, as a drag would.
     void putMarker(int channel, double top) const {
         form->state().markers[channel].top = top;
         form->showState();
@@ -72,4 +72,4 @@ private:
     QTemporaryDir m_folder;
 };
 
-} // namespace sixtrace
+} // namespace sixtrace::test

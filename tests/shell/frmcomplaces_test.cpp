@@ -10,7 +10,7 @@
 #include <QMenuBar>
 #include <QtTest/QtTest>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 using FrmComPlaces = FrmComTest;
@@ -136,8 +136,8 @@ TEST_F(FrmComPlaces, SixteenToolButtonsStandInARowWithGapsAt1And5And10And15) {
     // Left edges and widths added up by hand: a gap of 8, three of 28, a gap of 11 and so on.
     constexpr std::array kLeft{0, 8, 36, 64, 92, 103, 131, 159, 187, 215, 226, 254, 282, 310, 338, 349};
     constexpr std::array kWidth{8, 28, 28, 28, 11, 28, 28, 28, 28, 11, 28, 28, 28, 28, 11, 28};
-    for (int index = 1; index <= 16; ++index) {
-        const auto i = static_cast<std::size_t>(index - 1);
+    for (std::size_t i = 0; i < kLeft.size(); ++i) {
+        const int index = static_cast<int>(i) + 1;
         const auto& button = control<QWidget>(qPrintable(elementName(QStringLiteral("Toolbar1"), index)));
         EXPECT_EQ(button.geometry(), QRect(kLeft[i], 3, kWidth[i], 28)) << index;
     }
@@ -166,7 +166,7 @@ void expectMenu(FrmCom& form, const char* menuName, const std::vector<MenuItem>&
     const auto* menu = form.findChild<QMenu*>(QString::fromLatin1(menuName));
     ASSERT_NE(menu, nullptr) << menuName;
     const auto actions = menu->actions();
-    ASSERT_EQ(static_cast<std::size_t>(actions.size()), items.size()) << menuName;
+    ASSERT_EQ(actions.size(), std::ssize(items)) << menuName;
     for (std::size_t i = 0; i < items.size(); ++i) {
         const QAction& action = *actions[static_cast<qsizetype>(i)];
         EXPECT_EQ(action.objectName(), QString::fromLatin1(items[i].name));
@@ -259,7 +259,7 @@ TEST_F(FrmComPlaces, EveryItemThatIsShownIsEnabledWithoutACapture) {
     load();
     int items = 0;
     for (const QAction* action : form->menuBar()->findChildren<QAction*>()) {
-        // One that is hidden counts as disabled, whatever was set.
+        // The toolkit counts a hidden item as disabled.
         const bool isReachable = action->isVisible() && !action->isSeparator();
         EXPECT_EQ(action->isEnabled(), action->isVisible()) << action->objectName().toStdString();
         items += isReachable ? 1 : 0;
@@ -281,4 +281,4 @@ TEST_F(FrmComPlaces, TheHiddenToolbarItemTouchesNeitherTheToolbarNorItsTickNorTh
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 class Splash : public ::testing::Test {
@@ -22,7 +22,7 @@ protected:
         splash->show();
     }
     [[nodiscard]] QTimer& timer() const { return *splash->findChild<QTimer*>(QStringLiteral("Timer1")); }
-    /// Lets the running timer tick once, without its wait.
+    /// Makes the running timer tick once, without waiting.
     void tick() {
         const int interval = timer().interval();
         const bool done = splash->SplashDone();
@@ -91,4 +91,4 @@ TEST_F(Splash, Is480By300WithAPictureOf196) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -8,7 +8,7 @@
 #include <QPushButton>
 #include <QTest>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 class HelpCommandsTest : public FrmComTest {
@@ -72,7 +72,7 @@ TEST_F(HelpCommandsTest, ThereIsOneAboutBoxHoweverOftenItIsAskedFor) {
     EXPECT_EQ(boxes().front(), first.data());
     EXPECT_FALSE(first->isMinimized()) << "and it comes to the front";
     first->close();
-    item("mnuAbout").trigger(); // before the closed one has gone
+    item("mnuAbout").trigger(); // before the closed window has been deleted
     ASSERT_EQ(boxes().size(), 1);
     EXPECT_TRUE(boxes().front()->isVisible());
     EXPECT_TRUE(first.isNull());
@@ -100,7 +100,7 @@ TEST_F(HelpCommandsTest, WithoutLanguageFilesTheSmallWindowsHaveTheCaptionsOfThe
     EXPECT_EQ(about->windowTitle(), QStringLiteral("About Sixtrace"));
 }
 
-/// The search path for programs, for the length of a test.
+/// Sets the search path for programs during a test.
 class SearchPath {
 public:
     explicit SearchPath(const QString& folder)
@@ -163,4 +163,4 @@ TEST_F(HelpCommandsTest, MessageWindowKeepsItsTextThroughHiding) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

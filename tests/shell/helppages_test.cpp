@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the help pages name has to be there in the program: menu paths, captions, keys and messages.
+// Menu paths, captions, keys and messages that the help pages name have to exist in the program.
 #include "platform/printing/qtprinters.h"
 #include "shell/frmcomfixture.h"
 #include "support/printing.h"
@@ -11,7 +11,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 struct Page {
@@ -31,14 +31,14 @@ QString contentOf(const QString& path) {
     return QString::fromUtf8(file.readAll());
 }
 
-/// A caption as help writes it: without the mark of its key, without dots, colons and blanks at its ends.
+/// A caption as the help writes it: without the mark of its key, and without dots, colons and blanks at the ends.
 QString plain(QString caption) {
     static const QRegularExpression key(u"\\s*\\(&?[A-Z]\\)"_s);
     static const QRegularExpression ends(u"^[\\s\"]+|[\\s\".:：]+$"_s);
     return caption.remove(key).remove(u'&').remove(ends);
 }
 
-/// What stands between `begin` and `end`, entities resolved, however often.
+/// All texts between `begin` and `end`, with entities resolved.
 QStringList piecesOf(const QString& page, const QString& begin, const QString& end) {
     QStringList pieces;
     for (qsizetype at = page.indexOf(begin); at >= 0; at = page.indexOf(begin, at)) {
@@ -58,7 +58,7 @@ protected:
         load();
         page = contentOf(u"help/"_s + GetParam().file);
     }
-    /// Whether a menu of the window leads along these captions to something that the user can see.
+    /// Whether these captions, from menu to item, lead to an item that the user can see.
     [[nodiscard]] bool leads(const QStringList& steps) const {
         const QList<QAction*> menus = form->findChild<QMenuBar*>()->actions();
         for (const QAction* menu : menus) {
@@ -85,7 +85,7 @@ TEST_P(HelpPages, EveryMenuPathIsInTheProgram) {
 }
 
 TEST_P(HelpPages, EveryCaptionIsInTheLanguageFile) {
-    QSet<QString> captions{u"USB"_s, u"Yes"_s}; // the list's first entry, and a button of the desktop's
+    QSet<QString> captions{u"USB"_s, u"Yes"_s}; // the first entry of a list, and a button of the desktop's dialogs
     captions << QtPrinters::pdfDevice();
     for (const QString& line : contentOf(u"lang/"_s + GetParam().language).split(u'\n')) {
         captions << plain(line.section(u'=', 1));
@@ -110,7 +110,7 @@ TEST_P(HelpPages, EveryMessageIsInTheProgram) {
 }
 
 TEST_P(HelpPages, NoMessageThatNeverAppearsIsExplained) {
-    // The older reader is reached by no command, and nobody shows the window of the serial transfer's words.
+    // No command reaches the older reader, and nothing shows the message window of the serial transfer.
     for (const QString& silent : {u"not KQX bin file"_s, u"接收成功"_s, u"接收失败"_s, u"用户中断"_s}) {
         EXPECT_FALSE(page.contains(silent)) << silent.toStdString();
     }
@@ -143,4 +143,4 @@ INSTANTIATE_TEST_SUITE_P(BothLanguages, HelpPages,
                                            Page{1, u"vrt_e.html"_s, u"English.Lan"_s, u", "_s}));
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -24,7 +24,7 @@
 #include <QPushButton>
 #include <QTimer>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 class Languages : public FrmComTest {};
@@ -150,7 +150,7 @@ TEST_F(Languages, AWindowThatIsOpenKeepsItsCaptionsUntilItIsLoadedAgain) {
     installLanguages();
     QFile english(path(QStringLiteral("English.Lan")));
     ASSERT_TRUE(english.open(QIODevice::ReadOnly));
-    // A key of another window's control in the main window's section is none of the main window's.
+    // A key in the main window's section that names a control of another window changes nothing.
     write(QStringLiteral("English.Lan"), english.readAll().replace("[FrmCom]", "[FrmCom]\ncmdOK=main"));
     load();
     item("mnuAbout").trigger();
@@ -167,7 +167,7 @@ TEST_F(Languages, AWindowThatIsOpenKeepsItsCaptionsUntilItIsLoadedAgain) {
     EXPECT_EQ(control<QPushButton>("cmdOK").text(), QStringLiteral("OK"));
 }
 
-/// A dialog that is made once and loaded for every use.
+/// A dialog that is made once and loaded before every use.
 class ReusedDialog : public DialogSheet {
 public:
     ReusedDialog()
@@ -195,14 +195,14 @@ TEST_F(Languages, ADialogThatWasUnloadedStartsFromItsDesignAtTheNextLoad) {
     EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Design"));
     EXPECT_EQ(dialog.label->text(), QStringLiteral("label"));
     EXPECT_EQ(dialog.list->itemText(1), QStringLiteral("two"));
-    SetLanFile(*model, 0); // whose file is missing
+    SetLanFile(*model, 0); // the Chinese file is missing
     ApplyLanguage(dialog, *model);
     EXPECT_EQ(dialog.windowTitle(), QStringLiteral("设计 "));
     EXPECT_EQ(dialog.label->text(), QStringLiteral("标签"));
     EXPECT_EQ(dialog.button->text(), QStringLiteral("按钮"));
     EXPECT_EQ(dialog.list->itemText(0), QStringLiteral("一"));
     EXPECT_EQ(dialog.list->itemText(1), QStringLiteral("二"));
-    // A list that has other entries by now keeps them, and a control that has gone is passed over.
+    // A list that has other entries by then keeps them, and a control that has been deleted is left out.
     dialog.list->addItem(QStringLiteral("three"));
     delete dialog.button;
     ApplyLanguage(dialog, *model);
@@ -231,7 +231,7 @@ TEST_F(Languages, WindowsThatAreUnloadedFollowALanguageWhoseFileIsMissing) {
     EXPECT_EQ(titleOfTransfer(), QStringLiteral("USB Transmission /Save as:"));
     item("mnuChinese").trigger();
     EXPECT_EQ(titleOfTransfer(), QStringLiteral("USB Transmission /存储为："));
-    // The transfer over a serial line is only hidden by its Cancel: it is loaded still, and keeps its language.
+    // Cancel only hides the window of the serial transfer. It stays loaded, and keeps its language.
     ASSERT_TRUE(writeProfile(QStringLiteral("Common"), QStringLiteral("ComPort"), QStringLiteral("1"), iniFile()));
     EXPECT_EQ(titleOfTransfer(), QStringLiteral("正在接收数据/存储为："));
     item("mnuEnglish").trigger();
@@ -363,10 +363,10 @@ TEST_F(Languages, ATextIsTheFallbackWhereFileKeyOrValueIsMissing) {
     EXPECT_EQ(textOf("empty"), QStringLiteral("fallback"));
     EXPECT_EQ(textOf("absent"), QStringLiteral("fallback"));
     EXPECT_EQ(textOf("long"), QString(127, QLatin1Char('x')));
-    // Whether the file is there is looked up each time.
+    // The program checks at each call whether the file exists.
     ASSERT_TRUE(QFile::remove(model->LanFile));
     EXPECT_EQ(textOf("full"), QStringLiteral("fallback"));
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

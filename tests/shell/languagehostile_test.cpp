@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Language files that are no language files: captions stay, nothing falls over.
+// Files that are not language files: captions stay, and the program does not fail.
 #include "shell/capturewindow.h"
 
 #include "capture/applylanguage.h"
@@ -12,7 +12,7 @@
 
 #include <map>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 using Captions = std::map<QString, QString>;
@@ -53,7 +53,7 @@ protected:
         QFile file(QStringLiteral(SIXTRACE_SOURCE_DIR "/lang/English.Lan"));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
-    /// Applies a file as a switch of the language does, without the texts that code composes.
+    /// Applies a file as a switch of the language does, but without the texts that the program composes itself.
     void apply(const QByteArray& bytes) {
         write(QStringLiteral("English.Lan"), bytes);
         SetLanFile(*model, 1);
@@ -96,7 +96,7 @@ TEST_F(HostileLanguage, AFileCutAtAnyByteGivesEachCaptionWholeOrCutOrAsItWas) {
                 EXPECT_TRUE(full.startsWith(caption)) << name.toStdString() << " at " << length;
             }
         }
-        // The last line may serve two captions, a menu's and its entry's.
+        // The last line may apply to two captions: that of a menu and that of its item.
         EXPECT_LE(cut, 2) << length;
         wholeFiles += captions() == english ? 1 : 0;
     }
@@ -167,4 +167,4 @@ TEST_F(HostileLanguage, AFolderInPlaceOfAFileLeavesTheCaptions) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -4,7 +4,7 @@
 #include "capture/stripgeometry.h"
 #include "platform/controls/framepanel.h"
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 /// ch1 on row 200 (marker top 2910) and A on row 250, markers 24 by 14 pixels.
@@ -290,4 +290,4 @@ TEST_F(MarkerWindow, TheBarShowsTheMarkerOfAChannelWhoseTickIsCleared) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

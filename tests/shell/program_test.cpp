@@ -11,7 +11,7 @@
 #include <QTimer>
 #include <QUrl>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 class StartOfTheProgram : public FrmComTest {
@@ -66,4 +66,4 @@ TEST_F(StartOfTheProgram, ACallBringsAMinimisedWindowBack) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

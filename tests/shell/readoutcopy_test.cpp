@@ -11,7 +11,7 @@
 #include <QMenu>
 #include <QTest>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 class CopiedReadouts : public FrmComTest {
@@ -28,7 +28,7 @@ protected:
         item("mnuCopy").trigger();
         return QApplication::clipboard()->text();
     }
-    /// The menu over a control, as the right button or the menu key asks for it.
+    /// The menu that the right button or the menu key opens over a control.
     [[nodiscard]] QAction* offered(QWidget& over) {
         QContextMenuEvent asked(QContextMenuEvent::Mouse, QPoint(3, 3), over.mapToGlobal(QPoint(3, 3)));
         QCoreApplication::sendEvent(&over, &asked);
@@ -74,7 +74,7 @@ TEST_F(CopiedReadouts, TheContextMenuOfAFrameCopiesWhatStandsInIt) {
     fill("LabY1", "25.00");
     fill("LabYY11", "mV");
     fill("labPPe", "1.000 KHz");
-    QAction* const readouts = offered(control<ReadoutLabel>("LabY1")); // a label in the frame stands for the frame
+    QAction* const readouts = offered(control<ReadoutLabel>("LabY1")); // a label passes the request on to its frame
     ASSERT_NE(readouts, nullptr);
     EXPECT_EQ(readouts->text(), QStringLiteral("Copy"));
     readouts->trigger();
@@ -102,4 +102,4 @@ TEST_F(CopiedReadouts, CtrlCReachesItFromAnyControl) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

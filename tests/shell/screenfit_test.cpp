@@ -11,7 +11,7 @@
 
 #include <gtest/gtest.h>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 TEST(CentredPlace, IsTheMiddleOfTheScreenUnlessTheTitleWouldLeaveItsFreeArea) {
@@ -67,4 +67,4 @@ TEST_F(FittedWindow, ANarrowScreenIsReachedToBothSides) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -15,7 +15,7 @@
 #include <QTest>
 #include <QWheelEvent>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 /// A window with a six-trace capture, ch1 selected: 500 uS and 500 mV per division at a probe factor of 1.
@@ -321,4 +321,4 @@ TEST_F(TimeVolt, AWheelOverTheBarMovesTheTraceOnlyWhileTheBarHasTheKeys) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The window and the screen without one give the same: the rules decide, the widgets only show.
+// With and without a window the same operations have the same result: the rules decide, and the widgets only show.
 #include "capture/channellist.h"
 #include "platform/controls/arrowpair.h"
 #include "platform/controls/framepanel.h"
@@ -12,14 +12,14 @@
 #include <QKeyEvent>
 #include <QRandomGenerator>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 constexpr int kOperations = 10'000;
 constexpr int kOperationsAForm = kOperations / 6 + 1;
 constexpr int kOperationsAPicture = 97;
 
-/// What the controls of a window show, or what a state says that they should: one line each.
+/// What the controls of a window show, or what a state says that they should show: one line for each control.
 using Shown = QStringList;
 
 class Windowless : public CaptureWindow, public ::testing::WithParamInterface<const char*> {
@@ -46,7 +46,7 @@ protected:
     [[nodiscard]] PositionBar& bar() const { return control<PositionBar>("VScroll1"); }
     [[nodiscard]] int below(int limit) { return static_cast<int>(random.bounded(limit)); }
 
-    /// A capture of one of the shorter scenes, in the form that is being tried.
+    /// A capture of one of the shorter scenes, in the form of this test.
     void openAnyScene() {
         std::optional<std::vector<CaptureBlock>> blocks;
         while (!blocks) {
@@ -64,7 +64,7 @@ protected:
         loading->mnuOpen_Click();
     }
 
-    /// A user's choice in a list, be it of the entry that is chosen already.
+    /// The user chooses an entry of a list. It may be the one that is chosen already.
     static void choose(ListCombo& list, int row) {
         list.setCurrentIndex(row);
         Q_EMIT list.Click();
@@ -147,7 +147,7 @@ protected:
         return QStringLiteral("bar %1").arg(value);
     }
 
-    /// Somewhere on or beside the screen, or near a line or a zero line.
+    /// A place on the screen, beside it, or near a cursor or zero line.
     QPointF somewhere() {
         QPointF at(below(2520) / 4.0 - 15, below(1720) / 4.0 - 15);
         const auto number = static_cast<std::size_t>(below(2));
@@ -328,7 +328,7 @@ protected:
     std::unique_ptr<OffscreenScope> scope;
     std::unique_ptr<ScreenMouse> mouse;
     std::unique_ptr<CaptureLoading> loading;
-    /// Each form goes a way of its own.
+    /// Each form of capture file gets its own series of operations.
     QRandomGenerator random{20'251'122U + static_cast<std::uint32_t>(captureForm(GetParam())->fileKind)};
 };
 
@@ -357,4 +357,4 @@ INSTANTIATE_TEST_SUITE_P(OfEveryForm, Windowless, ::testing::Values("bin", "V01"
                          [](const auto& form) { return std::string(form.param); });
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Every window of the program in both languages: no caption may be missing, or cut off in its control.
+// Every window of the program in both languages: no caption may be missing, and none may be cut off by its control.
 #include "acquire/frmcomset.h"
 #include "acquire/frmusb.h"
 #include "acquire/recfrm.h"
@@ -27,11 +27,11 @@
 #include <QStyleOptionComboBox>
 #include <QTimer>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
-/// What makes a window, loaded in the model's language, and hands it over.
-struct Surroundings {
+/// A window of the program: how it is loaded in the language of the model and handed to the test.
+struct Loaded {
     publicM& model;
     ScriptedDialogs& dialogs;
     FrmCom& main;
@@ -40,30 +40,30 @@ using Look = std::function<void(QWidget&)>;
 
 struct Window {
     const char* name;
-    void (*show)(const Surroundings&, const Look&);
-    /// Controls that show values, or texts that are composed by code, and have no key in the language files.
+    void (*show)(const Loaded&, const Look&);
+    /// Controls that show values or texts that the program composes. They have no key in the language files.
     QStringList withoutKey{};
 };
 
-void showMain(const Surroundings& s, const Look& look) {
+void showMain(const Loaded& s, const Look& look) {
     look(s.main);
 }
-void showAbout(const Surroundings& s, const Look& look) {
+void showAbout(const Loaded& s, const Look& look) {
     frmAbout window(s.model, s.dialogs, nullptr);
     window.setAttribute(Qt::WA_DeleteOnClose, false);
     look(window);
 }
-void showMessageOut(const Surroundings& s, const Look& look) {
+void showMessageOut(const Loaded& s, const Look& look) {
     FrmMessageOut window(s.model);
     look(window);
 }
-void showRecFrm(const Surroundings& s, const Look& look) {
+void showRecFrm(const Loaded& s, const Look& look) {
     TransferGate gate;
     recFrm window(s.model, s.dialogs, [](int) { return QString(); }, gate, {});
     window.load();
     look(window);
 }
-void showUsb(const Surroundings& s, const Look& look) {
+void showUsb(const Loaded& s, const Look& look) {
     ScriptedLink link;
     TransferGate gate;
     FrmUSB window(s.model, s.dialogs, link, gate, [](const TransferReport&) {});
@@ -73,14 +73,14 @@ void showUsb(const Surroundings& s, const Look& look) {
     });
     window.showModally(nullptr);
 }
-void showComSet(const Surroundings& s, const Look& look) {
+void showComSet(const Loaded& s, const Look& look) {
     TransferGate gate;
     recFrm receiver(s.model, s.dialogs, [](int) { return QString(); }, gate, {});
     frmComSet window(s.model, s.dialogs, receiver);
     look(window);
 }
 
-void showTable(const Surroundings& s, const Look& look) {
+void showTable(const Loaded& s, const Look& look) {
     frmData window(s.model, s.dialogs);
     look(window);
 }
@@ -107,12 +107,12 @@ const std::vector<Window>& windows() {
 QString withoutIndex(const QString& objectName) {
     return objectName.section(u'(', 0, 0);
 }
-/// "SaveCheck3" of "SaveCheck(3)", the other key that an element of an array may have.
+/// "SaveCheck3" for "SaveCheck(3)": the second key that an element of a control array may have.
 QString withItsIndex(QString objectName) {
     return objectName.remove(u'(').remove(u')');
 }
 
-/// The caption as it is painted: mnemonics are underlined, not written.
+/// The caption as it is painted, without the mark of its key.
 QString painted(QString caption) {
     caption.replace(QStringLiteral("&&"), QStringLiteral("\x01"));
     caption.remove(u'&');
@@ -123,12 +123,12 @@ bool holdsChinese(const QString& text) {
     return std::any_of(text.begin(), text.end(), [](QChar c) { return c.unicode() >= 0x2E80; });
 }
 
-/// Expects a text of a font to fit a room of so many pixels.
+/// Expects that a text fits into `room`, in pixels.
 void expectRoom(const QObject& control, const QString& text, const QFont& font, int width, int height) {
     const QFontMetrics metrics(font);
     EXPECT_LE(metrics.horizontalAdvance(text), width)
         << control.objectName().toStdString() << ": \"" << text.toStdString() << '"';
-    // The tallest ink counts, not the leading that a family reserves.
+    // The height of the letters counts, not the space between lines that a font reserves.
     EXPECT_LE(metrics.tightBoundingRect(text).height(), height) << control.objectName().toStdString();
 }
 
@@ -265,4 +265,4 @@ INSTANTIATE_TEST_SUITE_P(InBothLanguages, EveryWindow, ::testing::Values(0, 1),
                          [](const auto& instance) { return instance.param == 0 ? "Chinese" : "English"; });
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

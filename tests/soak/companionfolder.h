@@ -9,8 +9,8 @@
 
 namespace sixtrace::test {
 
-/// A folder with programs of its own, as a user may keep them, and an instrument that serves both links there once it
-/// is asked to.
+/// A folder with copies of the programs, as a user may keep them, and a simulated instrument that serves both links
+/// there when a test starts it.
 class CompanionFolder : public ::testing::Test {
 protected:
     ~CompanionFolder() override {

@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
-// The receivers on a disk that is full: they say so, and keep what was written.
+// The receivers on a full disk: they report it, and keep what they have written.
 #include "acquire/receivefixture.h"
 #include "acquire/scriptedlink.h"
 #include "acquire/usbexchange.h"
 #include "support/hardships.h"
 #include "support/strings.h"
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
-
-using test::SmallDisk;
 
 class FullDisk : public ReceiveFixture {};
 
@@ -52,4 +50,4 @@ TEST_F(FullDisk, EndsAUsbTransferWithItsError) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

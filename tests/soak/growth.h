@@ -13,12 +13,12 @@
 
 #if defined(__SANITIZE_ADDRESS__)
 #include <cstddef>
-extern "C" std::size_t __sanitizer_get_current_allocated_bytes(); // its header is not packaged with the compiler
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes(); // the compiler is packaged without the header
 #endif
 
 namespace sixtrace::test {
 
-/// What a process holds at a moment.
+/// What the process holds at one moment.
 struct Holdings {
     qint64 bytes = 0;
     qint64 handles = 0;
@@ -41,9 +41,9 @@ private:
     }
 };
 
-/// Does `round` (given its number) so many times behind a warm-up, in which caches fill, and expects that nothing has
-/// grown: not by two bytes a round where the rounds are many. Events go out now and then, since Qt keeps the room that
-/// waiting ones once took.
+/// Calls `round` with its number: first a few times so that caches fill, then so many times as asked. Expects that
+/// nothing grows in the second part, not even by two bytes a round where there are many rounds. Events are delivered in
+/// between, since Qt keeps the memory that waiting events have taken.
 template<typename Round>
 void expectNoGrowth(const char* what, int rounds, Round round) {
     constexpr qint64 kSlack = 16 * 1024;

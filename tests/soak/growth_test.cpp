@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The real main window through more loads, fetches and redraws than a long day brings.
+// Memory and handles of the main window over more loads, fetches and redraws than a long day brings.
 #include "acquire/scriptedlink.h"
 #include "capture/bytes.h"
 #include "platform/controls/positionbar.h"
@@ -14,16 +14,15 @@
 #include <stdexcept>
 
 #if defined(__SANITIZE_ADDRESS__)
-/// Ten thousand rounds are to take seconds: freed memory is reused soon, and its origin is kept short.
+/// Options of the address checks, so that ten thousand rounds take only seconds: freed memory is reused soon, and short
+/// call stacks are kept for it.
 extern "C" const char* __asan_default_options() {
     return "malloc_context_size=3:quarantine_size_mb=4:thread_local_quarantine_size_kb=64";
 }
 #endif
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
-
-using namespace test;
 
 constexpr int kRounds = 10'000;
 
@@ -55,7 +54,7 @@ protected:
                                         .autoGetFile = [this] { return Result<QString>(path(text("AutoGet.bin"))); }}});
         form->show();
     }
-    /// The notes of the doubles are no growth of the program.
+    /// Empties what the test doubles have recorded: it is not growth of the program.
     void forget() {
         dialogs.fileRequests.clear();
         dialogs.messages.clear();
@@ -79,20 +78,20 @@ TEST_F(Growth, LoadsOfDifferentFilesLeaveNothing) {
     EXPECT_GT(loaded, kRounds / 2);
 }
 
-// Each fetch is a load and a redraw, too.
+// Each fetch loads and redraws too.
 TEST_F(Growth, TimedFetchesLeaveNothing) {
     const QByteArray file = smallCapture(1);
     int fetched = 0;
     model->AutoRun = true;
     expectNoGrowth("timed fetches", kRounds, [&](int i) {
         link.reads = 0;
-        link.failingRead = i % 10 == 9 ? 1 : -1; // now and then one breaks off
+        link.failingRead = i % 10 == 9 ? 1 : -1; // every tenth transfer fails
         link.stream = ScriptedLink::transfer(file);
         form->acquisition().Timetime1_Timer();
         if (model->AutoRun) {
             ++fetched;
         } else {
-            model->AutoRun = true; // a failure has stopped the row
+            model->AutoRun = true; // a failure has stopped timed acquisition
         }
         forget();
     });
@@ -129,7 +128,7 @@ TEST_F(Growth, RedrawsLeaveNothing) {
     int moved = 0;
     expectNoGrowth("redraws", kRounds, [&](int i) {
         zero.setValue(middle + i % 7);
-        moved += model->ChannelYPos.at(channel) == line ? 0 : 1; // the frame leaves it behind
+        moved += model->ChannelYPos.at(channel) == line ? 0 : 1; // the frame calculates it
         line = model->ChannelYPos.at(channel);
         if (i % 50 == 0) {
             form->repaint();
@@ -162,4 +161,4 @@ TEST_F(Growth, SavedPicturesLeaveNothing) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

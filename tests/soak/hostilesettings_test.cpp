@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-// The settings file in the hands of others: whatever stands in its place, the program starts, with defaults where
-// nothing can be read, and says nothing.
+// Whatever stands in the place of the settings file, the program starts without a message, and with defaults where
+// nothing can be read.
+#include "capture/settings.h"
 #include "platform/files/profilefile.h"
 #include "shell/frmcomfixture.h"
 #include "support/hardships.h"
 #include "support/strings.h"
-#include "view/defaults.h"
 
 #include <QLockFile>
 
@@ -14,7 +14,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 constexpr Colour kMyColour = 0x00123456;
@@ -31,7 +31,7 @@ protected:
     void expectDefaults() {
         load();
         form->show();
-        EXPECT_EQ(model->LineColor[0], defaults::kLineColor[0]);
+        EXPECT_EQ(model->LineColor[0], StartSettings{}.LineColor[0]);
         EXPECT_EQ(model->LanguageId, 0);
         EXPECT_TRUE(item("mnuLine").isChecked());
         expectSilentWork();
@@ -44,7 +44,7 @@ protected:
         EXPECT_FALSE(item("mnuLine").isChecked());
         expectSilentWork();
     }
-    /// Commands that write settings do what they do on the screen, with or without the file.
+    /// Expects that commands which write settings change the screen as usual, with or without the file.
     void expectSilentWork() {
         item("mnuEnglish").trigger();
         EXPECT_EQ(model->LanguageId, 1);
@@ -138,7 +138,7 @@ TEST_F(HostileSettings, AReadOnlyFileInAReadOnlyFolderIsReadAndLeftAlone) {
     ASSERT_TRUE(QFile::setPermissions(iniFile(), readable));
     ASSERT_TRUE(QFile::setPermissions(path(text(".")), folderToo));
     {
-        const test::OrdinaryUser user;
+        const OrdinaryUser user;
         expectMine();
     }
     EXPECT_EQ(read(text("vkq.ini")), before);
@@ -148,14 +148,14 @@ TEST_F(HostileSettings, AReadOnlyFileInAReadOnlyFolderIsReadAndLeftAlone) {
 
 TEST_F(HostileSettings, AFullDiskLeavesTheFileAsItWas) {
     {
-        const test::SmallDisk disk(20);
+        const SmallDisk disk(20);
         expectMine();
     }
     EXPECT_EQ(read(text("vkq.ini")), before);
     EXPECT_TRUE(besideIt().isEmpty()) << besideIt().join(u' ').toStdString();
 }
 
-// Another copy of the program in the middle of its write, which takes longer than anybody waits.
+// Another copy of the program holds the lock of the settings file for longer than a write waits.
 TEST_F(HostileSettings, LockedByAnotherProcessItIsReadAndKept) {
     std::array<int, 2> locked{};
     std::array<int, 2> over{};
@@ -168,7 +168,7 @@ TEST_F(HostileSettings, LockedByAnotherProcessItIsReadAndKept) {
         QLockFile lock(iniFile() + text(".lock"));
         char byte = lock.tryLock(0) ? 'y' : 'n';
         static_cast<void>(::write(locked[1], &byte, 1) == 1);
-        static_cast<void>(::read(over[0], &byte, 1) == 0); // until the test closes its end
+        static_cast<void>(::read(over[0], &byte, 1) == 0); // waits until the test closes its end
         lock.unlock();
         ::_exit(0);
     }
@@ -194,4 +194,4 @@ TEST_F(HostileSettings, LockedByAnotherProcessItIsReadAndKept) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -23,7 +23,7 @@ namespace sixtrace::test {
 /// How often each kind of work is killed.
 inline constexpr int kKills = 100;
 
-/// Moments for a kill: spread evenly over more than twice the time that the work takes, the same at every run of the
+/// Moments for kills: spread evenly over more than twice the time that the work takes, and the same in every run of the
 /// test.
 class Moments {
 public:
@@ -36,7 +36,7 @@ private:
     std::uniform_int_distribution<int> m_spread;
 };
 
-/// How long one pass of `work` takes here and now, once what it loads at its first is there.
+/// How long one pass of `work` takes now. A pass before it is not measured, since it loads what every later pass finds.
 template<typename Work>
 std::chrono::microseconds duration(Work work) {
     work();
@@ -45,7 +45,7 @@ std::chrono::microseconds duration(Work work) {
     return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - before);
 }
 
-/// Waits for a child that is to die of the kill, and of nothing else.
+/// Waits for a child process and expects that the kill has ended it, and nothing else.
 inline void expectKilled(pid_t child) {
     ASSERT_EQ(::kill(child, SIGKILL), 0);
     int status = 0;
@@ -53,8 +53,8 @@ inline void expectKilled(pid_t child) {
     ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) << "ended by itself: " << status;
 }
 
-/// Does `work` (given the number of the pass, from `first` up) over and over in a child process, which is killed
-/// `moment` microseconds after it has begun.
+/// Repeats `work` in a child process and kills the process `moment` microseconds after the start. `work` gets the
+/// number of the pass, counted from `first`.
 template<typename Work>
 void killWhile(Work work, int first, useconds_t moment) {
     std::array<int, 2> begun{};
@@ -80,7 +80,7 @@ inline QByteArray contentOf(const QString& path) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
 }
 
-/// Everything in a folder, whatever it is, but the names that belong there.
+/// The names of everything in a folder apart from those that belong there.
 inline QStringList leftovers(const QString& folder, const QStringList& known) {
     QStringList names = QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     for (const QString& name : known) {
@@ -89,7 +89,7 @@ inline QStringList leftovers(const QString& folder, const QStringList& known) {
     return names;
 }
 
-/// A line of the test's report.
+/// Writes a line into the report of the test.
 inline void tell(const char* kind, int kills, int newFiles, qsizetype left) {
     std::cout << "[  SOAK    ] " << kind << ": " << kills << " kills, " << newFiles << " new files, "
               << kills - newFiles << " old ones, " << left << " left behind\n";

@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: MIT
-// The command-line companion where nothing can be written: it says so, ends with 1, and the old file stands.
+// The command-line companion where nothing can be written: it says so, exits with code 1, and leaves the old file.
 #include "apps/program.h"
 #include "capture/scenes.h"
 #include "soak/companionfolder.h"
 #include "support/hardships.h"
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
-
-using namespace test;
 
 class CompanionHardships : public CompanionFolder {
 protected:
@@ -122,4 +120,4 @@ TEST_F(CompanionHardships, WhatCannotBePrintedIsNoSuccess) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

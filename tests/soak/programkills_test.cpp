@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The built programs, killed at any moment of their run.
+// The built programs, killed at any moment.
 #include "capture/scenes.h"
 #include "soak/companionfolder.h"
 
@@ -7,21 +7,19 @@
 #include <QSet>
 #include <QThread>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
-
-using namespace test;
 
 class ProgramKills : public CompanionFolder {
 protected:
-    /// Runs a program of the folder to its end; its exit code.
+    /// Runs a program of the folder to its end and returns its exit code.
     [[nodiscard]] int runs(const QString& program, const QStringList& arguments) const {
         QProcess process;
         process.setWorkingDirectory(folder.path());
         process.start(path(program), arguments);
         return process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     }
-    /// Starts a program of the folder and kills it after so many microseconds. It may have ended before.
+    /// Starts a program of the folder and kills it after so many microseconds, unless it has ended before.
     void killRun(const QString& program, const QStringList& arguments, useconds_t moment) const {
         QProcess process;
         process.setWorkingDirectory(folder.path());
@@ -41,7 +39,7 @@ protected:
         const QString target = path(text("got/one.bin"));
         const QStringList arguments =
             QStringList{text("fetch"), text("--force"), text("-o"), target, text("--timeout"), text("2")} + link;
-        // Each fetch brings the next capture, whoever saw the one before.
+        // Each fetch brings the next capture, whether or not the last one was received whole.
         QSet<QByteArray> captures;
         for (std::uint32_t seed = 1; seed <= 3 * kKills; ++seed) {
             captures.insert(captureBytes(*captureForm("V11"), *sceneBlocks(text("noise"), seed)) + tail);
@@ -57,7 +55,7 @@ protected:
             newFiles += found == before ? 0 : 1;
             before = found;
         }
-        // The serial port's own lock, where a kill has left it empty, holds for half a minute.
+        // A kill may leave the lock file of the serial port empty. Such a lock counts for half a minute.
         int code = runs(text("kqx"), arguments);
         for (int attempt = 0; code != 0 && attempt < 45; ++attempt) {
             QThread::sleep(1);
@@ -143,4 +141,4 @@ TEST_F(ProgramKills, LeaveTheSettingsWholeAndTheProgramStarts) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

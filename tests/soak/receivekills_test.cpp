@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The receivers of the program itself, which write into the file under its final name: a killed transfer leaves what
-// had come, and behind it the tail of a longer file, never anything else.
+// The receivers of the program write into the file under its final name. A killed transfer leaves what had arrived,
+// followed by the rest of an old file that was longer, and nothing else.
 #include "acquire/receivefixture.h"
 #include "acquire/scriptedlink.h"
 #include "acquire/usbexchange.h"
@@ -8,25 +8,29 @@
 #include "support/scripteddialogs.h"
 #include "support/strings.h"
 
-namespace sixtrace {
+#include <optional>
+
+namespace sixtrace::test {
 namespace {
 
-using namespace test;
-
-/// How many bytes of `fresh` stand at the start of `found`, with those of `old` behind them; -1 for anything else.
-qsizetype takenOver(const QByteArray& found, const QByteArray& fresh, const QByteArray& old) {
+/// How many bytes of `fresh` stand at the start of `found`, followed by the rest of `old`. Nothing if `found` is
+/// anything else.
+std::optional<qsizetype> takenOver(const QByteArray& found, const QByteArray& fresh, const QByteArray& old) {
     qsizetype taken = 0;
     while (taken < found.size() && taken < fresh.size() && found[taken] == fresh[taken]) {
         ++taken;
     }
-    return found.sliced(taken) == old.sliced(std::min(taken, old.size())) ? taken : -1;
+    if (found.sliced(taken) != old.sliced(std::min(taken, old.size()))) {
+        return std::nullopt;
+    }
+    return taken;
 }
 
 class ReceiveKills : public ReceiveFixture {
 protected:
     static constexpr int kSize = 40'000;
     const QByteArray fresh = pattern(kSize, 5);
-    // Differs from the new one at every byte, so that each byte tells where it comes from.
+    // The old file differs from the new one in every byte, so that each byte shows where it comes from.
     const QByteArray old = [this] {
         QByteArray other = fresh + QByteArray(100, '!');
         std::transform(other.begin(), other.end(), other.begin(), [](char c) { return static_cast<char>(~c); });
@@ -48,15 +52,15 @@ protected:
             killWhile(
                 [&receiveOne, i](int pass) {
                     if (pass > i) {
-                        ::pause(); // one transfer, then none that would mend it
+                        ::pause(); // after one transfer no other may repair the file
                     }
                     receiveOne(pass);
                 },
                 i, moments.next());
             const QByteArray before = existed ? old : QByteArray();
             const QByteArray found = existed || QFile::exists(path(text("got.bin"))) ? stored() : QByteArray();
-            const qsizetype taken = takenOver(found, freshFile, before);
-            ASSERT_GE(taken, 0) << kind << ' ' << i << ": " << found.size() << " bytes";
+            const auto taken = takenOver(found, freshFile, before);
+            ASSERT_TRUE(taken) << kind << ' ' << i << ": " << found.size() << " bytes";
             whole += taken == freshFile.size() ? 1 : 0;
             cut += taken > 0 && taken < freshFile.size() ? 1 : 0;
         }
@@ -98,4 +102,4 @@ TEST_F(ReceiveKills, LeaveAUsbFileAsItWasOrWritten) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

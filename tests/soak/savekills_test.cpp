@@ -1,22 +1,20 @@
 // SPDX-License-Identifier: MIT
-// Every kind of save under a program that is killed in the middle of it.
+// Every kind of save in a program that is killed during the save.
 #include "capture/capturefile.h"
+#include "capture/settings.h"
 #include "output/printresult.h"
 #include "output/tablefixture.h"
 #include "platform/files/wholefile.h"
 #include "platform/printing/pdfprinter.h"
 #include "shell/frmcomfixture.h"
 #include "soak/killing.h"
-#include "view/defaults.h"
 
 #include "capture/scenes.h"
 
 #include <QtEndian>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
-
-using namespace test;
 
 /// A sheet of one channel with `samples` rows.
 struct Sheet {
@@ -33,8 +31,8 @@ class SaveKills : public ::testing::Test {
 protected:
     [[nodiscard]] QString path() const { return folder.filePath(text("kept")); }
 
-    /// Kills `save`, which writes to path() one of two contents in turn; whatever stands there afterwards must satisfy
-    /// `isWhole` and nothing else may have gone.
+    /// Kills `save`, which writes one of two contents to path() in turn. Afterwards the file must satisfy `isWhole`,
+    /// and the folder must hold nothing unknown.
     template<typename Save, typename IsWhole>
     void killSaving(const char* kind, Save save, IsWhole isWhole) {
         Moments moments(duration([&save] { save(0); }));
@@ -54,7 +52,7 @@ protected:
         EXPECT_TRUE(leftovers(workshop.path(), {}).isEmpty()) << "the next save clears what a killed one has left";
         EXPECT_LE(left.size(), kKills) << "more than one file a kill";
     }
-    /// The same where the two contents never change.
+    /// The same for a save whose two contents never change.
     template<typename Save>
     void killSaving(const char* kind, Save save) {
         save(0);
@@ -66,11 +64,11 @@ protected:
     }
 
     QTemporaryDir folder;
-    QTemporaryDir workshop;          ///< for what a save makes elsewhere
-    QStringList known{text("kept")}; ///< what belongs into the folder
+    QTemporaryDir workshop;          ///< for files that a save makes outside its folder
+    QStringList known{text("kept")}; ///< names that belong into the folder
 };
 
-// What these tests are worth: the same kills catch a writer that cuts the old file and writes into it.
+// Checks the other tests: the same kills must catch a writer that empties the old file and writes into it.
 TEST_F(SaveKills, CatchACarelessWriter) {
     const auto careless = [this](int pass) {
         QFile file(path());
@@ -100,14 +98,14 @@ TEST_F(SaveKills, LeaveAnXlsWorkbookOldOrNew) {
     const Sheet odd(2);
     const QString sheet = path() + text(".xls");
     known.append(text("kept.xls"));
-    ASSERT_TRUE(QFile::link(path(), sheet)); // the name says the kind
+    ASSERT_TRUE(QFile::link(path(), sheet)); // the name decides the format
     ASSERT_TRUE(writeWhole(path(), "old"));
     killSaving("workbook .xls",
                [&](int pass) { static_cast<void>(SaveExcelTable((pass % 2 == 0 ? even : odd).what, sheet).ok()); });
 }
 
-/// A zip archive whose directory stands where its end says, and which ends there. (It bears the time, so that no two
-/// are the same.)
+/// Whether the bytes are a zip archive whose directory stands where the end of the archive says. (An archive contains
+/// the time, so no two are equal.)
 bool isWholeArchive(const QByteArray& file) {
     constexpr qsizetype kEnd = 22;
     if (file.size() < kEnd || !file.startsWith("PK\3\4") || !file.sliced(file.size() - kEnd).startsWith("PK\5\6")) {
@@ -140,7 +138,7 @@ TEST_F(SaveKills, LeaveAnXlsxWorkbookOldOrNew) {
     }
 }
 
-/// The page of a scene. It bears the time.
+/// The page of a scene. It shows the time.
 QByteArray pageOf(const char* scene, const QString& capture) {
     EXPECT_TRUE(writeWhole(capture, captureBytes(*captureForm("V11"), *sceneBlocks(text(scene), 1))));
     const auto model = std::make_unique<publicM>();
@@ -158,7 +156,7 @@ QByteArray pageOf(const char* scene, const QString& capture) {
     return paper.document();
 }
 
-// Composing a page takes a hundred times as long as writing it, and touches no file.
+// The page is composed before the kills begin: composing takes a hundred times as long as writing and touches no file.
 TEST_F(SaveKills, LeaveAPageOldOrNew) {
     const QByteArray even = pageOf("sine", folder.filePath(text("capture.bin")));
     const QByteArray odd = pageOf("six", folder.filePath(text("capture.bin")));
@@ -194,4 +192,4 @@ TEST_F(BitmapKills, LeaveABitmapOldOrNew) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

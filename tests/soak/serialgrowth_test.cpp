@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
-// The serial receiver and its port over many transfers.
+// Memory and handles of the serial receiver and its port over many transfers.
 #include "acquire/ptypeer.h"
 #include "acquire/receivefixture.h"
 #include "platform/ports/mscomm.h"
 #include "soak/growth.h"
 #include "support/strings.h"
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
-
-using namespace test;
 
 class SerialGrowth : public ReceiveFixture {};
 
@@ -21,7 +19,7 @@ TEST_F(SerialGrowth, TransfersLeaveNothing) {
         BlockSender sender("WAVE.bin", content, plan);
         connect(sender);
         if (i % 10 == 9) {
-            port.answer = [](unsigned char) { return QByteArray(); }; // now and then the instrument is silent
+            port.answer = [](unsigned char) { return QByteArray(); }; // at times the instrument does not answer
         }
         const Result<std::int32_t> result = receive.YModemReceive();
         whole += result && result.value() > 0 ? 1 : 0;
@@ -47,4 +45,4 @@ TEST(PortGrowth, OpenedAndClosedPortsLeaveNothing) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

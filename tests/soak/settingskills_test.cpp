@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The settings file under a program that is killed while it writes.
+// The settings file of a program that is killed while it writes.
 #include "platform/files/profilefile.h"
 #include "soak/killing.h"
 #include "support/strings.h"
@@ -9,10 +9,8 @@
 
 #include <sys/file.h>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
-
-using namespace test;
 
 const QByteArray kBefore("; kept by hand\r\n[Common]\r\nLanguage=");
 const QByteArray kBehind("\r\nComPort=3\r\n\r\n[LineColor]\r\n0=255\r\n; the end\r\n");
@@ -32,14 +30,14 @@ protected:
     QTemporaryDir folder;
 };
 
-/// Long enough that a write takes many bytes, and different in every byte from one pass to the next.
+/// A value that is long, so that a write takes many bytes, and that differs in every byte from one pass to the next.
 QByteArray valueOf(int pass) {
     return {20'000, static_cast<char>('a' + pass % 26)};
 }
 
 TEST_F(SettingsKills, KeepEveryOtherKeyAndOneOfTheTwoValues) {
     put(path(), kBefore + valueOf(0) + kBehind);
-    // Another value each time: one that is there already is not written.
+    // A new value each time: a value that the file has already is not written.
     int pass = 0;
     Moments moments(duration([&] { ASSERT_TRUE(set(QString::fromLatin1(valueOf(pass++) + "x"))); }));
     int newFiles = 0;
@@ -65,7 +63,7 @@ TEST_F(SettingsKills, KeepEveryOtherKeyAndOneOfTheTwoValues) {
     EXPECT_FALSE(left.contains(text("vkq.ini.lock"))) << "the next write takes the lock away";
 }
 
-// The lock is made and then filled: a kill between the two leaves one that names nobody.
+// The lock file is made and then filled. A kill between the two leaves a lock that names no process.
 TEST_F(SettingsKills, ALockThatNamesNobodyDoesNotBlockTheNextWriter) {
     put(path(), kBefore + "0" + kBehind);
     put(path() + text(".lock"), QByteArray());
@@ -77,7 +75,7 @@ TEST_F(SettingsKills, ALockThatNamesNobodyDoesNotBlockTheNextWriter) {
 TEST_F(SettingsKills, ALockWhoseHolderLivesIsNotTakenAway) {
     put(path(), kBefore + "0" + kBehind);
     const QString lock = path() + text(".lock");
-    // As a holder who stopped in mid-write has it: open and locked, its name not yet written.
+    // The state of a lock whose holder stopped while writing it: open and locked, but its name not written yet.
     QFile held(lock);
     ASSERT_TRUE(held.open(QIODevice::WriteOnly));
     ASSERT_EQ(::flock(held.handle(), LOCK_EX | LOCK_NB), 0);
@@ -89,4 +87,4 @@ TEST_F(SettingsKills, ALockWhoseHolderLivesIsNotTakenAway) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -7,7 +7,7 @@
 
 namespace sixtrace::test {
 
-/// While it lives no file of this process may grow beyond `bytes`: a disk that is nearly full.
+/// Simulates a nearly full disk: while the object exists, no file of this process can grow beyond `bytes`.
 class SmallDisk {
 public:
     explicit SmallDisk(rlim_t bytes)
@@ -28,7 +28,7 @@ private:
     void (*m_signalBefore)(int);
 };
 
-/// While it lives this process minds the permissions of files, even when root runs it.
+/// While the object exists, file permissions bind this process even if root runs it.
 class OrdinaryUser {
 public:
     OrdinaryUser() {

@@ -4,9 +4,9 @@
 #include <QDir>
 #include <QFileInfo>
 
-namespace sixtrace {
+namespace sixtrace::test {
 
-/// Whether this process holds the file open.
+/// Whether this process has the file open.
 [[nodiscard]] inline bool isOpenHere(const QString& path) {
     const QString wanted = QFileInfo(path).canonicalFilePath();
     const QDir handles(QStringLiteral("/proc/self/fd"));
@@ -18,7 +18,8 @@ namespace sixtrace {
     return false;
 }
 
-/// How many handles of this process lead to what its name says has gone: "/dev/pts/3 (deleted)" and the like.
+/// How many file handles of this process belong to deleted files whose path starts with `beginning`, for example
+/// "/dev/pts/3 (deleted)".
 [[nodiscard]] inline int deadHandles(const QString& beginning) {
     int count = 0;
     const QDir handles(QStringLiteral("/proc/self/fd"));
@@ -29,4 +30,10 @@ namespace sixtrace {
     return count;
 }
 
+} // namespace sixtrace::test
+
+// For the tests that are not in namespace sixtrace::test yet.
+namespace sixtrace {
+using test::deadHandles;
+using test::isOpenHere;
 } // namespace sixtrace

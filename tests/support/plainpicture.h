@@ -2,15 +2,15 @@
 #pragma once
 
 #include <QImage>
+#include <QList>
 
 #include <cstdint>
 #include <cstdlib>
-#include <vector>
 
-namespace sixtrace {
+namespace sixtrace::test {
 
-/// A picture drawn point by point by the plain rules, one bounds check a point: the other side of every comparison
-/// with the fast drawing. Pixels are 0xffRRGGBB.
+/// A picture drawn point by point by the plain rules, with a bounds check for each point. Tests compare the fast
+/// drawing with it. Pixels are 0xffRRGGBB.
 class PlainPicture {
 public:
     enum class Pen { Copy, Xor };
@@ -18,7 +18,7 @@ public:
     explicit PlainPicture(const QImage& image)
         : m_width(image.width())
         , m_height(image.height())
-        , m_pixels(static_cast<std::size_t>(m_width) * static_cast<std::size_t>(m_height)) {
+        , m_pixels(qsizetype{m_width} * m_height) {
         for (int y = 0; y < m_height; ++y) {
             for (int x = 0; x < m_width; ++x) {
                 at(x, y) = image.pixel(x, y);
@@ -46,8 +46,8 @@ public:
         m_x = x;
         m_y = y;
     }
-    /// Without its last point. At step k of n along the longer axis the other coordinate has moved by (2 k d + n) div
-    /// 2 n of its distance d towards the end point.
+    /// Draws a line without its last point. At step k of n along the longer axis the other coordinate has moved by (2 k
+    /// d + n) div 2 n of its distance d towards the end point.
     void lineTo(std::int64_t x, std::int64_t y) {
         const std::int64_t dx = x - m_x;
         const std::int64_t dy = y - m_y;
@@ -81,18 +81,14 @@ private:
         std::uint32_t& pixel = at(static_cast<int>(x), static_cast<int>(y));
         pixel = pen == Pen::Copy ? colour : (pixel ^ colour) | 0xFF000000U;
     }
-    [[nodiscard]] std::uint32_t& at(int x, int y) {
-        return m_pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(m_width) + static_cast<std::size_t>(x)];
-    }
-    [[nodiscard]] std::uint32_t at(int x, int y) const {
-        return m_pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(m_width) + static_cast<std::size_t>(x)];
-    }
+    [[nodiscard]] std::uint32_t& at(int x, int y) { return m_pixels[qsizetype{y} * m_width + x]; }
+    [[nodiscard]] std::uint32_t at(int x, int y) const { return m_pixels[qsizetype{y} * m_width + x]; }
 
     int m_width;
     int m_height;
-    std::vector<std::uint32_t> m_pixels;
+    QList<std::uint32_t> m_pixels;
     std::int64_t m_x = 0;
     std::int64_t m_y = 0;
 };
 
-} // namespace sixtrace
+} // namespace sixtrace::test

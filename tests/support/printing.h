@@ -8,7 +8,8 @@
 
 #include <ostream>
 
-// Failing expectations print texts as texts. The framework finds these beside the type, in the global namespace.
+// With these, failing expectations print texts readably. They stand in the global namespace, as the types do, because
+// the test framework looks for them there.
 inline void PrintTo(const QString& text, std::ostream* out) {
     *out << '"' << text.toStdString() << '"';
 }

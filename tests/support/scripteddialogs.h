@@ -9,9 +9,9 @@
 #include <functional>
 #include <vector>
 
-namespace sixtrace {
+namespace sixtrace::test {
 
-/// Answers dialogs from a script and keeps what was asked. A dialog without a scripted answer is cancelled, a question
+/// Answers dialogs from a script and records the calls. A dialog without a scripted answer is cancelled; a question
 /// without one is answered with No.
 class ScriptedDialogs : public Dialogs {
 public:
@@ -19,12 +19,12 @@ public:
     std::deque<std::optional<Colour>> colours;
     std::deque<Answer> answers;
     std::vector<FileRequest> fileRequests;
-    QStringList messages; ///< and questions
+    QStringList messages; ///< texts of messages and questions
     QStringList colourTitles;
-    QStringList titles; ///< of each message
+    QStringList titles; ///< title of each message and question
     std::vector<MessageIcon> messageIcons;
-    std::function<void()> whileFileDialogIsOpen; ///< what else happens meanwhile
-    std::function<void()> whileMessageStands;    ///< the same for a message
+    std::function<void()> whileFileDialogIsOpen; ///< is called while a file dialog is open
+    std::function<void()> whileMessageStands;    ///< is called while a message or question is shown
 
     std::optional<FileChoice> ShowOpen(const FileRequest& request) override {
         fileRequests.push_back(request);
@@ -72,4 +72,9 @@ private:
     }
 };
 
-} // namespace sixtrace
+} // namespace sixtrace::test
+
+// For the tests that are not in namespace sixtrace::test yet.
+namespace sixtrace {
+using test::ScriptedDialogs;
+}

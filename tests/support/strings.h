@@ -5,7 +5,7 @@
 
 #include <QString>
 
-/// UTF-8 text.
+/// A QString of UTF-8 text.
 inline QString text(const char* utf8) {
     return QString::fromUtf8(utf8);
 }

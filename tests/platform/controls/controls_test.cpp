@@ -14,7 +14,7 @@
 
 #include <gtest/gtest.h>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 class Controls : public ::testing::Test {
@@ -22,7 +22,7 @@ protected:
     void SetUp() override { applyLook(*qApp); }
 };
 
-/// A list of six rows that keeps the events it raises: "check 2", "click 2".
+/// A list of six rows that records the events it raises, for example "check 2", "click 2".
 struct RecordedList : TickList {
     RecordedList()
         : TickList(nullptr) {
@@ -107,10 +107,10 @@ TEST_F(TickListControl, ShowsTextChipAndTickAtTheirPlaces) {
     list.setChipColour(0, rgb(255, 0, 0));
     list.setSelected(1, false);
     list.setSelected(0, true);
-    list.setListIndex(1); // so that row 0 has the plain ground
+    list.setListIndex(1); // so that row 0 has the plain background
     list.show();
     const QImage shown = list.grab().toImage();
-    // The first row begins two pixels below the list's top and one right of its left edge.
+    // The first row begins two pixels below the top of the list and one pixel right of its left edge.
     EXPECT_EQ(shown.pixelColor(1 + 22, 2 + 7), QColor(64, 0, 64));
     EXPECT_EQ(shown.pixelColor(1 + 33, 2 + 6), QColor(255, 0, 0));
     EXPECT_EQ(shown.pixelColor(1 + 43, 2 + 7), QColor(64, 0, 64));
@@ -365,4 +365,4 @@ TEST(FileFilters, PairsBecomeNameFiltersWithoutNamingAPatternTwice) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 using namespace Qt::StringLiterals;
@@ -35,7 +35,7 @@ private:
     ToolPictures::Names m_names;
 };
 
-/// Whether the left half has this colour and the right half none.
+/// Whether the left half has this colour and the right half is transparent.
 bool isHalf(const QImage& image, QRgb colour) {
     const int middle = image.width() / 2;
     for (int y = 0; y < image.height(); ++y) {
@@ -87,4 +87,4 @@ TEST_F(ToolPicturesOf, ADescriptionThatIsNoneGivesAnEmptyPicture) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "capture/capturewriter.h"
+#include "platform/text/numbers.h"
+
+#include <vector>
+
+namespace sixtrace::test {
+
+/// A capture of which every figure is known. One screen unit is one sample and one count: 0.5 V a division at 10 mV a
+/// count, 600 samples of 2.5 microseconds at 10 microseconds a division. Test fixtures derive from it.
+struct FlatCapture {
+    /// A channel whose samples are all 0. A zero level of 0 puts its zero line on row 200 of the screen; 25 less is 50
+    /// rows further down.
+    static CaptureBlock flat(char id, int zeroLevel, int probeExp = 0) {
+        return {.id = id,
+                .screenPoints = 600,
+                .sampleCount = 600,
+                .timeIndex = 10,
+                .zeroLevel = zeroLevel,
+                .voltIndex = 7,
+                .probeExp = static_cast<std::int16_t>(probeExp),
+                .sampleInterval = 2.5F,
+                .voltPerCount = 10,
+                .samples = std::vector<std::int16_t>(600, 0)};
+    }
+    /// ch1 on row 200 and A on row 250.
+    static std::vector<CaptureBlock> flatBlocks() { return {flat('1', 0), flat('A', -25)}; }
+
+    /// A number with the decimal and group marks of the system, from "1,234.50".
+    static QString number(const char* text) {
+        const NumberMarks marks = NumberMarks::system();
+        QString result;
+        for (const QChar c : QString::fromLatin1(text)) {
+            result += c == u'.' ? QString(marks.decimal) : c == u',' ? QString(marks.group) : QString(c);
+        }
+        return result;
+    }
+};
+
+} // namespace sixtrace::test
