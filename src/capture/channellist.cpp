@@ -102,7 +102,7 @@ void List1_Click(const Scope& scope) {
         return;
     }
     selectChannel(scope, row);
-    screen.titles = frameTitles(screen.rows[row], scope.model.LanguageId);
+    screen.titles = frameTitles(screen.rows[row], languageOf(scope.model));
     scope.duties.readoutsDue();
     screen.measurements = measurementTexts(scope.model, row);
 }

@@ -40,9 +40,9 @@ MeasurementTexts measurementTexts(const publicM& model, int channel, NumberMarks
             peakToPeakText(millivolts, marks)};
 }
 
-FrameTitles frameTitles(const QString& row, int languageId) {
+FrameTitles frameTitles(const QString& row, Language language) {
     const QString name = row.left(kTitleLength);
-    if (languageId == 0) {
+    if (language == Language::Chinese) {
         return {name + u"光标", name + u"水平档位", name + u"垂直档位", name};
     }
     return {name + u"Cursor", name + u"TimeBase", name + u"Voltage", name};

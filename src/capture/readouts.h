@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "capture/mdllan.h"
 #include "capture/publicm.h"
 #include "platform/text/numbers.h"
 
@@ -34,6 +35,6 @@ struct FrameTitles {
     QString voltage;  ///< Frame3
     QString channel;  ///< Frame4
 };
-[[nodiscard]] FrameTitles frameTitles(const QString& row, int languageId);
+[[nodiscard]] FrameTitles frameTitles(const QString& row, Language language);
 
 } // namespace sixtrace

@@ -106,13 +106,13 @@ TEST(Measurements, ChannelThatTheCaptureLacksHasEmptyTexts) {
 
 TEST(FrameTitles, TakeFourCharactersOfTheRowAndTheLanguage) {
     const QString row = QStringLiteral("A            5  nS");
-    EXPECT_EQ(frameTitles(row, 0).cursor, QStringLiteral("A   光标"));
-    EXPECT_EQ(frameTitles(row, 0).timeBase, QStringLiteral("A   水平档位"));
-    EXPECT_EQ(frameTitles(row, 0).voltage, QStringLiteral("A   垂直档位"));
-    EXPECT_EQ(frameTitles(row, 1).cursor, QStringLiteral("A   Cursor"));
-    EXPECT_EQ(frameTitles(row, 7).timeBase, QStringLiteral("A   TimeBase"));
-    EXPECT_EQ(frameTitles(row, 1).voltage, QStringLiteral("A   Voltage"));
-    EXPECT_EQ(frameTitles(row, 1).channel, QStringLiteral("A   "));
+    EXPECT_EQ(frameTitles(row, Language::Chinese).cursor, QStringLiteral("A   光标"));
+    EXPECT_EQ(frameTitles(row, Language::Chinese).timeBase, QStringLiteral("A   水平档位"));
+    EXPECT_EQ(frameTitles(row, Language::Chinese).voltage, QStringLiteral("A   垂直档位"));
+    EXPECT_EQ(frameTitles(row, Language::English).cursor, QStringLiteral("A   Cursor"));
+    EXPECT_EQ(frameTitles(row, Language::English).timeBase, QStringLiteral("A   TimeBase"));
+    EXPECT_EQ(frameTitles(row, Language::English).voltage, QStringLiteral("A   Voltage"));
+    EXPECT_EQ(frameTitles(row, Language::English).channel, QStringLiteral("A   "));
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "capture/settings.h"
 
+#include "capture/mdllan.h"
+
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -96,6 +98,15 @@ TEST(ProgramFolder, RootOfADriveGetsNoSecondSeparator) {
     setProgramFolder(*model, QStringLiteral("/opt/six"));
     EXPECT_EQ(model->AppDir, QStringLiteral("/opt/six/"));
     EXPECT_EQ(model->IniFile, QStringLiteral("/opt/six/vkq.ini"));
+}
+
+TEST(LanguageOfTheModel, IsChineseFor0AndEnglishForAnyOtherNumber) {
+    auto model = std::make_unique<publicM>();
+    EXPECT_EQ(languageOf(*model), Language::Chinese);
+    for (const std::int16_t id : {std::int16_t{1}, std::int16_t{7}, std::int16_t{-1}}) {
+        model->LanguageId = id;
+        EXPECT_EQ(languageOf(*model), Language::English) << id;
+    }
 }
 
 TEST(StartedModel, HasNoChannelProbeExponentsOf1AndTheFirstColumnOfTheTables) {
