@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "instrument/blocksender.h"
 
-#include "acquire/crc16.h"
-#include "acquire/serialreceive.h"
+#include "acquire/serialline.h"
 
 namespace sixtrace {
 
@@ -34,6 +33,11 @@ QByteArray BlockSender::block(int number, QByteArray data, int size, char fillin
     QByteArray bytes = oneByte(size == line::kShortData ? line::kShortBlock : line::kLongBlock);
     bytes += oneByte(number & 0xFF) + oneByte(255 - (number & 0xFF)) + data;
     return bytes + oneByte(crc >> 8) + oneByte(crc & 0xFF);
+}
+
+QByteArray BlockSender::header(const QByteArray& name, const QByteArray& size) {
+    const QByteArray field = name + '\0' + size + '\0';
+    return block(0, field, field.size() > line::kShortData ? line::kLongData : line::kShortData, '\0');
 }
 
 QByteArray BlockSender::answer(unsigned char byte) {
@@ -88,9 +92,7 @@ QByteArray BlockSender::sendHeader() {
     m_state = State::HeaderSent;
     m_offset = 0;
     m_number = 1;
-    const int length = m_plan.told(static_cast<int>(m_content.size()));
-    const QByteArray field = m_name + '\0' + QByteArray::number(length) + '\0';
-    return faulty(0, block(0, field, field.size() > line::kShortData ? line::kLongData : line::kShortData, '\0'));
+    return faulty(0, header(m_name, QByteArray::number(m_plan.told(static_cast<int>(m_content.size())))));
 }
 
 QByteArray BlockSender::sendData() {

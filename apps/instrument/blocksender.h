@@ -42,6 +42,8 @@ public:
 
     /// The bytes of one block with a right check value: `number` modulo 256, data filled to `size` with `filling`.
     [[nodiscard]] static QByteArray block(int number, QByteArray data, int size, char filling);
+    /// The header block of a file: its name and the text of its size, each with a zero byte at its end.
+    [[nodiscard]] static QByteArray header(const QByteArray& name, const QByteArray& size);
 
 private:
     [[nodiscard]] QByteArray sendHeader();

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "acquire/frmusb.h"
 
-#include "acquire/filenames.h"
 #include "acquire/transferrows.h"
 #include "capture/applylanguage.h"
 #include "capture/mdllan.h"
 #include "platform/desktop/dialogs.h"
+#include "platform/files/filenames.h"
 #include "platform/files/programfolder.h"
 
 #include <QCoreApplication>
@@ -66,7 +66,7 @@ void FrmUSB::showModally(QWidget* owner) {
 }
 
 void FrmUSB::Form_Load() {
-    const QString name = stampedName(QDateTime::currentDateTime());
+    const QString name = dateName(QDateTime::currentDateTime()) + QStringLiteral(".bin");
     if (m_LastSaveDir.isEmpty()) {
         m_LastSaveDir = m_model.AppDir + QStringLiteral("data");
     }
@@ -208,13 +208,10 @@ void FrmUSB::Command1_Click() {
         return;
     }
     m_LastSaveDir = folder.value();
-    if (QFileInfo::exists(choice->fileName) &&
-        m_dialogs.question(QStringLiteral("File Exist!  Do you want to continue ?"), MessageIcon::Exclamation,
-                           QStringLiteral("Message")) == Answer::No) {
-        return;
+    if (mayReplace(m_dialogs, choice->fileName)) {
+        m_Text2->setText(choice->fileName);
+        m_Text1->setText(choice->fileName.mid(folder.value().size() + 1));
     }
-    m_Text2->setText(choice->fileName);
-    m_Text1->setText(choice->fileName.mid(folder.value().size() + 1));
 }
 
 void FrmUSB::waitForTimer1() {

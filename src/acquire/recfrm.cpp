@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "acquire/recfrm.h"
 
-#include "acquire/filenames.h"
 #include "acquire/transferrows.h"
 #include "capture/applylanguage.h"
 #include "capture/mdllan.h"
 #include "capture/settings.h"
 #include "platform/desktop/dialogs.h"
+#include "platform/files/filenames.h"
 #include "platform/files/programfolder.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
@@ -37,10 +38,6 @@ template<typename... Functions>
 Steps(Functions...) -> Steps<Functions...>;
 
 } // namespace
-
-void probePorts(PortTable& table, MSComm& port) {
-    probePorts(table, [&port](int number) { return port.tryPort(number); });
-}
 
 recFrm::recFrm(publicM& model, Dialogs& dialogs, MSComm::Locator locatePort, TransferGate& gate, Endings endings)
     : DialogSheet(rows::kWidth, kHeight)
@@ -90,10 +87,11 @@ void recFrm::Form_Load() {
     }
     setBarRange(*m_ProgressBar1, 0);
     m_Command2->setEnabled(true);
-    m_Text2->setText(serialStorePath(m_model.AppDir, QDateTime::currentDateTime()));
+    m_Text2->setText(m_model.AppDir + QStringLiteral("dat") + QDir::separator() +
+                     dateName(QDateTime::currentDateTime()) + QStringLiteral(".bin"));
     SetLanFile(m_model, m_model.LanguageId);
     ApplyLanguage(*this, m_model);
-    probePorts(m_ports, m_MSComm1);
+    m_ports.search([this](int number) { return m_MSComm1.tryPort(number); });
 }
 
 /// The port goes with the form.
@@ -207,12 +205,9 @@ void recFrm::Command1_Click() {
         return;
     }
     m_model.ReceivedFile = choice->fileName;
-    if (QFileInfo::exists(choice->fileName) &&
-        m_dialogs.question(QStringLiteral("File Exist!  Do you want to continue ?"), MessageIcon::Exclamation,
-                           QStringLiteral("Message")) == Answer::No) {
-        return;
+    if (mayReplace(m_dialogs, choice->fileName)) {
+        m_Text2->setText(choice->fileName);
     }
-    m_Text2->setText(choice->fileName);
 }
 
 void recFrm::showStep(const ReceiveStep& step) {

@@ -77,7 +77,4 @@ private:
     QPushButton* m_Command2;
 };
 
-/// Tries ports 1 to 16 with a serial control, which is left as it is.
-void probePorts(PortTable& table, MSComm& port);
-
 } // namespace sixtrace

@@ -77,7 +77,4 @@ private:
 /// An amount as the receive window shows it: in " b" while the file has at most 3 KiB, else in whole " k".
 [[nodiscard]] QString amountText(std::int32_t bytes, std::int32_t fileSize);
 
-/// The last part of a name that may come from a stranger: what stands behind every "/", "\" and ":".
-[[nodiscard]] QString withoutFolder(const QString& name);
-
 } // namespace sixtrace

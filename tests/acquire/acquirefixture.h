@@ -9,9 +9,9 @@
 #include "platform/controls/look.h"
 #include "platform/files/profilefile.h"
 #include "shell/frmcom.h"
+#include "support/printing.h"
 #include "support/scripteddialogs.h"
 #include "support/sourcefolder.h"
-#include "support/strings.h"
 
 #include <QAction>
 #include <QApplication>
@@ -28,7 +28,7 @@
 
 #include <memory>
 
-namespace sixtrace {
+namespace sixtrace::test {
 
 /// A main window whose instrument is a script: a scripted USB link, and a pseudo terminal as port 3. Another one can be
 /// plugged in as port 5.
@@ -37,17 +37,20 @@ protected:
     void SetUp() override {
         applyLook(*qApp);
         for (const char* name : {"ChineseS.Lan", "English.Lan"}) {
-            ASSERT_TRUE(QFile::copy(QStringLiteral(SIXTRACE_SOURCE_DIR "/lang/") + text(name), path(name)));
+            ASSERT_TRUE(
+                QFile::copy(QStringLiteral(SIXTRACE_SOURCE_DIR "/lang/") + QString::fromUtf8(name), path(name)));
         }
     }
 
-    [[nodiscard]] QString path(const char* name) const { return m_folder.filePath(text(name)); }
+    [[nodiscard]] QString path(const char* name) const { return m_folder.filePath(QString::fromUtf8(name)); }
     [[nodiscard]] QByteArray read(const QString& file) const {
         QFile source(file);
         return source.open(QIODevice::ReadOnly) ? source.readAll() : QByteArray("(no file)");
     }
     void setIni(const char* key, const char* value) const {
-        ASSERT_TRUE(writeProfile(text("Common"), text(key), text(value), path("vkq.ini")).ok());
+        ASSERT_TRUE(
+            writeProfile(QStringLiteral("Common"), QString::fromUtf8(key), QString::fromUtf8(value), path("vkq.ini"))
+                .ok());
     }
     void removeLanguages() const {
         for (const char* name : {"ChineseS.Lan", "English.Lan"}) {
@@ -55,7 +58,7 @@ protected:
         }
     }
     [[nodiscard]] static QByteArray capture(const char* scene, std::uint32_t seed = 1) {
-        return captureBytes(*captureForm("V11"), *sceneBlocks(text(scene), seed));
+        return captureBytes(*captureForm("V11"), *sceneBlocks(QString::fromUtf8(scene), seed));
     }
 
     FrmCom& load() {
@@ -141,4 +144,4 @@ private:
     QTemporaryDir m_folder;
 };
 
-} // namespace sixtrace
+} // namespace sixtrace::test

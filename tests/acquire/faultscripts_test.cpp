@@ -10,8 +10,9 @@
 #include <random>
 #include <unistd.h>
 
-using namespace sixtrace;
+using namespace Qt::StringLiterals;
 
+namespace sixtrace::test {
 namespace {
 
 constexpr int kSeeds = 300;
@@ -92,7 +93,7 @@ TEST_F(FaultScripts, ThreeHundredSeedsEndInTheRightFileOrTheRightAbortAndTheNext
         SCOPED_TRACE(seed);
         const Case made = makeCase(seed);
         const QByteArray content = pattern(made.size, static_cast<int>(seed));
-        const QString name = QStringLiteral("seed%1.bin").arg(seed);
+        const QString name = u"seed%1.bin"_s.arg(seed);
         form.text2 = path(name);
         port.sent.clear();
         port.waiting.clear();
@@ -130,17 +131,17 @@ TEST(UsbStream, TheHeaderHoldsTheLengthInThreeBytesAndTheKindInTheNinth) {
 }
 
 TEST(FetchPlan, TellsAThousandBytesTooManyOrTooFewButNeverFewerThanNone) {
-    EXPECT_EQ(parsePlan(QStringLiteral("crc"))->told(2461), 2461);
-    EXPECT_EQ(parsePlan(QStringLiteral("wrong-length"))->told(2461), 3461);
-    EXPECT_EQ(parsePlan(QStringLiteral("short-length"))->told(2461), 1461);
-    EXPECT_EQ(parsePlan(QStringLiteral("short-length"))->told(999), 0);
+    EXPECT_EQ(parsePlan(u"crc"_s)->told(2461), 2461);
+    EXPECT_EQ(parsePlan(u"wrong-length"_s)->told(2461), 3461);
+    EXPECT_EQ(parsePlan(u"short-length"_s)->told(2461), 1461);
+    EXPECT_EQ(parsePlan(u"short-length"_s)->told(999), 0);
 }
 
 TEST(SerialServer, ARequestCountsAsHeardSoThatAnInstrumentInUseIsNotIdle) {
     const QTemporaryDir place;
-    const QString line = place.filePath(QStringLiteral("line"));
+    const QString line = place.filePath(u"line"_s);
     for (const char* plan : {"crc@99", "unplug@0"}) {
-        CaptureFeed feed(QStringLiteral("V11"), QStringLiteral("sine"), 1, *parsePlan(QString::fromLatin1(plan)), {});
+        CaptureFeed feed(u"V11"_s, u"sine"_s, 1, *parsePlan(QString::fromLatin1(plan)), {});
         SerialServer server(feed, line, 0);
         ASSERT_FALSE(server.open());
         EXPECT_FALSE(server.step()) << "nobody has said anything";
@@ -155,3 +156,4 @@ TEST(SerialServer, ARequestCountsAsHeardSoThatAnInstrumentInUseIsNotIdle) {
 }
 
 } // namespace
+} // namespace sixtrace::test

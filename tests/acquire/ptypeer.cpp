@@ -10,7 +10,7 @@
 #include <stdexcept>
 #include <unistd.h>
 
-namespace sixtrace {
+namespace sixtrace::test {
 
 namespace {
 
@@ -112,4 +112,4 @@ void PtyPeer::note(char direction, const QByteArray& bytes) {
     m_direction = direction;
 }
 
-} // namespace sixtrace
+} // namespace sixtrace::test

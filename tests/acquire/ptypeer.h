@@ -10,7 +10,7 @@
 #include <thread>
 #include <vector>
 
-namespace sixtrace {
+namespace sixtrace::test {
 
 /// The other end of a real pseudo terminal: a scripted peer on a thread of its own that keeps the whole transcript of
 /// the line in the order in which it saw it.
@@ -59,4 +59,4 @@ private:
     char m_direction = 0;
 };
 
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <functional>
 
-namespace sixtrace {
+namespace sixtrace::test {
 
 /// A USB link without a cable: gives out `stream`, keeps every call as text. Once closed, it reads nothing.
 class ScriptedLink final : public TtLink {
@@ -64,4 +64,4 @@ private:
     bool m_open = false;
 };
 
-} // namespace sixtrace
+} // namespace sixtrace::test

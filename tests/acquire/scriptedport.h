@@ -12,7 +12,7 @@
 #include <functional>
 #include <limits>
 
-namespace sixtrace {
+namespace sixtrace::test {
 
 /// A line without wire and time: every byte sent is answered by a function, waiting moves a clock of its own.
 class ScriptedPort final : public BytePort {
@@ -144,4 +144,4 @@ private:
     }
 };
 
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -2,7 +2,7 @@
 #include "acquire/transfergate.h"
 
 #include "support/openfiles.h"
-#include "support/strings.h"
+#include "support/printing.h"
 
 #include <QTemporaryDir>
 
@@ -10,8 +10,9 @@
 
 #include <memory>
 
-using namespace sixtrace;
+using namespace Qt::StringLiterals;
 
+namespace sixtrace::test {
 namespace {
 
 TEST(TransferGate, LetsOneTransferInAtATime) {
@@ -59,7 +60,7 @@ TEST(TransferGate, GivingUpWithoutATransferMeansNothingToTheNext) {
 
 TEST(TransferGate, APassTakesItsFileWithIt) {
     const QTemporaryDir folder;
-    const QString path = folder.filePath(text("got.bin"));
+    const QString path = folder.filePath(u"got.bin"_s);
     TransferGate gate;
     {
         const auto pass = gate.enter();
@@ -83,3 +84,4 @@ TEST(TransferGate, APassMayOutliveItsGate) {
 }
 
 } // namespace
+} // namespace sixtrace::test

@@ -5,7 +5,7 @@
 #include <dlfcn.h>
 #include <termios.h>
 
-namespace sixtrace::ttycalls {
+namespace sixtrace::test::ttycalls {
 
 namespace {
 
@@ -36,18 +36,18 @@ static void note(const char* call) {
     }
 }
 
-} // namespace sixtrace::ttycalls
+} // namespace sixtrace::test::ttycalls
 
 extern "C" int tcdrain(int line) {
-    sixtrace::ttycalls::note("drain");
+    sixtrace::test::ttycalls::note("drain");
     return reinterpret_cast<int (*)(int)>(dlsym(RTLD_NEXT, "tcdrain"))(line);
 }
 
 extern "C" int tcsetattr(int line, int when, const termios* settings) noexcept {
-    sixtrace::ttycalls::note("settings");
-    sixtrace::ttycalls::g_settings.push_back(*settings);
+    sixtrace::test::ttycalls::note("settings");
+    sixtrace::test::ttycalls::g_settings.push_back(*settings);
     const int result =
         reinterpret_cast<int (*)(int, int, const termios*)>(dlsym(RTLD_NEXT, "tcsetattr"))(line, when, settings);
     // A pseudo terminal knows no parity and eight bits only, and refuses the rest.
-    return sixtrace::ttycalls::g_noting ? 0 : result;
+    return sixtrace::test::ttycalls::g_noting ? 0 : result;
 }

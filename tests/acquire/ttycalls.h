@@ -5,7 +5,7 @@
 #include <termios.h>
 #include <vector>
 
-namespace sixtrace::ttycalls {
+namespace sixtrace::test::ttycalls {
 
 /// From here on the calls that wait for a line to drain and that set it are noted, in their order.
 void begin();
@@ -13,4 +13,4 @@ void begin();
 /// What each call asked for: a pseudo terminal does not keep all of it.
 [[nodiscard]] std::vector<termios> settingsAsked();
 
-} // namespace sixtrace::ttycalls
+} // namespace sixtrace::test::ttycalls

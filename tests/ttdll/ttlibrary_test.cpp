@@ -22,7 +22,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 /// An instrument behind a socket, which does what the test says.
@@ -206,7 +206,7 @@ TEST_F(TransferLibrary, TellsWhetherTheInstrumentHasSentMoreThanWasRead) {
     EXPECT_FALSE(library.hasMore());
 }
 
-TEST_F(TransferLibrary, TheNumberBehindTheThirdArgumentAndTheDescriptionsBufferMayBeMissing) {
+TEST_F(TransferLibrary, TheNumberAtTheThirdArgumentAndTheDescriptionsBufferMayBeMissing) {
     QLibrary plain(library.fileName());
     const auto initialize = reinterpret_cast<decltype(&::InitializeTt)>(plain.resolve("InitializeTt"));
     const auto writeThread = reinterpret_cast<decltype(&::WriteThread)>(plain.resolve("WriteThread"));
@@ -288,7 +288,7 @@ TEST_F(TransferLibrary, LinesThatItDoesNotUnderstandAreNamedInTheLogAndLeaveTheD
     EXPECT_FALSE(logHas("LINK"));
 }
 
-TEST_F(TransferLibrary, ALogThatHasGrownLongBeginsAnew) {
+TEST_F(TransferLibrary, ALogThatHasGrownLongBeginsAgain) {
     write(u"ttdll.log"_s, QByteArray(262145, 'o'));
     EXPECT_EQ(library.InitializeTt(0), 0);
     EXPECT_TRUE(logHas("socket: nobody listens at "));
@@ -344,4 +344,4 @@ TEST(TransferLibraryOfAnother, AbsentOrWithoutTheFunctionsEveryCallFails) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

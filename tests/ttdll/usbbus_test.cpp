@@ -14,6 +14,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
+namespace sixtrace::test {
 namespace {
 
 struct Ran {
@@ -33,7 +36,7 @@ protected:
     }
 
     void settings(const char* lines) const {
-        QFile file(folder.filePath(QStringLiteral("ttdll.ini")));
+        QFile file(folder.filePath(u"ttdll.ini"_s));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(lines);
     }
@@ -43,15 +46,15 @@ protected:
     Ran run(const char* how, const char* command) {
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral("libumockdev-preload.so.0"));
+        environment.insert(u"LD_PRELOAD"_s, u"libumockdev-preload.so.0"_s);
         // The tools around the companion are not the test's business.
-        environment.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("detect_leaks=0"));
+        environment.insert(u"ASAN_OPTIONS"_s, u"detect_leaks=0"_s);
         process.setProcessEnvironment(environment);
         process.setWorkingDirectory(folder.path());
         process.start(QStringLiteral(SIXTRACE_EMULATED_DEVICE),
-                      {QString::fromLatin1(how), QStringLiteral("sh"), QStringLiteral("-c"),
+                      {QString::fromLatin1(how), u"sh"_s, u"-c"_s,
                        QString::fromLatin1(command).replace(
-                           QStringLiteral("kqx"), QStringLiteral("env LD_PRELOAD=" SIXTRACE_USB_PRELOAD " ./kqx"))});
+                           u"kqx"_s, QStringLiteral("env LD_PRELOAD=" SIXTRACE_USB_PRELOAD " ./kqx"))});
         if (!process.waitForFinished(60000)) {
             process.kill();
             process.waitForFinished();
@@ -177,8 +180,8 @@ TEST_F(UsbBus, PortsTellsASerialPortWithoutRightsByItsGroup) {
     char name[128] = {};
     ASSERT_EQ(openpty(&master, &slave, name, nullptr, nullptr), 0);
     ASSERT_EQ(fchmod(slave, 0), 0);
-    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("ports")));
-    ASSERT_TRUE(QFile::link(QString::fromLatin1(name), folder.filePath(QStringLiteral("ports/com1"))));
+    ASSERT_TRUE(QDir(folder.path()).mkdir(u"ports"_s));
+    ASSERT_TRUE(QFile::link(QString::fromLatin1(name), folder.filePath(u"ports/com1"_s)));
     ASSERT_TRUE(QFile::setPermissions(folder.path(), QFileDevice::Permissions(0x7777))) << "it is the program folder";
     const Ran ran = run("forbidden", "kqx ports; true");
     struct stat state {};
@@ -221,3 +224,4 @@ TEST_F(UsbBus, PortsTellsEndpointsThatTheDeviceLacks) {
 }
 
 } // namespace
+} // namespace sixtrace::test

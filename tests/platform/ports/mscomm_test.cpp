@@ -11,7 +11,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 ErrorNumber numberOf(const Outcome& outcome) {
@@ -99,4 +99,4 @@ TEST(SerialPortLocation, APinnedNameLeadsToTheDeviceItself) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test
