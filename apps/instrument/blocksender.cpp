@@ -21,11 +21,10 @@ void flip(QByteArray& bytes, qsizetype index) {
 
 } // namespace
 
-BlockSender::BlockSender(QByteArray name, QByteArray content, FetchPlan plan, bool shortBlocksOnly)
+BlockSender::BlockSender(QByteArray name, QByteArray content, FetchPlan plan)
     : m_name(std::move(name))
     , m_content(std::move(content))
-    , m_plan(std::move(plan))
-    , m_shortBlocksOnly(shortBlocksOnly) {}
+    , m_plan(std::move(plan)) {}
 
 QByteArray BlockSender::block(int number, QByteArray data, int size, char filling) {
     data.append(QByteArray(size - data.size(), filling));
@@ -102,7 +101,7 @@ QByteArray BlockSender::sendData() {
         m_state = State::EndSent;
         return oneByte(line::kEndOfTransmission);
     }
-    m_blockSize = m_shortBlocksOnly || left <= line::kShortData ? line::kShortData : line::kLongData;
+    m_blockSize = left <= line::kShortData ? line::kShortData : line::kLongData;
     return faulty(m_number, block(m_number, m_content.mid(m_offset, m_blockSize), m_blockSize, kDataFilling));
 }
 
@@ -114,7 +113,7 @@ QByteArray BlockSender::sendNext() {
     return sendData();
 }
 
-/// Whether a fault is due at a block; each is due as many times as the plan says.
+/// Whether a fault has to happen at a block now. Each happens as many times as the plan says.
 bool BlockSender::takeFault(FaultKind kind, int blockIndex) {
     const Fault* fault = m_plan.at(kind, blockIndex);
     if (fault == nullptr) {

@@ -26,7 +26,8 @@ std::string ownFolder() {
     return last == std::string::npos ? "./" : path.substr(0, last + 1);
 }
 
-/// The one link of the process. Calls are serialised: a program may poll the link from a thread of its own.
+/// The one link of the process. A lock lets one call run at a time, since a program may use the link from several
+/// threads.
 struct Link {
     std::mutex mutex;
     Log log{ownFolder()};
@@ -54,7 +55,7 @@ Link& theLink() {
     return link;
 }
 
-/// Runs `work` on the open link; an exception must not leave a C interface.
+/// Runs `work` with the link locked. Returns 0 after an exception, which must not leave a C interface.
 template<typename Work>
 int32_t onLink(Work work) {
     Link& link = theLink();

@@ -126,8 +126,8 @@ TEST_F(FaultScripts, ThreeHundredSeedsEndInTheRightFileOrTheRightAbortAndTheNext
 }
 
 TEST(UsbStream, TheHeaderHoldsTheLengthInThreeBytesAndTheKindInTheNinth) {
-    EXPECT_EQ(usbHeaderBytes(0x010203, false), QByteArray("\x03\x02\x01\0\0\0\0\0\0\0\0\0", 12));
-    EXPECT_EQ(usbHeaderBytes(63, true), QByteArray("\x3F\0\0\0\0\0\0\0\x01\0\0\0", 12));
+    EXPECT_EQ(usbHeaderBytes(0x010203, UsbContent::Capture), QByteArray("\x03\x02\x01\0\0\0\0\0\0\0\0\0", 12));
+    EXPECT_EQ(usbHeaderBytes(63, UsbContent::Bitmap), QByteArray("\x3F\0\0\0\0\0\0\0\x01\0\0\0", 12));
 }
 
 TEST(FetchPlan, TellsAThousandBytesTooManyOrTooFewButNeverFewerThanNone) {
@@ -143,12 +143,12 @@ TEST(SerialServer, ARequestCountsAsHeardSoThatAnInstrumentInUseIsNotIdle) {
     for (const char* plan : {"crc@99", "unplug@0"}) {
         CaptureFeed feed(u"V11"_s, u"sine"_s, 1, *parsePlan(QString::fromLatin1(plan)), {});
         SerialServer server(feed, line, 0);
-        ASSERT_FALSE(server.open());
+        ASSERT_TRUE(server.open().ok());
         EXPECT_FALSE(server.step()) << "nobody has said anything";
         const int client = ::open(QFile::encodeName(line).constData(), O_RDWR | O_NOCTTY | O_CLOEXEC);
         ASSERT_GE(client, 0);
         ASSERT_EQ(::write(client, "C", 1), 1);
-        pollfd waiting = server.waitFor();
+        pollfd waiting = server.waitFor().value();
         ASSERT_EQ(::poll(&waiting, 1, 120000), 1);
         EXPECT_TRUE(server.step()) << plan;
         ::close(client);
