@@ -81,7 +81,7 @@ void FrmUSB::Form_Load() {
     m_model.ReceiveResult = 0;
 }
 
-/// A dialog that names the folder "data" has to find it, and so has the file.
+/// Makes the folder "data" when the path leads there: both a dialog that starts in it and the file need it.
 void FrmUSB::makeOwnFolder() const {
     const QString own = m_model.AppDir + QStringLiteral("data");
     if (QFileInfo(m_Text2->text()).path() == own) {
@@ -95,7 +95,7 @@ void FrmUSB::Command4_Click() {
         return;
     }
     if (m_link.InitializeTt(0) == 0) {
-        m_dialogs.message(usbOpenFailedText(m_model.LanguageId), MessageIcon::Information);
+        m_dialogs.message(usbOpenFailedText(languageOf(m_model)), MessageIcon::Information);
         return;
     }
     makeOwnFolder();
@@ -124,10 +124,10 @@ void FrmUSB::Command4_Click() {
         break;
     }
     if (m_UsbCancel) {
-        m_UsbCancel = false; // Cancel has done the rest
+        m_UsbCancel = false; // Cancel has closed the file and the link
         return;
     }
-    m_dialogs.message(usbDataFailedText(m_model.LanguageId), MessageIcon::Information);
+    m_dialogs.message(usbDataFailedText(languageOf(m_model)), MessageIcon::Information);
     pass->file().close();
     m_link.closeTt(1);
     m_Command4->setEnabled(true);
@@ -160,7 +160,7 @@ Result<QString> FrmUSB::storeAt(const UsbAnnounced& announced) {
     return m_model.ReceivedFile;
 }
 
-/// "bmp" in place of the last three characters of name and path.
+/// Replaces the last three characters of name and path by "bmp"; error 5 when one of them is shorter.
 Outcome FrmUSB::nameBitmap() {
     for (QLineEdit* field : {m_Text1, m_Text2}) {
         if (field->text().size() < kSuffix) {
@@ -179,7 +179,7 @@ void FrmUSB::CancelButton_Click() {
         }
         m_link.closeTt(0);
         waitForTimer1();
-        // A second open and close put the link in order after a transfer that was cut off.
+        // Opening and closing once more recovers the link after a transfer that was cut off.
         m_link.InitializeTt(1);
         m_link.closeTt(1);
         m_UsbBusy = false;

@@ -15,18 +15,18 @@ namespace sixtrace {
 
 class Dialogs;
 
-/// The window of a USB transfer by hand. Made once; loading and unloading are states of it, so that the folder chosen
-/// last and the two flags outlive them. The exchange itself is exchangeUsb().
+/// The window of a USB transfer by hand; exchangeUsb() does the transfer. The object is made once. To load and unload
+/// the form changes its state only, since the folder chosen last and the two flags survive that.
 class FrmUSB : public DialogSheet {
 public:
-    /// `tellEnd` takes how each transfer ended.
+    /// `tellEnd` is called with the report of each transfer.
     FrmUSB(publicM& model, Dialogs& dialogs, TtLink& link, TransferGate& gate,
            std::function<void(const TransferReport&)> tellEnd);
 
-    /// Loads the form and shows it over the main window until it is unloaded.
+    /// Loads the form and shows it modally over `owner` until it is unloaded.
     void showModally(QWidget* owner);
     [[nodiscard]] const QString& LastSaveDir() const { return m_LastSaveDir; }
-    /// True from Start on, and still after a run-time error, so that the next Cancel puts the link in order.
+    /// True during a transfer, and after a run-time error until the next Cancel, which then recovers the link.
     [[nodiscard]] bool UsbBusy() const { return m_UsbBusy; }
 
     void Command1_Click();
@@ -51,7 +51,7 @@ private:
     TtLink& m_link;
     TransferGate& m_gate;
     std::function<void(const TransferReport&)> m_tellEnd;
-    const TransferPass* m_pass = nullptr; ///< of the running transfer
+    const TransferPass* m_pass = nullptr; ///< of the running transfer, null when there is none
     bool m_UsbBusy = false;
     bool m_UsbCancel = false;
     QString m_LastSaveDir;

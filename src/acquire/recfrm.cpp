@@ -29,7 +29,7 @@ constexpr std::int16_t kReadTimeoutMs = 10000;
 constexpr std::int16_t kCancelledTimeoutMs = 10;
 constexpr int kAmountsRow = 154; ///< top of the amounts under the bar
 
-/// One function for each kind of step.
+/// A visitor of one function for each kind of step.
 template<typename... Functions>
 struct Steps : Functions... {
     using Functions::operator()...;
@@ -94,7 +94,7 @@ void recFrm::Form_Load() {
     m_ports.search([this](int number) { return m_MSComm1.tryPort(number); });
 }
 
-/// The port goes with the form.
+/// Unloading closes the port.
 void recFrm::unload() {
     static_cast<void>(m_MSComm1.setPortOpen(false)); // closing cannot fail
     m_loaded = false;
@@ -113,7 +113,7 @@ Outcome recFrm::OpenCom() {
     if (!done) {
         return done;
     }
-    // The default is 1 here and 0 everywhere else: whoever opens a port wants one.
+    // The default is 0, which is USB, everywhere else. Here a serial port is wanted.
     m_model.ComPort = iniShortNumber(QStringLiteral("Common"), QStringLiteral("ComPort"), 1, m_model.IniFile);
     const Result<std::int16_t> number = m_ports.at(m_model.ComPort);
     if (!number) {
@@ -126,7 +126,7 @@ Outcome recFrm::OpenCom() {
     return done ? m_MSComm1.setPortOpen(true) : done;
 }
 
-/// A dialog that names the folder "dat" has to find it, and so has the file.
+/// Makes the folder "dat" when the path leads there: both a dialog that starts in it and the file need it.
 void recFrm::makeOwnFolder() const {
     const QString folder = QFileInfo(m_Text2->text()).path();
     if (withSeparator(folder) == m_model.AppDir + withSeparator(QStringLiteral("dat"))) {
@@ -166,7 +166,7 @@ void recFrm::Command2_Click() {
     m_Command2->setEnabled(false);
     const TransferReport report = YModemReceive(*pass);
     if (report.end == TransferEnd::Superseded) {
-        return; // result, form and port are the other transfer's
+        return; // result, form and port belong to the other transfer now
     }
     m_model.ReceiveResult = receiveResult(report);
     if (report.error) {

@@ -81,7 +81,7 @@ Outcome YModem::takeHeader() {
     FileSize = *size;
     m_job.show(HeaderRead{name, FileSize});
     if (!checked(std::int64_t{FileSize} + 1)) {
-        return RuntimeError::of(ErrorNumber::Overflow); // the bar ends at the size plus one
+        return RuntimeError::of(ErrorNumber::Overflow); // the bar ends at the size + 1
     }
     m_report.announced = m_report.announced.value_or(FileSize);
     m_report.bitmap = name.endsWith(QLatin1String("bmp"));

@@ -5,7 +5,7 @@ namespace sixtrace {
 
 namespace {
 
-/// "of 2461 bytes 1024 have come", as far as that is known.
+/// "1024 of 2461 bytes came".
 QString amounts(const TransferReport& report, bool chinese) {
     if (!report.announced) {
         return chinese ? QStringLiteral("没有收到文件头") : QStringLiteral("no header came");
@@ -47,8 +47,8 @@ bool TransferReport::whole() const {
     return end == TransferEnd::Finished && inOrder && announced && *announced > 0 && stored == *announced;
 }
 
-QString sentenceOf(const TransferReport& report, int languageId) {
-    const bool chinese = languageId == 0;
+QString sentenceOf(const TransferReport& report, Language language) {
+    const bool chinese = language == Language::Chinese;
     if (report.whole()) {
         return (chinese ? QStringLiteral("接收完成，共 %1 字节") : QStringLiteral("all %1 bytes came"))
             .arg(report.stored);

@@ -32,7 +32,7 @@ QProgressBar* addProgressBar(QWidget& window, int row) {
 }
 
 void setBarRange(QProgressBar& bar, int maximum) {
-    bar.setRange(0, std::max(maximum, 1)); // a range of nothing would be shown as busy without end
+    bar.setRange(0, std::max(maximum, 1)); // a bar without a range would show endless work
     bar.setValue(0);
 }
 

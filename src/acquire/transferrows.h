@@ -8,7 +8,8 @@ class QWidget;
 
 namespace sixtrace {
 
-/// Places that the two transfer windows share: captions at the left, fields from x = 120 to 464, rows of 36 px.
+/// Places in pixels that the two transfer windows share: captions at the left, fields from x = 120 to 464, and rows 36
+/// pixels apart.
 namespace rows {
 inline constexpr int kWidth = 480;
 inline constexpr int kFieldLeft = 120;
@@ -25,7 +26,7 @@ inline constexpr int kPitch = 36;
 [[nodiscard]] constexpr QRect field(int row) {
     return {kFieldLeft, top(row), kFieldRight - kFieldLeft, 26};
 }
-/// A field with a button right of it.
+/// A field with a button to its right.
 [[nodiscard]] constexpr QRect fieldBesideButton(int row) {
     return {kFieldLeft, top(row), 248, 26};
 }
@@ -35,10 +36,10 @@ inline constexpr int kPitch = 36;
 inline constexpr int kButtonColumn = 376;
 } // namespace rows
 
-/// The bar of a row and, below it, the stroke between the two amounts.
+/// Adds the bar of a row and, below it, the "/" between the two amounts.
 [[nodiscard]] QProgressBar* addProgressBar(QWidget& window, int row);
 
-/// Shows `value` of `maximum`; a maximum of 0 is an empty bar.
+/// Sets the bar to 0 of `maximum`. A maximum of 0 gives an empty bar.
 void setBarRange(QProgressBar& bar, int maximum);
 
 } // namespace sixtrace

@@ -44,7 +44,7 @@ TEST_F(BlockReceive, TheFirstHeadersSizeCountsAndARepeatedDataBlockIsNotInOrder)
     EXPECT_FALSE(receive.report.whole());
     EXPECT_FALSE(receive.report.inOrder);
     EXPECT_EQ(receive.report.announced, 2461);
-    EXPECT_EQ(sentenceOf(receive.report, 1),
+    EXPECT_EQ(sentenceOf(receive.report, Language::English),
               u"the file is damaged, as data came twice or beyond its size; 1024 of 2461 bytes came"_s);
 }
 
@@ -94,8 +94,9 @@ TEST_F(BlockReceive, AnEmptySizeAnEarlyEndAndASurplusBlockAreNotWhole) {
     };
     const TransferReport empty = report("", 0);
     EXPECT_FALSE(empty.whole());
-    EXPECT_EQ(sentenceOf(empty, 1), u"the file is not whole, as the instrument told no size; 0 of 0 bytes came"_s);
-    EXPECT_EQ(sentenceOf(empty, 0), u"文件不完整：仪器没有给出长度；收到 0 / 0 字节"_s);
+    EXPECT_EQ(sentenceOf(empty, Language::English),
+              u"the file is not whole, as the instrument told no size; 0 of 0 bytes came"_s);
+    EXPECT_EQ(sentenceOf(empty, Language::Chinese), u"文件不完整：仪器没有给出长度；收到 0 / 0 字节"_s);
     EXPECT_TRUE(report("128", 1).whole());
     EXPECT_TRUE(report("129", 2).whole());
     const TransferReport early = report("129", 1);
@@ -105,22 +106,22 @@ TEST_F(BlockReceive, AnEmptySizeAnEarlyEndAndASurplusBlockAreNotWhole) {
     const TransferReport surplus = report("128", 2);
     EXPECT_FALSE(surplus.whole());
     EXPECT_FALSE(surplus.inOrder);
-    EXPECT_EQ(sentenceOf(surplus, 0), u"文件损坏：数据重复或多余；收到 128 / 128 字节"_s);
+    EXPECT_EQ(sentenceOf(surplus, Language::Chinese), u"文件损坏：数据重复或多余；收到 128 / 128 字节"_s);
 }
 
 TEST_F(BlockReceive, ReportsWhyItEnded) {
     EXPECT_EQ(receive.YModemReceive().value(), -1);
     EXPECT_EQ(receive.report.end, TransferEnd::BrokenOff);
-    EXPECT_EQ(sentenceOf(receive.report, 0), u"传输中断：仪器没有正确应答；没有收到文件头"_s);
+    EXPECT_EQ(sentenceOf(receive.report, Language::Chinese), u"传输中断：仪器没有正确应答；没有收到文件头"_s);
     form.onYield = [this] { model->XferCancel = 1; };
     EXPECT_EQ(receive.YModemReceive().value(), -1);
     EXPECT_EQ(receive.report.end, TransferEnd::Cancelled);
-    EXPECT_EQ(sentenceOf(receive.report, 0), u"用户中断；没有收到文件头"_s);
+    EXPECT_EQ(sentenceOf(receive.report, Language::Chinese), u"用户中断；没有收到文件头"_s);
     form.onYield = nullptr;
     receive.ReadTimeoutMs = 0;
     EXPECT_FALSE(receive.YModemReceive().ok());
     EXPECT_EQ(receive.report.end, TransferEnd::Error);
-    EXPECT_EQ(sentenceOf(receive.report, 0), u"传输出错：Device I/O error；没有收到文件头"_s);
+    EXPECT_EQ(sentenceOf(receive.report, Language::Chinese), u"传输出错：Device I/O error；没有收到文件头"_s);
 }
 
 TEST_F(BlockReceive, ATransferThatWasEndedFromOutsideReadsSendsAndShowsNothingMore) {
@@ -152,7 +153,8 @@ TEST_F(BlockReceive, ATransferThatWasEndedFromOutsideReadsSendsAndShowsNothingMo
     EXPECT_EQ(form.bar, 2048);
     EXPECT_EQ(stored(), content.left(2048));
     EXPECT_TRUE(receive.gate.held()) << "the next one's pass is not given away";
-    EXPECT_EQ(sentenceOf(receive.report, 1), u"another transfer took its place; 2048 of 5000 bytes came"_s);
+    EXPECT_EQ(sentenceOf(receive.report, Language::English),
+              u"another transfer took its place; 2048 of 5000 bytes came"_s);
     next.reset();
     form.onYield = nullptr;
     expectCleanTransferWorks();

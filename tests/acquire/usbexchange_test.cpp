@@ -51,8 +51,8 @@ TEST_F(UsbExchange, ReportsAWholeFileAndWhatTheHeaderAnnounced) {
     EXPECT_EQ(announced.length, 130);
     EXPECT_EQ(announced.blocks, 2);
     EXPECT_EQ(stored(), QByteArray(130, 'd') + '\0');
-    EXPECT_EQ(sentenceOf(report, 1), u"all 130 bytes came"_s);
-    EXPECT_EQ(sentenceOf(report, 0), u"接收完成，共 130 字节"_s);
+    EXPECT_EQ(sentenceOf(report, Language::English), u"all 130 bytes came"_s);
+    EXPECT_EQ(sentenceOf(report, Language::Chinese), u"接收完成，共 130 字节"_s);
 }
 
 TEST_F(UsbExchange, ALastReadThatComesShortIsFinishedButNotWhole) {
@@ -62,8 +62,8 @@ TEST_F(UsbExchange, ALastReadThatComesShortIsFinishedButNotWhole) {
     EXPECT_FALSE(report.whole());
     EXPECT_EQ(report.stored, 66);
     EXPECT_EQ(stored(), QByteArray(66, 'd') + QByteArray(5, '\0'));
-    EXPECT_EQ(sentenceOf(report, 1), u"the file is not whole; 66 of 70 bytes came"_s);
-    EXPECT_EQ(sentenceOf(report, 0), u"文件不完整；收到 66 / 70 字节"_s);
+    EXPECT_EQ(sentenceOf(report, Language::English), u"the file is not whole; 66 of 70 bytes came"_s);
+    EXPECT_EQ(sentenceOf(report, Language::Chinese), u"文件不完整；收到 66 / 70 字节"_s);
 }
 
 TEST_F(UsbExchange, ABlockThatComesShortBreaksOffAndItsBytesCount) {
@@ -73,7 +73,7 @@ TEST_F(UsbExchange, ABlockThatComesShortBreaksOffAndItsBytesCount) {
     EXPECT_EQ(report.announced, 200);
     EXPECT_EQ(report.stored, 100);
     EXPECT_EQ(stored(), "") << "data are written at the end only";
-    EXPECT_EQ(sentenceOf(report, 1),
+    EXPECT_EQ(sentenceOf(report, Language::English),
               u"the transfer broke off, as the instrument did not answer as it should; 100 of 200 bytes came"_s);
 }
 
@@ -83,7 +83,7 @@ TEST_F(UsbExchange, WithoutAHeaderNothingIsAnnouncedAndNoFileIsMade) {
     EXPECT_EQ(report.announced, std::nullopt);
     EXPECT_TRUE(report.path.isEmpty());
     EXPECT_EQ(stored(), "(no file)");
-    EXPECT_EQ(sentenceOf(report, 1),
+    EXPECT_EQ(sentenceOf(report, Language::English),
               u"the transfer broke off, as the instrument did not answer as it should; no header came"_s);
 }
 
@@ -92,7 +92,8 @@ TEST_F(UsbExchange, ALengthOfZeroIsNotWhole) {
     const TransferReport report = run();
     EXPECT_EQ(report.end, TransferEnd::Finished);
     EXPECT_FALSE(report.whole());
-    EXPECT_EQ(sentenceOf(report, 1), u"the file is not whole, as the instrument told no size; 0 of 0 bytes came"_s);
+    EXPECT_EQ(sentenceOf(report, Language::English),
+              u"the file is not whole, as the instrument told no size; 0 of 0 bytes came"_s);
 }
 
 TEST_F(UsbExchange, OneByteIsAFileAndWhatTheHeaderSaysOfItsKindIsReported) {
@@ -144,7 +145,7 @@ TEST_F(UsbExchange, ARunTimeErrorIsReportedWithItsNumber) {
     EXPECT_EQ(report.end, TransferEnd::Error);
     ASSERT_TRUE(report.error);
     EXPECT_EQ(report.error->number, ErrorNumber::PathNotFound);
-    EXPECT_EQ(sentenceOf(report, 1), u"the transfer failed: Path not found; 0 of 200 bytes came"_s);
+    EXPECT_EQ(sentenceOf(report, Language::English), u"the transfer failed: Path not found; 0 of 200 bytes came"_s);
 }
 
 TEST(UsbLength, IsWorkedInSixteenAndThirtyTwoBitsAndReaches2147583) {
