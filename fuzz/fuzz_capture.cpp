@@ -1,65 +1,66 @@
 // SPDX-License-Identifier: MIT
-// The capture reader, the fault finder and a frame of what was read, over any bytes.
-#include "capture/capturecheck.h"
-#include "capture/capturefile.h"
-#include "view/defaults.h"
-#include "view/frame.h"
-#include "view/geometry.h"
+// Both readers over any bytes. The walk by which faults are found has to read the same from them.
+#include "capture/capturerecord.h"
+#include "capturebench.h"
+#include "platform/files/bytefile.h"
+#include "require.h"
 
-#include <QFile>
-#include <QTemporaryDir>
-
-#include <cstdint>
-#include <cstdlib>
-#include <memory>
+#include <bit>
+#include <type_traits>
 
 namespace {
 
 using namespace sixtrace;
 
-/// Ends the run when something holds that never may.
-void require(bool holds) {
-    if (!holds) {
-        std::abort();
+template<typename T>
+bool same(T a, T b) {
+    if constexpr (std::is_same_v<T, float>) {
+        return std::bit_cast<std::uint32_t>(a) == std::bit_cast<std::uint32_t>(b); // also where it is no number
+    } else {
+        return a == b;
     }
 }
 
-struct Bench {
-    QTemporaryDir folder;
-    QString path = folder.filePath(QStringLiteral("input.bin"));
-    std::unique_ptr<publicM> model = std::make_unique<publicM>();
-    FrameRenderer renderer;
-    Picture picture2{kSurfaceWidth, kSurfaceHeight};
-    Picture picHidden0{kSurfaceWidth, kSurfaceHeight};
-};
-
-void drawFrame(Bench& bench, const ScreenState& screen, TraceStyle style) {
-    FrameInputs inputs = frameInputs(screen);
-    inputs.style = style;
-    bench.renderer.PicReDrawT(*bench.model, inputs, bench.picture2, bench.picHidden0);
+/// What the file says, which the model has to hold after a load into an empty one.
+void checkModel(const publicM& model, const CaptureRecord& record) {
+    require(model.FileKind == record.FileKind);
+    for (int c = 0; c < kChannels; ++c) {
+        const ChannelRecord& channel = record.channels.at(static_cast<std::size_t>(c));
+        require((model.ChannelPresent[c] == 1) == channel.present && model.ChannelPresent[c] <= 1);
+        for (const layout::Field& field : layout::blockFields(2)) {
+            layout::withMember(field.id, channel, [&](auto said) {
+                layout::withMember(field.id, model, [&]<typename Member>(const Member& member) {
+                    if constexpr (std::is_same_v<typename Member::value_type, decltype(said)>) {
+                        require(same(member[c], said));
+                    }
+                });
+            });
+        }
+        require(channel.heldSamples() <= static_cast<std::size_t>(kSampleRows));
+    }
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static Bench bench;
-    publicM& model = *bench.model;
-    model.fillTables();
-    applyDefaultColours(model);
-    {
-        QFile file(bench.path);
-        require(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(reinterpret_cast<const char*>(data), static_cast<qint64>(size));
-    }
-    UnseenScreen loaded(model);
-    SimpleWav(bench.path, loaded.scope());
+    static CaptureBench bench;
+    static ByteFile file;
+    static CaptureRecord record;
+    const auto bytes = inputBytes(data, size);
+
+    bench.clear(size);
+    bench.load(bytes);
+    file.openBytes(bytes);
+    readRecord(file, record);
+    require(record.faults.size() <= CaptureRecord::kFaultLimit);
+    require(record.isCapture() || record.faults.size() == 1);
+    checkModel(*bench.model, record);
     for (int c = 0; c < kChannels; ++c) {
-        require(model.ChannelPresent[c] <= 1);
-        require(loaded.state.ticks[c] ? model.FileKind != 0 : true);
+        require(bench.state().ticks[c] == (bench.model->ChannelPresent[c] == 1));
     }
-    require(checkCapture(bench.path).size() <= kFaultLimit);
-    drawFrame(bench, loaded.state, TraceStyle::Lines);
-    drawFrame(bench, loaded.state, TraceStyle::Points);
-    static_cast<void>(OpenBinFile(bench.path, loaded.scope()));
+
+    const BinFileOutcome older = bench.loadOlder(bytes);
+    require(older == BinFileOutcome::NotACapture || record.FileKind == 1);
+    bench.clear(size);
     return 0;
 }

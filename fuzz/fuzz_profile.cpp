@@ -1,42 +1,56 @@
 // SPDX-License-Identifier: MIT
-// Reading and writing keys in a profile file of any bytes.
-#include "platform/files/profilefile.h"
+// Reading and writing keys of a profile text of any bytes.
+#include "platform/text/profiletext.h"
+#include "require.h"
 
-#include <QFile>
-#include <QTemporaryDir>
-
+#include <array>
 #include <cstdint>
-#include <cstdlib>
 
 namespace {
 
 using namespace sixtrace;
 
-void require(bool holds) {
-    if (!holds) {
-        std::abort();
-    }
+/// What may be set, and how it is read back.
+struct Setting {
+    QString value;
+    QString readBack;
+};
+
+const std::array<Setting, 6>& settings() {
+    static const std::array<Setting, 6> all{{
+        {QStringLiteral("1"), QStringLiteral("1")},
+        {QStringLiteral("a=b ; c"), QStringLiteral("a=b ; c")},
+        {QStringLiteral("1\n[Common]\r\nLanguage=2"), QStringLiteral("1 [Common]  Language=2")},
+        {QStringLiteral("\"[\u4E2D]\""), QStringLiteral("[\u4E2D]")},
+        {QStringLiteral(" "), QStringLiteral("none")},
+        {QString(130, u'x'), QString(kProfileValueLimit, u'x')},
+    }};
+    return all;
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const QTemporaryDir folder;
-    static const QString path = folder.filePath(QStringLiteral("vkq.ini"));
-    {
-        QFile file(path);
-        require(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(reinterpret_cast<const char*>(data), static_cast<qint64>(size));
-    }
-    const QString section = QStringLiteral("Common");
-    const QString key = QStringLiteral("Language");
-    const QString other = readProfile(QStringLiteral("LineColor"), QStringLiteral("0"), QStringLiteral("255"), path);
-    require(other.size() <= kProfileValueLimit);
-    static_cast<void>(readProfile(section, key, QStringLiteral("0"), path));
+    static const QString section = QStringLiteral("Common");
+    static const QString key = QStringLiteral("Language");
+    static const QString otherSection = QStringLiteral("LineColor");
+    static const QString otherKey = QStringLiteral("0");
+    static const QString none = QStringLiteral("none");
+    const Setting& setting = settings().at(size % settings().size());
+    const auto content = QByteArray::fromRawData(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
+
+    const ProfileText before(content);
+    const QString other = before.value(otherSection, otherKey, none);
+    require(other.size() <= kProfileValueLimit && other.isValidUtf16());
 
     // What is written is read back, and another key keeps its value.
-    require(writeProfile(section, key, QStringLiteral("1"), path).ok());
-    require(readProfile(section, key, QString(), path) == QStringLiteral("1"));
-    require(readProfile(QStringLiteral("LineColor"), QStringLiteral("0"), QStringLiteral("255"), path) == other);
+    const QByteArray written = withProfileKey(content, section, key, setting.value);
+    const ProfileText after(written);
+    require(after.value(section, key, none) == setting.readBack);
+    require(after.value(otherSection, otherKey, none) == other);
+    // Nothing is lost: a line is replaced, or one or two are added.
+    require(written.count('\n') >= content.count('\n') && written.count('\n') <= content.count('\n') + 3);
+    // To write the same again changes nothing.
+    require(withProfileKey(written, section, key, setting.value) == written);
     return 0;
 }

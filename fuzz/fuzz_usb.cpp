@@ -1,32 +1,32 @@
 // SPDX-License-Identifier: MIT
 // The USB exchange over a link that answers with any bytes, comes short anywhere and is cancelled anywhere.
 #include "acquire/usbexchange.h"
+#include "require.h"
+#include "scratchfolder.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
-#include <cstdlib>
-#include <memory>
+#include <limits>
 
 namespace {
 
 using namespace sixtrace;
 
-void require(bool holds) {
-    if (!holds) {
-        std::abort();
-    }
-}
+/// A longer file is refused before it is made, or the runs would spend their time on filling it with zeros.
+constexpr std::int32_t kLongestStored = 4096;
 
-/// Byte 0 of the input: what opens; byte 1: after how many reads a cancel comes; then the stream.
+/// Byte 0 of the input: whether the link opens, and how it lies about a read of a whole block; byte 1: after how many
+/// blocks a cancel comes; then the stream.
 class FuzzedLink final : public TtLink {
 public:
-    FuzzedLink(QByteArray stream, bool opens)
+    FuzzedLink(QByteArray stream, int how)
         : m_stream(std::move(stream))
-        , m_opens(opens) {}
+        , m_opens((how & 6) != 6)
+        , m_lie(how >> 4) {}
     std::int32_t InitializeTt(std::int32_t) override {
         m_open = m_opens;
         return m_opens ? 1 : 0;
@@ -38,29 +38,34 @@ public:
         if (!m_open) {
             return 0;
         }
-        const qsizetype given = std::min<qsizetype>(count, m_stream.size());
-        std::copy_n(m_stream.cbegin(), given, buffer);
-        m_stream.remove(0, given);
-        return static_cast<std::int32_t>(given);
+        const qsizetype given = std::min<qsizetype>(count, m_stream.size() - m_at);
+        std::copy_n(m_stream.cbegin() + m_at, given, buffer);
+        m_at += given;
+        constexpr std::array kLies{-1, std::numeric_limits<int>::min(), std::numeric_limits<int>::max(),
+                                   kUsbBlockSize + 1};
+        const auto lie = static_cast<std::size_t>(m_lie - 1);
+        return count == kUsbBlockSize && lie < kLies.size() ? kLies.at(lie) : static_cast<std::int32_t>(given);
     }
     std::int32_t senddatatoTt(const char* bytes, std::int32_t count) override { return WriteThread(bytes, count); }
     std::int32_t getTtData(char* buffer, std::int32_t count) override { return ReadThread(buffer, count); }
 
 private:
     QByteArray m_stream;
+    qsizetype m_at = 0;
     bool m_opens;
+    int m_lie; ///< 0 for none
     bool m_open = false;
 };
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const QTemporaryDir folder;
+    static const ScratchFolder folder;
     const QByteArray input(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
     const int how = input.isEmpty() ? 0 : static_cast<unsigned char>(input[0]);
     const int cancelAt = input.size() < 2 ? 0 : static_cast<unsigned char>(input[1]);
-    const QString path = folder.filePath(QStringLiteral("D.bin"));
-    FuzzedLink link(input.mid(2), (how & 6) != 6);
+    static const QString path = folder.filePath(QStringLiteral("D.bin"));
+    FuzzedLink link(input.mid(2), how);
     static_cast<void>(link.InitializeTt(0));
     TransferGate gate;
     int yields = 0;
@@ -69,9 +74,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     {
         const auto pass = gate.enter();
         report = exchangeUsb(*pass, link,
-                             {.storeAt = [&path](const UsbAnnounced& announced) -> Result<QString> {
+                             {.storeAt = [](const UsbAnnounced& announced) -> Result<QString> {
                                   require(announced.length >= 0 && announced.length <= 2147583);
                                   require(announced.blocks == announced.length / kUsbBlockSize);
+                                  if (announced.length > kLongestStored) {
+                                      return RuntimeError::of(ErrorNumber::DiskFull);
+                                  }
                                   return path;
                               },
                               .cancelled = [&cancelled] { return cancelled; },
@@ -90,6 +98,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(QFileInfo(path).size() == qint64{report.announced.value()} + 1);
     }
     require(!report.whole() || report.stored == report.announced);
-    QFile::remove(path);
+    if (!report.path.isEmpty()) {
+        QFile::remove(path);
+    }
     return 0;
 }

@@ -2,36 +2,39 @@
 // The block receiver against a sender that does whatever the bytes say: each byte that the receiver sends is answered
 // by the next record of the input, raw bytes or a block with a right check value.
 #include "acquire/serialreceive.h"
+#include "require.h"
+#include "scratchfolder.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
+#include <QStringList>
 
+#include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 
 namespace {
 
 using namespace sixtrace;
 
-void require(bool holds) {
-    if (!holds) {
-        std::abort();
-    }
-}
-
+/// It makes as little of memory as it can: each byte is asked for alone, and each makes an answer.
 class FuzzedPort final : public BytePort {
 public:
-    explicit FuzzedPort(QByteArray script)
-        : m_script(std::move(script)) {}
+    explicit FuzzedPort(QByteArrayView script)
+        : m_script(script) {
+        m_waiting.reserve(kRoom);
+    }
 
-    int InBufferCount() override { return static_cast<int>(m_waiting.size()); }
-    void discard() override { m_waiting.clear(); }
+    int InBufferCount() override { return static_cast<int>(m_waiting.size() - m_taken); }
+    void discard() override {
+        m_waiting.resize(0);
+        m_taken = 0;
+    }
+    /// Stays until the next call.
     QByteArray Input(int count) override {
-        const QByteArray taken = m_waiting.left(count);
-        m_waiting.remove(0, count);
-        return taken;
+        const qsizetype given = std::min<qsizetype>(count, InBufferCount());
+        const char* const from = m_waiting.constData() + m_taken;
+        m_taken += given;
+        return QByteArray::fromRawData(from, given);
     }
     void Output(const QByteArray& bytes) override {
         for (const char byte : bytes) {
@@ -40,7 +43,7 @@ public:
         }
     }
     Waited waitForBytes(int count, int timeoutMs) override {
-        if (m_waiting.size() >= count) {
+        if (InBufferCount() >= count) {
             return Waited::Enough;
         }
         m_clock += timeoutMs;
@@ -49,9 +52,11 @@ public:
     qint64 clock() override { return m_clock; }
 
 private:
+    static constexpr qsizetype kRoom = 2048;
+
     int next() { return m_at < m_script.size() ? static_cast<unsigned char>(m_script[m_at++]) : 0; }
-    QByteArray take(qsizetype count) {
-        const QByteArray bytes = m_script.mid(m_at, count);
+    QByteArrayView take(qsizetype count) {
+        const QByteArrayView bytes = m_script.sliced(m_at, std::min(count, m_script.size() - m_at));
         m_at += bytes.size();
         return bytes;
     }
@@ -61,35 +66,38 @@ private:
         }
         const int kind = next() % 4;
         if (kind == 0) {
-            m_waiting += take(next());
+            m_waiting.append(take(next()));
         } else if (kind == 3) {
-            m_waiting += static_cast<char>(line::kEndOfTransmission);
+            m_waiting.append(static_cast<char>(line::kEndOfTransmission));
         } else {
             const int size = kind == 1 ? line::kShortData : line::kLongData;
             const int number = next();
             const char filling = static_cast<char>(next());
-            QByteArray data = take(next() * (kind == 1 ? 1 : 4)).left(size);
-            data.append(QByteArray(size - data.size(), filling));
-            const std::uint16_t crc = crc16(data);
+            const QByteArrayView told = take(next() * (kind == 1 ? 1 : 4));
             for (const int byte : {kind, number, 255 - number}) {
-                m_waiting += static_cast<char>(byte);
+                m_waiting.append(static_cast<char>(byte));
             }
-            m_waiting += data;
-            m_waiting += static_cast<char>(crc >> 8);
-            m_waiting += static_cast<char>(crc & 0xFF);
+            const qsizetype start = m_waiting.size();
+            m_waiting.append(told.first(std::min<qsizetype>(told.size(), size)));
+            m_waiting.append(start + size - m_waiting.size(), filling);
+            const std::uint16_t crc = crc16(QByteArrayView(m_waiting).sliced(start));
+            m_waiting.append(static_cast<char>(crc >> 8));
+            m_waiting.append(static_cast<char>(crc & 0xFF));
         }
     }
 
-    QByteArray m_script;
+    QByteArrayView m_script;
     qsizetype m_at = 0;
     QByteArray m_waiting;
+    qsizetype m_taken = 0; ///< bytes of m_waiting that were read
     qint64 m_clock = 0;
 };
 
-/// Looks at what a window would show.
-void checkStep(const ReceiveStep& step) {
+/// Looks at what a window would show, and notes the files that were begun.
+void checkStep(const ReceiveStep& step, const QString& folder, QStringList& files) {
     if (const auto* bitmap = std::get_if<StoresAs>(&step)) {
-        require(!bitmap->path.contains(u'/'));
+        require(bitmap->path.startsWith(folder) && !bitmap->path.sliced(folder.size()).contains(u'/'));
+        files.append(bitmap->path);
     } else if (const auto* block = std::get_if<BlockTaken>(&step)) {
         require(block->next >= 1);
     } else if (const auto* retried = std::get_if<Retried>(&step)) {
@@ -100,17 +108,21 @@ void checkStep(const ReceiveStep& step) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const QTemporaryDir folder;
-    QDir::setCurrent(folder.path());
-    FuzzedPort port(QByteArray(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size)));
+    static const ScratchFolder folder;
+    static const QString got = folder.filePath(QStringLiteral("got.bin"));
+    static const QString bitmapFolder = folder.path() + u'/';
+    FuzzedPort port(QByteArrayView(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size)));
     SerialReceive receive(port);
     receive.ReadTimeoutMs = 10000;
     TransferGate gate;
     TransferReport report;
+    QStringList files(got);
     {
         const auto pass = gate.enter();
         report = receive.YModemReceive(
-            *pass, {.path = folder.filePath(QStringLiteral("got.bin")), .bitmapFolder = {}, .show = checkStep});
+            *pass, {.path = got, .bitmapFolder = bitmapFolder, .show = [&files](const ReceiveStep& step) {
+                        checkStep(step, bitmapFolder, files);
+                    }});
     }
     require(!gate.held());
     require(report.end != TransferEnd::Superseded && report.end != TransferEnd::Cancelled);
@@ -121,6 +133,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         // have begun a shorter one over it.
         require(QFileInfo(report.path).size() >= *report.announced);
     }
-    QFile::remove(report.path);
+    for (const QString& file : files) {
+        QFile::remove(file);
+    }
     return 0;
 }

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=sh disable=SC2034
-# The Debian packages that ./run, ./test and the benches need, and how the missing ones get installed. Sourced by the
+# The Debian packages that ./run, ./test, the benches and fuzz/hunt.sh need, and how the missing ones get installed. Sourced by the
 # scripts; run as "sh packaging/packages.sh bench" it installs what the benches need.
 
 # To build and to run the programs. The fonts are the dialogs' Latin and Chinese ones.
@@ -18,6 +18,9 @@ test_packages="libgtest-dev libgmock-dev libumockdev-dev umockdev
 
 # What the programs of bench/ need on top: the measuring library, and the pair that the serial line is compared to.
 bench_packages="libbenchmark-dev lrzsz"
+
+# What the fuzzers need on top.
+fuzz_packages="clang-14 libclang-rt-14-dev"
 
 # As root, or through sudo. Where nobody can type a password, sudo has to do without one.
 as_root() {

@@ -70,7 +70,7 @@ std::string helpText(const Usage& usage) {
         }
         appendWrapped(text, help, kHelpColumn, kHelpColumn);
     };
-    line("-h, --help", "Displays help on commandline options.");
+    line("-h, --help", "Print this help.");
     for (const Option& option : usage.options) {
         line(std::string("--") + option.name +
                  (option.value != nullptr ? std::string(" <") + option.value + '>' : std::string()),
@@ -116,7 +116,7 @@ std::optional<int> Arguments::parse(const Usage& usage, const std::vector<std::s
             ++it;
             m_given.push_back({std::string(name), *it});
         } else {
-            return wrong("--", name, " lacks its value");
+            return wrong("--", name, " needs a value");
         }
     }
     if (help) {

@@ -11,6 +11,7 @@
 #include <condition_variable>
 #include <cstdio>
 #include <cstring>
+#include <fcntl.h>
 #include <map>
 #include <mutex>
 #include <set>
@@ -69,7 +70,7 @@ bool addListed(const Arguments& arguments, std::vector<std::string>& files) {
     const std::string name = arguments.value("files-from");
     const auto list = listOf(name);
     if (!list) {
-        failWith(Failed, name + ": the list of files cannot be read");
+        failWith(Failed, name + ": the list of file names cannot be read");
         return false;
     }
     appendParts(files, *list, arguments.has("null") ? '\0' : '\n');
@@ -107,17 +108,24 @@ bool isFolder(const std::string& path) {
     return ::stat(path.c_str(), &about) == 0 && S_ISDIR(about.st_mode);
 }
 
-bool isSameFile(const std::string& first, const std::string& second) {
-    struct stat one {};
-    struct stat other {};
-    return ::stat(first.c_str(), &one) == 0 && ::stat(second.c_str(), &other) == 0 && one.st_dev == other.st_dev &&
-           one.st_ino == other.st_ino;
+/// Whether a file that is there begins as a capture does. Nothing is waited for where it is a pipe or a device.
+bool holdsCapture(const std::string& path) {
+    constexpr std::string_view kMagic = "KQX";
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (descriptor < 0) {
+        return false;
+    }
+    std::array<char, kMagic.size()> start{};
+    const ssize_t got = ::pread(descriptor, start.data(), start.size(), 0);
+    ::close(descriptor);
+    return got == static_cast<ssize_t>(start.size()) && std::string_view(start.data(), start.size()) == kMagic;
 }
 
-std::string listed(const std::vector<std::string>& extensions) {
+/// "csv, npz or sr", each behind `mark`.
+std::string listed(const std::vector<std::string>& extensions, const std::string& mark) {
     std::string text;
     for (std::size_t i = 0; i < extensions.size(); ++i) {
-        text += (i == 0 ? "." : i + 1 == extensions.size() ? " or ." : ", .") + extensions[i];
+        text += (i == 0 ? "" : i + 1 == extensions.size() ? " or " : ", ") + mark + extensions[i];
     }
     return text;
 }
@@ -233,16 +241,18 @@ private:
 } // namespace
 
 std::vector<Option> listOptions() {
-    return {{"files-from", "list", "Take the names in this file too, one a line; - is standard input."},
-            {"null", nullptr, "Names in the list end in a zero byte."},
-            {"jobs", "n", "Work on so many files at a time; by default one a processor."}};
+    return {{"files-from", "list", "Read more file names from this list, one per line; - is standard input."},
+            {"null", nullptr, "Names in the list end with a NUL byte, as find -print0 writes them."},
+            {"jobs", "n", "Work on n files at the same time, 1 to 256; by default on one per processor."}};
 }
 
 std::vector<Option> writingOptions(const char* forms) {
     std::vector<Option> options = listOptions();
-    options.push_back({"out-dir", "folder", "Write the result of each FILE into this folder; x.bin gives x.EXT."});
+    options.push_back({"out-dir", "folder",
+                       "Write the results into this folder, which must exist; x.bin becomes x.EXT. By default the "
+                       "results of several FILEs go into the current folder."});
     options.push_back({"to", "ext", forms});
-    options.push_back({"no-clobber", nullptr, "Leave a file alone that is there already, and fail."});
+    options.push_back({"no-clobber", nullptr, "Do not replace a file that exists already; the exit code is 1 then."});
     return options;
 }
 
@@ -281,7 +291,7 @@ OrRefused<Tasks> filesToWrite(const Usage& usage, const Arguments& arguments,
     made.extension = arguments.value("to");
     const bool told = arguments.has("to");
     if (told && std::find(extensions.begin(), extensions.end(), made.extension) == extensions.end()) {
-        return Refused{failWith(WrongUse, "--to takes " + listed(extensions))};
+        return Refused{failWith(WrongUse, "--to takes " + listed(extensions, ""))};
     }
     std::vector<std::string> files = arguments.positional();
     const bool toOutput = files.size() > 1 && files.back() == "-";
@@ -289,7 +299,7 @@ OrRefused<Tasks> filesToWrite(const Usage& usage, const Arguments& arguments,
     if (!made.isBatch) {
         if (files.size() != 2) {
             return Refused{refuse(usage, files.size() > 2 && !toOutput
-                                             ? "takes several files with --to EXT or --out-dir FOLDER only"
+                                             ? "takes several files only with --to EXT or --out-dir FOLDER"
                                              : std::string("takes ") + usage.arguments)};
         }
         if (!told) {
@@ -297,8 +307,9 @@ OrRefused<Tasks> filesToWrite(const Usage& usage, const Arguments& arguments,
                 toOutput ? (extensions.size() == 1 ? extensions.front() : std::string()) : extensionOf(files[1]);
         }
         if (std::find(extensions.begin(), extensions.end(), made.extension) == extensions.end()) {
-            return Refused{failWith(WrongUse, toOutput ? "standard output takes --to " + listed(extensions)
-                                                       : files[1] + ": the name has to end in " + listed(extensions))};
+            return Refused{failWith(
+                WrongUse, toOutput ? "for standard output, --to has to name the kind of file: " + listed(extensions, "")
+                                   : files[1] + ": the name has to end in " + listed(extensions, "."))};
         }
         made.tasks = {{files[0], files[1]}};
         return made;
@@ -311,19 +322,21 @@ OrRefused<Tasks> filesToWrite(const Usage& usage, const Arguments& arguments,
     }
     if (!told) {
         if (extensions.size() > 1) {
-            return Refused{failWith(WrongUse, "several files take --to " + listed(extensions))};
+            return Refused{
+                failWith(WrongUse, "for several files, --to has to name the kind of file: " + listed(extensions, ""))};
         }
         made.extension = extensions.front();
     }
     const std::string folder = arguments.value("out-dir");
     if (arguments.has("out-dir") && !isFolder(folder)) {
-        return Refused{failWith(Failed, folder + ": no such folder")};
+        return Refused{failWith(Failed, folder + ": there is no such folder")};
     }
     std::set<std::string> names;
     for (std::string& file : files) {
         std::string out = resultName(file, folder, made.extension);
         if (!names.insert(out).second) {
-            return Refused{failWith(WrongUse, out + " would be written twice; nothing has been written")};
+            return Refused{failWith(
+                WrongUse, out + " would be written twice, by files of the same name; nothing has been written")};
         }
         made.tasks.push_back({std::move(file), std::move(out)});
     }
@@ -356,8 +369,9 @@ void deliver(const Task& task, std::string_view content, bool keepExisting, Answ
         answer.out += content;
         return;
     }
-    if (isSameFile(task.file, task.out)) {
-        answer.complain(validUtf8(task.out) + ": a capture is not replaced by what is made of it");
+    // Two captures that a pattern matched look like FILE OUT, and OUT is the second of them.
+    if (holdsCapture(task.out)) {
+        answer.complain(validUtf8(task.out) + ": this is a capture, and kqx does not replace captures");
         answer.code = Failed;
         return;
     }

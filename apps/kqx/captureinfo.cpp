@@ -192,7 +192,9 @@ void appendInfoText(std::string& out, const CaptureRecord& record) {
 std::string faultLines(std::string_view file, const CaptureRecord& record) {
     std::string lines;
     for (const RecordFault& fault : record.faults) {
-        lines += "kqx: " + validUtf8(file) + ": at byte " + std::to_string(fault.offset) + ": " + fault.text + '\n';
+        // At its first byte nothing is wrong but the file itself, which needs no place.
+        const std::string place = fault.offset > 0 ? "at byte " + std::to_string(fault.offset) + ": " : std::string();
+        lines += "kqx: " + validUtf8(file) + ": " + place + fault.text + '\n';
     }
     return lines;
 }

@@ -20,7 +20,7 @@ std::optional<ChannelChoice> channelsOf(const Arguments& arguments) {
             ++channel;
         }
         if (channel == choice.size()) {
-            failWith(WrongUse, "--channels takes ch1, ch2, A, B, C and D, parted by commas");
+            failWith(WrongUse, "--channels takes ch1, ch2, A, B, C and D, separated by commas");
             return std::nullopt;
         }
         choice[channel] = true;

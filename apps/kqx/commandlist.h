@@ -20,11 +20,11 @@ struct CommandEntry {
 inline constexpr std::array kCommands{
     CommandEntry{"convert", "write the samples of captures for other programs (.csv, .npz, .sr)", DoneBy::Data},
     CommandEntry{"fetch", "fetch captures from the instrument", DoneBy::Desktop},
-    CommandEntry{"info", "tell what capture files hold, and what is wrong with them", DoneBy::Data},
+    CommandEntry{"info", "print what capture files hold, and what is wrong with them", DoneBy::Data},
     CommandEntry{"measure", "measure the samples of captures in volts and seconds", DoneBy::Data},
     CommandEntry{"open", "open a capture in the running program, or start it", DoneBy::Desktop},
     CommandEntry{"page", "write the printed page of captures as PDF files", DoneBy::Desktop},
-    CommandEntry{"ports", "tell which ways to an instrument there are, and why one does not open", DoneBy::Desktop},
+    CommandEntry{"ports", "list the connections to an instrument, and why one does not open", DoneBy::Desktop},
     CommandEntry{"screen", "write the screen of captures as PNG files", DoneBy::Desktop},
     CommandEntry{"table", "write the samples of captures as text, CSV or workbook", DoneBy::Desktop},
 };

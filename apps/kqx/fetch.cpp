@@ -76,29 +76,30 @@ int fetch(const QStringList& arguments) {
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("Fetches captures from the instrument and prints the name of each file. Files appear whole or "
-                       "not at all. Ctrl+C stops after the read in progress, a second one at once.\n\n"
+                       "not at all. Ctrl+C stops after the read in progress, a second Ctrl+C at once.\n\n"
                        "Exit codes: 0 done, 1 a transfer broke off or its file is not whole, 2 wrong use, 3 no "
-                       "instrument or no port, 4 the file is a bitmap and no capture (stored with the ending .bmp), 5 "
-                       "the file cannot be stored. Of several captures the first that failed gives the code."));
+                       "instrument or no port, 4 the file is a bitmap and no capture (stored with the extension .bmp), "
+                       "5 the file cannot be stored. If several captures were to be fetched, the first failure sets "
+                       "the code."));
     const QCommandLineOption serial(QStringLiteral("serial"),
                                     QStringLiteral("Fetch over a serial line: a number 1 to 16 or a terminal device."),
                                     QStringLiteral("port"));
     const QCommandLineOption usb(QStringLiteral("usb"),
-                                 QStringLiteral("Fetch over USB, by the transfer library beside the program."));
+                                 QStringLiteral("Fetch over USB, with the transfer library beside the program."));
     const QCommandLineOption output({QStringLiteral("o"), QStringLiteral("output")},
                                     QStringLiteral("Store to this file, or into this folder; by default into the "
                                                    "current folder under a name with date and time."),
                                     QStringLiteral("file"));
-    const QCommandLineOption every(QStringLiteral("every"), QStringLiteral("Start a fetch every so many seconds."),
+    const QCommandLineOption every(QStringLiteral("every"), QStringLiteral("Start a fetch every this many seconds."),
                                    QStringLiteral("seconds"), QStringLiteral("1"));
-    const QCommandLineOption count(QStringLiteral("count"), QStringLiteral("Fetch so many captures, 1 by default."),
+    const QCommandLineOption count(QStringLiteral("count"),
+                                   QStringLiteral("Number of captures to fetch, 1 by default."),
                                    QStringLiteral("number"), QStringLiteral("1"));
     const QCommandLineOption timeout(QStringLiteral("timeout"),
                                      QStringLiteral("Seconds until a read of the serial line counts as failed, 10 by "
                                                     "default."),
                                      QStringLiteral("seconds"), QStringLiteral("10"));
-    const QCommandLineOption force(QStringLiteral("force"),
-                                   QStringLiteral("Let --output overwrite a file that is there."));
+    const QCommandLineOption force(QStringLiteral("force"), QStringLiteral("Let --output overwrite an existing file."));
     parser.addOptions({serial, usb, output, every, count, timeout, force});
     if (const auto code = parse(parser, QStringLiteral("fetch"), arguments, {})) {
         return *code;

@@ -32,14 +32,14 @@ Result<FetchTarget> FetchTarget::of(const QString& output, bool overwrite) {
     }
     const auto file = followed(given.absoluteFilePath());
     if (!file) {
-        return sentence(ErrorNumber::PathAccess, QStringLiteral("%1 is a ring of links").arg(output));
+        return sentence(ErrorNumber::PathAccess, QStringLiteral("%1 is a link that leads back to itself").arg(output));
     }
     const QFileInfo info(*file);
     if (!QFileInfo(info.absolutePath()).isDir()) {
-        return sentence(ErrorNumber::PathNotFound, QStringLiteral("%1: no such folder").arg(output));
+        return sentence(ErrorNumber::PathNotFound, QStringLiteral("%1: there is no such folder").arg(output));
     }
     if (info.exists() && !info.isFile()) {
-        return sentence(ErrorNumber::PathAccess, QStringLiteral("%1 is no ordinary file").arg(output));
+        return sentence(ErrorNumber::PathAccess, QStringLiteral("%1 is not an ordinary file").arg(output));
     }
     if (info.exists() && !overwrite) {
         return existsAlready(output);

@@ -15,8 +15,9 @@ namespace {
 
 const Usage& usage() {
     static const Usage made{
-        "info", "FILE...", "Tells what capture files hold, and names their faults.",
-        withOptions({{"json", nullptr, "Print a line of JSON for each FILE instead of text."}}, listOptions())};
+        "info", "FILE...",
+        "Prints the settings and figures that each capture file holds for each channel, and what is wrong with it.",
+        withOptions({{"json", nullptr, "Print one line of JSON per FILE instead of text."}}, listOptions())};
     return made;
 }
 

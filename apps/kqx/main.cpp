@@ -23,7 +23,8 @@ std::string overview() {
         text += "  " + std::string(command.name) + std::string(kNameWidth - command.name.size(), ' ') +
                 std::string(command.summary) + '\n';
     }
-    return text + "\nkqx COMMAND --help tells more. Exit codes: 0 done, 1 failed or a fault was found, 2 wrong use.\n";
+    return text + "\n\"kqx COMMAND --help\" explains one command, \"man kqx\" all of them.\n"
+                  "Exit codes: 0 done, 1 failed or a fault was found in a file, 2 wrong use.\n";
 }
 
 /// The folder of this program, with a slash at its end.

@@ -19,13 +19,14 @@ namespace {
 const Usage& usage() {
     static const Usage made{
         "measure", "FILE...",
-        "Measures the samples of captures, in SI units at the probe's tip. Times are index x interval. Definitions "
-        "stand in the manual page.",
-        withOptions({{"json", nullptr, "Print a line of JSON for each FILE."},
-                     {"csv", nullptr, "Print a row of comma-separated values for each channel."},
-                     {"channels", "list", "Measure only these channels, ch1, ch2, A, B, C or D, parted by commas."},
-                     {"all", nullptr, "Measure all samples of a slow scan, and not its fresh sweep only."}},
-                    listOptions())};
+        "Measures every channel of each capture from its samples: voltages at the probe's tip in volts, times in "
+        "seconds, frequency, duty, rise and fall time and more. The manual page, man kqx, defines each figure.",
+        withOptions(
+            {{"json", nullptr, "Print one line of JSON per FILE instead of a table."},
+             {"csv", nullptr, "Print comma-separated values with a header line and one row per channel."},
+             {"channels", "list", "Measure only these channels: ch1, ch2, A, B, C, D, separated by commas."},
+             {"all", nullptr, "Of a slow scan, measure all samples; by default only those of the newest sweep count."}},
+            listOptions())};
     return made;
 }
 
@@ -71,7 +72,7 @@ int measure(const std::vector<std::string>& arguments) {
         return *code;
     }
     if (given.has("json") && given.has("csv")) {
-        return failWith(WrongUse, "give --json or --csv, not both");
+        return failWith(WrongUse, "--json and --csv cannot be combined");
     }
     const Form form = given.has("json") ? Form::Json : given.has("csv") ? Form::Csv : Form::Plain;
     const Sweep sweep = given.has("all") ? Sweep::All : Sweep::Fresh;

@@ -56,10 +56,10 @@ const Usage& usage() {
         "Writes the page of captures as PDF documents, as the program prints it after opening the file with default "
         "settings: a legend of its channels, their labels and the framed screen. OUT may be - for standard output.",
         withOptions(
-            {{"paper", "name", "Size of the paper: A4, Letter ..."},
+            {{"paper", "name", "Size of the paper: A4 (default), Letter ..."},
              {"landscape", nullptr, "Lay the paper on its side."},
              {"margins", "T,B,L,R", "Top, bottom, left and right margin in centimetres, each above 0 and at most 10."}},
-            writingOptions("pdf, the only kind of document there is."))};
+            writingOptions("The kind of file; only pdf."))};
     return made;
 }
 
@@ -103,11 +103,11 @@ int page(const std::vector<std::string>& arguments) {
     const std::string name = given.value("paper", "A4");
     const auto paper = paperNamed(QString::fromStdString(name));
     if (!paper) {
-        return failWith(WrongUse, "--paper: no paper is called " + name);
+        return failWith(WrongUse, "--paper: there is no paper size called " + name);
     }
     PageWishes wishes{*paper, given.has("landscape"), {}};
     if (!readMargins(QString::fromStdString(given.value("margins", "1,1,1,1")), wishes.settings)) {
-        return failWith(WrongUse, "--margins takes four numbers above 0 and not above 10, parted by commas");
+        return failWith(WrongUse, "--margins takes four numbers above 0 and not above 10, separated by commas");
     }
     auto tasks = filesToWrite(usage(), given, {"pdf"});
     if (!tasks) {

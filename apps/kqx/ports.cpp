@@ -52,12 +52,12 @@ QString remedyOf(const PortWay& way) {
     case PortState::Rights:
         return way.reason.isEmpty() || way.reason == u"root"
                    ? QStringLiteral("a udev rule has to give %1 to you, for example in %2").arg(way.location, kOwnRules)
-                   : QStringLiteral("join the group %1 (sudo usermod -aG %1 $USER) and log in anew").arg(way.reason);
+                   : QStringLiteral("join the group %1 (sudo usermod -aG %1 $USER) and log in again").arg(way.reason);
     case PortState::Busy:
         return way.reason.isEmpty() ? QStringLiteral("end the program that has it open")
                                     : QStringLiteral("end %1, which has it open").arg(way.reason);
     case PortState::Gone:
-        return way.pinned ? QStringLiteral("plug the adapter in, or set the link ports/com%1 anew").arg(way.number)
+        return way.pinned ? QStringLiteral("plug the adapter in, or change the link ports/com%1").arg(way.number)
                           : QStringLiteral("plug the adapter in");
     default:
         return {};
@@ -98,14 +98,14 @@ QString usbRemedy(const QString& state, const UsbFacts& facts) {
     const QString product = facts.wanted.section(u':', 1, 1);
     if (state == u"rights") {
         return QStringLiteral("a udev rule has to name the device: put  SUBSYSTEM==\"usb\", ATTR{idVendor}==\"%1\", "
-                              "ATTR{idProduct}==\"%2\", TAG+=\"uaccess\"  into %3 and plug it in anew")
+                              "ATTR{idProduct}==\"%2\", TAG+=\"uaccess\"  into %3 and plug it in again")
             .arg(vendor, product, kOwnRules);
     }
     if (state == u"absent") {
         return QStringLiteral("plug the instrument in; if it has other ids, enter them in %1").arg(facts.settingsFile);
     }
     if (state == u"endpoints") {
-        return QStringLiteral("the device has not these end points; enter its own in %1").arg(facts.settingsFile);
+        return QStringLiteral("the device lacks these endpoints; enter its own in %1").arg(facts.settingsFile);
     }
     if (state == u"busy") {
         return QStringLiteral("end the program that uses the device");
@@ -121,7 +121,7 @@ Row socketRow(const QStringList& fields, const UsbFacts& facts) {
     if (row.state == u"absent") {
         row.remedy = QStringLiteral("start sixtrace-instrument --usb %1").arg(row.device);
     } else if (row.state == u"silent") {
-        row.remedy = QStringLiteral("end the program that listens there and takes no call");
+        row.remedy = QStringLiteral("end the program that listens there and accepts no connection");
     }
     row.json = {{QStringLiteral("kind"), QStringLiteral("socket")}};
     // Without an instrument behind the socket the bus is taken, unless the settings forbid that.
@@ -232,7 +232,7 @@ void print(const std::vector<Row>& rows, const UsbFacts& facts) {
             continue; // no instrument is simulated, which is as it should be
         }
         QStringList parts{row.way, row.device, row.adapter,
-                          row.state == u"other" ? QStringLiteral("not the device that is wanted") : row.state};
+                          row.state == u"other" ? QStringLiteral("not the instrument") : row.state};
         parts.removeAll(QString());
         out << parts.join(QStringLiteral("  "))
             << (row.reason.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(row.reason)) << '\n';
@@ -252,9 +252,10 @@ void print(const std::vector<Row>& rows, const UsbFacts& facts) {
 int ports(const QStringList& arguments) {
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        QStringLiteral("Lists the ways to an instrument that the program would take, a row each: serial ports 1 to 16, "
-                       "and USB by the transfer library beside the program; whether each opens, and what is to be done "
-                       "where one does not. Ends with 0 when at least one opens, otherwise with 1."));
+        QStringLiteral("Lists the connections to an instrument that the program can use, one per row: serial ports 1 "
+                       "to 16, and USB with the transfer library beside the program. Each row says whether the "
+                       "connection can be opened, and what to do if not. The exit code is 0 if at least one can be "
+                       "opened, and otherwise 1."));
     const QCommandLineOption json(QStringLiteral("json"), QStringLiteral("Print JSON instead of text."));
     parser.addOption(json);
     if (const auto code = parse(parser, QStringLiteral("ports"), arguments, {})) {

@@ -17,15 +17,16 @@ constexpr int kGreatestThumbnail = 4096;
 const Usage& usage() {
     static const Usage made{
         "screen", "FILE OUT.png | FILE...",
-        "Writes the screen of captures, 601 by 401 pixels, as the program draws it after opening the file with default "
+        "Writes a picture of the screen for each capture, 601 by 401 pixels, as the program draws it with default "
         "settings. OUT may be - for standard output.",
-        withOptions({{"points", nullptr, "Draw points instead of lines."},
-                     {"cross", nullptr, "Draw the cross instead of the graticule."},
-                     {"scale", "n", "Enlarge each pixel n times, 1 to 16."},
-                     {"thumbnail", "size",
-                      "Write a small picture, its longer side at most so many pixels, whatever OUT is called. A file "
-                      "with a fault fails without a word."}},
-                    writingOptions("png, the only kind of picture there is."))};
+        withOptions(
+            {{"points", nullptr, "Draw points instead of lines."},
+             {"cross", nullptr, "Draw a cross instead of the dotted graticule."},
+             {"scale", "n", "Enlarge each pixel n times, 1 to 16."},
+             {"thumbnail", "size",
+              "Write a small PNG picture, at most this many pixels wide and high; OUT may have any name. A faulty FILE "
+              "gives no picture, and no message where OUT is given."}},
+            writingOptions("The kind of file; only png."))};
     return made;
 }
 
@@ -35,6 +36,7 @@ struct PictureWishes {
     TraceStyle style = TraceStyle::Lines;
     int scale = 1;
     std::optional<int> thumbnail;
+    bool quiet = false; ///< a fault of the capture is told by the exit code alone
 };
 
 QImage scaled(const QImage& image, const PictureWishes& wishes) {
@@ -59,7 +61,11 @@ void draw(const Task& task, const PictureWishes& wishes, bool keepExisting, Answ
     const auto model = defaultModel();
     OffscreenScope view(*model, wishes.graticule, wishes.style);
     OpenedFile opened;
-    if (!openCapture(task.file, view.scope(), opened, answer)) {
+    const bool isOpen = openCapture(task.file, view.scope(), opened, answer);
+    if (wishes.quiet) {
+        answer.err.clear();
+    }
+    if (!isOpen) {
         return;
     }
     if (wishes.thumbnail && !opened.record.faults.empty()) {
@@ -106,24 +112,23 @@ int screen(const std::vector<std::string>& arguments) {
     if (given.has("thumbnail")) {
         wishes.thumbnail = wholeNumber(given.value("thumbnail"), 1, kGreatestThumbnail);
         if (!wishes.thumbnail || given.has("scale")) {
-            return failWith(WrongUse, "--thumbnail takes a whole number from 1 to 4096, and no --scale");
+            return failWith(WrongUse,
+                            "--thumbnail takes a whole number from 1 to 4096, and cannot be combined with --scale");
         }
     }
     auto tasks = tasksOf(given, wishes);
     if (!tasks) {
         return tasks.code();
     }
+    // A file manager asks for one picture and shows none where there is none; who asks for many wants to know which
+    // lack.
+    wishes.quiet = wishes.thumbnail && !tasks->isBatch;
     auto jobs = jobsOf(given);
     if (!jobs) {
         return jobs.code();
     }
     return runBatch(tasks->tasks.size(), *jobs, [&]() -> Work {
-        return [&](std::size_t i, Answer& answer) {
-            draw(tasks->tasks[i], wishes, tasks->keepExisting, answer);
-            if (wishes.thumbnail) {
-                answer.err.clear();
-            }
-        };
+        return [&](std::size_t i, Answer& answer) { draw(tasks->tasks[i], wishes, tasks->keepExisting, answer); };
     });
 }
 

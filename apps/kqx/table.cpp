@@ -21,17 +21,18 @@ namespace {
 const Usage& usage() {
     static const Usage made{
         "table", "FILE OUT | FILE...",
-        "Writes the samples of captures as numbers, in millivolts: as the text file (.txt) or the workbook (.xls, "
-        ".xlsx) "
-        "that the program's data table saves, or as comma-separated values (.csv) with one header row and a point as "
-        "decimal mark. OUT's extension chooses, or --to; OUT may be - for standard output.",
-        withOptions({{"columns", "list",
-                      "Write only these columns, in this order: 0 is the sequence number, 1 to 6 are ch1, ch2, A, B, C "
-                      "and D. A workbook keeps each at its place."},
-                     {"language", "id", "Language of the unit line: 0 Chinese, 1 English."},
-                     {"time", nullptr, "In a .csv: a column with the time in seconds."},
-                     {"volts", nullptr, "In a .csv: volts at the probe's tip."}},
-                    writingOptions("Make files of this kind: txt, csv, xls or xlsx."))};
+        "Writes the samples of each capture as a table, in millivolts at the instrument's input: as the text file "
+        "(.txt) or the workbook (.xls, .xlsx) that the program's data table saves, or as comma-separated values (.csv) "
+        "with one header line and a point as decimal mark. The extension of OUT, or --to, chooses the kind. OUT may be "
+        "- for standard output.",
+        withOptions(
+            {{"columns", "list",
+              "Write only these columns, in this order, separated by commas: 0 is the sample number, 1 to 6 are ch1, "
+              "ch2, A, B, C and D. In a workbook each column keeps its place."},
+             {"language", "id", "Language of the line that names the unit: 0 Chinese (default), 1 English."},
+             {"time", nullptr, "Only for .csv: add a column with the time in seconds."},
+             {"volts", nullptr, "Only for .csv: write volts at the probe's tip instead of millivolts."}},
+            writingOptions("The kind of file: txt, csv, xls or xlsx. Needed for several FILEs."))};
     return made;
 }
 
@@ -154,7 +155,7 @@ int table(const std::vector<std::string>& arguments) {
     }
     const TableWishes wishes{*columns, languageFile(*language), given.has("time"), given.has("volts")};
     if ((wishes.time || wishes.volts) && tasks->extension != "csv") {
-        return failWith(WrongUse, "--time and --volts are for .csv");
+        return failWith(WrongUse, "--time and --volts are for .csv only");
     }
     return runBatch(tasks->tasks.size(), *jobs, [&]() -> Work {
         return [&](std::size_t i, Answer& answer) { write(tasks->tasks[i], *tasks, wishes, answer); };

@@ -31,7 +31,13 @@ _kqx() {
         esac
         return
         ;;
-    --channels) COMPREPLY=($(compgen -W "ch1 ch2 A B C D" -- "$current")); return ;;
+    --channels)
+        # Behind a comma the next label is completed.
+        local before=
+        [[ $current == *,* ]] && before=${current%,*},
+        COMPREPLY=($(compgen -P "$before" -W "ch1 ch2 A B C D" -- "${current##*,}"))
+        return
+        ;;
     --language) COMPREPLY=($(compgen -W "0 1" -- "$current")); return ;;
     --paper) COMPREPLY=($(compgen -W "A3 A4 A5 Letter Legal" -- "$current")); return ;;
     --serial)
@@ -40,6 +46,7 @@ _kqx() {
             [[ -e $port && $port == "$current"* ]] && COMPREPLY+=("$port")
         done
         COMPREPLY+=($(compgen -W "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16" -- "$current"))
+        ((${#COMPREPLY[@]})) || COMPREPLY=($(compgen -f -- "$current"))
         return
         ;;
     --out-dir) IFS=$'\n' COMPREPLY=($(compgen -d -- "$current")); compopt -o filenames 2>/dev/null; return ;;

@@ -44,7 +44,6 @@ Result<TransferEnd> exchange(const TransferPass& pass, TtLink& link, const UsbJo
     const UsbAnnounced announced{length.value(), length.value() / kUsbBlockSize, usbIsBitmap(*header)};
     report.announced = announced.length;
     report.bitmap = announced.bitmap;
-    QByteArray UsbData(qsizetype{announced.length} + 1, '\0'); // the last byte stays 0 and is written too
     const Result<QString> path = job.storeAt(announced);
     if (!path) {
         return path.error();
@@ -54,6 +53,7 @@ Result<TransferEnd> exchange(const TransferPass& pass, TtLink& link, const UsbJo
     if (!opened) {
         return opened.error();
     }
+    QByteArray UsbData(qsizetype{announced.length} + 1, '\0'); // the last byte stays 0 and is written too
     const auto read = [&](std::int32_t block, std::int32_t count) {
         const std::int32_t came = link.ReadThread(UsbData.data() + kUsbBlockSize * block, count);
         report.stored += std::clamp(came, 0, count);

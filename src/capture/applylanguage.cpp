@@ -63,7 +63,7 @@ void ApplyLanguage(QWidget& form, const publicM& model) {
         dialog->startFromDesign();
     }
     // Every caption as GetLanString would give it, from one reading of the file.
-    const ProfileText texts(model.LanFile);
+    const ProfileText texts = profileTextOf(model.LanFile);
     const QString section = form.objectName();
     form.setWindowTitle(texts.value(section, QStringLiteral("Caption"), form.windowTitle()));
     const auto controls = form.findChildren<QObject*>();

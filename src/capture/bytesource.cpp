@@ -8,6 +8,7 @@
 namespace sixtrace {
 
 bool ByteSource::open(const QString& path) {
+    close();
     if (!QFileInfo(path).isFile()) {
         return false;
     }
@@ -16,11 +17,25 @@ bool ByteSource::open(const QString& path) {
         return false;
     }
     m_size = m_file.size();
+    m_roomSize = std::min(kWindow, static_cast<std::size_t>(m_size));
+    m_room = std::make_unique_for_overwrite<std::byte[]>(m_roomSize);
+    m_window = m_room.get();
+    return true;
+}
+
+void ByteSource::openBytes(std::span<const std::byte> bytes) {
+    close();
+    m_size = static_cast<std::int64_t>(bytes.size());
+    m_window = bytes.data();
+    m_windowCount = bytes.size();
+}
+
+void ByteSource::close() {
+    m_file.close();
+    m_size = 0;
+    m_window = nullptr;
     m_windowStart = 0;
     m_windowCount = 0;
-    m_windowRoom = std::min(kWindow, static_cast<std::size_t>(m_size));
-    m_window = std::make_unique_for_overwrite<std::byte[]>(m_windowRoom);
-    return true;
 }
 
 bool ByteSource::fill(std::int64_t offset, std::size_t count) {
@@ -31,14 +46,15 @@ bool ByteSource::fill(std::int64_t offset, std::size_t count) {
     if (inWindow()) {
         return true;
     }
+    // Bytes in memory are all in the window, so that only a file comes here.
     if (m_file.pos() != offset && !m_file.seek(offset)) {
         return false;
     }
     m_windowStart = offset;
     m_windowCount = 0;
-    while (m_windowCount < m_windowRoom) {
-        const qint64 got = m_file.read(reinterpret_cast<char*>(m_window.get()) + m_windowCount,
-                                       static_cast<qint64>(m_windowRoom - m_windowCount));
+    while (m_windowCount < m_roomSize) {
+        const qint64 got = m_file.read(reinterpret_cast<char*>(m_room.get()) + m_windowCount,
+                                       static_cast<qint64>(m_roomSize - m_windowCount));
         if (got <= 0) {
             break;
         }
@@ -66,7 +82,7 @@ ByteSource::Stretch ByteSource::upTo(double position, std::size_t count) {
     if (!fill(start, held)) {
         return {};
     }
-    return {m_window.get() + (start - m_windowStart), held};
+    return {m_window + (start - m_windowStart), held};
 }
 
 } // namespace sixtrace

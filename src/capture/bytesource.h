@@ -11,11 +11,13 @@
 #include <cstring>
 #include <memory>
 #include <optional>
+#include <span>
 
 namespace sixtrace {
 
-/// Reads a file by position through one window of fixed size. Every read is whole or does not happen, so that a field
-/// cut by the end of the file keeps its old value. Only regular files are opened: a pipe or a device could be endless.
+/// Reads a file by position through one window of fixed size, or bytes in memory by the same rules. Every read is whole
+/// or does not happen, so that a field cut by the end of the file keeps its old value. Only regular files are opened: a
+/// pipe or a device could be endless.
 class ByteSource {
 public:
     /// The longest read, in bytes; all samples that six channels can hold are 122772.
@@ -25,10 +27,13 @@ public:
 
     /// Opens `path`; false when it is no regular file or may not be read.
     [[nodiscard]] bool open(const QString& path);
-    void close() { m_file.close(); }
+    /// Opens bytes that stand in memory, as if they were the whole content of a file. They are not copied: they have to
+    /// stay until close() or the next open.
+    void openBytes(std::span<const std::byte> bytes);
+    void close();
 
     /// `count` bytes from the 1-based `position`, or null where the file does not hold them all. The bytes stay where
-    /// they are until the next call, and longer where holdsWholeFile.
+    /// they are until the next call.
     [[nodiscard]] const std::byte* at(double position, std::size_t count);
     /// How many of `count` bytes from `position` the file holds, and where they are.
     struct Stretch {
@@ -36,9 +41,6 @@ public:
         std::size_t count = 0;
     };
     [[nodiscard]] Stretch upTo(double position, std::size_t count);
-
-    /// Whether the window holds the whole file, so that bytes once handed out stay where they are.
-    [[nodiscard]] bool holdsWholeFile() const { return m_size <= static_cast<std::int64_t>(kWindow); }
 
     /// Whether `position` lies behind the last byte.
     [[nodiscard]] bool atEnd(double position) const { return position - 1 >= static_cast<double>(m_size); }
@@ -66,10 +68,12 @@ private:
 
     QFile m_file;
     std::int64_t m_size = 0;
-    std::unique_ptr<std::byte[]> m_window; ///< not cleared: only bytes that were read are ever looked at
+    std::unique_ptr<std::byte[]>
+        m_room; ///< of the window on a file; not cleared: only bytes that were read are looked at
+    std::size_t m_roomSize = 0;
+    const std::byte* m_window = nullptr; ///< in m_room, or the bytes in memory, all of them
     std::int64_t m_windowStart = 0;
     std::size_t m_windowCount = 0;
-    std::size_t m_windowRoom = 0;
 };
 
 } // namespace sixtrace

@@ -273,6 +273,10 @@ void SimpleWav(const QString& path, const Scope& scope) {
         }
         return;
     }
+    loadCapture(source, scope);
+}
+
+void loadCapture(ByteSource& source, const Scope& scope) {
     Loader loader(scope, source);
     if (!loader.magicMatches()) {
         return;
@@ -296,6 +300,10 @@ BinFileOutcome OpenBinFile(const QString& path, const Scope& scope) {
     if (!source.open(path)) {
         return QFileInfo::exists(path) ? BinFileOutcome::NotACapture : BinFileOutcome::MissingFile;
     }
+    return loadOlderCapture(source, scope);
+}
+
+BinFileOutcome loadOlderCapture(ByteSource& source, const Scope& scope) {
     Loader loader(scope, source);
     const CaptureForm* form = loader.magicMatches() ? loader.readTag() : nullptr;
     if (form == nullptr || form->fileKind != 1) {

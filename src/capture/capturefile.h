@@ -8,6 +8,8 @@
 
 namespace sixtrace {
 
+class ByteSource;
+
 /// Loads a capture file into the model and the screen's state, in the order of the file, and has a new frame drawn.
 /// Whatever is wrong with the file is passed over in silence, statement by statement: a field that the file does not
 /// hold keeps its old value. A file that does not begin with "KQX" and a known tag is refused: the model and the screen
@@ -16,6 +18,8 @@ namespace sixtrace {
 /// Costs at most one pass over the bytes that the file really has, whatever its counts say. Each block draws a frame,
 /// as the window shows it; of a file with more than 64 blocks, which no instrument sends, only the last one does.
 void SimpleWav(const QString& path, const Scope& scope);
+/// What SimpleWav does once the table is closed and the file is open. Closes the source before the frame is drawn.
+void loadCapture(ByteSource& source, const Scope& scope);
 
 /// How the older reader ended.
 enum class BinFileOutcome { Loaded, MissingFile, NotACapture };
@@ -24,5 +28,7 @@ enum class BinFileOutcome { Loaded, MissingFile, NotACapture };
 /// ZeroLevel as the file has it, every Frequency in channel 0, and touches neither time bases nor PeakToPeak. No
 /// command reaches it.
 BinFileOutcome OpenBinFile(const QString& path, const Scope& scope);
+/// What OpenBinFile does once the file is open; never MissingFile.
+BinFileOutcome loadOlderCapture(ByteSource& source, const Scope& scope);
 
 } // namespace sixtrace

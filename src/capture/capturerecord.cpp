@@ -152,9 +152,8 @@ private:
             return false; // a capture that came over USB ends in one zero byte more
         }
         if (!layout::kBlockMark.starts_with(start.substr(0, layout::kBlockMark.size()))) {
-            fault(m_at, [&] {
-                return std::to_string(m_size - m_at) + " bytes behind the last channel are no channel block";
-            });
+            fault(m_at,
+                  [&] { return std::to_string(m_size - m_at) + " bytes after the last channel are no channel block"; });
             return false;
         }
         if (start.size() < 3) {
@@ -230,7 +229,7 @@ private:
         const std::int64_t held = std::max<std::int64_t>(0, m_size - first) / 2;
         if (held < count) {
             fault(m_size, [&] {
-                return m_label + ": the file ends behind sample " + std::to_string(held) + " of " +
+                return m_label + ": the file ends after sample " + std::to_string(held) + " of " +
                        std::to_string(count);
             });
             return false;
@@ -284,7 +283,7 @@ void readRecord(const std::string& path, ByteFile& file, CaptureRecord& record) 
         record.faults = {{0, "this is a folder, not a capture file"}};
         return;
     case FileRefusal::NoOrdinaryFile:
-        record.faults = {{0, "this is no ordinary file"}};
+        record.faults = {{0, "this is not an ordinary file"}};
         return;
     case FileRefusal::Unreadable:
         record.faults = {{0, "the file cannot be read"}};

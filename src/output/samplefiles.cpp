@@ -143,7 +143,7 @@ std::optional<std::string> samplesNpz(const std::vector<SampleColumn>& columns, 
 
 std::optional<std::string> sessionRefusal(const std::vector<SampleColumn>& columns) {
     if (columns.empty()) {
-        return "a session needs a channel, and there is none";
+        return "a .sr file needs a channel, and this capture has none";
     }
     struct Group {
         std::string labels;
@@ -169,10 +169,11 @@ std::optional<std::string> sessionRefusal(const std::vector<SampleColumn>& colum
         return std::nullopt;
     }
     std::string text = groups.size() == 1
-                           ? "a session needs samples at a whole number of hertz; the capture has"
-                           : "channels of one session share rate and length; choose with --channels from";
+                           ? "a .sr file needs samples, at a rate that is a whole number of hertz; this capture has"
+                           : "the channels of a .sr file must have the same rate and length; choose with --channels "
+                             "one of these groups:";
     for (const Group& group : groups) {
-        text += (&group == &groups.front() ? " " : ", ") + group.labels + " (" + std::to_string(group.samples) +
+        text += (&group == &groups.front() ? " " : "; ") + group.labels + " (" + std::to_string(group.samples) +
                 (group.samples == 1 ? " sample, " : " samples, ") + rateText(group.rate) + ')';
     }
     return text;

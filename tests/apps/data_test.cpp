@@ -175,7 +175,7 @@ TEST_F(KqxData, AFileThatCannotBeReadGivesItsLineAndTheRestGoOn) {
         EXPECT_EQ(lineOf(ran, 1)[u"error"_s].toString(), u"not a capture: it begins with \"hel\" instead of \"KQX\""_s);
         EXPECT_EQ(lineOf(ran, 2), (QJsonObject{{u"file"_s, u"gone"_s}, {u"error"_s, u"there is no such file"_s}}));
         EXPECT_EQ(lineOf(ran, 3)[u"channels"_s].toArray().size(), 2);
-        EXPECT_TRUE(ran.err.contains("kqx: gone: at byte 0: there is no such file\n"));
+        EXPECT_TRUE(ran.err.contains("kqx: gone: there is no such file\n"));
     }
     const Ran csv = kqx({u"measure"_s, u"--csv"_s, u"b.txt"_s, u"c.bin"_s});
     EXPECT_EQ(csv.exitCode, 1);
@@ -313,9 +313,10 @@ TEST_F(KqxData, ChannelsThatCannotShareASessionAreNamedInTheirGroups) {
     capture(u"a.bin"_s, blocks);
     const Ran ran = kqx({u"convert"_s, u"a.bin"_s, u"a.sr"_s});
     EXPECT_EQ(ran.exitCode, 1);
-    EXPECT_EQ(ran.err,
-              "kqx: a.bin: channels of one session share rate and length; choose with --channels from ch1,A (4 "
-              "samples, 500000 Hz), B (4 samples, 333333.333333 Hz)\n");
+    EXPECT_EQ(
+        ran.err,
+        "kqx: a.bin: the channels of a .sr file must have the same rate and length; choose with --channels one of "
+        "these groups: ch1,A (4 samples, 500000 Hz); B (4 samples, 333333.333333 Hz)\n");
     EXPECT_EQ(kqx({u"convert"_s, u"a.bin"_s, u"a.sr"_s, u"--channels"_s, u"A,ch1"_s}).exitCode, 0);
     const Ran odd = kqx({u"convert"_s, u"a.bin"_s, u"b.sr"_s, u"--channels"_s, u"B"_s});
     EXPECT_EQ(odd.exitCode, 1);
@@ -431,6 +432,30 @@ TEST_F(KqxData, ThumbnailsAreSmallSmoothAndOpaque) {
     EXPECT_EQ(bad.err, QByteArray());
     EXPECT_FALSE(QFile::exists(path(u"bad.tmp"_s)));
     EXPECT_EQ(kqx({u"screen"_s, u"--thumbnail"_s, u"0"_s, u"six.bin"_s, u"t"_s}).exitCode, 2);
+}
+
+TEST_F(KqxData, OfTwoCapturesThatAPatternMatchesNoneIsReplacedByAThumbnail) {
+    capture(u"a.bin"_s);
+    const QByteArray before = QFile::exists(capture(u"b.bin"_s)) ? content(u"b.bin"_s) : QByteArray();
+    const Ran ran = kqx({u"screen"_s, u"--thumbnail"_s, u"128"_s, u"a.bin"_s, u"b.bin"_s});
+    EXPECT_EQ(ran.exitCode, 1);
+    EXPECT_EQ(ran.err, "kqx: b.bin: this is a capture, and kqx does not replace captures\n");
+    EXPECT_TRUE(before.startsWith("KQXV11"));
+    EXPECT_EQ(content(u"b.bin"_s), before);
+    capture(u"c.csv"_s);
+    EXPECT_EQ(kqx({u"convert"_s, u"a.bin"_s, u"c.csv"_s}).exitCode, 1);
+    EXPECT_TRUE(content(u"c.csv"_s).startsWith("KQXV11"));
+}
+
+TEST_F(KqxData, OfManyThumbnailsThoseThatLackAreNamed) {
+    capture(u"a.bin"_s);
+    put(u"bad.bin"_s, "KQXV12");
+    capture(u"c.bin"_s);
+    const Ran ran =
+        kqx({u"screen"_s, u"--thumbnail"_s, u"64"_s, u"--to"_s, u"png"_s, u"a.bin"_s, u"bad.bin"_s, u"c.bin"_s});
+    EXPECT_EQ(ran.exitCode, 1);
+    EXPECT_EQ(ran.err, "kqx: bad.bin: at byte 3: unknown version tag \"V12\"\n");
+    EXPECT_EQ(files(), (QStringList{u"a.bin"_s, u"a.png"_s, u"bad.bin"_s, u"c.bin"_s, u"c.png"_s}));
 }
 
 TEST_F(KqxData, CommandsForNumbersLoadNoLibraryOfTheDesktop) {

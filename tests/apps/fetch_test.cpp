@@ -259,7 +259,7 @@ TEST_F(Fetch, DevicesAndPipesAreRefusedAndLinksFollowed) {
     for (const QString& target : {pipe, device}) {
         const Ran ran = fetch({QStringLiteral("--usb"), QStringLiteral("--force"), QStringLiteral("-o"), target});
         EXPECT_EQ(ran.exitCode, 5);
-        EXPECT_TRUE(ran.err.contains("is no ordinary file")) << ran.err.toStdString();
+        EXPECT_TRUE(ran.err.contains("is not an ordinary file")) << ran.err.toStdString();
     }
     struct stat state {};
     ASSERT_EQ(stat(QFile::encodeName(pipe).constData(), &state), 0);

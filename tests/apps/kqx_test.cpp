@@ -317,12 +317,11 @@ TEST_F(Kqx, HelpIsWrappedForATerminal) {
     }
     EXPECT_TRUE(kqx({u"screen"_s, u"-h"_s})
                     .out.contains("\n  --points           Draw points instead of lines.\n"
-                                  "  --cross            Draw the cross instead of the graticule.\n"));
+                                  "  --cross            Draw a cross instead of the dotted graticule.\n"));
     EXPECT_TRUE(kqx({u"convert"_s, u"-h"_s})
-                    .out.contains("\n  --channels <list>  Write only these channels, ch1, ch2, A, B, "
-                                  "C or D, parted\n                     by commas.\n"));
-    EXPECT_TRUE(
-        kqx({u"convert"_s, u"-h"_s}).out.contains("\n  --files-from <list>\n                     Take the names"));
+                    .out.contains("\n  --channels <list>  Write only these channels: ch1, ch2, A, B, "
+                                  "C, D, separated\n                     by commas.\n"));
+    EXPECT_TRUE(kqx({u"convert"_s, u"-h"_s}).out.contains("\n  --files-from <list>\n                     Read more"));
 }
 
 TEST_F(Kqx, WrongOptionsAreToldWithTheirNames) {
@@ -332,7 +331,7 @@ TEST_F(Kqx, WrongOptionsAreToldWithTheirNames) {
         {{u"--frob=3"_s}, "kqx: unknown option --frob\n"},
         {{u"-x"_s}, "kqx: unknown option -x\n"},
         {{u"--json=yes"_s}, "kqx: --json takes no value\n"},
-        {{u"--jobs"_s}, "kqx: --jobs lacks its value\n"},
+        {{u"--jobs"_s}, "kqx: --jobs needs a value\n"},
         {{u"--jobs=x"_s}, "kqx: --jobs takes a whole number from 1 to 256\n"},
         {{u"--jobs="_s}, "kqx: --jobs takes a whole number from 1 to 256\n"},
         {{u"--jobs=2x"_s}, "kqx: --jobs takes a whole number from 1 to 256\n"},

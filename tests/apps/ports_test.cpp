@@ -118,7 +118,7 @@ TEST_F(Ports, APinWhoseDeviceHasGoneIsAbsent) {
     const QJsonObject gone = way(all, u"name"_s, u"com16"_s);
     EXPECT_EQ(gone.value(u"state"_s).toString(), u"absent"_s);
     EXPECT_EQ(gone.value(u"device"_s).toString(), u"/dev/ttyUSB-gone"_s);
-    EXPECT_EQ(gone.value(u"remedy"_s).toString(), u"plug the adapter in, or set the link ports/com16 anew"_s);
+    EXPECT_EQ(gone.value(u"remedy"_s).toString(), u"plug the adapter in, or change the link ports/com16"_s);
     EXPECT_TRUE(way(all, u"number"_s, 17).isEmpty());
 }
 

@@ -107,7 +107,7 @@ TEST_F(KqxTable, SamplesThatACutFileDoesNotHoldAreEmptyInACsvOnly) {
     ASSERT_TRUE(file.resize(10 + 51 + 2)); // the first of three samples
     const Ran ran = table(u"t.csv"_s);
     EXPECT_EQ(ran.exitCode, 1);
-    EXPECT_TRUE(ran.err.contains("at byte 63: ch1: the file ends behind sample 1 of 3")) << ran.err.toStdString();
+    EXPECT_TRUE(ran.err.contains("at byte 63: ch1: the file ends after sample 1 of 3")) << ran.err.toStdString();
     EXPECT_EQ(written(u"t.csv"_s), QByteArray("sequence,ch1 / 10,ch2 / 1,A / 1,B / 1,C / 1,D / 1\n"
                                               "1,12.5,,,,,\n2,,,,,,\n3,,,,,,\n"));
     const Desktop desktop("C.UTF-8");

@@ -47,9 +47,9 @@ FolderLists listsOf(const std::string& cmakeText) {
     for (std::string line; std::getline(lines, line);) {
         line = line.substr(0, line.find('#'));
         if (line.starts_with("sixtrace_")) {
-            list = line.starts_with("sixtrace_core(") || line.starts_with("sixtrace_plugin(") ? &lists.core
-                   : line.starts_with("sixtrace_windows(")                                    ? &lists.windows
-                                                                                              : nullptr;
+            list = line.starts_with("sixtrace_core(") || line.starts_with("sixtrace_plugin") ? &lists.core
+                   : line.starts_with("sixtrace_windows(")                                   ? &lists.windows
+                                                                                             : nullptr;
             inSources = false;
         }
         const bool closes = line.find(')') != std::string::npos;

@@ -82,7 +82,7 @@ TEST_F(CaptureCheck, CutInAFieldNamesTheField) {
 
 TEST_F(CaptureCheck, CutInItsSamplesSaysHowManyThereAre) {
     const QByteArray whole = capture("V11", {{}});
-    expectOne(check(whole.left(whole.size() - 3)), whole.size() - 3, u"behind sample 2 of 4"_s);
+    expectOne(check(whole.left(whole.size() - 3)), whole.size() - 3, u"after sample 2 of 4"_s);
 }
 
 TEST_F(CaptureCheck, CutInItsFilling) {
@@ -104,7 +104,7 @@ TEST_F(CaptureCheck, SlotsWithoutSamplesHaveToBeThereAllTheSame) {
 
 TEST_F(CaptureCheck, ABlockBehindOneWithoutSamplesIsLookedForOneSlotFurther) {
     EXPECT_TRUE(check({{.sampleCount = 0, .filling = 1}, {.mark = "CH2"}}).empty());
-    expectOne(check({{.sampleCount = 0}, {.mark = "CH2"}}), 10 + 51 + 8 + 2, u"57 bytes behind the last channel"_s);
+    expectOne(check({{.sampleCount = 0}, {.mark = "CH2"}}), 10 + 51 + 8 + 2, u"57 bytes after the last channel"_s);
 }
 
 TEST_F(CaptureCheck, ASampleCountOfMinus1) {
@@ -124,7 +124,7 @@ TEST_F(CaptureCheck, ASampleCountOf2147483647) {
     const auto faults = check({{.sampleCount = 2147483647}});
     ASSERT_EQ(faults.size(), 2U);
     EXPECT_EQ(faults[0].offset, kSampleCountAt);
-    EXPECT_TRUE(faults[1].text.contains(u"behind sample 4 of 2147483647"_s));
+    EXPECT_TRUE(faults[1].text.contains(u"after sample 4 of 2147483647"_s));
 }
 
 TEST_F(CaptureCheck, ScreenPointsOf0) {
@@ -184,7 +184,7 @@ TEST_F(CaptureCheck, TwoBlocksOfOneId) {
 }
 
 TEST_F(CaptureCheck, TrailingGarbage) {
-    expectOne(check(capture("V11", {{}}) + "garbage"), 10 + 59, u"7 bytes behind the last channel"_s);
+    expectOne(check(capture("V11", {{}}) + "garbage"), 10 + 59, u"7 bytes after the last channel"_s);
 }
 
 TEST_F(CaptureCheck, AFolderInPlaceOfACapture) {
@@ -198,7 +198,7 @@ TEST_F(CaptureCheck, AMissingFile) {
 TEST_F(CaptureCheck, APipeIsNoOrdinaryFileAndIsNotWaitedFor) {
     const QString pipe = path(u"pipe"_s);
     ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-    expectOne(checkCapture(pipe), 0, u"no ordinary file"_s);
+    expectOne(checkCapture(pipe), 0, u"not an ordinary file"_s);
 }
 
 TEST_F(CaptureCheck, AtMostFiftyFaultsAreNamed) {

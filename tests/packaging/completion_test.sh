@@ -48,10 +48,28 @@ folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 touch "$folder/six traces.bin"
 [ "$(completed kqx info "$folder/six")" = "$folder/six traces.bin" ] || complain "bash: kqx info FILE"
+[ "$(completed kqx measure --channels ch1,ch)" = $'ch1,ch1\nch1,ch2' ] || complain "bash: kqx measure --channels ch1,ch"
+[ "$(completed kqx fetch --serial /dev/nul)" = /dev/null ] || complain "bash: kqx fetch --serial DEVICE"
+
+# What the other two shells make of the same lines, where they are installed. Each line has one continuation.
+lines=('kqx me' 'kqx --v' 'kqx convert --to n' 'kqx table --to t' 'kqx fetch --serial 16' 'kqx fetch --serial /dev/nul'
+    'kqx convert --no' 'kqx screen --thu' 'kqx measure --channels ch1,D' "kqx info $folder/six")
+continued=(measure --version npz txt 16 /dev/null --no-clobber --thumbnail 'ch1,D' "$folder/six traces.bin")
 if command -v zsh >/dev/null; then
     zsh -n "$completions/_kqx" || complain "zsh does not read its completion"
+    # It quotes a blank, and puts a blank or, in a list, a comma behind what is complete.
+    mapfile -t told < <(timeout 240 zsh -f "$(dirname "$0")/completion_zsh.zsh" "$completions" "${lines[@]}")
+    for i in "${!lines[@]}"; do
+        line=${told[i]//\\ / }
+        line=${line% }
+        [[ ${line%,} == *" ${continued[i]}" ]] || complain "zsh: \"${lines[i]}\" became \"${told[i]:-}\""
+    done
 fi
 if command -v fish >/dev/null; then
     fish --no-execute "$completions/kqx.fish" || complain "fish does not read its completion"
+    for i in "${!lines[@]}"; do
+        answer=$(HOME=$folder timeout 240 fish --no-config -c "source '$completions/kqx.fish'; complete -C '${lines[i]}'" 2>&1)
+        [ "${answer%%$'\t'*}" = "${continued[i]}" ] || complain "fish: \"${lines[i]}\" became \"$answer\""
+    done
 fi
 exit "$failed"

@@ -323,10 +323,10 @@ TEST(TransferLibraryOfAnother, AbsentOrWithoutTheFunctionsEveryCallFails) {
         TtLibrary library(folder.path() + u'/');
         char byte = 'x';
         EXPECT_EQ(library.InitializeTt(0), 0);
-        EXPECT_EQ(library.WriteThread(&byte, 1), -1);
-        EXPECT_EQ(library.ReadThread(&byte, 1), -1);
-        EXPECT_EQ(library.senddatatoTt(&byte, 1), -1);
-        EXPECT_EQ(library.getTtData(&byte, 1), -1);
+        EXPECT_EQ(library.WriteThread(&byte, 1), 0);
+        EXPECT_EQ(library.ReadThread(&byte, 1), 0);
+        EXPECT_EQ(library.senddatatoTt(&byte, 1), 0);
+        EXPECT_EQ(library.getTtData(&byte, 1), 0);
         EXPECT_FALSE(library.hasMore());
         EXPECT_FALSE(library.isUsable());
         EXPECT_EQ(library.describe(), std::nullopt);

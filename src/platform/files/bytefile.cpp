@@ -84,15 +84,22 @@ FileRefusal ByteFile::open(const std::string& path) {
     if (!fits) {
         return FileRefusal::None;
     }
-    m_windowCount = readAt(0, static_cast<std::size_t>(m_size));
-    if (m_windowCount == 0 && m_size > 0) {
+    const std::size_t held = readAt(0, static_cast<std::size_t>(m_size));
+    if (held == 0 && m_size > 0) {
         close();
         return FileRefusal::Unreadable;
     }
-    m_size = static_cast<std::int64_t>(m_windowCount); // it may have become shorter meanwhile
+    m_window = std::span<const std::byte>(m_bytes).first(held);
+    m_size = static_cast<std::int64_t>(held); // it may have become shorter meanwhile
     ::close(m_descriptor);
     m_descriptor = -1;
     return FileRefusal::None;
+}
+
+void ByteFile::openBytes(std::span<const std::byte> bytes) {
+    close();
+    m_window = bytes;
+    m_size = static_cast<std::int64_t>(bytes.size());
 }
 
 void ByteFile::close() {
@@ -101,8 +108,8 @@ void ByteFile::close() {
         m_descriptor = -1;
     }
     m_size = 0;
+    m_window = {};
     m_windowStart = 0;
-    m_windowCount = 0;
 }
 
 std::size_t ByteFile::readAt(std::int64_t offset, std::size_t count) {
@@ -129,17 +136,17 @@ std::span<const std::byte> ByteFile::stretch(std::int64_t offset, std::size_t co
         std::min<std::int64_t>(static_cast<std::int64_t>(std::min(count, kResident)), m_size - offset));
     const auto inWindow = [&] {
         return offset >= m_windowStart &&
-               offset - m_windowStart + static_cast<std::int64_t>(count) <= static_cast<std::int64_t>(m_windowCount);
+               offset - m_windowStart + static_cast<std::int64_t>(count) <= static_cast<std::int64_t>(m_window.size());
     };
     if (!inWindow()) {
         if (isResident()) {
             return {};
         }
         m_windowStart = offset;
-        m_windowCount = readAt(offset, kResident);
-        count = std::min(count, m_windowCount);
+        m_window = std::span<const std::byte>(m_bytes).first(readAt(offset, kResident));
+        count = std::min(count, m_window.size());
     }
-    return std::span<const std::byte>(m_bytes).subspan(static_cast<std::size_t>(offset - m_windowStart), count);
+    return m_window.subspan(static_cast<std::size_t>(offset - m_windowStart), count);
 }
 
 int writeWholeFile(const std::string& path, std::span<const std::byte> content, Existing existing) {
@@ -162,8 +169,10 @@ int writeWholeFile(const std::string& path, std::span<const std::byte> content, 
     }
     constexpr mode_t kPermissions = 07777;
     bool done = writeAll(descriptor, content);
-    // What is replaced must outlive a power failure, so the new content reaches the disk before the name does.
-    done = done && (!present || (::fchmod(descriptor, about.st_mode & kPermissions) == 0 && ::fsync(descriptor) == 0));
+    // The file is not synchronised with the disk. If this process dies, the old file or the new one is whole; what a
+    // power failure takes can be made again from its capture. Over thousands of files the wait is several times the
+    // work.
+    done = done && (!present || ::fchmod(descriptor, about.st_mode & kPermissions) == 0);
     int error = done ? 0 : errno;
     if (::close(descriptor) != 0 && done) {
         error = errno;

@@ -15,8 +15,8 @@ namespace sixtrace {
 /// Why a file is not read.
 enum class FileRefusal { None, Missing, Folder, NoOrdinaryFile, Unreadable };
 
-/// Reads an ordinary file by position. A file of up to kResident bytes is read once, as a whole; of a longer one there
-/// is a window. An object serves one file after the other and keeps its memory.
+/// Reads an ordinary file by position, or bytes in memory by the same rules. A file of up to kResident bytes is read
+/// once, as a whole; of a longer one there is a window. An object serves one file after the other and keeps its memory.
 class ByteFile {
 public:
     static constexpr std::size_t kResident = 256 * 1024;
@@ -28,6 +28,9 @@ public:
 
     /// Opens `path` in place of what was open. A pipe or a device is refused, and not waited for.
     [[nodiscard]] FileRefusal open(const std::string& path);
+    /// Opens bytes that stand in memory, as if they were the whole content of a file, in place of what was open. They
+    /// are not copied: they have to stay until close() or the next open.
+    void openBytes(std::span<const std::byte> bytes);
     void close();
 
     [[nodiscard]] std::int64_t size() const { return m_size; }
@@ -42,16 +45,17 @@ private:
 
     int m_descriptor = -1;
     std::int64_t m_size = 0;
-    std::vector<std::byte> m_bytes;
+    std::vector<std::byte> m_bytes;      ///< room of the window on a file
+    std::span<const std::byte> m_window; ///< in m_bytes, or the bytes in memory
     std::int64_t m_windowStart = 0;
-    std::size_t m_windowCount = 0;
 };
 
 /// What becomes of a file that is there already.
 enum class Existing { Replaced, Kept };
 
 /// Writes a file that appears whole or not at all: into a new file beside it, then given its name in one step. A file
-/// that is replaced keeps its permissions; a link is followed. Gives 0, or the errno of what failed: EEXIST where an
+/// that is replaced keeps its permissions; a link is followed. It does not wait for the disk, so it is for what can be
+/// made again after a power failure. Gives 0, or the errno of what failed: EEXIST where an
 /// existing file is to be kept, EISDIR for a folder.
 [[nodiscard]] int writeWholeFile(const std::string& path, std::span<const std::byte> content, Existing existing);
 

@@ -1,37 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/text/profiletext.h"
 #include "platform/text/runtimeerror.h"
 
-#include <QByteArray>
 #include <QString>
-
-#include <vector>
 
 namespace sixtrace {
 
-/// The longest value that reading gives, in characters (UTF-16 units): values are read through a buffer of 128.
-inline constexpr int kProfileValueLimit = 127;
-
-/// A line "key=value".
-struct ProfileEntry {
-    QString key;
-    QString value;
-};
-
-/// A profile file as it stands at one moment, for reading many keys. readProfile() tells the rules.
-class ProfileText {
-public:
-    explicit ProfileText(const QString& file);
-    [[nodiscard]] QString value(const QString& section, const QString& key, const QString& fallback) const;
-
-private:
-    struct Section {
-        QString name;
-        std::vector<ProfileEntry> entries;
-    };
-    std::vector<Section> m_sections; ///< in the order of the file
-};
+/// A profile file as it stands at one moment, for reading many keys; without any where there is no such file.
+[[nodiscard]] ProfileText profileTextOf(const QString& file);
 
 /// The value of a key in a profile file (sections in brackets, lines "key=value"), or `fallback` where the file, the
 /// section or the key is missing or the value is empty.
@@ -39,8 +17,9 @@ private:
 /// Sections and keys compare without case; blanks around key, "=" and value are dropped, so is one pair of quotes
 /// around the value; a line that begins with ";" is a comment. The first key of the first section of that name counts.
 /// The file is UTF-8, a byte-order mark is tolerated, bytes that are no UTF-8 become replacement characters. Values are
-/// cut at 127 characters. Whatever the file holds, reading is bounded by its size and never fails louder than
-/// `fallback`; a file above 1 MiB is read up to there.
+/// cut at 127 characters, before a character of which only the first half would fit. Whatever the file holds, reading
+/// is bounded by its size and never fails louder than `fallback`; a file above 1 MiB is read up to its last whole line
+/// there.
 [[nodiscard]] QString readProfile(const QString& section, const QString& key, const QString& fallback,
                                   const QString& file);
 

@@ -136,6 +136,33 @@ TEST_F(ProfileFile, BytesOfAnyKindAreRead) {
     EXPECT_EQ(get(u"A"_s, u"k"_s), QString(QChar(QChar::ReplacementCharacter)));
 }
 
+TEST_F(ProfileFile, AValueIsNotCutInsideACharacter) {
+    // 126 characters, then one of two units, of which the first would be the 127th.
+    put("[A]\nk=" + QByteArray(126, 'x') + "\xF0\x9F\x98\x80\nj=" + QByteArray(125, 'x') + "\xF0\x9F\x98\x80z\n");
+    EXPECT_EQ(get(u"A"_s, u"k"_s), QString(126, u'x'));
+    EXPECT_EQ(get(u"A"_s, u"j"_s), QString(125, u'x') + u"\U0001F600"_s);
+}
+
+TEST_F(ProfileFile, ReadingAndWritingSeeTheSameSections) {
+    // A no-break space, an ideographic space, and a byte-order mark behind blanks.
+    for (const QByteArray start : {"\xC2\xA0", "\xE3\x80\x80", " \xEF\xBB\xBF", "\xEF\xBB\xBF"}) {
+        put("[B]\ni=0\n" + start + "[A]\nk=1\n" + start + ";j=2\n");
+        ASSERT_TRUE(set(u"A"_s, u"k"_s, u"2"_s));
+        EXPECT_EQ(get(u"A"_s, u"k"_s), u"2"_s) << start.toHex().toStdString();
+        ASSERT_TRUE(set(u"A"_s, u"j"_s, u"3"_s));
+        EXPECT_EQ(get(u"A"_s, u"j"_s), u"3"_s) << start.toHex().toStdString();
+        ASSERT_TRUE(set(u"B"_s, u"k"_s, u"4"_s));
+        EXPECT_EQ(get(u"B"_s, u"k"_s), u"4"_s) << start.toHex().toStdString();
+    }
+}
+
+TEST_F(ProfileFile, TheLineThatTheLimitCutsIsNotRead) {
+    // 4 + 1048560 bytes and the 12 up to "k=1" are 1 MiB, so that "k=12" is cut there.
+    put("[A]\n;" + QByteArray(1048560 - 1, 'x') + "\nj=8\nabc\nk=12\n");
+    EXPECT_EQ(get(u"A"_s, u"j"_s), u"8"_s);
+    EXPECT_EQ(get(u"A"_s, u"k"_s), u"fallback"_s);
+}
+
 TEST_F(ProfileFile, AFirstWriteMakesTheFile) {
     ASSERT_TRUE(set(u"A"_s, u"k"_s, u"1"_s));
     EXPECT_EQ(content(), "[A]\nk=1\n");
@@ -183,6 +210,17 @@ TEST_F(ProfileFile, ALastLineWithoutAnEndOfADosFileIsReplacedWithoutALoneCarriag
     EXPECT_EQ(content(), "[A]\r\nj=3\r\nk=2");
     ASSERT_TRUE(set(u"A"_s, u"i"_s, u"4"_s));
     EXPECT_EQ(content(), "[A]\r\nj=3\r\nk=2\r\ni=4\r\n");
+}
+
+TEST_F(ProfileFile, ACarriageReturnAtTheVeryEndBecomesALineEndOnce) {
+    put("[A]\nj=1\r");
+    ASSERT_TRUE(set(u"B"_s, u"k"_s, u"2"_s));
+    EXPECT_EQ(content(), "[A]\nj=1\r\n[B]\r\nk=2\r\n");
+    ASSERT_TRUE(set(u"B"_s, u"k"_s, u"2"_s));
+    EXPECT_EQ(content(), "[A]\nj=1\r\n[B]\r\nk=2\r\n");
+    put("[A]\nj=1\r");
+    ASSERT_TRUE(set(u"A"_s, u"k"_s, u"2"_s));
+    EXPECT_EQ(content(), "[A]\nj=1\r\nk=2\r\n");
 }
 
 TEST_F(ProfileFile, TheByteOrderMarkIsKept) {
