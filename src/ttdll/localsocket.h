@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What both ends of the simulated instrument's socket need. It stands in a header, as the library and the simulated
-// instrument link nothing in common.
+// What both ends of the simulated instrument's socket need. All of it is in this header, since the library and the
+// simulated instrument link no library in common.
 #pragma once
 
 #include <cerrno>

@@ -35,11 +35,9 @@ struct Link {
 
     void open() {
         transport.reset();
-        std::string complaint;
-        const Settings settings = readSettings(ownFolder(), complaint);
+        const auto [settings, complaint] = readSettings(ownFolder());
         if (!complaint.empty()) {
-            complaint.pop_back();
-            log.write(complaint);
+            log.write(complaint.substr(0, complaint.size() - 1)); // the log ends the line itself
         }
         if (settings.link != LinkKind::Usb) {
             transport = openSocket(settings, log);
@@ -135,8 +133,7 @@ int32_t hasMoreTt() {
 
 int32_t describeTt(char* buffer, int32_t size) {
     return onLink([buffer, size](Link&) {
-        std::string complaint;
-        const Settings settings = readSettings(ownFolder(), complaint);
+        const Settings settings = readSettings(ownFolder()).settings;
         constexpr const char* kLinks[] = {"auto", "usb", "socket"};
         std::string text =
             "settings\t" + settings.folder + "ttdll.ini\t" + kLinks[static_cast<int>(settings.link)] + '\n';

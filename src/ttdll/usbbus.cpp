@@ -10,7 +10,7 @@ namespace {
 
 constexpr int kSmallestPacket = 8;
 constexpr int kLargestPacket = 1024;
-constexpr int kPacketSizeBits = 0x7FF; ///< the higher bits of the field tell something else
+constexpr int kPacketSizeBits = 0x7FF; ///< the higher bits of the field have another meaning
 
 } // namespace
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What there is on the bus, in words, for whoever looks for the reason why a link does not open.
+// Describes what there is on the bus, for a user who looks for the reason why a link does not open.
 #include "ttdll/transport.h"
 #include "ttdll/usbbus.h"
 

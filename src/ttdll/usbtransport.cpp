@@ -188,7 +188,7 @@ std::unique_ptr<Transport> openUsb(const Settings& settings, Log& log) {
     const int claimed = libusb_claim_interface(handle.get(), settings.interfaceNumber);
     if (claimed != LIBUSB_SUCCESS) {
         log.write("usb: interface " + std::to_string(settings.interfaceNumber) +
-                  " is not to be had: " + libusb_strerror(claimed));
+                  " cannot be claimed: " + libusb_strerror(claimed));
         return nullptr;
     }
     return std::make_unique<UsbTransport>(std::move(context), std::move(handle), settings, *packet, log);

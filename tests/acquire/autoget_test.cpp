@@ -10,11 +10,6 @@ using namespace Qt::StringLiterals;
 namespace sixtrace::test {
 namespace {
 
-/// Names of files below the program folder's `folder`.
-QStringList namesIn(const QString& folder) {
-    return QDir(folder).entryList(QDir::Files);
-}
-
 class AutoGet : public AcquireTest {
 protected:
     [[nodiscard]] QTimer& timer() const { return acquisition().timer(); }
@@ -112,7 +107,7 @@ TEST_F(AutoGet, AfterAUsbFailureTheFileOfTheFetchBeforeIsLoadedToo) {
     acquisition().Timetime1_Timer();
     ASSERT_EQ(model->FileKind, 4);
     model->FileKind = 0;
-    acquisition().Timetime1_Timer(); // nothing comes any more
+    acquisition().Timetime1_Timer(); // the instrument sends nothing more
     EXPECT_EQ(dialogs.messages.size(), 1);
     EXPECT_EQ(model->FileKind, 4);
 }
@@ -170,7 +165,7 @@ TEST_F(AutoGet, StopDuringAWaitWithoutLimitLeavesTheFetchWaitingUntilAByteComesA
             Qt::BlockingQueuedConnection);
         p.send("x");
         p.take(1);  // refused,
-        p.take(10); // and then the cancel is seen
+        p.take(10); // and then the cancel takes effect
     });
     item("mnuautoget").trigger();
     acquisition().Timetime1_Timer();
@@ -228,7 +223,7 @@ TEST_F(AutoGet, AStartByHandEndsAFetchThatWaitsAfterStopAndThenBeginsItsOwn) {
     ASSERT_GE(seen.size(), 4U);
     EXPECT_EQ(seen[2], PtyPeer::came("\x06"
                                      "CC"))
-        << "behind the answer to the header nothing but the new request";
+        << "after the answer to the header only the new request comes";
     EXPECT_EQ(seen.back(), PtyPeer::came("\x06")) << "no byte of the ended fetch comes afterwards";
 }
 
@@ -268,7 +263,7 @@ TEST_F(AutoGet, ATickIsDroppedWhileACancelledReadRunsOutItsTime) {
 }
 
 TEST_F(AutoGet, ATickIsDroppedWhileTheMessageOfAFailedFetchStands) {
-    setIni("ComPort", "2"); // a port that is not there
+    setIni("ComPort", "2"); // there is no such port
     load();
     item("mnuautoget").trigger();
     int open = 0;
@@ -321,16 +316,7 @@ TEST_F(AutoGet, ACaptureThatCallsItselfABitmapIsLoadedOverBothLinks) {
     setIni("ComPort", "1");
     const QString before = QDir::currentPath();
     ASSERT_TRUE(QDir::setCurrent(path(""))); // where a bitmap of the serial line goes
-    peer.play([](PtyPeer& p) {
-        BlockSender sender("picture.bmp", capture("sine"), {});
-        while (!sender.over()) {
-            const int byte = p.takeOne(60000);
-            if (byte < 0) {
-                return;
-            }
-            p.send(sender.answer(static_cast<unsigned char>(byte)));
-        }
-    });
+    peer.play([](PtyPeer& p) { sendAll(p, capture("sine"), {}, "picture.bmp"); });
     acquisition().Timetime1_Timer();
     peer.finish();
     ASSERT_TRUE(QDir::setCurrent(before));
@@ -460,7 +446,7 @@ TEST_F(AutoGet, WhateverTheOutcomeTheFileOfTheFetchBeforeIsLoaded) {
     acquisition().Timetime1_Timer();
     ASSERT_EQ(model->FileKind, 4);
     model->FileKind = 0;
-    setIni("ComPort", "2"); // a port that is not there
+    setIni("ComPort", "2"); // there is no such port
     acquisition().Timetime1_Timer();
     EXPECT_EQ(dialogs.messages, QStringList{u"Device unavailable"_s});
     EXPECT_EQ(model->FileKind, 4);

@@ -19,18 +19,18 @@ TEST(Thread, WaitsSuspendedRunsAndPausesAtItsGate) {
         }
     });
     EXPECT_NE(thread.handle(), 0);
-    std::this_thread::sleep_for(std::chrono::milliseconds(20)); // time enough to run, were it not suspended
+    std::this_thread::sleep_for(std::chrono::milliseconds(20)); // it would have run by now if it were not suspended
     EXPECT_EQ(passes, 0);
     thread.setThreadEnabled(true);
     while (passes < 3) {
         std::this_thread::yield();
     }
     thread.setThreadEnabled(true);                              // true while it runs suspends it
-    std::this_thread::sleep_for(std::chrono::milliseconds(20)); // one pass may have been under way
+    std::this_thread::sleep_for(std::chrono::milliseconds(20)); // a pass that has begun may end
     const int stopped = passes;
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
     EXPECT_EQ(passes, stopped);
-    thread.setThreadEnabled(false); // and false while it stands does nothing
+    thread.setThreadEnabled(false); // false while it is suspended does nothing
     EXPECT_EQ(passes, stopped);
 }
 
@@ -39,7 +39,7 @@ TEST(Thread, ReadingThePropertySetsTheFlagAndGivesFalse) {
     std::atomic<bool> ran = false;
     thread.Initialize([&ran](ThreadGate& gate) { ran = gate.pass(); });
     EXPECT_FALSE(thread.ThreadEnabled());
-    thread.setThreadEnabled(true); // the flag is set, so this suspends: the thread never ran
+    thread.setThreadEnabled(true); // the flag is set, so this suspends the thread, which has never run
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
     EXPECT_FALSE(ran);
 }

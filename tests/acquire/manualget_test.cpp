@@ -10,11 +10,6 @@ using namespace Qt::StringLiterals;
 namespace sixtrace::test {
 namespace {
 
-/// Names of files below the program folder's `folder`.
-QStringList namesIn(const QString& folder) {
-    return QDir(folder).entryList(QDir::Files);
-}
-
 class ManualGet : public AcquireTest {};
 
 TEST_F(ManualGet, OverUsbShowsTheDialogFetchesAndLoadsTheCapture) {
@@ -82,7 +77,7 @@ TEST_F(ManualGet, AFailureOverUsbKeepsTheDialogForAnotherTry) {
         click(window, "Command4");
         EXPECT_TRUE(window.isVisible());
         EXPECT_EQ(dialogs.messages.size(), 1);
-        link.failingRead = -1;
+        link.failingRead.reset();
         link.stream = ScriptedLink::transfer(content);
         click(window, "Command4");
     });
@@ -327,7 +322,7 @@ TEST_F(ManualGet, TheEndOfASerialTransferIsWrittenToTheMessageWindowWhichStaysOu
     peer.finish();
     EXPECT_EQ(told(), u"接收成功!"_s);
 
-    peer.play([](PtyPeer& p) { // an end at once: no data, no success
+    peer.play([](PtyPeer& p) { // an end at once brings no data and is no success
         p.take(1);
         p.send("\x04");
         p.take(2);
@@ -451,7 +446,7 @@ TEST_F(ManualGet, TheFormComesUpAgainWhileACancelledReadRunsOutItsTime) {
                 click(window, "CancelButton");
             },
             Qt::BlockingQueuedConnection);
-        p.take(11); // with the form closed, the cancelled transfer comes to its end
+        p.take(11); // once the form is closed, the cancelled transfer ends
     });
     whenShown(window, [&] { click(window, "Command2"); });
     item("mnuAcquire").trigger();
@@ -584,7 +579,7 @@ TEST_F(ManualGet, APortThatWasFoundBeforeStaysInTheTableAfterTheCount) {
     window.load();
     EXPECT_EQ(window.ports().count(), 1);
     EXPECT_EQ(window.ports().at(1).value(), 3);
-    EXPECT_EQ(window.ports().at(2).value(), 5) << "only the count begins anew";
+    EXPECT_EQ(window.ports().at(2).value(), 5) << "only the count is reset";
 }
 
 TEST_F(ManualGet, TheEndingOfATransferByHandStandsInTheToolTipOfThePath) {

@@ -15,7 +15,7 @@
 
 namespace sixtrace::test {
 
-/// A receiver on a scripted line, storing into a folder of its own.
+/// A receiver on a scripted line, which stores to a folder of its own.
 class ReceiveFixture : public ::testing::Test {
 protected:
     ReceiveFixture() {

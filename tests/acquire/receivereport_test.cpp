@@ -26,7 +26,8 @@ TEST_F(BlockReceive, ReportsAWholeFileAndWhatBelongsToIt) {
 }
 
 TEST_F(BlockReceive, TheFirstHeadersSizeCountsAndARepeatedDataBlockIsNotInOrder) {
-    // A data block that reads as a header of 9999 bytes: its repeat makes the receiver begin anew with that size.
+    // A data block that can be read as a header of 9999 bytes. Sent twice, it makes the receiver begin again with that
+    // size.
     const QByteArray liar = QByteArray("x\0"
                                        "9999\0",
                                        7) +
@@ -74,7 +75,7 @@ TEST_F(BlockReceive, ARepeatedHeaderBeforeAnyDataIsInOrder) {
     answers.push_back(BlockSender::block(1, "abc", 128, '.'));
     answers.push_back("\x04");
     answerInTurn(answers);
-    // "C" brings the header, its acknowledge nothing, the second "C" the header again.
+    // "C" is answered with the header, its acknowledge with nothing, and the second "C" with the header again.
     ASSERT_TRUE(receive.YModemReceive().ok());
     EXPECT_TRUE(receive.report.whole());
     EXPECT_EQ(stored(), "abc");

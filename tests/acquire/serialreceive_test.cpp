@@ -20,7 +20,7 @@ TEST(Crc16, NoDataAndZeroBytesGiveZero) {
 }
 
 TEST(Crc16, AByteAboveHalfIsTakenWithoutSign) {
-    // 0xFF shifted through eight steps by hand: the published table's last entry.
+    // Worked out by hand in eight steps; it is also the last entry of the published table.
     EXPECT_EQ(crc16(QByteArray(1, '\xFF')), 0x1EF0);
 }
 
@@ -171,17 +171,17 @@ TEST_F(BlockReceive, TheFileIsOpenDuringATransferAndClosedHoweverItEnds) {
     connect(whole);
     EXPECT_GT(receive.YModemReceive().value(), 0);
     EXPECT_TRUE(wasOpen);
-    EXPECT_FALSE(isOpenHere(file)) << "behind the end";
+    EXPECT_FALSE(isOpenHere(file)) << "after the end";
 
     BlockSender silent("w.bin", pattern(5000), {{}, {{FaultKind::Silence, 2, 1}}});
     connect(silent);
     EXPECT_EQ(receive.YModemReceive().value(), -1);
-    EXPECT_FALSE(isOpenHere(file)) << "behind the abort";
+    EXPECT_FALSE(isOpenHere(file)) << "after the abort";
 
     answerOnce(BlockSender::header("w.bin", "500"));
     form.onYield = [&] { model->XferCancel = isOpenHere(file) ? 1 : 0; };
     EXPECT_EQ(receive.YModemReceive().value(), -1);
-    EXPECT_FALSE(isOpenHere(file)) << "behind a cancel";
+    EXPECT_FALSE(isOpenHere(file)) << "after a cancel";
 }
 
 TEST_F(BlockReceive, AnEndAtOnceGivesZeroBytes) {

@@ -23,7 +23,7 @@ TEST(TransferGate, LetsOneTransferInAtATime) {
         ASSERT_TRUE(first);
         EXPECT_TRUE(gate.held());
         EXPECT_FALSE(gate.enter());
-        EXPECT_FALSE(gate.enterForStart()) << "nobody has given it up";
+        EXPECT_FALSE(gate.enterForStart()) << "the user has not given it up";
         EXPECT_FALSE(first->ended());
     }
     EXPECT_FALSE(gate.held());
@@ -44,7 +44,7 @@ TEST(TransferGate, ATransferThatIsGivenUpRunsOnForATickAndIsEndedByAStart) {
     EXPECT_FALSE(second->ended());
     EXPECT_EQ(released, 1);
     first.reset();
-    EXPECT_TRUE(gate.held()) << "it is the second one's";
+    EXPECT_TRUE(gate.held()) << "the second one runs";
     EXPECT_EQ(released, 1);
     EXPECT_FALSE(gate.enterForStart()) << "the second one was not given up";
     second.reset();
@@ -72,7 +72,7 @@ TEST(TransferGate, APassTakesItsFileWithIt) {
     ASSERT_TRUE(first->file().open(path).ok());
     gate.giveUp();
     const auto second = gate.enterForStart();
-    EXPECT_FALSE(isOpenHere(path)) << "at once, and not when the first one comes back";
+    EXPECT_FALSE(isOpenHere(path)) << "at once, not when the first transfer returns";
     EXPECT_EQ(first->file().write("late").error().number, ErrorNumber::BadFileNumber);
 }
 

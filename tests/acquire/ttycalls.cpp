@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The program's own functions of these names stand before those of the system, for the serial port's library too.
+// The functions at the end replace the system's functions of these names, also for the library of the serial port.
 #include "acquire/ttycalls.h"
 
 #include <dlfcn.h>
@@ -48,6 +48,6 @@ extern "C" int tcsetattr(int line, int when, const termios* settings) noexcept {
     sixtrace::test::ttycalls::g_settings.push_back(*settings);
     const int result =
         reinterpret_cast<int (*)(int, int, const termios*)>(dlsym(RTLD_NEXT, "tcsetattr"))(line, when, settings);
-    // A pseudo terminal knows no parity and eight bits only, and refuses the rest.
+    // A pseudo terminal has eight bits and no parity, and refuses other settings.
     return sixtrace::test::ttycalls::g_noting ? 0 : result;
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The USB window by itself: what it shows and in which order it calls the transfer library.
+// The USB window alone: what it shows, and in which order it calls the transfer library.
 #include "acquire/frmusb.h"
 
 #include "acquire/scriptedlink.h"
@@ -41,13 +41,13 @@ protected:
         QFile file(folder.filePath(QString::fromUtf8(name)));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
     }
-    /// Starts with the window shown, so that its going can be seen.
+    /// Starts with the window shown, so that a test can see it close.
     void click() {
         window.show();
         window.Command4_Click();
     }
-    /// Runs `work` when events run next behind the read of that index; the header is read 0.
-    void atYieldBehind(int wanted, const std::function<void()>& work) {
+    /// Runs `work` when events run next after the read of that index. The header is read 0.
+    void atYieldAfter(int wanted, const std::function<void()>& work) {
         link.onRead = [this, wanted, work](int read) {
             if (read == wanted) {
                 QTimer::singleShot(0, &window, work);
@@ -119,7 +119,7 @@ TEST_F(UsbByHand, AnExistingLongerFileKeepsItsTail) {
     file.close();
     link.stream = ScriptedLink::transfer("new");
     click();
-    EXPECT_EQ(stored(), QByteArray("new\0content", 11)); // the zero byte behind the data is written too
+    EXPECT_EQ(stored(), QByteArray("new\0content", 11)); // the zero byte after the data is written too
 }
 
 TEST_F(UsbByHand, AThirdHeaderByteOf128OrMoreTakesTheErrorPath) {
@@ -182,7 +182,7 @@ TEST_F(UsbByHand, AFailedBlockIsToldTheFileStaysEmptyAndAnotherTryWorks) {
     EXPECT_TRUE(start().isEnabled());
     EXPECT_EQ(model->ReceiveResult, 0);
 
-    link.failingRead = -1;
+    link.failingRead.reset();
     link.stream = ScriptedLink::transfer(content);
     click();
     EXPECT_EQ(stored(), content + '\0');
@@ -207,7 +207,7 @@ TEST_F(UsbByHand, AFailedShortReadGoesUnnoticed) {
 
 TEST_F(UsbByHand, ACancelBetweenTwoBlocksClosesWaitsAndRecoversTheLink) {
     link.stream = ScriptedLink::transfer(QByteArray(640, 'c'));
-    atYieldBehind(3, [this] { window.CancelButton_Click(); });
+    atYieldAfter(3, [this] { window.CancelButton_Click(); });
     click();
     EXPECT_EQ(link.calls.mid(6),
               (QStringList{u"closeTt 0"_s, u"InitializeTt 1"_s, u"closeTt 1"_s, u"ReadThread 64"_s}));
@@ -224,21 +224,21 @@ TEST_F(UsbByHand, ACancelBetweenTwoBlocksClosesWaitsAndRecoversTheLink) {
 }
 
 TEST_F(UsbByHand, TheFileIsOpenDuringATransferAndClosedHoweverItEnds) {
-    atYieldBehind(1, [this] { EXPECT_TRUE(isOpenHere(target())); });
+    atYieldAfter(1, [this] { EXPECT_TRUE(isOpenHere(target())); });
     link.stream = ScriptedLink::transfer(QByteArray(128, 'c'));
     click();
-    EXPECT_FALSE(isOpenHere(target())) << "behind the end";
+    EXPECT_FALSE(isOpenHere(target())) << "after the end";
 
     link.stream = ScriptedLink::transfer(QByteArray(128, 'c'));
     link.failingRead = link.reads + 2;
     click();
     EXPECT_EQ(dialogs.messages.size(), 1);
-    EXPECT_FALSE(isOpenHere(target())) << "behind a failure";
+    EXPECT_FALSE(isOpenHere(target())) << "after a failure";
 
-    link.failingRead = -1;
+    link.failingRead.reset();
     link.stream = ScriptedLink::transfer(QByteArray(128, 'c'));
     int pauses = 0;
-    atYieldBehind(link.reads + 1, [this, &pauses] {
+    atYieldAfter(link.reads + 1, [this, &pauses] {
         QTimer::singleShot(0, &window, [this, &pauses] {
             ++pauses;
             EXPECT_EQ(link.calls.last(), u"closeTt 0"_s) << "the pause comes before the recovery";
@@ -252,7 +252,7 @@ TEST_F(UsbByHand, TheFileIsOpenDuringATransferAndClosedHoweverItEnds) {
 
 TEST_F(UsbByHand, ACancelAfterTheLastWholeBlockEndsQuietly) {
     link.stream = ScriptedLink::transfer(QByteArray(128, 'c'));
-    atYieldBehind(2, [this] { window.CancelButton_Click(); });
+    atYieldAfter(2, [this] { window.CancelButton_Click(); });
     click();
     EXPECT_TRUE(dialogs.messages.isEmpty());
     EXPECT_EQ(model->ReceiveResult, 0);
@@ -275,7 +275,7 @@ TEST_F(UsbByHand, ACancelWithoutATransferDoesNotSpoilTheNextOne) {
     EXPECT_EQ(stored(), QByteArray(100, 'c') + '\0');
     EXPECT_EQ(model->ReceiveResult, 1);
 
-    // Nor does it hide the failure of one.
+    // It does not hide a failure either.
     window.CancelButton_Click();
     link.stream.clear();
     click();

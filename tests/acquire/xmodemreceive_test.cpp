@@ -12,7 +12,7 @@ protected:
     PlainReceive() { QDir::setCurrent(folder.path()); }
     ~PlainReceive() override { QDir::setCurrent(m_before); }
 
-    /// Silence, a block for the sixth byte that comes, and the end.
+    /// Answers the sixth byte with a block, the seventh with the end, and no other byte.
     void answerTheSixthByteWith(const QByteArray& block) {
         port.answer = [this, block](unsigned char) {
             ++m_sentBytes;
@@ -53,7 +53,8 @@ TEST_F(PlainReceive, AnAcceptedBlockSetsTheRetriesBackToZero) {
     const auto result = receive.XModemReceive();
     ASSERT_TRUE(result.ok());
     EXPECT_EQ(result.value(), 128);
-    // Four silences in front of the block and four behind it: never five in a row. What was sent last is repeated.
+    // The line is silent four times before the block and four times after it, never five times in a row. What was sent
+    // last is repeated.
     EXPECT_EQ(port.sent, "CCCCC"
                          "\x06\x06\x06\x06\x06"
                          "\x06");

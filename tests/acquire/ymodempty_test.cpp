@@ -283,7 +283,8 @@ TEST_F(YModemOverALine, AnExistingLongerFileKeepsItsTail) {
 }
 
 TEST_F(YModemOverALine, ARepeatedDataBlockIsReadAsAHeaderAndStartsTheFileAnew) {
-    // The repeat parses as a name "" and a size of 5; the file begins again and the five bytes are long passed.
+    // The repeat can be read as a header with an empty name and the size 5. The file begins again, and more than five
+    // bytes have already come.
     const QByteArray first = QByteArray("\0"
                                         "5\0",
                                         3) +
@@ -341,7 +342,7 @@ TEST_F(YModemOverALine, ACancelSendsTheLastAnswerFiveTimesAndTheTail) {
         p.take(1);
         p.send(BlockSender::header("w.bin", "500"));
         p.take(2);
-        // As the button does, while the first data block is awaited: the receiver has had time to begin its read.
+        // What the button does. The receiver has had time to begin its read of the first data block.
         std::this_thread::sleep_for(std::chrono::milliseconds(400));
         model->XferCancel = 1;
         p.send(data(1, "x", 128));
@@ -392,9 +393,9 @@ TEST_F(YModemOverALine, ALineThatHasGoneIsLeftAtOnceAndWhatHadComeCanStillBeRead
         QCoreApplication::processEvents();
     }
     QCoreApplication::processEvents();
-    // An open descriptor of a line that is gone is ready for ever, and so would keep the event loop busy.
+    // The descriptor of a line that has gone is always ready, so an open one would keep the event loop busy.
     EXPECT_EQ(deadHandles(u"/dev/pts/"_s), 0);
-    EXPECT_TRUE(line.PortOpen()) << "nobody has closed it";
+    EXPECT_TRUE(line.PortOpen()) << "it was not closed";
     EXPECT_EQ(line.InBufferCount(), 3);
     EXPECT_EQ(line.waitForBytes(3, 20), Waited::Enough);
     EXPECT_EQ(line.Input(2), "ab");
@@ -469,7 +470,7 @@ TEST_F(YModemOverALine, TheSettingsTextSetsRateParityDataAndStopBits) {
         ASSERT_TRUE(port.setSettings(QString::fromUtf8(each.settings)).ok()) << each.settings;
         static_cast<void>(ttycalls::end());
         const std::vector<termios> asked = ttycalls::settingsAsked();
-        // The port sets one thing after the other, and the terminal forgets in between.
+        // The port makes one setting after the other, and the terminal does not keep them in between.
         for (const tcflag_t part : {tcflag_t{CSIZE}, tcflag_t{PARENB | PARODD}, tcflag_t{CSTOPB}}) {
             EXPECT_TRUE(std::any_of(
                 asked.begin(), asked.end(),

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The transfer library as the program loads it: six functions, and what becomes of them when the other end misbehaves.
+// The transfer library as the program loads it: the six functions, and what they do when the other end misbehaves.
 #include "platform/ports/ttlink.h"
 
 #include "support/printing.h"
@@ -25,7 +25,7 @@ using namespace Qt::StringLiterals;
 namespace sixtrace::test {
 namespace {
 
-/// An instrument behind a socket, which does what the test says.
+/// An instrument at a socket, which does what the test says.
 class Instrument {
 public:
     explicit Instrument(const QString& path)
@@ -301,7 +301,7 @@ TEST_F(TransferLibrary, PipesInThePlaceOfLogAndSettingsHoldNothingUp) {
         ASSERT_EQ(::mkfifo(QFile::encodeName(path(name)).constData(), 0600), 0);
     }
     EXPECT_EQ(library.InitializeTt(0), 0);
-    // With a reader at its other end, too, nothing is written there.
+    // Nothing is written there either when its other end has a reader.
     const int reader = ::open(QFile::encodeName(path(u"ttdll.log"_s)).constData(), O_RDONLY | O_NONBLOCK);
     ASSERT_GE(reader, 0);
     EXPECT_EQ(library.InitializeTt(0), 0);
@@ -333,7 +333,7 @@ TEST(TransferLibraryOfAnother, AbsentOrWithoutTheFunctionsEveryCallFails) {
         library.closeTt(0);
     };
     expectFailures();
-    // Some library that surely is on the machine and has none of the six functions.
+    // Any library that every machine has, without the six functions.
     void* const mathematics = dlopen("libm.so.6", RTLD_LAZY);
     ASSERT_NE(mathematics, nullptr);
     link_map* found = nullptr;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The transfer library over libusb, from the companion program to an emulated device on an emulated bus.
+// The companion program and the transfer library over libusb, with an emulated device on an emulated bus.
 #include "support/printing.h"
 
 #include <QDir>
@@ -47,7 +47,7 @@ protected:
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(u"LD_PRELOAD"_s, u"libumockdev-preload.so.0"_s);
-        // The tools around the companion are not the test's business.
+        // Leaks of the tools around the companion do not matter.
         environment.insert(u"ASAN_OPTIONS"_s, u"detect_leaks=0"_s);
         process.setProcessEnvironment(environment);
         process.setWorkingDirectory(folder.path());
@@ -66,7 +66,7 @@ protected:
         QFile file(folder.filePath(QString::fromLatin1(name)));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
     }
-    /// A thousand bytes, each seven above the one before, and the zero byte behind them.
+    /// A thousand bytes, each seven above the one before, and the zero byte after them.
     [[nodiscard]] static QByteArray expected() {
         QByteArray bytes;
         for (int i = 0; i < 1000; ++i) {
@@ -210,7 +210,7 @@ TEST_F(UsbBus, PortsTellsMissingRightsAndWhatIsToBeDone) {
 
 TEST_F(UsbBus, PortsTellsDevicesThatAreNotTheWantedOne) {
     const Ran ran = run("other-device", "kqx ports; true");
-    EXPECT_TRUE(ran.out.contains("usb 1209:0002  /dev/bus/usb/001/002  not the device that is wanted\n"))
+    EXPECT_TRUE(ran.out.contains("usb 1209:0002  /dev/bus/usb/001/002  not the instrument\n"))
         << ran.out.toStdString();
     EXPECT_TRUE(ran.out.contains("usb 1209:0001  absent\n")) << ran.out.toStdString();
     EXPECT_TRUE(ran.out.contains("if it has other ids, enter them in ")) << ran.out.toStdString();
@@ -219,7 +219,7 @@ TEST_F(UsbBus, PortsTellsDevicesThatAreNotTheWantedOne) {
 TEST_F(UsbBus, PortsTellsEndpointsThatTheDeviceLacks) {
     const Ran ran = run("other-endpoint", "kqx ports; true");
     EXPECT_TRUE(ran.out.contains("usb 1209:0001  /dev/bus/usb/001/002  endpoints\n"
-                                 "    the device has not these end points; enter its own in "))
+                                 "    the device lacks these endpoints; enter its own in "))
         << ran.out.toStdString();
 }
 

@@ -18,7 +18,7 @@ ErrorNumber numberOf(const Outcome& outcome) {
     return outcome.ok() ? ErrorNumber::None : outcome.error().number;
 }
 
-/// A control whose every number means the same device.
+/// All port numbers lead to the same device.
 MSComm::Locator always(const QString& location) {
     return [location](int) { return location; };
 }
