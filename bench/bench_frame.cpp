@@ -8,6 +8,8 @@
 #include <QImage>
 #include <QPainter>
 
+#include <hwy/targets.h>
+
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -44,7 +46,8 @@ struct Scene {
     Picture picHidden0{kSurfaceWidth, kSurfaceHeight};
     FrameCopy copy{picture2, picHidden0};
 
-    explicit Scene(Content content) {
+    explicit Scene(Content content, Vectors vectors = Vectors::Allowed)
+        : renderer(vectors) {
         model.fillTables();
         model.FileKind = 4;
         model.GridColor = rgb(0, 255, 255);
@@ -69,9 +72,14 @@ struct Scene {
     }
 };
 
+/// The vectors that a frame may use.
+enum class Way { Best, Avx2, Plain };
+
 /// As the window draws it: the copy for drags is made when a drag begins.
-void frame(benchmark::State& state, Content content) {
-    const auto scene = std::make_unique<Scene>(content);
+void frame(benchmark::State& state, Content content, Way way = Way::Best) {
+    const auto scene = std::make_unique<Scene>(content, way == Way::Plain ? Vectors::Avoided : Vectors::Allowed);
+    hwy::SetSupportedTargetsForTest(way == Way::Avx2 ? HWY_AVX2 | HWY_SSE4 | HWY_SSSE3 | HWY_STATIC_TARGET : 0);
+    hwy::GetChosenTarget().Update(hwy::SupportedTargets());
     for ([[maybe_unused]] auto _ : state) {
         scene->renderer.PicReDrawT(scene->model, scene->inputs, scene->picture2, scene->copy);
         benchmark::ClobberMemory();
@@ -122,15 +130,28 @@ void bareMinimum(benchmark::State& state) {
 int main(int argc, char** argv) {
     benchmark::RegisterBenchmark("frame_mixed", [](benchmark::State& state) { frame(state, Content::Mixed); });
     benchmark::RegisterBenchmark("frame_noise", [](benchmark::State& state) { frame(state, Content::Noise); });
+    benchmark::RegisterBenchmark("frame_mixed_avx2",
+                                 [](benchmark::State& state) { frame(state, Content::Mixed, Way::Avx2); });
+    benchmark::RegisterBenchmark("frame_noise_avx2",
+                                 [](benchmark::State& state) { frame(state, Content::Noise, Way::Avx2); });
+    benchmark::RegisterBenchmark("frame_mixed_plain",
+                                 [](benchmark::State& state) { frame(state, Content::Mixed, Way::Plain); });
+    benchmark::RegisterBenchmark("frame_noise_plain",
+                                 [](benchmark::State& state) { frame(state, Content::Noise, Way::Plain); });
     benchmark::RegisterBenchmark("drawLine_mixed", [](benchmark::State& state) { drawLines(state, Content::Mixed); });
     benchmark::RegisterBenchmark("drawLine_noise", [](benchmark::State& state) { drawLines(state, Content::Noise); });
     benchmark::RegisterBenchmark("bare_minimum", bareMinimum);
-    return sixtrace::bench::runAndCompare(argc, argv,
-                                          {
-                                              {"mixed frame / bare minimum", "frame_mixed", "bare_minimum", 1.1},
-                                              {"noise frame / bare minimum", "frame_noise", "bare_minimum", 1.2},
-                                              {"mixed frame / drawLine", "frame_mixed", "drawLine_mixed", 1.0},
-                                              {"noise frame / drawLine", "frame_noise", "drawLine_noise", 1.0},
-                                              {"noise frame / mixed frame", "frame_noise", "frame_mixed", 1.6},
-                                          });
+    return sixtrace::bench::runAndCompare(
+        argc, argv,
+        {
+            {"mixed frame / bare minimum", "frame_mixed", "bare_minimum", 1.1},
+            {"noise frame / bare minimum", "frame_noise", "bare_minimum", 1.2},
+            {"mixed frame, AVX2 / bare minimum", "frame_mixed_avx2", "bare_minimum", 1.5},
+            {"noise frame, AVX2 / bare minimum", "frame_noise_avx2", "bare_minimum", 1.7},
+            {"mixed frame, plain / bare minimum", "frame_mixed_plain", "bare_minimum", 3.0},
+            {"noise frame, plain / bare minimum", "frame_noise_plain", "bare_minimum", 5.0},
+            {"mixed frame / drawLine", "frame_mixed", "drawLine_mixed", 1.0},
+            {"noise frame / drawLine", "frame_noise", "drawLine_noise", 1.0},
+            {"noise frame / mixed frame", "frame_noise", "frame_mixed", 1.6},
+        });
 }

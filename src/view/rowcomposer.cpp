@@ -6,10 +6,6 @@
 #include <cstring>
 #include <utility>
 
-#if defined(__x86_64__)
-#include <immintrin.h>
-#endif
-
 namespace sixtrace {
 
 namespace {
@@ -68,92 +64,10 @@ void composeByWords(std::span<const RowLayer> layers, const std::uint32_t* groun
     }
 }
 
-#if defined(__x86_64__)
-
-#define SIXTRACE_WIDE gnu::target("avx512f,avx512dq,avx512bw,avx512vl")
-
-constexpr std::size_t kBlock = 16;                                              ///< pixels in a vector
-constexpr std::size_t kLastBlocks = (kSurfaceWidth % 64 + kBlock - 1) / kBlock; ///< blocks of a row's last word
-
-/// Composes the pixels of a word, one to four blocks, in registers, so that each is written once.
-template<std::size_t Blocks>
-[[SIXTRACE_WIDE]] inline void composeWord(std::span<const RowLayer> layers, std::size_t word,
-                                          const std::uint32_t* ground, std::uint32_t* out) {
-    // Nothing below the topmost layer that covers the whole word can be seen.
-    std::size_t index = layers.size();
-    while (index > 0 && (*layers[index - 1].covered)[word] != ~std::uint64_t{0}) {
-        --index;
-    }
-    __m512i block0;
-    __m512i block1;
-    __m512i block2 = _mm512_setzero_si512();
-    __m512i block3 = _mm512_setzero_si512();
-    if (index > 0) {
-        block0 = block1 = block2 = block3 = _mm512_set1_epi32(static_cast<int>(layers[index - 1].pixel));
-    } else {
-        block0 = _mm512_loadu_si512(ground);
-        block1 = _mm512_loadu_si512(ground + kBlock);
-        if constexpr (Blocks == 4) {
-            block2 = _mm512_loadu_si512(ground + 2 * kBlock);
-            block3 = _mm512_loadu_si512(ground + 3 * kBlock);
-        }
-    }
-    for (; index < layers.size(); ++index) {
-        const std::uint64_t bits = (*layers[index].covered)[word];
-        if (bits == 0) {
-            continue;
-        }
-        const __m512i fill = _mm512_set1_epi32(static_cast<int>(layers[index].pixel));
-        block0 = _mm512_mask_mov_epi32(block0, static_cast<__mmask16>(bits), fill);
-        block1 = _mm512_mask_mov_epi32(block1, static_cast<__mmask16>(bits >> kBlock), fill);
-        if constexpr (Blocks == 4) {
-            block2 = _mm512_mask_mov_epi32(block2, static_cast<__mmask16>(bits >> 2 * kBlock), fill);
-            block3 = _mm512_mask_mov_epi32(block3, static_cast<__mmask16>(bits >> 3 * kBlock), fill);
-        }
-    }
-    _mm512_storeu_si512(out, block0);
-    _mm512_storeu_si512(out + kBlock, block1);
-    if constexpr (Blocks == 4) {
-        _mm512_storeu_si512(out + 2 * kBlock, block2);
-        _mm512_storeu_si512(out + 3 * kBlock, block3);
-    }
-}
-
-[[SIXTRACE_WIDE]] void composeByVectors(std::span<const RowLayer> layers, const std::uint32_t* ground,
-                                        std::uint32_t* out) {
-    static_assert(kRowWords == 10 && kLastBlocks == 2, "a row's bits are a vector of eight words and one of two");
-    for (const RowLayer& layer : layers) {
-        std::uint64_t* const covered = layer.covered->data();
-        std::uint64_t* const toggles = layer.toggles->data();
-        const __m512i first = _mm512_xor_si512(_mm512_loadu_si512(covered), _mm512_loadu_si512(toggles));
-        const __m128i last = _mm_xor_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(covered + 8)),
-                                           _mm_loadu_si128(reinterpret_cast<const __m128i*>(toggles + 8)));
-        _mm512_storeu_si512(covered, first);
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(covered + 8), last);
-        _mm512_storeu_si512(toggles, _mm512_setzero_si512());
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(toggles + 8), _mm_setzero_si128());
-    }
-    for (std::size_t word = 0; word < kRowWords; ++word) {
-        if (word < kRowWords - 1) {
-            composeWord<4>(layers, word, ground + word * 64, out + word * 64);
-        } else {
-            composeWord<kLastBlocks>(layers, word, ground + word * 64, out + word * 64);
-        }
-    }
-}
-
-#undef SIXTRACE_WIDE
-#endif
-
 } // namespace
 
-ComposeRow fastestComposer([[maybe_unused]] Vectors vectors) {
-#if defined(__x86_64__)
-    if (vectors == Vectors::Allowed && hasWideVectors()) {
-        return composeByVectors;
-    }
-#endif
-    return composeByWords;
+ComposeRow rowComposer(Vectors vectors) {
+    return vectors == Vectors::Allowed ? wideComposer() : composeByWords;
 }
 
 } // namespace sixtrace

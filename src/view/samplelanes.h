@@ -2,31 +2,57 @@
 #pragma once
 
 #include "capture/publicm.h"
-#include "view/geometry.h"
 #include "view/tracecolumn.h"
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 
 namespace sixtrace {
 
-/// A whole trace as one lane of a vector: its samples 0, 1 ... up to the end of its last column.
+/// The heights of the counts -2048 to 2047, which is what converters of up to 12 bits give. The entry of a count is its
+/// lowest twelve bits, so that every count names an entry, though only these counts name their own.
+using HeightsOfCounts = std::array<std::int32_t, 4096>;
+inline constexpr int kLeastCount = -2048;
+inline constexpr int kGreatestCount = 2047;
+[[nodiscard]] constexpr std::size_t entryOfCount(int count) {
+    return static_cast<unsigned>(count) & (std::tuple_size_v<HeightsOfCounts> - 1);
+}
+
+/// A whole trace: its samples 0, 1 ... up to the end of its last column.
 struct SampleLane {
     int channel = 0;
-    TraceScale scale;
-    double step = 0;                    ///< as laneStep gives it
-    std::span<const ColumnEnd> columns; ///< which samples fall on which column; not empty
-    TraceColumn* out = nullptr;         ///< room for as many columns
+    const HeightsOfCounts* heights = nullptr; ///< they rise or fall with the count all the way
+    double yPos = 0;                          ///< the height of a count of 0, not rounded
+    std::optional<double> step;               ///< pixels a count, where wideStepGives has said so
+    std::span<const ColumnEnd> columns;       ///< which samples fall on which column; not empty
+    TraceColumn* out = nullptr;               ///< room for as many columns
 };
 
-/// Pixels a count, with which computeLanes gives exactly the rounded heights of `scale` for every count from -2048 to
-/// 2047 (each is tried); nothing where it would miss one, and without the vectors.
-[[nodiscard]] std::optional<double> laneStep(const TraceScale& scale);
-
-/// Computes the points of several whole traces side by side, a sample of all six channels at a time: the sample arrays
-/// are sample-major, so this walks once through memory where a channel at a time would walk six times. Leaves PlotX and
-/// PlotY of every sample visited. False where a count lies outside -2048 to 2047; the positions stored are then not to
-/// be trusted.
+/// Computes the points of several whole traces side by side. The sample arrays are sample-major, so this walks once
+/// through memory where a channel at a time would walk six times. Stores PlotX and PlotY of every sample visited. False
+/// where a count lies outside -2048 to 2047; what is stored then is not to be used.
 [[nodiscard]] bool computeLanes(publicM& model, std::span<const SampleLane> lanes);
+
+/// What consecutive rows of samples of all six channels have in common, and the extremes of the counts in them. Two of
+/// the eight values stand for no channel.
+struct LaneRows {
+    template<typename T>
+    using Values = std::array<T, 8>;
+
+    Values<const std::int32_t*> heights{};
+    Values<double> yPos{};
+    Values<double> step{};
+    Values<std::int32_t> x{};
+    Values<std::int16_t> least{};
+    Values<std::int16_t> greatest{};
+};
+
+/// Whether vectors compute exactly the given heights, for every count, from a step and the height of a count of 0.
+[[nodiscard]] bool wideStepGives(double step, double yPos, const HeightsOfCounts& heights);
+/// Computes rows by vectors. Two samples have to stand after the last row.
+void computeRowsWide(LaneRows& lanes, const std::int16_t* samples, std::int32_t* plotX, std::int32_t* plotY, int rows);
 
 } // namespace sixtrace

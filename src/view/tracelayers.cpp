@@ -9,7 +9,7 @@
 namespace sixtrace {
 
 TraceLayers::TraceLayers(Vectors vectors)
-    : m_composeRow(fastestComposer(vectors)) {}
+    : m_composeRow(rowComposer(vectors)) {}
 
 void TraceLayers::begin(Colour colour, std::int32_t x, std::int32_t y) {
     if (m_used == m_layers.size()) {

@@ -66,51 +66,33 @@ private:
     std::vector<ColumnEnd> m_entries;
 };
 
-/// Screen Y of the counts that converters of up to 12 bits give, for one volt scale.
+/// The heights of counts for one volt scale.
 class HeightTable {
 public:
-    static constexpr int kLeast = -2048;
-    static constexpr unsigned kSize = 4096;
-
-    const std::int32_t* of(const TraceScale& scale) {
+    const HeightsOfCounts& of(const TraceScale& scale) {
         if (!(scale.yPos == m_yPos && scale.perCount == m_perCount && scale.divisor == m_divisor &&
               scale.height == m_height)) {
             m_yPos = scale.yPos;
             m_perCount = scale.perCount;
             m_divisor = scale.divisor;
             m_height = scale.height;
-            for (unsigned i = 0; i < kSize; ++i) {
-                m_heights[i] = nearest(scale.y(static_cast<int>(i) + kLeast));
+            for (int count = kLeastCount; count <= kGreatestCount; ++count) {
+                m_heights[entryOfCount(count)] = nearest(scale.y(count));
             }
+            const double step = scale.perCount * scale.height / scale.divisor;
+            m_step = wideStepGives(step, scale.yPos, m_heights) ? std::optional(step) : std::nullopt;
         }
-        return m_heights.data();
+        return m_heights;
     }
-
-private:
-    double m_yPos = 0;
-    double m_perCount = 0;
-    double m_divisor = 0;
-    double m_height = 0;
-    std::array<std::int32_t, kSize> m_heights{};
-};
-
-/// The step of a channel's lane, tried once for each volt scale.
-class LaneStep {
-public:
-    std::optional<double> of(const TraceScale& scale) {
-        if (!(scale.yPos == m_yPos && scale.perCount == m_perCount && scale.divisor == m_divisor)) {
-            m_yPos = scale.yPos;
-            m_perCount = scale.perCount;
-            m_divisor = scale.divisor;
-            m_step = laneStep(scale);
-        }
-        return m_step;
-    }
+    /// Pixels a count from which vectors compute the same heights, if they can.
+    [[nodiscard]] std::optional<double> step() const { return m_step; }
 
 private:
     double m_yPos = 0;
     double m_perCount = 0;
     double m_divisor = 0; // no scale divides by 0
+    double m_height = 0;
+    HeightsOfCounts m_heights{};
     std::optional<double> m_step;
 };
 
@@ -126,11 +108,10 @@ bool allFit(const TraceScale& scale, double first, int count) {
 struct TracePoints::Tables {
     PerChannel<ColumnTable> columns;
     PerChannel<HeightTable> heights;
-    PerChannel<LaneStep> steps;
 };
 
 TracePoints::TracePoints(Vectors vectors)
-    : m_together(vectors == Vectors::Allowed && hasWideVectors())
+    : m_vectors(vectors)
     , m_tables(std::make_unique<Tables>()) {
     m_columns.reserve(kSampleRows);
 }
@@ -170,7 +151,7 @@ PointRun TracePoints::compute(publicM& model, int channel, const TraceScale& sca
 }
 
 bool TracePoints::computeTogether(publicM& model, std::span<const WholeTrace> traces, PerChannel<PointRun>& runs) {
-    if (traces.empty() || traces.size() > kChannels || !m_together) {
+    if (traces.empty() || traces.size() > kChannels) {
         return false;
     }
     std::array<SampleLane, kChannels> lanes;
@@ -180,13 +161,12 @@ bool TracePoints::computeTogether(publicM& model, std::span<const WholeTrace> tr
         if (trace.count < 1 || trace.count > kSampleRows || !allFit(trace.scale, 0, trace.count)) {
             return false;
         }
-        const std::optional<double> step = m_tables->steps[c].of(trace.scale);
-        if (!step) {
-            return false;
-        }
         const std::vector<ColumnEnd>& ends = m_tables->columns[c].of(trace.scale, 0, trace.count);
         m_columnsOf[c].resize(ends.size());
-        lanes[i] = {trace.channel, trace.scale, *step, ends, m_columnsOf[c].data()};
+        HeightTable& table = m_tables->heights[c];
+        const HeightsOfCounts& heights = table.of(trace.scale);
+        const auto step = m_vectors == Vectors::Allowed ? table.step() : std::nullopt;
+        lanes[i] = {trace.channel, &heights, trace.scale.yPos, step, ends, m_columnsOf[c].data()};
     }
     if (!computeLanes(model, std::span(lanes).first(traces.size()))) {
         return false;
@@ -200,14 +180,13 @@ bool TracePoints::computeTogether(publicM& model, std::span<const WholeTrace> tr
 void TracePoints::computeByTable(publicM& model, int channel, const TraceScale& scale, double first, PointRun& run,
                                  int count) {
     const auto c = static_cast<std::size_t>(channel);
-    const std::int32_t* const heights = m_tables->heights[c].of(scale);
+    const HeightsOfCounts& heights = m_tables->heights[c].of(scale);
     const std::ptrdiff_t start = static_cast<std::ptrdiff_t>(run.firstRow) * kChannels;
     const std::int16_t* sample = model.SampleData.channel(channel) + start;
     std::int32_t* plotX = model.PlotX.channel(channel) + start;
     std::int32_t* plotY = model.PlotY.channel(channel) + start;
     const auto heightOf = [&](int value) {
-        const auto entry = static_cast<unsigned>(value - HeightTable::kLeast);
-        return entry < HeightTable::kSize ? heights[entry] : nearest(scale.y(value));
+        return value >= kLeastCount && value <= kGreatestCount ? heights[entryOfCount(value)] : nearest(scale.y(value));
     };
 
     int i = 0;

@@ -48,8 +48,8 @@ public:
     /// stays in X, while arrays are addressed by the rounded index, halves to even.
     [[nodiscard]] PointRun compute(publicM& model, int channel, const TraceScale& scale, double first, double last);
 
-    /// The points of several whole traces at once, several times faster than one after the other. False where this
-    /// processor, a scale or the samples do not allow it: nothing but positions has been changed then. Else `runs` has
+    /// The points of several whole traces at once, several times faster than one after the other. False where a
+    /// scale or the samples do not allow it: nothing but positions has been changed then. Else `runs` has
     /// the run of each, in their order, valid until the next computation.
     [[nodiscard]] bool computeTogether(publicM& model, std::span<const WholeTrace> traces, PerChannel<PointRun>& runs);
 
@@ -59,7 +59,7 @@ private:
     void computeByTable(publicM& model, int channel, const TraceScale& scale, double first, PointRun& run, int count);
     void computeOneByOne(publicM& model, int channel, const TraceScale& scale, double first, PointRun& run, int count);
 
-    bool m_together; ///< whether whole traces can be computed together
+    Vectors m_vectors;
     std::unique_ptr<Tables> m_tables;
     std::vector<TraceColumn> m_columns;
     PerChannel<std::vector<TraceColumn>> m_columnsOf; ///< of computeTogether, by channel

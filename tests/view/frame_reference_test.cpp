@@ -4,6 +4,7 @@
 #include "view/scene.h"
 
 #include <gtest/gtest.h>
+#include <hwy/targets.h>
 
 #include <cmath>
 #include <random>
@@ -149,6 +150,21 @@ bool samePositions(const SampleArray<std::int32_t>& a, const SampleArray<std::in
     return std::equal(a.channel(0), a.channel(0) + SampleArray<std::int32_t>::kSize, b.channel(0));
 }
 
+/// Has the drawing use one kind of vectors that this processor has, for as long as the object lives.
+class OneKindOfVectors {
+public:
+    explicit OneKindOfVectors(std::int64_t target) { choose(target); }
+    ~OneKindOfVectors() { choose(0); }
+    OneKindOfVectors(const OneKindOfVectors&) = delete;
+    OneKindOfVectors& operator=(const OneKindOfVectors&) = delete;
+
+private:
+    static void choose(std::int64_t targets) {
+        hwy::SetSupportedTargetsForTest(targets);
+        hwy::GetChosenTarget().Update(hwy::SupportedTargets());
+    }
+};
+
 void compareRandomFrames(unsigned seed, int rounds, const FrameKind& kind) {
     std::mt19937 random(seed);
     const auto screen = std::make_unique<TestScreen>();
@@ -189,6 +205,18 @@ TEST(FrameReference, FramesOfWholeTracesEqualDrawingEverySegmentInOrder) {
 
 TEST(FrameReference, FramesOfWholeTracesOnOneTimeBaseEqualDrawingEverySegmentInOrder) {
     compareRandomFrames(7, 200, {.scans = false, .tallest = 2047, .sharedTimeBase = true});
+}
+
+TEST(FrameReference, EveryKindOfVectorsThatThisProcessorHasDrawsTheSameFrames) {
+    std::int64_t left = hwy::SupportedTargets();
+    ASSERT_NE(left, 0);
+    for (unsigned seed = 20; left != 0; left &= left - 1, ++seed) {
+        const std::int64_t target = left & -left;
+        SCOPED_TRACE(hwy::TargetName(target));
+        const OneKindOfVectors chosen(target);
+        compareRandomFrames(seed, 40, {.scans = false, .tallest = 2047, .sharedTimeBase = true});
+        compareRandomFrames(seed, 40, {.scans = false, .tallest = 2047});
+    }
 }
 
 TEST(FrameReference, CountsBeyondTwelveBitsAmongWholeTracesAreDrawnWhereTheyLie) {

@@ -3,9 +3,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
-#include <vector>
 
 namespace sixtrace {
 
@@ -45,8 +45,9 @@ private:
 
     int m_descriptor = -1;
     std::int64_t m_size = 0;
-    std::vector<std::byte> m_bytes;      ///< room of the window on a file
-    std::span<const std::byte> m_window; ///< in m_bytes, or the bytes in memory
+    std::unique_ptr<std::byte[]> m_room; ///< of the window on a file; only bytes that were read are looked at
+    std::size_t m_roomSize = 0;
+    std::span<const std::byte> m_window; ///< in m_room, or the bytes in memory
     std::int64_t m_windowStart = 0;
 };
 
