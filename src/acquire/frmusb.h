@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "acquire/transfersheet.h"
 #include "acquire/usbexchange.h"
 #include "capture/publicm.h"
-#include "platform/desktop/dialogsheet.h"
 
 #include <functional>
 
-class QLineEdit;
-class QProgressBar;
 class QPushButton;
 
 namespace sixtrace {
@@ -17,7 +15,7 @@ class Dialogs;
 
 /// The window of a USB transfer by hand; exchangeUsb() does the transfer. The object is made once. To load and unload
 /// the form changes its state only, since the folder chosen last and the two flags survive that.
-class FrmUSB : public DialogSheet {
+class FrmUSB : public TransferSheet {
 public:
     /// `tellEnd` is called with the report of each transfer.
     FrmUSB(publicM& model, Dialogs& dialogs, TtLink& link, TransferGate& gate,
@@ -29,12 +27,9 @@ public:
     /// True during a transfer, and after a run-time error until the next Cancel, which then recovers the link.
     [[nodiscard]] bool UsbBusy() const { return m_UsbBusy; }
 
-    void Command1_Click();
+    void Command1_Click() override;
     void Command4_Click();
-    void CancelButton_Click();
-
-protected:
-    void reject() override;
+    void CancelButton_Click() override;
 
 private:
     void Form_Load();
@@ -42,7 +37,7 @@ private:
     [[nodiscard]] TransferReport transfer(const TransferPass& pass);
     [[nodiscard]] Result<QString> storeAt(const UsbAnnounced& announced);
     Outcome nameBitmap();
-    void makeOwnFolder() const;
+    [[nodiscard]] QString ownFolder() const;
     /// Lets events run until the next tick of Timer1, at most 300 ms.
     static void waitForTimer1();
 
@@ -55,11 +50,6 @@ private:
     bool m_UsbBusy = false;
     bool m_UsbCancel = false;
     QString m_LastSaveDir;
-    QLineEdit* m_Text1;
-    QLineEdit* m_Text2;
-    QLineEdit* m_Text5;
-    QLineEdit* m_Text6;
-    QProgressBar* m_ProgressBar1;
     QPushButton* m_Command4;
 };
 

@@ -3,15 +3,13 @@
 
 #include "acquire/porttable.h"
 #include "acquire/serialreceive.h"
+#include "acquire/transfersheet.h"
 #include "capture/publicm.h"
-#include "platform/desktop/dialogsheet.h"
 #include "platform/ports/mscomm.h"
 
 #include <functional>
 
-class QLabel;
 class QLineEdit;
-class QProgressBar;
 class QPushButton;
 
 namespace sixtrace {
@@ -21,7 +19,7 @@ class Dialogs;
 /// The window of a serial transfer, which also owns the serial port. For a transfer by hand it is shown and the user
 /// presses Start; timed acquisition loads it without showing it. The object is made once. To load and unload the form
 /// changes its state only, since the read time-out and the port table survive that.
-class recFrm : public DialogSheet {
+class recFrm : public TransferSheet {
 public:
     /// What is called at the end of a transfer.
     struct Endings {
@@ -45,19 +43,16 @@ public:
     [[nodiscard]] MSComm& MSComm1() { return m_MSComm1; }
     [[nodiscard]] const PortTable& ports() const { return m_ports; }
 
-    void Command1_Click();
+    void Command1_Click() override;
     void Command2_Click();
-    void CancelButton_Click();
-
-protected:
-    void reject() override;
+    void CancelButton_Click() override;
 
 private:
     void Form_Load();
     void unload();
 
     void showStep(const ReceiveStep& step);
-    void makeOwnFolder() const;
+    [[nodiscard]] QString ownFolder() const;
 
     publicM& m_model;
     Dialogs& m_dialogs;
@@ -67,13 +62,8 @@ private:
     SerialReceive m_receive;
     PortTable m_ports;
     bool m_loaded = false;
-    QLineEdit* m_Text1;
-    QLineEdit* m_Text2;
     QLineEdit* m_Text3;
     QLineEdit* m_Text4;
-    QLineEdit* m_Text5;
-    QLineEdit* m_Text6;
-    QProgressBar* m_ProgressBar1;
     QPushButton* m_Command2;
 };
 

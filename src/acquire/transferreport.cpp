@@ -6,7 +6,8 @@ namespace sixtrace {
 namespace {
 
 /// "1024 of 2461 bytes came".
-QString amounts(const TransferReport& report, bool chinese) {
+QString amounts(const TransferReport& report, Language language) {
+    const bool chinese = language == Language::Chinese;
     if (!report.announced) {
         return chinese ? QStringLiteral("没有收到文件头") : QStringLiteral("no header came");
     }
@@ -15,7 +16,8 @@ QString amounts(const TransferReport& report, bool chinese) {
         .arg(*report.announced);
 }
 
-QString reason(const TransferReport& report, bool chinese) {
+QString reason(const TransferReport& report, Language language) {
+    const bool chinese = language == Language::Chinese;
     switch (report.end) {
     case TransferEnd::BrokenOff:
         return chinese ? QStringLiteral("传输中断：仪器没有正确应答")
@@ -53,7 +55,8 @@ QString sentenceOf(const TransferReport& report, Language language) {
         return (chinese ? QStringLiteral("接收完成，共 %1 字节") : QStringLiteral("all %1 bytes came"))
             .arg(report.stored);
     }
-    return reason(report, chinese) + (chinese ? QStringLiteral("；") : QStringLiteral("; ")) + amounts(report, chinese);
+    return reason(report, language) + (chinese ? QStringLiteral("；") : QStringLiteral("; ")) +
+           amounts(report, language);
 }
 
 } // namespace sixtrace
