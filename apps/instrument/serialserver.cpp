@@ -60,7 +60,7 @@ Outcome SerialServer::claimName() {
 }
 
 Outcome SerialServer::open() {
-    const Outcome claimed = claimName();
+    Outcome claimed = claimName();
     if (!claimed) {
         return claimed;
     }

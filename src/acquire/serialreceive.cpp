@@ -95,7 +95,7 @@ Outcome YModem::takeHeader() {
 }
 
 Outcome YModem::takeNext(int size) {
-    const Outcome counted = countBlock(size);
+    Outcome counted = countBlock(size);
     if (!counted) {
         return counted;
     }
