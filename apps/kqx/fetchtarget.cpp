@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "fetchtarget.h"
 
-#include "acquire/filenames.h"
+#include "platform/files/filenames.h"
 #include "platform/files/placing.h"
 
 #include <QDir>
@@ -67,7 +67,7 @@ Result<QString> FetchTarget::place(const QString& received, bool bitmap) const {
 /// The name with the time is taken and given in one step, so that neither another fetch nor a clock that was set back
 /// makes two files share one: the minute's second file is numbered.
 Result<QString> FetchTarget::placeStamped(const QString& received, const QString& suffix) const {
-    const QString stem = m_folder + u'/' + stampedName(QDateTime::currentDateTime()).chopped(4);
+    const QString stem = m_folder + u'/' + dateName(QDateTime::currentDateTime());
     QString name = stem + suffix;
     for (int i = 2;; ++i) {
         const Outcome placed = placeNew(received, name);

@@ -19,10 +19,6 @@ namespace {
 /// Blocks of a file that draw a frame each. The instrument sends six at most.
 constexpr int kDrawnBlocks = 64;
 
-bool isRow(std::int64_t index, int rows) {
-    return index >= 0 && index < rows;
-}
-
 template<typename To>
 std::optional<To> narrowed(std::int64_t value) {
     if (value < std::numeric_limits<To>::min() || value > std::numeric_limits<To>::max()) {
@@ -78,8 +74,7 @@ public:
         m_model.setTimeBaseFamily(form.family);
         m_screen.modelName = QString();
         for (const int row : kFamilyRows) {
-            const auto r = static_cast<std::size_t>(row);
-            m_screen.timeList[r] = m_model.TimeBaseText[r];
+            m_screen.timeList[row] = m_model.TimeBaseText[row];
         }
     }
 
@@ -239,13 +234,13 @@ private:
 
     /// Rewrites the row of the channel with an entry of a volt list; a missing table row or an overflowing factor
     /// leaves it.
-    void rewriteRow(const std::array<QString, kVoltRows>& voltTexts, std::int32_t voltRow) {
+    void rewriteRow(const PerVoltRange<QString>& voltTexts, std::int32_t voltRow) {
         const std::int32_t timeRow = m_model.TimeIndex[m_channel];
         const int exponent = m_model.ProbeExp[m_channel];
-        if (isRow(timeRow, kTimeBaseRows) && isRow(voltRow, kVoltRows) && std::isfinite(probeFactor(exponent))) {
+        if (m_model.TimeBaseText.has(timeRow) && voltTexts.has(voltRow) && std::isfinite(probeFactor(exponent))) {
             QString& row = m_screen.rows[m_channel];
-            row = channelRow(row, m_model.TimeBaseText[static_cast<std::size_t>(timeRow)],
-                             voltTexts[static_cast<std::size_t>(voltRow)], RowGap::Seven, probeFactorText(exponent));
+            row = channelRow(row, m_model.TimeBaseText[timeRow], voltTexts[voltRow], RowGap::Seven,
+                             probeFactorText(exponent));
         }
     }
 

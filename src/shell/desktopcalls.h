@@ -13,10 +13,6 @@ class QDBusConnection;
 
 namespace sixtrace {
 
-/// The name under which the desktop knows the program, and its path on the session bus.
-inline constexpr const char* kDesktopId = "org.sixtrace.Sixtrace";
-inline constexpr const char* kDesktopPath = "/org/sixtrace/Sixtrace";
-
 /// Answers the calls of the desktop over the session bus: come to the front, and open a capture. The interface is the
 /// one that freedesktop.org defines for programs with a desktop entry. A call that comes before the main window exists
 /// is carried out when it does, and a capture that comes while a dialog is open is opened after the dialog has closed.

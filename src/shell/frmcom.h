@@ -34,7 +34,7 @@ struct FrmComServices {
     /// Opens a file in the program that the desktop has for it.
     std::function<void(const QString& path)> openFile = {};
     /// How the instrument is reached. A member that stays empty stands for the machine's.
-    AcquisitionLinks acquisition{};
+    InstrumentAccess acquisition{};
     /// Null stands for the printers of the machine.
     PrintDevices* printers = nullptr;
 };

@@ -36,6 +36,7 @@ struct Loaded {
     ScriptedDialogs& dialogs;
     FrmCom& main;
 };
+using test::ScriptedLink;
 using Look = std::function<void(QWidget&)>;
 
 struct Window {

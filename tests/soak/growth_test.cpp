@@ -85,7 +85,7 @@ TEST_F(Growth, TimedFetchesLeaveNothing) {
     model->AutoRun = true;
     expectNoGrowth("timed fetches", kRounds, [&](int i) {
         link.reads = 0;
-        link.failingRead = i % 10 == 9 ? 1 : -1; // every tenth transfer fails
+        link.failingRead = i % 10 == 9 ? std::optional(1) : std::nullopt; // every tenth transfer breaks off
         link.stream = ScriptedLink::transfer(file);
         form->acquisition().Timetime1_Timer();
         if (model->AutoRun) {
