@@ -48,7 +48,7 @@ public:
 };
 
 /// The main window with two scripted printers, a capture of six channels and its preview and page setup.
-class PrintWindow : public FrmComTest {
+class PrintWindow : public test::FrmComTest {
 protected:
     void open() {
         form = std::make_unique<FrmCom>(*model, FrmComServices{answering,

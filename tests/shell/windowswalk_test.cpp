@@ -36,7 +36,6 @@ struct Loaded {
     ScriptedDialogs& dialogs;
     FrmCom& main;
 };
-using test::ScriptedLink;
 using Look = std::function<void(QWidget&)>;
 
 struct Window {
