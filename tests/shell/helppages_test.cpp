@@ -97,7 +97,7 @@ TEST_P(HelpPages, EveryCaptionIsInTheLanguageFile) {
 
 TEST_P(HelpPages, EveryMessageIsInTheProgram) {
     QString said = contentOf(u"lang/"_s + GetParam().language);
-    QDirIterator sources(QStringLiteral(SIXTRACE_SOURCE_DIR "/src"), {u"*.cpp"_s}, QDir::Files,
+    QDirIterator sources(QStringLiteral(SIXTRACE_SOURCE_DIR "/src"), {u"*.cpp"_s, u"*.h"_s}, QDir::Files,
                          QDirIterator::Subdirectories);
     while (sources.hasNext()) {
         said += contentOf(QDir(QStringLiteral(SIXTRACE_SOURCE_DIR)).relativeFilePath(sources.next()));
