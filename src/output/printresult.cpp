@@ -217,8 +217,8 @@ Outcome PageComposer::PrinterDrawT(PicturePage& hidden, Box& box, PageTarget& ta
         PageSink sink(hidden, m_model, channel, inputs.style);
         const PageArea page{static_cast<double>(box.width), static_cast<double>(box.height), ChannelPageY[c]};
         ChannelPlot plot(m_model, channel, inputs.style, m_points, sink, page);
-        if (!plot.plot()) {
-            return RuntimeError::of(plot.error());
+        if (const Outcome plotted = plot.plot(); !plotted) {
+            return plotted;
         }
     }
     target.PaintPicture(hidden.Image(), place.left, place.top, box.width + kFrameBorder, box.height + kFrameBorder);
