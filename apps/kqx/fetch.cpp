@@ -38,21 +38,19 @@ WorkshopKind fetching() {
 ExitCode fetchOne(FetchLink& link, const FetchTarget& target) {
     const Workshop workshop(target.folder(), fetching());
     if (!workshop.isValid()) {
-        return static_cast<ExitCode>(fail(NotStored, QStringLiteral("%1 cannot be written").arg(target.folder())));
+        return fail(NotStored, QStringLiteral("%1 cannot be written").arg(target.folder()));
     }
     const Fetched fetched = link.fetch(workshop.path());
     if (fetched.how != Fetched::How::Whole) {
-        return static_cast<ExitCode>(
-            fail(fetched.how == Fetched::How::NoInstrument ? NoInstrument : Failed, fetched.sentence));
+        return fail(fetched.how == Fetched::How::NoInstrument ? NoInstrument : Failed, fetched.sentence);
     }
     const Result<QString> name = target.place(fetched.file, fetched.bitmap);
     if (!name) {
-        return static_cast<ExitCode>(
-            fail(NotStored, QStringLiteral("the file cannot be stored: %1").arg(name.error().description)));
+        return fail(NotStored, QStringLiteral("the file cannot be stored: %1").arg(name.error().description));
     }
     QTextStream(stdout) << QDir::toNativeSeparators(name.value()) << Qt::endl;
     if (fetched.bitmap) {
-        return static_cast<ExitCode>(fail(IsBitmap, QStringLiteral("the file is a bitmap and no capture")));
+        return fail(IsBitmap, QStringLiteral("the file is a bitmap and no capture"));
     }
     return Done;
 }
@@ -72,7 +70,7 @@ void pause(qint64 milliseconds) {
 
 } // namespace
 
-int fetch(const QStringList& arguments) {
+ExitCode fetch(const QStringList& arguments) {
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("Fetches captures from the instrument and prints the name of each file. Files appear whole or "

@@ -2,7 +2,7 @@
 #include "fetchtarget.h"
 
 #include "acquire/filenames.h"
-#include "platform/files/placing.h"
+#include "platform/files/wholefile.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -55,10 +55,6 @@ bool onTheBus(const QDBusConnection& bus) {
     return false;
 }
 
-} // namespace
-
-namespace {
-
 const Usage& usage() {
     static const Usage made{"open",
                             "[FILE]",
@@ -77,7 +73,7 @@ QString addressOf(const std::string& file) {
 
 } // namespace
 
-int open(const std::vector<std::string>& arguments) {
+ExitCode open(const std::vector<std::string>& arguments) {
     Arguments given;
     if (const auto code = given.parse(usage(), arguments)) {
         return *code;
@@ -89,9 +85,9 @@ int open(const std::vector<std::string>& arguments) {
     if (hasFile) {
         ByteFile file;
         const std::string& name = given.positional().front();
-        if (const FileRefusal refusal = file.open(name); refusal != FileRefusal::None) {
-            return failWith(Failed, validUtf8(name) + (refusal == FileRefusal::Unreadable ? ": the file cannot be read"
-                                                                                          : ": no such file"));
+        if (const auto opened = file.open(name); !opened) {
+            const bool unreadable = opened.error() == FileRefusal::Unreadable;
+            return failWith(Failed, validUtf8(name) + (unreadable ? ": the file cannot be read" : ": no such file"));
         }
     }
     const QDBusConnection bus = QDBusConnection::sessionBus();

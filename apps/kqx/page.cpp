@@ -70,13 +70,13 @@ struct PageWishes {
     MdlPrinter settings;
 };
 
-void compose(const Task& task, const PageWishes& wishes, bool keepExisting, Answer& answer) {
+void compose(const Task& task, const PageWishes& wishes, Existing existing, Answer& answer) {
     // The libraries that draw letters are not made for two pages at a time.
     static std::mutex onePage;
     const auto model = defaultModel();
     UnseenScreen view(*model);
-    OpenedFile opened;
-    if (!openCapture(task.file, view.scope(), opened, answer)) {
+    CaptureReader reader;
+    if (!openCapture(task.file, view.scope(), reader, answer)) {
         return;
     }
     MdlPrinter settings = wishes.settings;
@@ -84,18 +84,16 @@ void compose(const Task& task, const PageWishes& wishes, bool keepExisting, Answ
     PdfPrinter printer(wishes.paper, wishes.landscape);
     const auto document = composePage(*model, view.state, settings, printer);
     if (!document) {
-        answer.complain(validUtf8(task.file) +
-                        ": the page could not be composed: " + document.error().description.toStdString());
-        answer.code = Failed;
+        answer.fail(validUtf8(task.file) +
+                    ": the page could not be composed: " + document.error().description.toStdString());
         return;
     }
-    const QByteArray& bytes = document.value();
-    deliver(task, {bytes.constData(), static_cast<std::size_t>(bytes.size())}, keepExisting, answer);
+    deliver(task, document.value(), existing, answer);
 }
 
 } // namespace
 
-int page(const std::vector<std::string>& arguments) {
+ExitCode page(const std::vector<std::string>& arguments) {
     Arguments given;
     if (const auto code = given.parse(usage(), arguments)) {
         return *code;
@@ -109,16 +107,17 @@ int page(const std::vector<std::string>& arguments) {
     if (!readMargins(QString::fromStdString(given.value("margins", "1,1,1,1")), wishes.settings)) {
         return failWith(WrongUse, "--margins takes four numbers above 0 and not above 10, separated by commas");
     }
-    auto tasks = filesToWrite(usage(), given, {"pdf"});
+    const auto tasks = filesToWrite(usage(), given, {"pdf"});
     if (!tasks) {
-        return tasks.code();
+        return tasks.error();
     }
-    auto jobs = jobsOf(given);
+    const auto jobs = jobsOf(given);
     if (!jobs) {
-        return jobs.code();
+        return jobs.error();
     }
-    return runBatch(tasks->tasks.size(), *jobs, [&]() -> Work {
-        return [&](std::size_t i, Answer& answer) { compose(tasks->tasks[i], wishes, tasks->keepExisting, answer); };
+    const Tasks& all = tasks.value();
+    return runBatch(all.tasks.size(), jobs.value(), [&]() -> Work {
+        return [&](std::size_t i, Answer& answer) { compose(all.tasks[i], wishes, all.existing, answer); };
     });
 }
 

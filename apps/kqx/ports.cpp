@@ -249,7 +249,7 @@ void print(const std::vector<Row>& rows, const UsbFacts& facts) {
 
 } // namespace
 
-int ports(const QStringList& arguments) {
+ExitCode ports(const QStringList& arguments) {
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("Lists the connections to an instrument that the program can use, one per row: serial ports 1 "

@@ -99,8 +99,8 @@ void write(const Task& task, const Tasks& tasks, const TableWishes& wishes, Answ
     const auto model = defaultModel();
     model->LanFile = wishes.languageFile;
     UnseenScreen view(*model);
-    OpenedFile opened;
-    if (!openCapture(task.file, view.scope(), opened, answer)) {
+    CaptureReader reader;
+    if (!openCapture(task.file, view.scope(), reader, answer)) {
         return;
     }
     TableCells cells(NumberMarks::system().decimal);
@@ -108,7 +108,7 @@ void write(const Task& task, const Tasks& tasks, const TableWishes& wishes, Answ
     while (fill.step()) {
     }
     if (tasks.extension == "csv") {
-        emptyMissing(cells, opened.record);
+        emptyMissing(cells, reader.record);
     }
     TableExport table{cells, GetLanString(*model, QStringLiteral("frmData"), QStringLiteral("Label1"), kUnitCaption)};
     table.ticked.fill(false);
@@ -117,22 +117,20 @@ void write(const Task& task, const Tasks& tasks, const TableWishes& wishes, Answ
     }
     table.order = wishes.columns;
     if (wishes.time || wishes.volts) {
-        deliver(task, analysisTable(table, opened.record, {wishes.time, wishes.volts}), tasks.keepExisting, answer);
+        deliver(task, analysisTable(table, reader.record, {wishes.time, wishes.volts}), tasks.existing, answer);
         return;
     }
     const auto content = tableOf(table, tasks.extension);
     if (!content) {
-        answer.complain(validUtf8(task.file) + ": " + content.error().description.toStdString());
-        answer.code = Failed;
+        answer.fail(validUtf8(task.file) + ": " + content.error().description.toStdString());
         return;
     }
-    const QByteArray& bytes = content.value();
-    deliver(task, {bytes.constData(), static_cast<std::size_t>(bytes.size())}, tasks.keepExisting, answer);
+    deliver(task, content.value(), tasks.existing, answer);
 }
 
 } // namespace
 
-int table(const std::vector<std::string>& arguments) {
+ExitCode table(const std::vector<std::string>& arguments) {
     Arguments given;
     if (const auto code = given.parse(usage(), arguments)) {
         return *code;
@@ -145,20 +143,21 @@ int table(const std::vector<std::string>& arguments) {
     if (!language) {
         return failWith(WrongUse, "--language takes 0 or 1");
     }
-    auto tasks = filesToWrite(usage(), given, {"txt", "csv", "xls", "xlsx"});
+    const auto tasks = filesToWrite(usage(), given, {"txt", "csv", "xls", "xlsx"});
     if (!tasks) {
-        return tasks.code();
+        return tasks.error();
     }
-    auto jobs = jobsOf(given);
+    const auto jobs = jobsOf(given);
     if (!jobs) {
-        return jobs.code();
+        return jobs.error();
     }
     const TableWishes wishes{*columns, languageFile(*language), given.has("time"), given.has("volts")};
-    if ((wishes.time || wishes.volts) && tasks->extension != "csv") {
+    if ((wishes.time || wishes.volts) && tasks.value().extension != "csv") {
         return failWith(WrongUse, "--time and --volts are for .csv only");
     }
-    return runBatch(tasks->tasks.size(), *jobs, [&]() -> Work {
-        return [&](std::size_t i, Answer& answer) { write(tasks->tasks[i], *tasks, wishes, answer); };
+    const Tasks& all = tasks.value();
+    return runBatch(all.tasks.size(), jobs.value(), [&]() -> Work {
+        return [&](std::size_t i, Answer& answer) { write(all.tasks[i], all, wishes, answer); };
     });
 }
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/controls/look.h"
 #include "platform/desktop/qtdialogs.h"
+#include "platform/files/descriptor.h"
 #include "platform/files/programfolder.h"
-#include "platform/files/standarddescriptors.h"
 #include "shell/program.h"
 #include "shell/programicon.h"
 

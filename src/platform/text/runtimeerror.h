@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QString>
+#include "platform/text/result.h"
 
-#include <utility>
-#include <variant>
+#include <QString>
 
 namespace sixtrace {
 
@@ -54,31 +53,8 @@ struct RuntimeError {
 /// its full stop).
 [[nodiscard]] QString describe(ErrorNumber number);
 
-/// A value, or the reason why there is none.
-template<typename T>
-class [[nodiscard]] Result {
-public:
-    Result(T value) // NOLINT(google-explicit-constructor): a value is a result
-        : m_content(std::move(value)) {}
-    Result(RuntimeError error) // NOLINT(google-explicit-constructor): so is an error
-        : m_content(std::move(error)) {}
-
-    [[nodiscard]] bool ok() const { return std::holds_alternative<T>(m_content); }
-    explicit operator bool() const { return ok(); }
-    /// The value; only when ok().
-    [[nodiscard]] const T& value() const { return std::get<T>(m_content); }
-    [[nodiscard]] T& value() { return std::get<T>(m_content); }
-    /// The error; only when not ok().
-    [[nodiscard]] const RuntimeError& error() const { return std::get<RuntimeError>(m_content); }
-
-private:
-    std::variant<T, RuntimeError> m_content;
-};
-
-/// The outcome of an operation that yields nothing but success or an error.
-using Outcome = Result<std::monostate>;
 [[nodiscard]] inline Outcome success() {
-    return Outcome(std::monostate{});
+    return kSuccess;
 }
 
 } // namespace sixtrace
