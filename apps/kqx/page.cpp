@@ -13,7 +13,7 @@ namespace sixtrace::kqx {
 
 namespace {
 
-/// The paper of a name, whatever its case: "A4", "Letter" ...
+/// The paper of a name in any case: "A4", "Letter" ...
 std::optional<QPageSize> paperNamed(const QString& name) {
     for (int id = 0; id <= QPageSize::LastPageSize; ++id) {
         const auto known = static_cast<QPageSize::PageSizeId>(id);
@@ -24,7 +24,8 @@ std::optional<QPageSize> paperNamed(const QString& name) {
     return std::nullopt;
 }
 
-/// Top, bottom, left and right in centimetres, checked like the fields of the page setup.
+/// Reads the top, bottom, left and right margin in centimetres, under the rules of the page setup; false for a wrong
+/// list.
 bool readMargins(const QString& list, MdlPrinter& settings) {
     const QStringList texts = list.split(u',');
     const std::array targets{&settings.PrintMarginTop, &settings.PrintMarginBottom, &settings.PrintMarginLeft,
@@ -63,15 +64,15 @@ const Usage& usage() {
     return made;
 }
 
-/// What a page looks like.
+/// What the user wants of a page.
 struct PageWishes {
     QPageSize paper;
-    bool landscape = false;
+    QPageLayout::Orientation side = QPageLayout::Portrait;
     MdlPrinter settings;
 };
 
 void compose(const Task& task, const PageWishes& wishes, Existing existing, Answer& answer) {
-    // The libraries that draw letters are not made for two pages at a time.
+    // The libraries that draw text cannot draw two pages at the same time.
     static std::mutex onePage;
     const auto model = defaultModel();
     UnseenScreen view(*model);
@@ -81,7 +82,7 @@ void compose(const Task& task, const PageWishes& wishes, Existing existing, Answ
     }
     MdlPrinter settings = wishes.settings;
     const std::unique_lock lock(onePage);
-    PdfPrinter printer(wishes.paper, wishes.landscape);
+    PdfPrinter printer(wishes.paper, wishes.side);
     const auto document = composePage(*model, view.state, settings, printer);
     if (!document) {
         answer.fail(validUtf8(task.file) +
@@ -103,7 +104,7 @@ ExitCode page(const std::vector<std::string>& arguments) {
     if (!paper) {
         return failWith(WrongUse, "--paper: there is no paper size called " + name);
     }
-    PageWishes wishes{*paper, given.has("landscape"), {}};
+    PageWishes wishes{*paper, given.has("landscape") ? QPageLayout::Landscape : QPageLayout::Portrait, {}};
     if (!readMargins(QString::fromStdString(given.value("margins", "1,1,1,1")), wishes.settings)) {
         return failWith(WrongUse, "--margins takes four numbers above 0 and not above 10, separated by commas");
     }

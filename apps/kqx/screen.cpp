@@ -30,13 +30,13 @@ const Usage& usage() {
     return made;
 }
 
-/// How the screen becomes a picture.
+/// How the picture is made from the screen.
 struct PictureWishes {
     Graticule graticule = Graticule::Dotted;
     TraceStyle style = TraceStyle::Lines;
     int scale = 1;
     std::optional<int> thumbnail;
-    bool quiet = false; ///< a fault of the capture is told by the exit code alone
+    bool quiet = false; ///< faults of the capture give an exit code but no message
 };
 
 QImage scaled(const QImage& image, const PictureWishes& wishes) {
@@ -79,7 +79,7 @@ void draw(const Task& task, const PictureWishes& wishes, Existing existing, Answ
     deliver(task, png, existing, answer);
 }
 
-/// A thumbnail goes to OUT whatever that is called.
+/// The tasks of the arguments. A thumbnail may have any name.
 OrExit<Tasks> tasksOf(const Arguments& given, const PictureWishes& wishes) {
     const bool named = wishes.thumbnail && given.positional().size() == 2 && !given.has("to") &&
                        !given.has("out-dir") && !given.has("files-from");
@@ -119,8 +119,8 @@ ExitCode screen(const std::vector<std::string>& arguments) {
     if (!tasks) {
         return tasks.error();
     }
-    // A file manager asks for one picture and shows none where there is none; who asks for many wants to know which
-    // lack.
+    // A file manager asks for one picture at a time and needs no message. In a batch the user wants to know which
+    // pictures are missing.
     wishes.quiet = wishes.thumbnail && !tasks.value().isBatch;
     const auto jobs = jobsOf(given);
     if (!jobs) {

@@ -36,7 +36,7 @@ const Usage& usage() {
     return made;
 }
 
-/// The columns named by "0,1,3", each once; nothing where that is no list of columns.
+/// The columns of a list such as "0,1,3", each of them once; nothing when it is no such list.
 std::optional<std::vector<int>> columnsOf(const std::string& list) {
     std::vector<int> columns;
     for (const QString& entry : QString::fromStdString(list).split(u',')) {
@@ -51,7 +51,8 @@ std::optional<std::vector<int>> columnsOf(const std::string& list) {
     return columns;
 }
 
-/// The language file of the program, which lies beside it also where a user has no folder of the program.
+/// The language file of the program. It is looked for in the program folder, beside kqx and in the folder of an
+/// install.
 QString languageFile(int language) {
     const auto model = std::make_unique<publicM>();
     QString file;
@@ -66,7 +67,7 @@ QString languageFile(int language) {
     return file;
 }
 
-/// What a table looks like.
+/// What the user wants in a table.
 struct TableWishes {
     std::vector<int> columns;
     QString languageFile;
@@ -84,7 +85,7 @@ Result<QByteArray> tableOf(const TableExport& table, const std::string& extensio
     return workbookTable(table, extension == "xlsx" ? WorkbookKind::OfficeOpen : WorkbookKind::Biff);
 }
 
-/// Empties what a cut file does not hold: zeros would look like samples.
+/// Empties the cells of samples that a cut file does not hold, since zeros would look like samples.
 void emptyMissing(TableCells& cells, const CaptureRecord& record) {
     for (std::size_t c = 0; c < record.channels.size(); ++c) {
         if (record.channels[c].present) {

@@ -18,7 +18,7 @@ namespace sixtrace {
 
 namespace {
 
-/// Makes a folder and those above it that are missing. A failure shows in what is done there next.
+/// Makes a folder, and the folders above it that are missing. On a failure, the next access to the folder fails.
 void makeMissing(const QString& folder) {
 #ifdef Q_OS_UNIX
     if (folder.isEmpty() || QFileInfo::exists(folder)) {

@@ -17,7 +17,7 @@ QString ownFolder() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/sixtrace");
 }
 
-/// Where an install for all users keeps its files, seen from its programs (set by the build).
+/// A folder of an install for all users. The build gives its path relative to the folder of the programs.
 QString beside(const QString& executables, const char* path) {
     return QDir::cleanPath(executables + QLatin1Char('/') + QString::fromUtf8(path));
 }
@@ -40,8 +40,8 @@ QString programFolderOf(const QString& executables) {
         return withSeparator(QDir::toNativeSeparators(executables));
     }
     const QString own = ownFolder();
-    // It holds code that the program loads: nobody else may put anything there. One that is not this user's is left as
-    // it is, and what cannot be written there is told where it is written.
+    // The program loads code from this folder, so nobody else may write to it. A folder of another user is left as it
+    // is; later writes to it report their errors.
     static_cast<void>(makePrivateFolder(own));
     if (forAll) {
         furnishProgramFolder(own, installed);

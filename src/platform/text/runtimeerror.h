@@ -7,8 +7,7 @@
 
 namespace sixtrace {
 
-/// Numbers of the run-time errors that message boxes show. The numbering is part of the user's vocabulary ("32755:..."
-/// on a cancelled dialog), so it is fixed.
+/// The numbers of the run-time errors. Message boxes show them to the user, so they are fixed.
 enum class ErrorNumber : int {
     None = 0,
     InvalidCall = 5,
@@ -35,14 +34,14 @@ enum class ErrorNumber : int {
     CancelSelected = 32755,
 };
 
-/// A failed operation as a message box shows it: a number and a sentence.
+/// Why an operation failed, as a message box shows it: a number and a sentence.
 struct RuntimeError {
     ErrorNumber number = ErrorNumber::None;
     QString description;
 
     /// The error with the standard description of its number.
     [[nodiscard]] static RuntimeError of(ErrorNumber number);
-    /// The error that a failed system call maps to (`errno` values).
+    /// The error for the `errno` value of a failed system call.
     [[nodiscard]] static RuntimeError ofErrno(int errnoValue);
 
     [[nodiscard]] int code() const { return static_cast<int>(number); }

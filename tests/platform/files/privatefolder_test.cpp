@@ -13,7 +13,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 /// A cache of the user's in a folder of the test's.
@@ -128,4 +128,4 @@ TEST(PrivateFolder, IsClosedToOthersAgainWhereItStoodOpen) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test
