@@ -96,7 +96,7 @@ void drawLines(benchmark::State& state, Content content) {
         QPainter painter(&image);
         painter.setClipRect(0, 0, kSurfaceWidth, kSurfaceHeight);
         for (int c = 0; c < kChannels; ++c) {
-            painter.setPen(QColor::fromRgb(pixelOfColour(scene->model.LineColor[static_cast<std::size_t>(c)])));
+            painter.setPen(QColor::fromRgb(pixelOfColour(scene->model.LineColor[c])));
             for (int i = 1; i < kSampleRows; ++i) {
                 painter.drawLine(scene->model.PlotX(c, i - 1), scene->model.PlotY(c, i - 1), scene->model.PlotX(c, i),
                                  scene->model.PlotY(c, i));

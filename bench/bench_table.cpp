@@ -74,7 +74,7 @@ template<typename Use>
 void eachValue(const publicM& model, Use use) {
     for (int i = 0; i < kSampleRows; ++i) {
         for (int c = 0; c < kChannels; ++c) {
-            use(static_cast<float>(model.SampleData(c, i)) * model.VoltPerCount[static_cast<std::size_t>(c)]);
+            use(static_cast<float>(model.SampleData(c, i)) * model.VoltPerCount[c]);
         }
     }
 }

@@ -1,4 +1,4 @@
-# Copies FROM to TO where TO does not exist.
+# Copies FROM to TO if TO does not exist.
 if(NOT EXISTS "${TO}")
     configure_file("${FROM}" "${TO}" COPYONLY)
 endif()

@@ -1,8 +1,10 @@
-# What every target of the tree shares: warnings, sanitizers, compiler cache and the two ways of declaring a library.
+# What all targets share: warnings, sanitizers, compiler cache, precompiled headers, and functions that declare libraries
+# and programs.
 
 find_program(SIXTRACE_CCACHE ccache)
 if(SIXTRACE_CCACHE)
-    # Precompiled headers carry defines and time stamps that the cache would otherwise refuse.
+    # Without these settings ccache would not cache files that use precompiled headers, because of their defines and time
+    # stamps.
     set(CMAKE_CXX_COMPILER_LAUNCHER
         ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
         ${SIXTRACE_CCACHE})
@@ -17,12 +19,12 @@ add_library(sixtrace_sanitizers INTERFACE)
 if(SIXTRACE_SANITIZE)
     target_compile_options(sixtrace_sanitizers INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-    # Indices of the standard library's containers, which stay inside their memory where they are wrong by a little.
+    # Checks indices of standard containers: the address sanitizer does not see a wrong index inside allocated memory.
     target_compile_definitions(sixtrace_sanitizers INTERFACE _GLIBCXX_ASSERTIONS)
     target_link_options(sixtrace_sanitizers INTERFACE -fsanitize=address,undefined)
 endif()
 if(SIXTRACE_FUZZ)
-    # The libraries tell the fuzzer which of their branches an input reaches.
+    # The libraries report to the fuzzer which branches an input reaches.
     target_compile_options(sixtrace_sanitizers INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 if(SIXTRACE_COVERAGE)
@@ -36,9 +38,9 @@ target_include_directories(sixtrace_build INTERFACE "${CMAKE_SOURCE_DIR}/src")
 target_compile_definitions(sixtrace_build INTERFACE
     QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_USE_QSTRINGBUILDER)
 
-# sixtrace_precompiled(NAME [PROGRAMS] LINKS ...): the headers of cmake/pch_NAME.h, compiled once for every target that
-# reuses them by sixtrace_use_precompiled. Programs and libraries are compiled for other positions, so that a program
-# cannot use what was precompiled for a library: PROGRAMS says that NAME is for programs.
+# sixtrace_precompiled(NAME [PROGRAMS] LINKS ...): compiles the headers of cmake/pch_NAME.h once, for every target that
+# reuses them with sixtrace_use_precompiled. Libraries are compiled with -fPIC and programs with -fPIE, so a program cannot
+# use headers that were precompiled for libraries. PROGRAMS says that NAME is for programs.
 function(sixtrace_precompiled NAME)
     cmake_parse_arguments(ARG "PROGRAMS" "" "LINKS" ${ARGN})
     if(NOT SIXTRACE_PCH)
@@ -60,13 +62,14 @@ function(sixtrace_use_precompiled TARGET NAME)
     endif()
 endfunction()
 
-# sixtrace_tells_version(SOURCE ...): these sources, and only these, are compiled anew for another version.
+# sixtrace_tells_version(SOURCE ...): defines SIXTRACE_VERSION for these sources only, so that a new version recompiles no
+# others.
 function(sixtrace_tells_version)
     set_source_files_properties(${ARGN} PROPERTIES COMPILE_DEFINITIONS "SIXTRACE_VERSION=\"${PROJECT_VERSION}\"")
 endfunction()
 
-# sixtrace_core(NAME SOURCES ... LINKS ...): the windowless half of a folder. It links QtCore and QtGui (for pictures as
-# values) and therefore cannot even find a widget header.
+# sixtrace_core(NAME SOURCES ... LINKS ...): the core of a folder, sixtrace::NAME, which has no windows. It links QtCore and
+# QtGui (for pictures) but not QtWidgets, so that a core which includes a widget header does not compile.
 function(sixtrace_core NAME)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
     add_library(sixtrace_${NAME} STATIC ${ARG_SOURCES})
@@ -87,8 +90,8 @@ function(sixtrace_windows NAME)
     sixtrace_use_precompiled(sixtrace_${NAME}_windows windows)
 endfunction()
 
-# sixtrace_plugin(NAME SOURCES ... LINKS ...): a shared library that is loaded at run time. It knows neither Qt nor the
-# program; only what its header exports can be seen.
+# sixtrace_plugin(NAME SOURCES ... LINKS ...): a shared library that is loaded at run time. It uses neither Qt nor the code
+# of the program, and exports only the functions that its header marks.
 function(sixtrace_plugin NAME)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
     add_library(${NAME} SHARED ${ARG_SOURCES})
@@ -97,7 +100,7 @@ function(sixtrace_plugin NAME)
         CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON AUTOMOC OFF AUTORCC OFF NO_SONAME ON)
 endfunction()
 
-# sixtrace_plugin_part(NAME SOURCES ...): what of a plugin tests and fuzzers link too. It is as free of Qt as the plugin.
+# sixtrace_plugin_part(NAME SOURCES ...): the part of a plugin that tests and fuzzers link, too. It does not use Qt.
 function(sixtrace_plugin_part NAME)
     cmake_parse_arguments(ARG "" "" "SOURCES" ${ARGN})
     add_library(${NAME} STATIC ${ARG_SOURCES})

@@ -1,5 +1,5 @@
-# What an install for all users consists of, and the Debian package made of it. Programs find the rest by the way from
-# their own folder, so that an install works at whatever place it is moved to as a whole.
+# The files of an installation for all users, and the Debian package with these files. The programs find all other files by
+# paths relative to their own folder, so an installation can be moved as a whole.
 include(GNUInstallDirs)
 
 set(SIXTRACE_INSTALL_SHARED "${CMAKE_INSTALL_DATADIR}/sixtrace")
@@ -9,11 +9,11 @@ file(RELATIVE_PATH SIXTRACE_SHARED_FROM_PROGRAMS
 file(RELATIVE_PATH SIXTRACE_LIBRARY_FROM_PROGRAMS
     "/prefix/${CMAKE_INSTALL_BINDIR}" "/prefix/${SIXTRACE_INSTALL_LIBRARY}")
 
-# Manual pages and change logs lie compressed on a Debian system.
+# Debian requires compressed manual pages and change logs.
 function(sixtrace_install_packed FROM NAME DESTINATION)
     set(packed "${CMAKE_BINARY_DIR}/packed/${NAME}.gz")
     configure_file("${FROM}" "${CMAKE_BINARY_DIR}/packed/${NAME}" COPYONLY)
-    # Without the name and the time of the file: the same sources give the same package.
+    # Option n leaves out name and time of the file, so that the same sources give the same package.
     execute_process(COMMAND gzip -9nkf "${CMAKE_BINARY_DIR}/packed/${NAME}" COMMAND_ERROR_IS_FATAL ANY)
     install(FILES "${packed}" DESTINATION "${DESTINATION}")
 endfunction()
@@ -22,7 +22,7 @@ function(sixtrace_install)
     set(packaging "${CMAKE_SOURCE_DIR}/packaging")
     set(id org.sixtrace.Sixtrace)
     install(TARGETS sixtrace kqx sixtrace-instrument RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
-    # kqx starts this one for the commands that need the desktop's libraries; nobody calls it by hand.
+    # kqx starts this program for commands that need the libraries of the desktop; users do not call it.
     install(TARGETS kqx-desktop RUNTIME DESTINATION "${SIXTRACE_INSTALL_LIBRARY}")
     install(TARGETS ttdll LIBRARY DESTINATION "${SIXTRACE_INSTALL_LIBRARY}")
     install(FILES "${CMAKE_SOURCE_DIR}/src/ttdll/ttdll.ini" DESTINATION "${SIXTRACE_INSTALL_SHARED}")
@@ -41,11 +41,11 @@ function(sixtrace_install)
     install(FILES "${packaging}/${id}.mime.xml" DESTINATION "${CMAKE_INSTALL_DATADIR}/mime/packages" RENAME "${id}.xml")
     install(FILES "${CMAKE_SOURCE_DIR}/src/shell/pictures/icon.svg"
         DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps" RENAME "${id}.svg")
-    # The bus wants the whole path of the program, which is known when it is installed and not before.
+    # The bus needs the absolute path of the program, which is known only during installation.
     install(CODE "set(PROGRAMS \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}\")
         configure_file(\"${packaging}/${id}.service.in\" \"${CMAKE_BINARY_DIR}/${id}.service\" @ONLY)")
     install(FILES "${CMAKE_BINARY_DIR}/${id}.service" DESTINATION "${CMAKE_INSTALL_DATADIR}/dbus-1/services")
-    # Where the rules are read does not depend on the prefix's depth: "lib/udev" below it, as the device manager has it.
+    # udev reads rules in lib/udev below the prefix, not in the library folder of the architecture.
     install(FILES "${packaging}/70-sixtrace.rules" DESTINATION lib/udev/rules.d)
     foreach(page sixtrace kqx sixtrace-instrument)
         sixtrace_install_packed("${packaging}/man/${page}.1" "${page}.1" "${CMAKE_INSTALL_MANDIR}/man1")

@@ -30,8 +30,8 @@ public:
 private:
     std::unique_ptr<UnseenScreen> m_screen;
     ScreenState m_stateAtStart;
-    std::array<double, kTimeBaseRows> m_timeBasesAtStart{};
-    std::array<QString, kTimeBaseRows> m_timeTextsAtStart;
+    PerTimeBase<double> m_timeBasesAtStart{};
+    PerTimeBase<QString> m_timeTextsAtStart;
 };
 
 /// The bytes of an input, as readers take them.

@@ -8,9 +8,8 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using sixtrace::require;
-    std::string complaint;
     const std::string_view text(reinterpret_cast<const char*>(data), size);
-    const ttdll::Settings settings = ttdll::settingsOf(text, complaint);
+    const auto [settings, complaint] = ttdll::settingsOf(text);
 
     const auto within = [](int value, int least, int greatest) { return value >= least && value <= greatest; };
     require(within(settings.vendor, 0, 0xFFFF) && within(settings.product, 0, 0xFFFF));

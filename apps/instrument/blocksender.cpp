@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "instrument/blocksender.h"
 
-#include "acquire/crc16.h"
-#include "acquire/serialreceive.h"
+#include "acquire/serialline.h"
 
 namespace sixtrace {
 
@@ -22,11 +21,10 @@ void flip(QByteArray& bytes, qsizetype index) {
 
 } // namespace
 
-BlockSender::BlockSender(QByteArray name, QByteArray content, FetchPlan plan, bool shortBlocksOnly)
+BlockSender::BlockSender(QByteArray name, QByteArray content, FetchPlan plan)
     : m_name(std::move(name))
     , m_content(std::move(content))
-    , m_plan(std::move(plan))
-    , m_shortBlocksOnly(shortBlocksOnly) {}
+    , m_plan(std::move(plan)) {}
 
 QByteArray BlockSender::block(int number, QByteArray data, int size, char filling) {
     data.append(QByteArray(size - data.size(), filling));
@@ -34,6 +32,11 @@ QByteArray BlockSender::block(int number, QByteArray data, int size, char fillin
     QByteArray bytes = oneByte(size == line::kShortData ? line::kShortBlock : line::kLongBlock);
     bytes += oneByte(number & 0xFF) + oneByte(255 - (number & 0xFF)) + data;
     return bytes + oneByte(crc >> 8) + oneByte(crc & 0xFF);
+}
+
+QByteArray BlockSender::header(const QByteArray& name, const QByteArray& size) {
+    const QByteArray field = name + '\0' + size + '\0';
+    return block(0, field, field.size() > line::kShortData ? line::kLongData : line::kShortData, '\0');
 }
 
 QByteArray BlockSender::answer(unsigned char byte) {
@@ -88,9 +91,7 @@ QByteArray BlockSender::sendHeader() {
     m_state = State::HeaderSent;
     m_offset = 0;
     m_number = 1;
-    const int length = m_plan.told(static_cast<int>(m_content.size()));
-    const QByteArray field = m_name + '\0' + QByteArray::number(length) + '\0';
-    return faulty(0, block(0, field, field.size() > line::kShortData ? line::kLongData : line::kShortData, '\0'));
+    return faulty(0, header(m_name, QByteArray::number(m_plan.told(static_cast<int>(m_content.size())))));
 }
 
 QByteArray BlockSender::sendData() {
@@ -100,7 +101,7 @@ QByteArray BlockSender::sendData() {
         m_state = State::EndSent;
         return oneByte(line::kEndOfTransmission);
     }
-    m_blockSize = m_shortBlocksOnly || left <= line::kShortData ? line::kShortData : line::kLongData;
+    m_blockSize = left <= line::kShortData ? line::kShortData : line::kLongData;
     return faulty(m_number, block(m_number, m_content.mid(m_offset, m_blockSize), m_blockSize, kDataFilling));
 }
 
@@ -112,7 +113,7 @@ QByteArray BlockSender::sendNext() {
     return sendData();
 }
 
-/// Whether a fault is due at a block; each is due as many times as the plan says.
+/// Whether a fault has to happen at a block now. Each happens as many times as the plan says.
 bool BlockSender::takeFault(FaultKind kind, int blockIndex) {
     const Fault* fault = m_plan.at(kind, blockIndex);
     if (fault == nullptr) {

@@ -10,8 +10,8 @@
 
 namespace sixtrace {
 
-/// The instrument's side of the block protocol as bytes in, bytes out: a state machine without clock and line. The
-/// receiver drives it, since everything is sent on its request. One object sends one file.
+/// The instrument's side of the block protocol: a state machine from bytes to bytes, without a clock or a line. It
+/// sends only answers to the receiver's bytes. One object sends one file.
 class BlockSender {
 public:
     enum class State {
@@ -27,21 +27,24 @@ public:
         Unplugged
     };
 
-    /// A file of `name` and `content` in blocks of 1024 bytes, a short rest in one of 128; or all in blocks of 128.
-    BlockSender(QByteArray name, QByteArray content, FetchPlan plan, bool shortBlocksOnly = false);
+    /// Sends `content` in blocks of 1024 bytes, and a rest of at most 128 bytes in a block of 128.
+    BlockSender(QByteArray name, QByteArray content, FetchPlan plan);
 
-    /// What goes onto the line when `byte` has come from it.
+    /// The bytes to send after `byte` has come.
     [[nodiscard]] QByteArray answer(unsigned char byte);
 
     [[nodiscard]] State state() const { return m_state; }
     /// Whether a receiver has asked for anything yet.
     [[nodiscard]] bool begun() const { return m_state != State::Waiting; }
     [[nodiscard]] bool over() const { return m_state >= State::Done; }
-    /// Whether the last answer is to leave late; asked once for each answer.
+    /// Whether the last answer has to be sent late. Clears the mark.
     [[nodiscard]] bool takeLate() { return std::exchange(m_late, false); }
 
-    /// The bytes of one block with a right check value: `number` modulo 256, data filled to `size` with `filling`.
+    /// The bytes of one block with the right check value. The number is sent modulo 256, and `data` is filled up to
+    /// `size` bytes with `filling`.
     [[nodiscard]] static QByteArray block(int number, QByteArray data, int size, char filling);
+    /// The header block of a file: its name and the text of its size, each with a zero byte at its end.
+    [[nodiscard]] static QByteArray header(const QByteArray& name, const QByteArray& size);
 
 private:
     [[nodiscard]] QByteArray sendHeader();
@@ -53,7 +56,6 @@ private:
     QByteArray m_name;
     QByteArray m_content;
     FetchPlan m_plan;
-    bool m_shortBlocksOnly;
     std::map<std::pair<FaultKind, int>, int> m_spent;
     State m_state = State::Waiting;
     qsizetype m_offset = 0; ///< of the block being sent

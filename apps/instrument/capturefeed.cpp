@@ -16,7 +16,7 @@ namespace {
 
 constexpr qint64 kLargestScript = 1 << 20;
 
-/// A small picture that differs from fetch to fetch.
+/// A small picture, which differs from one fetch to the next.
 QByteArray bitmap(int fetch) {
     QImage image(160, 100, QImage::Format_RGB888);
     image.fill(qRgb(64, 0, 64));
@@ -51,7 +51,8 @@ Fetch CaptureFeed::next() {
     fetch.bitmap = fetch.plan.has(FaultKind::Bitmap);
     const QByteArray stem = "CAP" + QByteArray::number(m_fetches).rightJustified(4, '0');
     fetch.name = stem + (fetch.bitmap ? ".bmp" : ".bin");
-    fetch.content = fetch.bitmap ? bitmap(m_fetches) : capture(fetch.plan.scene.isEmpty() ? m_scene : fetch.plan.scene);
+    fetch.content = fetch.bitmap ? bitmap(static_cast<int>(m_fetches))
+                                 : capture(fetch.plan.scene.isEmpty() ? m_scene : fetch.plan.scene);
     ++m_fetches;
     return fetch;
 }
@@ -59,31 +60,31 @@ Fetch CaptureFeed::next() {
 QByteArray CaptureFeed::capture(const QString& scene) const {
     QString name = scene;
     if (scene == u"all") {
-        name = QString::fromLatin1(scenes().at(static_cast<std::size_t>(m_fetches) % scenes().size()).name);
+        name = QString::fromLatin1(scenes().at(m_fetches % scenes().size()).name);
     }
-    const auto blocks = sceneBlocks(name, m_seed + static_cast<std::uint32_t>(m_fetches));
+    const auto blocks = sceneBlocks(name, m_seed + m_fetches);
     const CaptureForm* form = captureForm(m_form.toStdString());
     return blocks && form != nullptr ? captureBytes(*form, *blocks) : QByteArray();
 }
 
-std::optional<std::deque<FetchPlan>> readScript(const QString& path, int& badLine) {
-    badLine = 0;
+Result<std::deque<FetchPlan>> readScript(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        return std::nullopt;
+        return RuntimeError{ErrorNumber::FileNotFound, QStringLiteral("%1 cannot be read").arg(path)};
     }
     std::deque<FetchPlan> plans;
-    const QString text = QString::fromUtf8(file.read(kLargestScript));
-    for (const QString& line : text.split(u'\n')) {
-        ++badLine;
+    int number = 0;
+    for (const QString& line : QString::fromUtf8(file.read(kLargestScript)).split(u'\n')) {
+        ++number;
         const QString content = line.trimmed();
         if (content.isEmpty() || content.startsWith(u'#')) {
             continue;
         }
-        // "clean" stands for a fetch without faults, which an empty line cannot tell.
+        // A word for a fetch without faults, since an empty line is left out.
         const auto plan = content == u"clean" ? std::optional(FetchPlan{}) : parsePlan(content);
         if (!plan || (!plan->scene.isEmpty() && plan->scene != u"all" && !sceneBlocks(plan->scene, 1))) {
-            return std::nullopt;
+            return RuntimeError{ErrorNumber::TypeMismatch,
+                                QStringLiteral("%1: line %2 is not understood").arg(path).arg(number)};
         }
         plans.push_back(*plan);
     }

@@ -2,31 +2,32 @@
 #pragma once
 
 #include "instrument/fault.h"
+#include "platform/text/runtimeerror.h"
 
 #include <QByteArray>
 #include <QString>
 
+#include <cstdint>
 #include <deque>
 
 namespace sixtrace {
 
-/// One capture as the instrument hands it out.
+/// What one fetch brings.
 struct Fetch {
-    QByteArray name; ///< of the file, as the serial line tells it
+    QByteArray name; ///< of the file, which only the serial line tells
     QByteArray content;
     bool bitmap = false;
     FetchPlan plan;
 };
 
-/// What the instrument holds: every fetch brings the next capture. The scene stays and its noise moves on, unless the
-/// scene is "all", which goes through them all. Faults come from a script, one line a fetch; behind its end the
-/// standing faults hold.
+/// What the instrument holds: each fetch brings the next capture. All show the same scene, with other noise each time;
+/// scene "all" stands for each scene in turn. Each fetch takes the next line of the script for its faults; after the
+/// last line the standing faults hold.
 class CaptureFeed {
 public:
     CaptureFeed(QString form, QString scene, std::uint32_t seed, FetchPlan standing, std::deque<FetchPlan> script);
 
     [[nodiscard]] Fetch next();
-    [[nodiscard]] int fetches() const { return m_fetches; }
 
 private:
     [[nodiscard]] QByteArray capture(const QString& scene) const;
@@ -36,11 +37,11 @@ private:
     std::uint32_t m_seed;
     FetchPlan m_standing;
     std::deque<FetchPlan> m_script;
-    int m_fetches = 0;
+    std::uint32_t m_fetches = 0;
 };
 
-/// Reads a script: one plan a line, empty lines and comments left out. Nothing, and the number of the bad line in
-/// `badLine`, where one cannot be read; line 0 is a file that does not open.
-[[nodiscard]] std::optional<std::deque<FetchPlan>> readScript(const QString& path, int& badLine);
+/// Reads a script: one plan in each line, without empty lines and comments. The error of a file that does not open, and
+/// of a line that is no plan, says so in a sentence.
+[[nodiscard]] Result<std::deque<FetchPlan>> readScript(const QString& path);
 
 } // namespace sixtrace

@@ -8,13 +8,13 @@
 
 namespace sixtrace {
 
-/// What can go wrong on a link on request.
+/// What can be made to go wrong on a link.
 enum class FaultKind {
     Crc,         ///< a block with a wrong check value
     Complement,  ///< a block with a wrong complement of its number
     Sequence,    ///< a block with a number five too high
     LostByte,    ///< a block without its tenth byte
-    LostBlock,   ///< a block that never leaves
+    LostBlock,   ///< a block that is not sent
     Repeat,      ///< a block that is sent again after it was acknowledged
     Noise,       ///< three bytes before a block
     Silence,     ///< nothing more from this block on
@@ -27,33 +27,34 @@ enum class FaultKind {
     Unplug,      ///< the line goes away before a block
 };
 
-/// One fault: what, at which block (0 is the header), how many times over.
+/// One fault of a fetch.
 struct Fault {
     FaultKind kind = FaultKind::Crc;
-    int block = 1;
-    int times = 1;
+    int block = 1; ///< 0 is the header
+    int times = 1; ///< how often the fault happens when the block is sent again
 
     friend bool operator==(const Fault&, const Fault&) = default;
 };
 
 /// All fault names, for help texts.
 [[nodiscard]] QString faultNames();
-/// "crc", "crc@3" or "crc@3x5"; nothing for any other text.
+/// Reads "NAME", "NAME@BLOCK" or "NAME@BLOCKxTIMES", such as "crc@3x5"; nothing for any other text.
 [[nodiscard]] std::optional<Fault> parseFault(const QString& text);
 
-/// What one fetch brings: a scene (empty for the usual one) and faults.
+/// How one fetch differs from the usual one.
 struct FetchPlan {
-    QString scene;
+    QString scene; ///< empty for the usual one
     std::vector<Fault> faults;
 
     [[nodiscard]] bool has(FaultKind kind) const;
+    /// The fault of this kind at a block; null when there is none.
     [[nodiscard]] const Fault* at(FaultKind kind, int block) const;
-    /// The length that a header tells of a file of `length` bytes.
+    /// The length that the header tells for a file of `length` bytes.
     [[nodiscard]] int told(int length) const;
 };
 
-/// One line of a script: faults and "scene=NAME" separated by blanks, "#" begins a comment. Nothing for a line that
-/// cannot be read.
+/// Reads one line of a script: faults and "scene=NAME", separated by blanks. "#" begins a comment. Nothing for any
+/// other text.
 [[nodiscard]] std::optional<FetchPlan> parsePlan(const QString& text);
 
 } // namespace sixtrace

@@ -2,8 +2,8 @@
 // The simulated instrument: writes capture files of every form, and serves captures over a serial line and a USB link.
 #include "capture/scenes.h"
 #include "instrument/capturefeed.h"
+#include "instrument/linkserver.h"
 #include "instrument/serialserver.h"
-#include "instrument/serve.h"
 #include "instrument/usbserver.h"
 #include "platform/files/wholefile.h"
 
@@ -91,14 +91,11 @@ int serveLinks(const ServeRequest& request) {
     }
     std::deque<FetchPlan> plans;
     if (!request.script.isEmpty()) {
-        int badLine = 0;
-        const auto read = readScript(request.script, badLine);
+        auto read = readScript(request.script);
         if (!read) {
-            return fail(Failed, badLine == 0
-                                    ? QStringLiteral("%1 cannot be read").arg(request.script)
-                                    : QStringLiteral("%1: line %2 is not understood").arg(request.script).arg(badLine));
+            return fail(Failed, read.error().description);
         }
-        plans = *read;
+        plans = std::move(read.value());
     }
     catchEndSignals();
     CaptureFeed feed(request.form, request.scene, seed, *standing, std::move(plans));
@@ -106,16 +103,16 @@ int serveLinks(const ServeRequest& request) {
     QTextStream out(stdout);
     if (!request.serial.isEmpty()) {
         auto server = std::make_unique<SerialServer>(feed, request.serial, rate);
-        if (const auto complaint = server->open()) {
-            return fail(Failed, QStringLiteral("%1: %2").arg(request.serial, *complaint));
+        if (const Outcome opened = server->open(); !opened) {
+            return fail(Failed, QStringLiteral("%1: %2").arg(request.serial, opened.error().description));
         }
         links.push_back(std::move(server));
         out << "serial line at " << request.serial << Qt::endl;
     }
     if (!request.usb.isEmpty()) {
         auto server = std::make_unique<UsbServer>(feed, request.usb);
-        if (const auto complaint = server->open()) {
-            return fail(Failed, QStringLiteral("%1: %2").arg(request.usb, *complaint));
+        if (const Outcome opened = server->open(); !opened) {
+            return fail(Failed, QStringLiteral("%1: %2").arg(request.usb, opened.error().description));
         }
         links.push_back(std::move(server));
         out << "USB link at " << request.usb << Qt::endl;
@@ -158,7 +155,7 @@ int main(int argc, char** argv) {
         QStringLiteral("fault"));
     const QCommandLineOption script(
         QStringLiteral("script"),
-        QStringLiteral("One line a fetch: faults, \"scene=NAME\", or \"clean\"; behind its end --fault holds."),
+        QStringLiteral("One line a fetch: faults, \"scene=NAME\", or \"clean\"; after its end --fault holds."),
         QStringLiteral("file"));
     const QCommandLineOption rate(
         QStringLiteral("rate"), QStringLiteral("Bytes a second on the serial line, 11520 by default; 0 does not pace."),

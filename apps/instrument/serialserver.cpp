@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "instrument/serialserver.h"
 
+#include "acquire/serialline.h"
+
 #include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
@@ -9,8 +11,8 @@
 #include <array>
 #include <cstddef>
 #include <fcntl.h>
-#include <poll.h>
 #include <pty.h>
+#include <span>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <termios.h>
@@ -23,7 +25,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto kReplugAfter = 2s;
-constexpr auto kPatience = 15s; ///< longer than a receiver waits before it asks again
+constexpr auto kPatience = 15s; ///< longer than a receiver waits before it asks once more
 constexpr auto kLateBy = 1s;
 constexpr auto kSlice = 2ms; ///< bytes leave in slices of this length
 
@@ -36,14 +38,12 @@ SerialServer::SerialServer(CaptureFeed& feed, QString link, int bytesPerSecond)
 
 SerialServer::~SerialServer() {
     close();
-    if (m_name >= 0) {
-        ::close(m_name);
-    }
 }
 
-/// Takes the link's name among those of all instruments of the machine: an address without a file, which goes with the
-/// process however that ends. A link alone would not tell, as the number of its terminal may be another's by now.
-bool SerialServer::claimName() {
+/// Claims the link's name among all instruments of the machine, by a socket with an address that is no file: it goes
+/// away with the process, however that ends. The link itself does not tell whether its instrument still runs, since the
+/// number of its terminal may belong to another process by now.
+Outcome SerialServer::claimName() {
     const QFileInfo link(m_link);
     const QString whole = QFileInfo(link.absolutePath()).canonicalFilePath() + u'/' + link.fileName();
     const QByteArray digest = QCryptographicHash::hash(QFile::encodeName(whole), QCryptographicHash::Sha256).toHex();
@@ -51,78 +51,89 @@ bool SerialServer::claimName() {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     std::copy(name.cbegin(), name.cend(), address.sun_path);
-    m_name = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    m_name = ttdll::Descriptor(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
     const auto size = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + static_cast<std::size_t>(name.size()));
-    return m_name >= 0 && bind(m_name, reinterpret_cast<const sockaddr*>(&address), size) == 0;
+    if (!m_name || bind(m_name.number(), reinterpret_cast<const sockaddr*>(&address), size) != 0) {
+        return RuntimeError{ErrorNumber::PortAlreadyOpen, QStringLiteral("another instrument serves there")};
+    }
+    return success();
 }
 
-std::optional<QString> SerialServer::open() {
-    if (!claimName()) {
-        return QStringLiteral("another instrument serves there");
+Outcome SerialServer::open() {
+    Outcome claimed = claimName();
+    if (!claimed) {
+        return claimed;
     }
     const QFileInfo link(m_link);
     if (link.isSymLink() && link.exists() && !link.symLinkTarget().startsWith(QLatin1String("/dev/pts/"))) {
-        return QStringLiteral("it leads to %1, which is no instrument's").arg(link.symLinkTarget());
+        return RuntimeError{ErrorNumber::FileAlreadyExists,
+                            QStringLiteral("it leads to %1, which is no instrument's").arg(link.symLinkTarget())};
     }
-    return makeLine() ? std::nullopt : std::optional(QStringLiteral("the serial line cannot be made"));
+    return makeLine();
 }
 
-bool SerialServer::makeLine() {
+Outcome SerialServer::makeLine() {
+    const RuntimeError failed{ErrorNumber::DeviceUnavailable, QStringLiteral("the serial line cannot be made")};
     std::array<char, 128> name{};
     termios raw{};
     cfmakeraw(&raw);
-    if (openpty(&m_master, &m_slave, name.data(), &raw, nullptr) != 0) {
-        return false;
+    int master = 0;
+    int slave = 0;
+    if (openpty(&master, &slave, name.data(), &raw, nullptr) != 0) {
+        return failed;
     }
-    fcntl(m_master, F_SETFL, O_NONBLOCK);
-    fcntl(m_master, F_SETFD, FD_CLOEXEC);
-    fcntl(m_slave, F_SETFD, FD_CLOEXEC);
+    m_master = ttdll::Descriptor(master);
+    m_slave = ttdll::Descriptor(slave);
+    fcntl(master, F_SETFL, O_NONBLOCK);
+    fcntl(master, F_SETFD, FD_CLOEXEC);
+    fcntl(slave, F_SETFD, FD_CLOEXEC);
     if (QFileInfo(m_link).isSymLink()) {
         QFile::remove(m_link);
     }
     m_nextByte = ServerClock::now();
-    return QFile::link(QString::fromLatin1(name.data()), m_link);
+    return QFile::link(QString::fromLatin1(name.data()), m_link) ? success() : failed;
 }
 
 void SerialServer::close() {
-    if (m_master < 0) {
+    if (!m_master) {
         return;
     }
     std::array<char, 128> name{};
-    if (ttyname_r(m_slave, name.data(), name.size()) == 0 &&
+    if (ttyname_r(m_slave.number(), name.data(), name.size()) == 0 &&
         QFileInfo(m_link).symLinkTarget() == QLatin1String(name.data())) {
         QFile::remove(m_link);
     }
-    ::close(m_master);
-    ::close(m_slave);
-    m_master = -1;
-    m_slave = -1;
+    m_master.close();
+    m_slave.close();
 }
 
-pollfd SerialServer::waitFor() {
+std::optional<pollfd> SerialServer::waitFor() {
+    if (!m_master) {
+        return std::nullopt;
+    }
     const bool sending = !m_out.isEmpty() && m_full;
-    return {m_master, static_cast<short>(sending ? POLLIN | POLLOUT : POLLIN), 0};
+    return pollfd{m_master.number(), static_cast<short>(sending ? POLLIN | POLLOUT : POLLIN), 0};
 }
 
 ServerClock::time_point SerialServer::wakeAt() const {
-    if (m_master < 0) {
+    if (!m_master) {
         return m_replugAt;
     }
     return m_out.isEmpty() || m_full ? ServerClock::time_point::max() : std::max(m_nextByte, m_heldUntil);
 }
 
 bool SerialServer::step() {
-    if (m_master < 0) {
+    if (!m_master) {
         if (ServerClock::now() >= m_replugAt && !makeLine()) {
             m_replugAt = ServerClock::now() + kReplugAfter;
         }
         return false;
     }
     if (m_sender && ServerClock::now() - m_lastRequest > kPatience) {
-        endFetch(); // the receiver has gone without a word
+        endFetch(); // the receiver has gone without an abort
     }
     const bool heard = readRequests();
-    if (m_master >= 0) {
+    if (m_master) {
         sendDue();
     }
     return heard;
@@ -132,22 +143,22 @@ bool SerialServer::readRequests() {
     std::array<char, 256> bytes{};
     bool heard = false;
     for (;;) {
-        const ssize_t count = read(m_master, bytes.data(), bytes.size());
+        const ssize_t count = read(m_master.number(), bytes.data(), bytes.size());
         if (count <= 0) {
             return heard;
         }
         heard = true;
         m_lastRequest = ServerClock::now();
-        for (ssize_t i = 0; i < count; ++i) {
+        for (const char each : std::span(bytes).first(static_cast<std::size_t>(count))) {
+            const auto byte = static_cast<unsigned char>(each);
             if (!m_sender) {
-                const auto byte = static_cast<unsigned char>(bytes[static_cast<std::size_t>(i)]);
-                if (byte != 'C') {
+                if (byte != line::kRequestCrc) {
                     continue; // the tail of an abort, or noise: no request
                 }
                 const Fetch fetch = m_feed.next();
                 m_sender.emplace(fetch.name, fetch.content, fetch.plan);
             }
-            m_out += m_sender->answer(static_cast<unsigned char>(bytes[static_cast<std::size_t>(i)]));
+            m_out += m_sender->answer(byte);
             if (m_sender->takeLate()) {
                 m_heldUntil = ServerClock::now() + kLateBy;
             }
@@ -168,7 +179,7 @@ void SerialServer::endFetch() {
     m_sender.reset();
     m_out.clear();
     m_full = false;
-    tcflush(m_slave, TCIFLUSH); // what nobody has read yet must not greet the next client
+    tcflush(m_slave.number(), TCIFLUSH); // the next client must not get what this one has not read
 }
 
 void SerialServer::sendDue() {
@@ -185,7 +196,7 @@ void SerialServer::sendDue() {
             }
             due = std::clamp<qsizetype>(m_bytesPerSecond * kSlice / 1s, 1, due);
         }
-        const ssize_t sent = write(m_master, m_out.constData(), static_cast<std::size_t>(due));
+        const ssize_t sent = write(m_master.number(), m_out.constData(), static_cast<std::size_t>(due));
         if (sent <= 0) {
             m_full = true;
             return;
@@ -193,7 +204,8 @@ void SerialServer::sendDue() {
         m_out.remove(0, sent);
         if (m_bytesPerSecond > 0) {
             const auto taken = std::chrono::nanoseconds(1s) * sent / m_bytesPerSecond;
-            m_nextByte = std::max(m_nextByte, now - kSlice) + taken; // a late wake-up is made good, a pause is not
+            m_nextByte = std::max(m_nextByte, now - kSlice) +
+                         taken; // time lost by a late wake-up is made up for, that of a pause is not
         }
     }
 }

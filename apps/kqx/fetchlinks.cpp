@@ -17,8 +17,6 @@ namespace sixtrace::kqx {
 
 namespace {
 
-constexpr int kEnglish = 1;
-
 volatile std::sig_atomic_t g_interrupted = 0;
 
 void noteInterrupt(int) {
@@ -38,9 +36,9 @@ Fetched judged(const TransferReport& report) {
         return {Fetched::How::Whole, report.path, report.bitmap, {}};
     }
     if (report.end == TransferEnd::BrokenOff && !report.announced) {
-        return noInstrument(QStringLiteral("no instrument answers: ") + sentenceOf(report, kEnglish));
+        return noInstrument(QStringLiteral("no instrument answers: ") + sentenceOf(report, Language::English));
     }
-    return {Fetched::How::BrokenOff, {}, false, sentenceOf(report, kEnglish)};
+    return {Fetched::How::BrokenOff, {}, false, sentenceOf(report, Language::English)};
 }
 
 /// A line on the terminal that each text replaces. It shows nothing when standard error is no terminal.
@@ -126,7 +124,7 @@ public:
 
     Fetched fetch(const QString& folder) override {
         if (m_library.InitializeTt(0) == 0) {
-            return noInstrument(usbOpenFailedText(kEnglish));
+            return noInstrument(usbOpenFailedText(Language::English));
         }
         const auto pass = m_gate.enter();
         bool cut = false;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "fetchtarget.h"
 
-#include "acquire/filenames.h"
+#include "platform/files/filenames.h"
 #include "platform/files/wholefile.h"
 
 #include <QDir>
@@ -67,7 +67,7 @@ Result<QString> FetchTarget::place(const QString& received, bool bitmap) const {
 /// The name with date and time is given in one step that never replaces a file. So no file is lost to another fetch,
 /// nor after the clock is set back: a further file of the same minute gets a number.
 Result<QString> FetchTarget::placeStamped(const QString& received, const QString& suffix) const {
-    const QString stem = m_folder + u'/' + stampedName(QDateTime::currentDateTime()).chopped(4);
+    const QString stem = m_folder + u'/' + dateName(QDateTime::currentDateTime());
     QString name = stem + suffix;
     for (int i = 2;; ++i) {
         const Outcome placed = placeNew(received, name);

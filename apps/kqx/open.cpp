@@ -4,6 +4,7 @@
 #include "commands.h"
 #include "jsontext.h"
 
+#include "platform/desktop/sessionbus.h"
 #include "platform/files/bytefile.h"
 
 #include <QDBusConnection>
@@ -22,7 +23,7 @@ namespace {
 constexpr int kStartMs = 15000;
 constexpr unsigned long kLookMs = 50;
 
-const QString kService = QStringLiteral("org.sixtrace.Sixtrace");
+const QString kService = QString::fromLatin1(kDesktopId);
 
 bool startProgram() {
     QProcess program;
@@ -98,7 +99,7 @@ ExitCode open(const std::vector<std::string>& arguments) {
     if (!onTheBus(bus)) {
         return failWith(Failed, "sixtrace could not be started");
     }
-    QDBusMessage call = QDBusMessage::createMethodCall(kService, QStringLiteral("/org/sixtrace/Sixtrace"),
+    QDBusMessage call = QDBusMessage::createMethodCall(kService, QString::fromLatin1(kDesktopPath),
                                                        QStringLiteral("org.freedesktop.Application"),
                                                        hasFile ? QStringLiteral("Open") : QStringLiteral("Activate"));
     if (hasFile) {

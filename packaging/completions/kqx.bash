@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# Completion of kqx for bash: commands, options, captures and what an option takes.
+# Completion of kqx for bash: commands, options, values of options, and captures.
 _kqx() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command=${COMP_WORDS[1]}
     local IFS=$' \t\n'

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
-# Completion of kqx for fish: commands, options, captures and what an option takes.
+# Completion of kqx for fish: commands, options, values of options, and captures.
 function __kqx_ports
-    # A list takes a pattern that matches nothing; a command line would complain of it.
+    # In "set" a pattern without a match is allowed; in a command line fish would print an error.
     set -l ports /dev/ttyUSB* /dev/ttyACM* /dev/serial/by-id/*
     string join \n -- $ports (seq 16)
     string match -q '/*' -- (commandline -ct); and __fish_complete_path (commandline -ct)

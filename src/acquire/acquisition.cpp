@@ -2,6 +2,7 @@
 #include "acquire/acquisition.h"
 
 #include "acquire/frmcomset.h"
+#include "capture/mdllan.h"
 #include "capture/settings.h"
 #include "platform/controls/labels.h"
 #include "platform/desktop/dialogs.h"
@@ -24,58 +25,30 @@ MSComm::Locator locatorFor(MSComm::Locator given, const publicM& model) {
     return given ? std::move(given) : [&model](int number) { return serialPortLocation(model.AppDir, number); };
 }
 
-/// The library is looked for when it is first used, as the program folder is not known before.
-class LateLibrary final : public TtLink {
-public:
-    explicit LateLibrary(const publicM& model)
-        : m_model(model) {}
-    std::int32_t InitializeTt(std::int32_t mode) override { return library().InitializeTt(mode); }
-    void closeTt(std::int32_t mode) override { library().closeTt(mode); }
-    std::int32_t WriteThread(const char* bytes, std::int32_t count) override {
-        return library().WriteThread(bytes, count);
-    }
-    std::int32_t ReadThread(char* buffer, std::int32_t count) override { return library().ReadThread(buffer, count); }
-    std::int32_t senddatatoTt(const char* bytes, std::int32_t count) override {
-        return library().senddatatoTt(bytes, count);
-    }
-    std::int32_t getTtData(char* buffer, std::int32_t count) override { return library().getTtData(buffer, count); }
-
-private:
-    TtLibrary& library() {
-        if (m_library == nullptr) {
-            m_library = std::make_unique<TtLibrary>(ttLibraryFolder(m_model.AppDir));
-        }
-        return *m_library;
-    }
-
-    const publicM& m_model;
-    std::unique_ptr<TtLibrary> m_library;
-};
-
 } // namespace
 
-Acquisition::Acquisition(publicM& model, const Items& items, Dialogs& dialogs, AcquisitionNeighbours& neighbours,
-                         AcquisitionLinks links, QWidget* window)
+Acquisition::Acquisition(publicM& model, const Controls& controls, Dialogs& dialogs, AcquisitionNeighbours& neighbours,
+                         InstrumentAccess access, QWidget* window)
     : QObject(window)
     , m_model(model)
-    , m_items(items)
+    , m_controls(controls)
     , m_dialogs(dialogs)
     , m_neighbours(neighbours)
     , m_window(window)
-    , m_ownUsb(links.usb == nullptr ? std::make_unique<LateLibrary>(model) : nullptr)
-    , m_usb(links.usb == nullptr ? *m_ownUsb : *links.usb)
-    , m_autoGetFile(links.autoGetFile ? std::move(links.autoGetFile) : [] { return autoGetFile(); })
-    , m_locatePort(locatorFor(std::move(links.locatePort), model)) {
+    , m_library([&model] { return ttLibraryFolder(model.AppDir); })
+    , m_usb(access.usb == nullptr ? m_library : *access.usb)
+    , m_autoGetFile(access.autoGetFile ? std::move(access.autoGetFile) : [] { return autoGetFile(); })
+    , m_locatePort(locatorFor(std::move(access.locatePort), model)) {
     m_Timetime1.setObjectName(QStringLiteral("Timetime1"));
     m_Timetime1.setInterval(kTickMs);
     connect(&m_Timetime1, &QTimer::timeout, this, &Acquisition::Timetime1_Timer);
-    connect(items.mnuComSet, &QAction::triggered, this, &Acquisition::mnuComSet_Click);
-    connect(items.mnuAcquire, &QAction::triggered, this, &Acquisition::mnuAcquire_Click);
-    connect(items.mnuautoget, &QAction::triggered, this, &Acquisition::mnuautoget_Click);
-    connect(items.mnustop, &QAction::triggered, this, &Acquisition::mnustop_Click);
-    connect(items.mnurun, &QAction::triggered, this, &Acquisition::mnurun_Click);
-    for (std::size_t i = 0; i < items.intervals.size(); ++i) {
-        connect(items.intervals[i], &QAction::triggered, this, [this, i] { chooseInterval(i); });
+    connect(controls.mnuComSet, &QAction::triggered, this, &Acquisition::mnuComSet_Click);
+    connect(controls.mnuAcquire, &QAction::triggered, this, &Acquisition::mnuAcquire_Click);
+    connect(controls.mnuautoget, &QAction::triggered, this, &Acquisition::mnuautoget_Click);
+    connect(controls.mnustop, &QAction::triggered, this, &Acquisition::mnustop_Click);
+    connect(controls.mnurun, &QAction::triggered, this, &Acquisition::mnurun_Click);
+    for (std::size_t i = 0; i < controls.intervals.size(); ++i) {
+        connect(controls.intervals[i], &QAction::triggered, this, [this, i] { chooseInterval(i); });
     }
 }
 
@@ -99,12 +72,12 @@ FrmUSB& Acquisition::usbWindow() {
     return *m_FrmUSB;
 }
 
-/// The part of the window that shows a transfer goes away at its end, so that nothing else tells how it went.
+/// The transfer window closes at the end of a transfer, so this tool tip is the only place that tells the outcome.
 void Acquisition::tellEnd(const TransferReport& report) {
-    if (m_items.lastTransfer != nullptr) {
+    if (m_controls.lastTransfer != nullptr) {
         const QString label =
             m_model.LanguageId == 0 ? QStringLiteral("上次传输：%1") : QStringLiteral("Last transfer: %1");
-        m_items.lastTransfer->setNote(label.arg(sentenceOf(report, m_model.LanguageId)));
+        m_controls.lastTransfer->setNote(label.arg(sentenceOf(report, languageOf(m_model))));
     }
 }
 
@@ -138,7 +111,7 @@ void Acquisition::mnuAcquire_Click() {
 }
 
 void Acquisition::enableCommands(bool enabled) {
-    for (QAction* item : {m_items.mnuAcquire, m_items.mnuautoget, m_items.mnuComSet}) {
+    for (QAction* item : {m_controls.mnuAcquire, m_controls.mnuautoget, m_controls.mnuComSet}) {
         item->setEnabled(enabled);
     }
     for (const int button : kToolButtons) {
@@ -148,29 +121,29 @@ void Acquisition::enableCommands(bool enabled) {
 }
 
 void Acquisition::mnuautoget_Click() {
-    m_items.mnustop->setChecked(false);
-    m_items.mnuautoget->setChecked(true);
+    m_controls.mnustop->setChecked(false);
+    m_controls.mnuautoget->setChecked(true);
     enableCommands(false);
     m_model.AutoRun = true;
     m_Timetime1.start();
 }
 
 void Acquisition::mnustop_Click() {
-    m_items.mnuautoget->setChecked(false);
-    m_items.mnustop->setChecked(true);
+    m_controls.mnuautoget->setChecked(false);
+    m_controls.mnustop->setChecked(true);
     enableCommands(true);
     m_model.AutoRun = false; // the timer stops itself at its next tick
     m_gate.giveUp();
 }
 
 void Acquisition::mnurun_Click() {
-    m_items.mnurun->setChecked(true);
-    m_items.mnustop->setChecked(false);
+    m_controls.mnurun->setChecked(true);
+    m_controls.mnustop->setChecked(false);
 }
 
 void Acquisition::chooseInterval(std::size_t chosen) {
-    for (std::size_t i = 0; i < m_items.intervals.size(); ++i) {
-        m_items.intervals[i]->setChecked(i == chosen);
+    for (std::size_t i = 0; i < m_controls.intervals.size(); ++i) {
+        m_controls.intervals[i]->setChecked(i == chosen);
     }
     m_AutoGetInterval = kIntervalsMs[chosen];
 }
@@ -184,7 +157,7 @@ void Acquisition::Timetime1_Timer() {
 }
 
 void Acquisition::getdata() {
-    // Held until all is told and loaded: a tick may also fall into a message box.
+    // The pass is kept until the file is loaded, since the next tick may come while a message box is open.
     const auto pass = m_gate.enter();
     if (!pass) {
         return;
@@ -193,37 +166,34 @@ void Acquisition::getdata() {
     if (m_model.ComPort < 1) {
         getfromUSB(*pass);
     } else {
-        if (!getfromCOM(*pass)) {
-            return; // the port is the other transfer's, and so is the file
+        if (getfromCOM(*pass) == TransferEnd::Superseded) {
+            return; // the port and the file belong to the other transfer now
         }
         static_cast<void>(receiver().MSComm1().setPortOpen(false)); // closing cannot fail
     }
-    // Whatever the outcome: after a failure this is the file of the fetch before, or one that is not complete.
+    // Also after a failure: then this is the file of the fetch before, or an incomplete one.
     m_neighbours.loadCapture(m_model.ReceivedFile);
 }
 
-bool Acquisition::getfromCOM(const TransferPass& pass) {
+TransferEnd Acquisition::getfromCOM(const TransferPass& pass) {
     if (!receiver().MSComm1().PortOpen()) {
         const Outcome opened = receiver().OpenCom();
         if (!opened) {
             m_dialogs.message(opened.error().description, MessageIcon::Exclamation);
-            return true;
+            return TransferEnd::Error;
         }
     }
     const TransferReport report = receiver().YModemReceive(pass);
-    if (report.end == TransferEnd::Superseded) {
-        return false;
-    }
     if (report.error) {
         m_dialogs.message(report.error->description, MessageIcon::Exclamation);
-    } else {
+    } else if (report.end != TransferEnd::Superseded) {
         m_model.ReceiveResult = receiveResult(report);
     }
-    return true;
+    return report.end;
 }
 
 void Acquisition::getfromUSB(const TransferPass& pass) {
-    static_cast<void>(m_usb.InitializeTt(0)); // a link that is not there shows at the first bytes
+    static_cast<void>(m_usb.InitializeTt(0)); // on a link that did not open the first write fails
     const TransferReport report = exchangeUsb(pass, m_usb, {.storeAt = [this](const UsbAnnounced&) {
                                                   Result<QString> path = m_autoGetFile();
                                                   if (path) {
@@ -241,7 +211,7 @@ void Acquisition::getfromUSB(const TransferPass& pass) {
     if (report.error) {
         m_dialogs.message(usbErrorText(*report.error), MessageIcon::Plain);
     } else {
-        m_dialogs.message(usbDataFailedText(m_model.LanguageId), MessageIcon::Information);
+        m_dialogs.message(usbDataFailedText(languageOf(m_model)), MessageIcon::Information);
     }
     pass.file().close();
     m_usb.closeTt(1);

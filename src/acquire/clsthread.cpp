@@ -27,7 +27,7 @@ std::unique_ptr<std::thread> cls_Thread::makeThread(std::function<void()> body) 
     try {
         return std::make_unique<std::thread>(std::move(body));
     } catch (const std::system_error&) {
-        return nullptr; // the machine has no thread left; the caller tells the user
+        return nullptr; // the system has no thread left; Initialize tells the user
     }
 }
 

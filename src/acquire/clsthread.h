@@ -10,10 +10,11 @@
 
 namespace sixtrace {
 
-/// The place where a thread of cls_Thread stops while it is to pause, and learns that it is to end.
+/// Where the routine of a cls_Thread waits while the thread is suspended, and learns that the thread has to end.
 class ThreadGate {
 public:
-    /// Returns at once while the thread may run, waits while it is suspended; false when the thread is to end.
+    /// Returns true at once while the thread may run, and waits while it is suspended. False when the routine has to
+    /// return.
     [[nodiscard]] bool pass();
 
 private:
@@ -27,18 +28,18 @@ private:
     bool m_ended = false;
 };
 
-/// A thread that is made suspended, runs and pauses by one property, and ends with the object. Nothing in the program
-/// uses it.
+/// A thread that starts suspended, is resumed and suspended through one property, and ends with the object. Nothing in
+/// the program uses it.
 ///
-/// A standard thread can be neither suspended nor killed from outside. So the routine is handed a gate and has to pass
-/// it often: there it pauses while suspended, and there it is told to return when the object goes. The destructor waits
-/// for that; a routine that never comes to its gate keeps it waiting.
+/// A standard thread can be neither suspended nor killed from outside. So the routine gets a gate, which it has to pass
+/// often: the gate holds it while the thread is suspended, and tells it to return when the object is destroyed. The
+/// destructor waits for the routine, and so for ever if the routine never calls the gate.
 class cls_Thread {
 public:
     using Routine = std::function<void(ThreadGate& gate)>;
-    /// Tells the user that no thread could be made: text, title; with the warning mark.
+    /// Tells the user that no thread could be made, in a box with the warning mark.
     using Complaint = std::function<void(const char* text, const char* title)>;
-    /// Makes the thread; an empty one when it could not. Tests put a failing one in its place.
+    /// Makes the thread, or returns null. Tests replace it by one that fails.
     using Maker = std::function<std::unique_ptr<std::thread>(std::function<void()> body)>;
 
     explicit cls_Thread(Complaint complaint, Maker maker = makeThread)
@@ -51,13 +52,13 @@ public:
     /// Makes the thread, suspended. A second call ends the thread of the first.
     void Initialize(Routine routine);
 
-    /// Sets the running flag and gives false, whatever the thread does: nobody may rely on the value.
+    /// Sets the running flag and returns false, whatever the thread does. The value tells nothing.
     [[nodiscard]] bool ThreadEnabled();
-    /// True resumes a thread whose flag is clear. Otherwise a set flag suspends it, so that a second true suspends too;
-    /// false with a clear flag does nothing.
+    /// With the running flag clear: true resumes the thread and sets the flag, false does nothing. With the flag set:
+    /// either value suspends the thread and clears the flag.
     void setThreadEnabled(bool enabled);
 
-    /// 0 where no thread could be made.
+    /// 1 for a thread, 0 when none could be made.
     [[nodiscard]] std::int32_t handle() const { return m_thread == nullptr ? 0 : 1; }
 
     [[nodiscard]] static std::unique_ptr<std::thread> makeThread(std::function<void()> body);

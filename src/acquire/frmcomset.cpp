@@ -81,13 +81,13 @@ void frmComSet::Form_Load() {
     SetLanFile(m_model, m_model.LanguageId);
     ApplyLanguage(*this, m_model);
     m_receiver.load();
-    probePorts(m_ports, m_receiver.MSComm1());
-    for (int k = 1; k <= m_ports.count; ++k) {
-        m_Combo1->addItem(QStringLiteral("COM") + QString::number(m_ports.number[static_cast<std::size_t>(k)]));
+    m_ports.search([this](int number) { return m_receiver.MSComm1().tryPort(number); });
+    for (const std::int16_t number : m_ports.found()) {
+        m_Combo1->addItem(QStringLiteral("COM") + QString::number(number));
     }
     m_model.ComSetText = GetIniString(kSection, kSettingsKey, QStringLiteral("115200,N,8,1"), m_model.IniFile);
     m_model.ComPort = iniShortNumber(kSection, kPortKey, 0, m_model.IniFile);
-    if (m_model.ComPort > m_ports.count) {
+    if (m_model.ComPort > m_ports.count()) {
         m_model.ComPort = 1;
     }
     m_Combo1->setListIndex(m_model.ComPort); // an index that does not exist changes nothing: no entry is chosen then
@@ -100,11 +100,12 @@ void frmComSet::showToolTips() {
     const QString more =
         chinese ? QStringLiteral("命令 kqx ports 列出所有端口，并说明某个端口为何不在此列。")
                 : QStringLiteral("The command kqx ports lists all ports, and why one does not appear here.");
-    for (int k = 1; k < m_Combo1->ListCount(); ++k) {
-        const QString location = m_receiver.MSComm1().locationOf(m_ports.number[static_cast<std::size_t>(k)]);
+    int row = 0; // row 0 is USB
+    for (const std::int16_t number : m_ports.found()) {
+        const QString location = m_receiver.MSComm1().locationOf(number);
         QStringList parts{location, adapterAt(location).text()};
         parts.removeAll(QString());
-        m_Combo1->setItemData(k, parts.join(QStringLiteral(", ")), Qt::ToolTipRole);
+        m_Combo1->setItemData(++row, parts.join(QStringLiteral(", ")), Qt::ToolTipRole);
     }
     const QString chosen = m_Combo1->currentData(Qt::ToolTipRole).toString();
     m_Combo1->setToolTip(chosen.isEmpty() ? more : QString(chosen + u'\n' + more));

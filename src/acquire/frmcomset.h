@@ -12,8 +12,9 @@ class FramePanel;
 class ListCombo;
 class recFrm;
 
-/// The port settings: USB or one of the serial ports found, and line settings, which are stored and tried but never
-/// used by a transfer. It probes with the serial control of the receive window. Made for one showing.
+/// The dialog of the port settings: USB or one of the serial ports found, and line settings. The line settings are
+/// tried and stored, but no transfer uses them. The dialog looks for ports with the serial control of the receive
+/// window. Each showing makes a new one.
 class frmComSet : public DialogSheet {
 public:
     frmComSet(publicM& model, Dialogs& dialogs, recFrm& receiver);
@@ -26,9 +27,9 @@ public:
 private:
     void Form_Load();
     void showLineDefaults();
-    /// Tells device and adapter of each port, and where to read on about one that does not appear.
+    /// Tool tips tell the device and adapter of each port, and where to look when a port is missing.
     void showToolTips();
-    /// The settings text of the lists; the parity letters stand one place off the words, and stay so.
+    /// The settings as text. Each word of the parity list gives the letter of its neighbour, which is meant.
     [[nodiscard]] QString settingsText() const;
     [[nodiscard]] Outcome tryPort();
 

@@ -1,18 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "acquire/frmusb.h"
 
-#include "acquire/filenames.h"
-#include "acquire/transferrows.h"
 #include "capture/applylanguage.h"
 #include "capture/mdllan.h"
 #include "platform/desktop/dialogs.h"
-#include "platform/files/programfolder.h"
+#include "platform/files/filenames.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QEventLoop>
-#include <QFileInfo>
-#include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
@@ -23,7 +19,6 @@ namespace sixtrace {
 namespace {
 
 constexpr int kHeight = 216;
-constexpr int kAmountsRow = 118; ///< top of the amounts under the bar
 constexpr int kTimer1Ms = 300;
 constexpr int kSuffix = 3;
 
@@ -31,7 +26,7 @@ constexpr int kSuffix = 3;
 
 FrmUSB::FrmUSB(publicM& model, Dialogs& dialogs, TtLink& link, TransferGate& gate,
                std::function<void(const TransferReport&)> tellEnd)
-    : DialogSheet(rows::kWidth, kHeight)
+    : TransferSheet(kHeight)
     , m_model(model)
     , m_dialogs(dialogs)
     , m_link(link)
@@ -39,54 +34,36 @@ FrmUSB::FrmUSB(publicM& model, Dialogs& dialogs, TtLink& link, TransferGate& gat
     , m_tellEnd(std::move(tellEnd)) {
     setObjectName(QStringLiteral("FrmUSB"));
     setWindowTitle(QStringLiteral("USB Transmission "));
-    const auto caption = [this](const char* name, const char16_t* text, int row) {
-        static_cast<void>(addLabel(name, QString::fromUtf16(text), rows::caption(row)));
-    };
-    caption("Label1", u"正在接收文件：", 0);
-    m_Text1 = addShownField("Text1", rows::field(0));
-    caption("Label2", u"存储为：", 1);
-    m_Text2 = addField("Text2", rows::fieldBesideButton(1));
-    auto* Command1 = addButton("Command1", QStringLiteral("浏览..."), rows::kButtonColumn, rows::top(1) - 1);
-    caption("Label4", u"传输进度：", 2);
-    m_ProgressBar1 = addProgressBar(*this, 2);
-    m_Text5 = addShownField("Text5", {rows::kFieldLeft, kAmountsRow, rows::kShortField, kRowHeight}, Qt::AlignRight);
-    m_Text6 = addShownField("Text6", {226, kAmountsRow, rows::kShortField, kRowHeight}, Qt::AlignRight);
-    m_Command4 = addStripButton("Command4", QStringLiteral("开 始"), 280);
-    m_Command4->setDefault(true);
-    auto* CancelButton = addStripButton("CancelButton", QStringLiteral("Cancel"), rows::kButtonColumn);
-    connect(Command1, &QPushButton::clicked, this, &FrmUSB::Command1_Click);
+    addFileRows();
+    addProgressRow(2);
+    m_Command4 = addEndButtons("Command4", QStringLiteral("开 始"));
     connect(m_Command4, &QPushButton::clicked, this, &FrmUSB::Command4_Click);
-    connect(CancelButton, &QPushButton::clicked, this, &FrmUSB::CancelButton_Click);
+}
+
+QString FrmUSB::ownFolder() const {
+    return m_model.AppDir + QStringLiteral("data");
 }
 
 void FrmUSB::showModally(QWidget* owner) {
     Form_Load();
-    makeOwnFolder();
+    makeOwnFolder(ownFolder());
     showOver(owner);
 }
 
 void FrmUSB::Form_Load() {
-    const QString name = stampedName(QDateTime::currentDateTime());
+    const QString name = dateName(QDateTime::currentDateTime()) + QStringLiteral(".bin");
     if (m_LastSaveDir.isEmpty()) {
-        m_LastSaveDir = m_model.AppDir + QStringLiteral("data");
+        m_LastSaveDir = ownFolder();
     }
     m_Text2->setText(m_LastSaveDir + QDir::separator() + name);
     m_Text1->setText(name);
     m_Text5->clear();
     m_Text6->clear();
-    setBarRange(*m_ProgressBar1, 0);
+    startBar(0);
     m_Command4->setEnabled(true);
     SetLanFile(m_model, m_model.LanguageId);
     ApplyLanguage(*this, m_model);
     m_model.ReceiveResult = 0;
-}
-
-/// A dialog that names the folder "data" has to find it, and so has the file.
-void FrmUSB::makeOwnFolder() const {
-    const QString own = m_model.AppDir + QStringLiteral("data");
-    if (QFileInfo(m_Text2->text()).path() == own) {
-        ensureFolder(own);
-    }
 }
 
 void FrmUSB::Command4_Click() {
@@ -95,10 +72,10 @@ void FrmUSB::Command4_Click() {
         return;
     }
     if (m_link.InitializeTt(0) == 0) {
-        m_dialogs.message(usbOpenFailedText(m_model.LanguageId), MessageIcon::Information);
+        m_dialogs.message(usbOpenFailedText(languageOf(m_model)), MessageIcon::Information);
         return;
     }
-    makeOwnFolder();
+    makeOwnFolder(ownFolder());
     m_pass = &*pass;
     m_UsbBusy = true;
     m_Command4->setEnabled(false);
@@ -124,10 +101,10 @@ void FrmUSB::Command4_Click() {
         break;
     }
     if (m_UsbCancel) {
-        m_UsbCancel = false; // Cancel has done the rest
+        m_UsbCancel = false; // Cancel has closed the file and the link
         return;
     }
-    m_dialogs.message(usbDataFailedText(m_model.LanguageId), MessageIcon::Information);
+    m_dialogs.message(usbDataFailedText(languageOf(m_model)), MessageIcon::Information);
     pass->file().close();
     m_link.closeTt(1);
     m_Command4->setEnabled(true);
@@ -155,12 +132,12 @@ Result<QString> FrmUSB::storeAt(const UsbAnnounced& announced) {
         }
     }
     m_model.ReceivedFile = m_Text2->text();
-    setBarRange(*m_ProgressBar1, announced.blocks);
+    startBar(announced.blocks);
     m_Text5->setText(QStringLiteral("0"));
     return m_model.ReceivedFile;
 }
 
-/// "bmp" in place of the last three characters of name and path.
+/// Replaces the last three characters of name and path by "bmp"; error 5 when one of them is shorter.
 Outcome FrmUSB::nameBitmap() {
     for (QLineEdit* field : {m_Text1, m_Text2}) {
         if (field->text().size() < kSuffix) {
@@ -179,7 +156,7 @@ void FrmUSB::CancelButton_Click() {
         }
         m_link.closeTt(0);
         waitForTimer1();
-        // A second open and close put the link in order after a transfer that was cut off.
+        // Opening and closing once more recovers the link after a transfer that was cut off.
         m_link.InitializeTt(1);
         m_link.closeTt(1);
         m_UsbBusy = false;
@@ -189,32 +166,21 @@ void FrmUSB::CancelButton_Click() {
     hide();
 }
 
-/// The window's close box and the Escape key.
-void FrmUSB::reject() {
-    CancelButton_Click();
-}
-
 void FrmUSB::Command1_Click() {
-    const auto choice = m_dialogs.ShowSave({.fileName = m_Text2->text(),
-                                            .filter = QStringLiteral("bin (*.bin)|*.bin"),
-                                            .filterIndex = 1,
-                                            .initialFolder = m_LastSaveDir});
-    if (!choice) {
+    const std::optional<QString> path = choosePath(m_dialogs, m_LastSaveDir);
+    if (!path) {
         return;
     }
-    m_model.ReceivedFile = choice->fileName;
-    const Result<QString> folder = getPath(choice->fileName);
-    if (choice->fileName.isEmpty() || !folder) {
+    m_model.ReceivedFile = *path;
+    const Result<QString> folder = getPath(*path);
+    if (path->isEmpty() || !folder) {
         return;
     }
     m_LastSaveDir = folder.value();
-    if (QFileInfo::exists(choice->fileName) &&
-        m_dialogs.question(QStringLiteral("File Exist!  Do you want to continue ?"), MessageIcon::Exclamation,
-                           QStringLiteral("Message")) == Answer::No) {
-        return;
+    if (mayReplace(m_dialogs, *path)) {
+        m_Text2->setText(*path);
+        m_Text1->setText(path->mid(folder.value().size() + 1));
     }
-    m_Text2->setText(choice->fileName);
-    m_Text1->setText(choice->fileName.mid(folder.value().size() + 1));
 }
 
 void FrmUSB::waitForTimer1() {

@@ -1,40 +1,35 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "acquire/transfersheet.h"
 #include "acquire/usbexchange.h"
 #include "capture/publicm.h"
-#include "platform/desktop/dialogsheet.h"
 
 #include <functional>
 
-class QLineEdit;
-class QProgressBar;
 class QPushButton;
 
 namespace sixtrace {
 
 class Dialogs;
 
-/// The window of a USB transfer by hand. Made once; loading and unloading are states of it, so that the folder chosen
-/// last and the two flags outlive them. The exchange itself is exchangeUsb().
-class FrmUSB : public DialogSheet {
+/// The window of a USB transfer by hand; exchangeUsb() does the transfer. The object is made once. To load and unload
+/// the form changes its state only, since the folder chosen last and the two flags survive that.
+class FrmUSB : public TransferSheet {
 public:
-    /// `tellEnd` takes how each transfer ended.
+    /// `tellEnd` is called with the report of each transfer.
     FrmUSB(publicM& model, Dialogs& dialogs, TtLink& link, TransferGate& gate,
            std::function<void(const TransferReport&)> tellEnd);
 
-    /// Loads the form and shows it over the main window until it is unloaded.
+    /// Loads the form and shows it modally over `owner` until it is unloaded.
     void showModally(QWidget* owner);
     [[nodiscard]] const QString& LastSaveDir() const { return m_LastSaveDir; }
-    /// True from Start on, and still after a run-time error, so that the next Cancel puts the link in order.
+    /// True during a transfer, and after a run-time error until the next Cancel, which then recovers the link.
     [[nodiscard]] bool UsbBusy() const { return m_UsbBusy; }
 
-    void Command1_Click();
+    void Command1_Click() override;
     void Command4_Click();
-    void CancelButton_Click();
-
-protected:
-    void reject() override;
+    void CancelButton_Click() override;
 
 private:
     void Form_Load();
@@ -42,7 +37,7 @@ private:
     [[nodiscard]] TransferReport transfer(const TransferPass& pass);
     [[nodiscard]] Result<QString> storeAt(const UsbAnnounced& announced);
     Outcome nameBitmap();
-    void makeOwnFolder() const;
+    [[nodiscard]] QString ownFolder() const;
     /// Lets events run until the next tick of Timer1, at most 300 ms.
     static void waitForTimer1();
 
@@ -51,15 +46,10 @@ private:
     TtLink& m_link;
     TransferGate& m_gate;
     std::function<void(const TransferReport&)> m_tellEnd;
-    const TransferPass* m_pass = nullptr; ///< of the running transfer
+    const TransferPass* m_pass = nullptr; ///< of the running transfer, null when there is none
     bool m_UsbBusy = false;
     bool m_UsbCancel = false;
     QString m_LastSaveDir;
-    QLineEdit* m_Text1;
-    QLineEdit* m_Text2;
-    QLineEdit* m_Text5;
-    QLineEdit* m_Text6;
-    QProgressBar* m_ProgressBar1;
     QPushButton* m_Command4;
 };
 

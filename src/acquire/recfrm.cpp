@@ -1,17 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "acquire/recfrm.h"
 
-#include "acquire/filenames.h"
-#include "acquire/transferrows.h"
 #include "capture/applylanguage.h"
 #include "capture/mdllan.h"
 #include "capture/settings.h"
 #include "platform/desktop/dialogs.h"
-#include "platform/files/programfolder.h"
+#include "platform/files/filenames.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
-#include <QLabel>
+#include <QDir>
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
@@ -26,9 +23,8 @@ namespace {
 constexpr int kHeight = 252;
 constexpr std::int16_t kReadTimeoutMs = 10000;
 constexpr std::int16_t kCancelledTimeoutMs = 10;
-constexpr int kAmountsRow = 154; ///< top of the amounts under the bar
 
-/// One function for each kind of step.
+/// A visitor of one function for each kind of step.
 template<typename... Functions>
 struct Steps : Functions... {
     using Functions::operator()...;
@@ -38,12 +34,8 @@ Steps(Functions...) -> Steps<Functions...>;
 
 } // namespace
 
-void probePorts(PortTable& table, MSComm& port) {
-    probePorts(table, [&port](int number) { return port.tryPort(number); });
-}
-
 recFrm::recFrm(publicM& model, Dialogs& dialogs, MSComm::Locator locatePort, TransferGate& gate, Endings endings)
-    : DialogSheet(rows::kWidth, kHeight)
+    : TransferSheet(kHeight)
     , m_model(model)
     , m_dialogs(dialogs)
     , m_gate(gate)
@@ -52,29 +44,19 @@ recFrm::recFrm(publicM& model, Dialogs& dialogs, MSComm::Locator locatePort, Tra
     , m_receive(m_MSComm1) {
     setObjectName(QStringLiteral("recFrm"));
     setWindowTitle(QStringLiteral("正在接收数据"));
-    const auto caption = [this](const char* name, const char16_t* text, int row) {
-        return addLabel(name, QString::fromUtf16(text), rows::caption(row));
-    };
-    static_cast<void>(caption("Label1", u"正在接收文件：", 0));
-    m_Text1 = addShownField("Text1", rows::field(0));
-    static_cast<void>(caption("Label2", u"存储为：", 1));
-    m_Text2 = addField("Text2", rows::fieldBesideButton(1));
-    auto* Command1 = addButton("Command1", QStringLiteral("浏览..."), rows::kButtonColumn, rows::top(1) - 1);
-    static_cast<void>(caption("Label3", u"数据包：", 2));
+    addFileRows();
+    static_cast<void>(addLabel("Label3", QStringLiteral("数据包："), rows::caption(2)));
     m_Text3 = addShownField("Text3", rows::shortField(rows::kFieldLeft, 2), Qt::AlignRight);
     static_cast<void>(
         addLabel("Label5", QStringLiteral("重试次数"), {228, rows::top(2), 140, kRowHeight}, Qt::AlignRight));
     m_Text4 = addShownField("Text4", rows::shortField(rows::kButtonColumn, 2), Qt::AlignRight);
-    static_cast<void>(caption("Label4", u"传输进度：", 3));
-    m_ProgressBar1 = addProgressBar(*this, 3);
-    m_Text5 = addShownField("Text5", {rows::kFieldLeft, kAmountsRow, rows::kShortField, kRowHeight}, Qt::AlignRight);
-    m_Text6 = addShownField("Text6", {226, kAmountsRow, rows::kShortField, kRowHeight}, Qt::AlignRight);
-    m_Command2 = addStripButton("Command2", QStringLiteral("开始"), 280);
-    m_Command2->setDefault(true);
-    auto* CancelButton = addStripButton("CancelButton", QStringLiteral("Cancel"), rows::kButtonColumn);
-    connect(Command1, &QPushButton::clicked, this, &recFrm::Command1_Click);
+    addProgressRow(3);
+    m_Command2 = addEndButtons("Command2", QStringLiteral("开始"));
     connect(m_Command2, &QPushButton::clicked, this, &recFrm::Command2_Click);
-    connect(CancelButton, &QPushButton::clicked, this, &recFrm::CancelButton_Click);
+}
+
+QString recFrm::ownFolder() const {
+    return m_model.AppDir + QStringLiteral("dat");
 }
 
 void recFrm::load() {
@@ -88,15 +70,15 @@ void recFrm::Form_Load() {
     for (QLineEdit* field : {m_Text1, m_Text3, m_Text4, m_Text5, m_Text6}) {
         field->clear();
     }
-    setBarRange(*m_ProgressBar1, 0);
+    startBar(0);
     m_Command2->setEnabled(true);
-    m_Text2->setText(serialStorePath(m_model.AppDir, QDateTime::currentDateTime()));
+    m_Text2->setText(ownFolder() + QDir::separator() + dateName(QDateTime::currentDateTime()) + QStringLiteral(".bin"));
     SetLanFile(m_model, m_model.LanguageId);
     ApplyLanguage(*this, m_model);
-    probePorts(m_ports, m_MSComm1);
+    m_ports.search([this](int number) { return m_MSComm1.tryPort(number); });
 }
 
-/// The port goes with the form.
+/// Unloading closes the port.
 void recFrm::unload() {
     static_cast<void>(m_MSComm1.setPortOpen(false)); // closing cannot fail
     m_loaded = false;
@@ -105,7 +87,7 @@ void recFrm::unload() {
 
 void recFrm::showModally(QWidget* owner) {
     load();
-    makeOwnFolder();
+    makeOwnFolder(ownFolder());
     showOver(owner);
 }
 
@@ -115,7 +97,7 @@ Outcome recFrm::OpenCom() {
     if (!done) {
         return done;
     }
-    // The default is 1 here and 0 everywhere else: whoever opens a port wants one.
+    // The default is 0, which is USB, everywhere else. Here a serial port is wanted.
     m_model.ComPort = iniShortNumber(QStringLiteral("Common"), QStringLiteral("ComPort"), 1, m_model.IniFile);
     const Result<std::int16_t> number = m_ports.at(m_model.ComPort);
     if (!number) {
@@ -128,16 +110,8 @@ Outcome recFrm::OpenCom() {
     return done ? m_MSComm1.setPortOpen(true) : done;
 }
 
-/// A dialog that names the folder "dat" has to find it, and so has the file.
-void recFrm::makeOwnFolder() const {
-    const QString folder = QFileInfo(m_Text2->text()).path();
-    if (withSeparator(folder) == m_model.AppDir + withSeparator(QStringLiteral("dat"))) {
-        ensureFolder(folder);
-    }
-}
-
 TransferReport recFrm::YModemReceive(const TransferPass& pass) {
-    makeOwnFolder();
+    makeOwnFolder(ownFolder());
     pass.onEnd([this] { static_cast<void>(m_MSComm1.setPortOpen(false)); }); // closing cannot fail
     m_model.XferCancel = 0;
     m_model.ReceivedFile = m_Text2->text();
@@ -168,7 +142,7 @@ void recFrm::Command2_Click() {
     m_Command2->setEnabled(false);
     const TransferReport report = YModemReceive(*pass);
     if (report.end == TransferEnd::Superseded) {
-        return; // result, form and port are the other transfer's
+        return; // result, form and port belong to the other transfer now
     }
     m_model.ReceiveResult = receiveResult(report);
     if (report.error) {
@@ -193,26 +167,15 @@ void recFrm::CancelButton_Click() {
     m_Command2->setEnabled(true);
 }
 
-/// The window's close box and the Escape key.
-void recFrm::reject() {
-    CancelButton_Click();
-}
-
 void recFrm::Command1_Click() {
-    const auto choice = m_dialogs.ShowSave({.fileName = m_Text2->text(),
-                                            .filter = QStringLiteral("bin (*.bin)|*.bin"),
-                                            .filterIndex = 1,
-                                            .initialFolder = {}});
-    if (!choice) {
+    const std::optional<QString> path = choosePath(m_dialogs, {});
+    if (!path) {
         return;
     }
-    m_model.ReceivedFile = choice->fileName;
-    if (QFileInfo::exists(choice->fileName) &&
-        m_dialogs.question(QStringLiteral("File Exist!  Do you want to continue ?"), MessageIcon::Exclamation,
-                           QStringLiteral("Message")) == Answer::No) {
-        return;
+    m_model.ReceivedFile = *path;
+    if (mayReplace(m_dialogs, *path)) {
+        m_Text2->setText(*path);
     }
-    m_Text2->setText(choice->fileName);
 }
 
 void recFrm::showStep(const ReceiveStep& step) {
@@ -220,7 +183,7 @@ void recFrm::showStep(const ReceiveStep& step) {
                    [this](const HeaderRead& header) {
                        m_Text1->setText(header.name);
                        if (header.size < std::numeric_limits<std::int32_t>::max()) {
-                           setBarRange(*m_ProgressBar1, header.size + 1);
+                           startBar(header.size + 1);
                        }
                    },
                    [this](const StoresAs& bitmap) {

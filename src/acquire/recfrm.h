@@ -3,29 +3,27 @@
 
 #include "acquire/porttable.h"
 #include "acquire/serialreceive.h"
+#include "acquire/transfersheet.h"
 #include "capture/publicm.h"
-#include "platform/desktop/dialogsheet.h"
 #include "platform/ports/mscomm.h"
 
 #include <functional>
 
-class QLabel;
 class QLineEdit;
-class QProgressBar;
 class QPushButton;
 
 namespace sixtrace {
 
 class Dialogs;
 
-/// The window of a serial transfer, and the holder of the serial port. By hand it is shown and the user presses Start;
-/// timed acquisition loads it without showing it. Made once; loading and unloading are states of it, so that what has
-/// to outlive an unloading (the read time-out, the port table) stays.
-class recFrm : public DialogSheet {
+/// The window of a serial transfer, which also owns the serial port. For a transfer by hand it is shown and the user
+/// presses Start; timed acquisition loads it without showing it. The object is made once. To load and unload the form
+/// changes its state only, since the read time-out and the port table survive that.
+class recFrm : public TransferSheet {
 public:
-    /// What is told at the end of a transfer: the caption of the message window, after one by hand, and the report.
+    /// What is called at the end of a transfer.
     struct Endings {
-        std::function<void(const QString&)> caption;
+        std::function<void(const QString&)> caption; ///< for the message window, after a transfer by hand only
         std::function<void(const TransferReport&)> report;
     };
     recFrm(publicM& model, Dialogs& dialogs, MSComm::Locator locatePort, TransferGate& gate, Endings endings);
@@ -33,31 +31,28 @@ public:
     /// Runs Form_Load unless the form is loaded.
     void load();
     [[nodiscard]] bool isLoaded() const { return m_loaded; }
-    /// Shows the form over the main window until it is hidden or unloaded.
+    /// Shows the form modally over `owner` until it is hidden or unloaded.
     void showModally(QWidget* owner);
 
-    /// Opens the port of the settings, or closes it if it is open.
+    /// Opens the port that the settings name, or closes the port if it is open. Error 9 for an index outside the table.
     Outcome OpenCom();
-    /// Receives into the path of Text2 and shows how it goes. A transfer that has to make room for another one loses
-    /// its port.
+    /// Receives into the path of Text2 and shows the steps. If another transfer takes the place of this one, the port
+    /// is closed.
     [[nodiscard]] TransferReport YModemReceive(const TransferPass& pass);
     [[nodiscard]] std::int16_t ReadTimeoutMs() const { return m_receive.ReadTimeoutMs; }
     [[nodiscard]] MSComm& MSComm1() { return m_MSComm1; }
     [[nodiscard]] const PortTable& ports() const { return m_ports; }
 
-    void Command1_Click();
+    void Command1_Click() override;
     void Command2_Click();
-    void CancelButton_Click();
-
-protected:
-    void reject() override;
+    void CancelButton_Click() override;
 
 private:
     void Form_Load();
     void unload();
 
     void showStep(const ReceiveStep& step);
-    void makeOwnFolder() const;
+    [[nodiscard]] QString ownFolder() const;
 
     publicM& m_model;
     Dialogs& m_dialogs;
@@ -67,17 +62,9 @@ private:
     SerialReceive m_receive;
     PortTable m_ports;
     bool m_loaded = false;
-    QLineEdit* m_Text1;
-    QLineEdit* m_Text2;
     QLineEdit* m_Text3;
     QLineEdit* m_Text4;
-    QLineEdit* m_Text5;
-    QLineEdit* m_Text6;
-    QProgressBar* m_ProgressBar1;
     QPushButton* m_Command2;
 };
-
-/// Tries ports 1 to 16 with a serial control, which is left as it is.
-void probePorts(PortTable& table, MSComm& port);
 
 } // namespace sixtrace

@@ -9,10 +9,24 @@ namespace sixtrace {
 
 namespace {
 
+constexpr unsigned kPolynomial = 0x1021;
+constexpr unsigned kTopBit = 0x8000;
+
 constexpr int kSilenceMs = 100;
 constexpr qint64 kLongestFlushMs = 10000;
 
 } // namespace
+
+std::uint16_t crc16(QByteArrayView data) {
+    unsigned crc = 0;
+    for (const char byte : data) {
+        crc ^= static_cast<unsigned>(static_cast<unsigned char>(byte)) << 8;
+        for (int bit = 0; bit < 8; ++bit) {
+            crc = (crc & kTopBit) != 0 ? (crc << 1) ^ kPolynomial : crc << 1;
+        }
+    }
+    return static_cast<std::uint16_t>(crc);
+}
 
 void SerialLine::WriteByte(int byte) {
     if (m_pass.ended()) {
@@ -22,35 +36,37 @@ void SerialLine::WriteByte(int byte) {
     m_port.Output(QByteArray(1, static_cast<char>(byte)));
 }
 
-int SerialLine::SerialInputBlock(char* buffer, int count, int timeoutMs) {
+bool SerialLine::SerialInputBlock(std::span<char> block, int timeoutMs) {
     if (m_pass.ended()) {
-        return -1;
+        return false;
     }
+    const auto count = static_cast<int>(block.size());
     const Waited waited = m_port.waitForBytes(count, timeoutMs);
     if (m_pass.ended()) {
-        return -1; // the bytes, if there are any, are another transfer's
+        return false; // bytes that have come during the wait belong to the other transfer
     }
     m_lost = m_lost || waited == Waited::Lost;
     if (waited != Waited::Enough) {
-        return -1;
+        return false;
     }
     const QByteArray bytes = m_port.Input(count);
     if (bytes.size() != count) {
-        return -1;
+        return false;
     }
-    std::copy(bytes.cbegin(), bytes.cend(), buffer);
-    return count;
+    std::copy(bytes.cbegin(), bytes.cend(), block.begin());
+    return true;
 }
 
-int SerialLine::ReadByteWithTimeout(int timeoutMs) {
+std::optional<int> SerialLine::ReadByteWithTimeout(int timeoutMs) {
     char byte = 0;
-    return SerialInputBlock(&byte, 1, timeoutMs) == 1 ? static_cast<int>(static_cast<unsigned char>(byte)) : -1;
+    return SerialInputBlock({&byte, 1}, timeoutMs) ? std::optional<int>(static_cast<unsigned char>(byte))
+                                                   : std::nullopt;
 }
 
 void SerialLine::ReadFlush(const std::function<void()>& yield) {
     const qint64 start = m_port.clock();
-    while (ReadByteWithTimeout(kSilenceMs) != -1) {
-        m_port.discard(); // the rest of what has come would be read and dropped byte by byte
+    while (ReadByteWithTimeout(kSilenceMs)) {
+        m_port.discard(); // reading the rest byte by byte would only drop it more slowly
         if (m_port.clock() - start > kLongestFlushMs) {
             return;
         }

@@ -4,12 +4,17 @@
 #include "acquire/transfergate.h"
 #include "platform/ports/byteport.h"
 
+#include <QByteArrayView>
+
+#include <cstdint>
 #include <functional>
+#include <optional>
+#include <span>
 
 namespace sixtrace {
 
-/// The bytes of the block protocol. Negative acknowledge and abort are the instrument's own, not those of the
-/// published protocol.
+/// The bytes of the block protocol. The values of refusal and abort are the instrument's own; the published protocol
+/// has others.
 namespace line {
 inline constexpr int kShortBlock = 1;
 inline constexpr int kLongBlock = 2;
@@ -23,25 +28,28 @@ inline constexpr int kShortData = 128;
 inline constexpr int kLongData = 1024;
 } // namespace line
 
-/// The serial line as one transfer uses it. Once another transfer has taken its place, it neither reads nor sends.
+/// The check value of a block, CRC-16/XMODEM: polynomial 0x1021, initial value 0, no reflection, no final exclusive or.
+[[nodiscard]] std::uint16_t crc16(QByteArrayView data);
+
+/// The serial line as one transfer uses it. Once another transfer has taken the place of this one, it neither reads nor
+/// sends.
 class SerialLine {
 public:
     SerialLine(BytePort& port, const TransferPass& pass)
         : m_port(port)
         , m_pass(pass) {}
 
-    /// The next byte, or -1 at the time-out; 0 ms waits without limit.
-    [[nodiscard]] int ReadByteWithTimeout(int timeoutMs);
-    /// Reads `count` bytes into `buffer`; gives `count`, or -1 when they are not all there in time. What has come then
-    /// stays in the port.
-    [[nodiscard]] int SerialInputBlock(char* buffer, int count, int timeoutMs);
-    /// Reads until the line has been silent for 100 ms. A sender that never pauses is left alone after ten seconds.
-    /// `yield` lets waiting events run.
+    /// The next byte, 0 to 255; nothing when none comes within `timeoutMs` milliseconds. 0 ms waits without limit.
+    [[nodiscard]] std::optional<int> ReadByteWithTimeout(int timeoutMs);
+    /// Fills `block`. False when the bytes are not all there in time: those that have come then stay in the port.
+    [[nodiscard]] bool SerialInputBlock(std::span<char> block, int timeoutMs);
+    /// Reads and drops bytes until none has come for 100 ms, at most for ten seconds: a sender may never pause. Calls
+    /// `yield`, which lets waiting events run, after each byte.
     void ReadFlush(const std::function<void()>& yield);
-    /// Sends a byte, after throwing away all that has come in.
+    /// Drops all bytes that have come in, then sends `byte`.
     void WriteByte(int byte);
 
-    /// Whether the line went away during a wait without limit.
+    /// Whether the line has gone during a wait without limit.
     [[nodiscard]] bool lost() const { return m_lost; }
 
 private:

@@ -13,56 +13,57 @@
 
 namespace sixtrace {
 
-/// A header was read: the file's name as it came over the line, and the size that it tells.
+/// A header was read.
 struct HeaderRead {
-    QString name;
-    std::int32_t size = 0;
+    QString name;          ///< as it came over the line
+    std::int32_t size = 0; ///< of the file in bytes, as the header tells it
 };
-/// A bitmap goes to a path of its own.
+/// The file is a bitmap, which is stored at a path of its own.
 struct StoresAs {
     QString path;
 };
-/// Data bytes, padding included, that came before the file's last block.
+/// A data block came that is not the last one of the file.
 struct BytesCame {
-    std::int32_t total = 0;
+    std::int32_t total = 0; ///< data bytes so far, padding included
 };
 /// A block was accepted.
 struct BlockTaken {
-    int next = 1; ///< number of the data block that is due
-    std::int32_t total = 0;
-    std::int32_t size = 0;
+    int next = 1;           ///< number of the data block that is due
+    std::int32_t total = 0; ///< data bytes so far, padding included
+    std::int32_t size = 0;  ///< of the file in bytes, as the header tells it
 };
-/// A block failed, or something else came in its place.
+/// A block failed, or a byte came that begins no block.
 struct Retried {
-    int retries = 0;
+    int retries = 0; ///< counted failures since the last block that was accepted, 0 to 5
 };
 /// One step of a receive, in the order in which a window shows them.
 using ReceiveStep = std::variant<HeaderRead, StoresAs, BytesCame, BlockTaken, Retried>;
 
-/// What a receive is to do, and whom it asks and tells meanwhile.
+/// What the caller of a receive decides and learns during it.
 struct ReceiveJob {
-    QString path;         ///< where the file goes
-    QString bitmapFolder; ///< with a separator at its end; a bitmap goes here by its bare name. Empty: current folder
+    QString path;         ///< of the file, unless it is a bitmap
+    QString bitmapFolder; ///< with a separator at its end: a bitmap is stored here. Empty for the current folder
     std::function<bool()> cancelled = [] { return false; };
     std::function<void(const ReceiveStep& step)> show = [](const ReceiveStep&) {};
     std::function<void()> yield = [] {}; ///< lets waiting events run
 };
 
-/// The receiving side of the block protocol, over a byte port: one file per transfer, a header block first. It keeps
-/// what outlives a transfer and is not responsible for opening the port.
+/// The receiving side of the block protocol over a byte port, which the caller opens. It keeps what must survive a
+/// transfer: the read time-out and the buffer of a block.
 class SerialReceive {
 public:
     explicit SerialReceive(BytePort& port)
         : m_port(port) {}
 
-    /// Time-out of every protocol read in milliseconds; 0 reads without limit.
+    /// Time-out of every read in milliseconds; 0 sets no limit. It may change during a transfer.
     std::int16_t ReadTimeoutMs = 0;
-    /// Data field of the block being handled. A short header block runs on into what is left from before.
+    /// Data field of the block being handled. After the bytes of a short block it still holds those of longer ones
+    /// before.
     std::array<char, line::kLongData> RecvBlock{};
 
-    /// Receives the file that the instrument sends.
+    /// Receives the file that the instrument sends, header block first.
     [[nodiscard]] TransferReport YModemReceive(const TransferPass& pass, const ReceiveJob& job);
-    /// The older shape of the same loop, without header block, into "test.bmp" of the current folder. Nothing calls it.
+    /// The older loop, without a header block, which stores to "test.bmp" in the current folder. Nothing calls it.
     [[nodiscard]] TransferReport XModemReceive(const TransferPass& pass);
 
     [[nodiscard]] BytePort& port() { return m_port; }
@@ -74,10 +75,7 @@ private:
 /// The 32-bit result of a receive: the data bytes that came, padding included, or -1 after a failure or a cancel.
 [[nodiscard]] std::int32_t receiveResult(const TransferReport& report);
 
-/// An amount as the receive window shows it: in " b" while the file has at most 3 KiB, else in whole " k".
+/// A number of bytes as the receive window shows it: in " b" when the file has at most 3 KiB, otherwise in whole " k".
 [[nodiscard]] QString amountText(std::int32_t bytes, std::int32_t fileSize);
-
-/// The last part of a name that may come from a stranger: what stands behind every "/", "\" and ":".
-[[nodiscard]] QString withoutFolder(const QString& name);
 
 } // namespace sixtrace

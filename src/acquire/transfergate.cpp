@@ -6,7 +6,7 @@
 namespace sixtrace {
 
 struct TransferPass::Hold {
-    TransferGate* gate = nullptr; ///< none once the gate has gone
+    TransferGate* gate = nullptr; ///< null once the gate is destroyed or the transfer has ended
     BinaryFile file;
     std::function<void()> release;
     bool givenUp = false;
@@ -55,8 +55,8 @@ std::optional<TransferPass> TransferGate::enter() {
 
 std::optional<TransferPass> TransferGate::enterForStart() {
     if (held() && m_current->givenUp) {
-        // The transfer stands further down the stack and cannot return before the new one has. So it loses file and
-        // line now, and finds out when it comes to the top again.
+        // The old transfer waits further down the stack and cannot return before the new one does. So it loses its file
+        // and line now, and notices when its wait returns.
         const auto waiting = std::exchange(m_current, nullptr);
         waiting->ended = true;
         waiting->gate = nullptr;

@@ -11,9 +11,9 @@ namespace sixtrace {
 
 class TransferGate;
 
-/// The right to run a transfer, and the one file that a transfer writes. Only the gate gives it; every transfer of
-/// either link asks for it as an argument, so that none runs without. It lasts until the object goes, which closes the
-/// file.
+/// The right to run a transfer, together with the file that the transfer writes. Only a gate makes a pass, and every
+/// transfer of either link takes one as an argument, so none runs without it. The destructor closes the file and gives
+/// the right back.
 class TransferPass {
 public:
     TransferPass(TransferPass&& other) noexcept = default;
@@ -24,10 +24,10 @@ public:
 
     /// File number 1.
     [[nodiscard]] BinaryFile& file() const;
-    /// Whether another transfer has taken this one's place. From then on it sends, reads, writes and shows nothing; all
-    /// that is left to it is to return.
+    /// Whether another transfer has taken the place of this one. From then on this one must not send, read, write or
+    /// show anything; it can only return.
     [[nodiscard]] bool ended() const;
-    /// What frees the line at once should another transfer take the place of this one.
+    /// Sets what frees the line. It is called if another transfer takes the place of this one.
     void onEnd(std::function<void()> release) const;
 
 private:
@@ -37,7 +37,7 @@ private:
     std::shared_ptr<Hold> m_hold;
 };
 
-/// One transfer at a time, by hand or timed, over whichever link. There is one window, one port and one file.
+/// Lets one transfer run at a time, by hand or timed, over either link: they share one window, one port and one file.
 class TransferGate {
 public:
     TransferGate() = default;
@@ -45,12 +45,13 @@ public:
     TransferGate& operator=(const TransferGate&) = delete;
     ~TransferGate();
 
-    /// For a tick: nothing while any transfer runs, one that was cancelled and still unwinds included.
+    /// For a tick of timed acquisition. Nothing while a transfer runs, even one that was cancelled and has not yet
+    /// ended.
     [[nodiscard]] std::optional<TransferPass> enter();
-    /// For Start: a transfer that the user has given up is ended first, wherever it waits. Nothing while one runs that
-    /// nobody has given up.
+    /// For Start. Ends a running transfer that the user has given up, wherever it waits. Nothing while a transfer runs
+    /// that the user has not given up.
     [[nodiscard]] std::optional<TransferPass> enterForStart();
-    /// Stop and Cancel: nobody wants the running transfer any more. It goes on until its read has run out.
+    /// For Stop and Cancel: notes that the user has given up the running transfer. It goes on until its read ends.
     void giveUp();
     [[nodiscard]] bool held() const { return m_current != nullptr; }
 

@@ -5,8 +5,9 @@ namespace sixtrace {
 
 namespace {
 
-/// "of 2461 bytes 1024 have come", as far as that is known.
-QString amounts(const TransferReport& report, bool chinese) {
+/// "1024 of 2461 bytes came".
+QString amounts(const TransferReport& report, Language language) {
+    const bool chinese = language == Language::Chinese;
     if (!report.announced) {
         return chinese ? QStringLiteral("没有收到文件头") : QStringLiteral("no header came");
     }
@@ -15,7 +16,8 @@ QString amounts(const TransferReport& report, bool chinese) {
         .arg(*report.announced);
 }
 
-QString reason(const TransferReport& report, bool chinese) {
+QString reason(const TransferReport& report, Language language) {
+    const bool chinese = language == Language::Chinese;
     switch (report.end) {
     case TransferEnd::BrokenOff:
         return chinese ? QStringLiteral("传输中断：仪器没有正确应答")
@@ -47,13 +49,14 @@ bool TransferReport::whole() const {
     return end == TransferEnd::Finished && inOrder && announced && *announced > 0 && stored == *announced;
 }
 
-QString sentenceOf(const TransferReport& report, int languageId) {
-    const bool chinese = languageId == 0;
+QString sentenceOf(const TransferReport& report, Language language) {
+    const bool chinese = language == Language::Chinese;
     if (report.whole()) {
         return (chinese ? QStringLiteral("接收完成，共 %1 字节") : QStringLiteral("all %1 bytes came"))
             .arg(report.stored);
     }
-    return reason(report, chinese) + (chinese ? QStringLiteral("；") : QStringLiteral("; ")) + amounts(report, chinese);
+    return reason(report, language) + (chinese ? QStringLiteral("；") : QStringLiteral("; ")) +
+           amounts(report, language);
 }
 
 } // namespace sixtrace

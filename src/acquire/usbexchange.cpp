@@ -18,7 +18,7 @@ int byteAt(const UsbHeader& header, std::size_t index) {
     return static_cast<unsigned char>(header[index]);
 }
 
-/// Sends the command and gives the header that comes back; nothing when either fails.
+/// Sends the command and returns the header that comes back; nothing when either fails.
 std::optional<UsbHeader> start(TtLink& link) {
     if (link.WriteThread(kStart, kStartSize) != kStartSize) {
         return std::nullopt;
@@ -31,7 +31,7 @@ std::optional<UsbHeader> start(TtLink& link) {
 }
 
 Result<TransferEnd> exchange(const TransferPass& pass, TtLink& link, const UsbJob& job, TransferReport& report) {
-    // Cancel closes the link, so that it shows as a read that fails.
+    // Cancel closes the link, so that the next read fails.
     const auto failed = [&job] { return job.cancelled() ? TransferEnd::Cancelled : TransferEnd::BrokenOff; };
     const std::optional<UsbHeader> header = start(link);
     if (!header) {
@@ -53,7 +53,7 @@ Result<TransferEnd> exchange(const TransferPass& pass, TtLink& link, const UsbJo
     if (!opened) {
         return opened.error();
     }
-    QByteArray UsbData(qsizetype{announced.length} + 1, '\0'); // the last byte stays 0 and goes to the file too
+    QByteArray UsbData(qsizetype{announced.length} + 1, '\0'); // the last byte stays 0 and is written too
     const auto read = [&](std::int32_t block, std::int32_t count) {
         const std::int32_t came = link.ReadThread(UsbData.data() + kUsbBlockSize * block, count);
         report.stored += std::clamp(came, 0, count);
@@ -66,10 +66,10 @@ Result<TransferEnd> exchange(const TransferPass& pass, TtLink& link, const UsbJo
         job.blockCame(i);
         job.yield();
     }
-    // Whether the short read failed is not looked at.
+    // A short read that fails is not an error: its bytes stay 0.
     static_cast<void>(read(announced.blocks, announced.length - kUsbBlockSize * announced.blocks));
     if (job.cancelled()) {
-        return TransferEnd::Cancelled; // Cancel came after the last whole block and has closed file and link
+        return TransferEnd::Cancelled; // after the last whole block: Cancel has closed the file and the link
     }
     const Outcome written = pass.file().write(UsbData);
     if (!written) {
@@ -93,14 +93,16 @@ bool usbIsBitmap(const UsbHeader& header) {
     return header[kContentByte] == 1;
 }
 
-QString usbOpenFailedText(int languageId) {
-    return languageId == 0 ? QStringLiteral("设备打不开，请检查USB连线是否正常，重新接入设备！")
-                           : QStringLiteral("The meter open faild.Check the USB cable then reconect the system..");
+QString usbOpenFailedText(Language language) {
+    return language == Language::Chinese
+               ? QStringLiteral("设备打不开，请检查USB连线是否正常，重新接入设备！")
+               : QStringLiteral("The meter open faild.Check the USB cable then reconect the system..");
 }
 
-QString usbDataFailedText(int languageId) {
-    return languageId == 0 ? QStringLiteral("数据接收错误，请检查USB连线是否正常，重新开始接收！")
-                           : QStringLiteral("The data received is error.Check the USB cable then restart to receive.");
+QString usbDataFailedText(Language language) {
+    return language == Language::Chinese
+               ? QStringLiteral("数据接收错误，请检查USB连线是否正常，重新开始接收！")
+               : QStringLiteral("The data received is error.Check the USB cable then restart to receive.");
 }
 
 QString usbErrorText(const RuntimeError& error) {

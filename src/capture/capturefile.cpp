@@ -19,10 +19,6 @@ namespace {
 /// Blocks of a file that draw a frame each. The instrument sends six at most.
 constexpr int kDrawnBlocks = 64;
 
-bool isRow(std::int64_t index, int rows) {
-    return index >= 0 && index < rows;
-}
-
 template<typename To>
 std::optional<To> narrowed(std::int64_t value) {
     if (value < std::numeric_limits<To>::min() || value > std::numeric_limits<To>::max()) {
@@ -40,10 +36,10 @@ void assign(T& target, const std::optional<U>& value) {
 }
 
 struct SampleExtremes {
-    int least = std::numeric_limits<int>::max();
-    int greatest = std::numeric_limits<int>::min();
+    std::int16_t least = std::numeric_limits<std::int16_t>::max();
+    std::int16_t greatest = std::numeric_limits<std::int16_t>::min();
 
-    void include(int sample) {
+    void include(std::int16_t sample) {
         least = std::min(least, sample);
         greatest = std::max(greatest, sample);
     }
@@ -78,8 +74,7 @@ public:
         m_model.setTimeBaseFamily(form.family);
         m_screen.modelName = QString();
         for (const int row : kFamilyRows) {
-            const auto r = static_cast<std::size_t>(row);
-            m_screen.timeList[r] = m_model.TimeBaseText[r];
+            m_screen.timeList[row] = m_model.TimeBaseText[row];
         }
     }
 
@@ -178,7 +173,7 @@ private:
         }
         derive(-1);
         const SampleExtremes extremes = readSamples(m_model.SampleCount[c]);
-        assign(m_model.PeakToPeak[c], narrowed<std::int16_t>(std::int64_t{extremes.greatest} - extremes.least));
+        assign(m_model.PeakToPeak[c], narrowed<std::int16_t>(extremes.greatest - extremes.least));
         m_model.FilePos +=
             static_cast<double>(layout::samplesToNextBlock(m_model.SampleCount[c], m_model.ScreenPoints[c]));
         FillVoltList(m_screen, m_model.ProbeExp[c]);
@@ -222,29 +217,30 @@ private:
     /// their old samples, and these count for the extremes like all others; rows beyond the array are dropped.
     SampleExtremes readSamples(std::int64_t count) {
         const auto rows = static_cast<std::size_t>(std::clamp<std::int64_t>(count, 1, kSampleRows));
-        const ByteSource::Stretch stretch = m_source.upTo(m_model.FilePos, rows * layout::kSampleSize);
-        const std::size_t held = stretch.count / layout::kSampleSize;
+        const std::span<const std::byte> bytes = m_source.upTo(m_model.FilePos, rows * layout::kSampleSize);
+        const std::size_t held = bytes.size() / layout::kSampleSize;
         std::int16_t* const samples = m_model.SampleData.channel(m_channel);
         SampleExtremes extremes;
-        for (std::size_t i = 0; i < rows; ++i) {
-            std::int16_t& sample = samples[i * kChannels];
-            if (i < held) {
-                sample = ByteSource::decode<std::int16_t>(stretch.bytes + layout::kSampleSize * i);
-            }
+        for (std::size_t i = 0; i < held; ++i) {
+            const auto sample = ByteSource::decode<std::int16_t>(bytes.data() + layout::kSampleSize * i);
+            samples[i * kChannels] = sample;
             extremes.include(sample);
+        }
+        for (std::size_t i = held; i < rows; ++i) {
+            extremes.include(samples[i * kChannels]);
         }
         return extremes;
     }
 
     /// Rewrites the row of the channel with an entry of a volt list; a missing table row or an overflowing factor
     /// leaves it.
-    void rewriteRow(const std::array<QString, kVoltRows>& voltTexts, std::int32_t voltRow) {
+    void rewriteRow(const PerVoltRange<QString>& voltTexts, std::int32_t voltRow) {
         const std::int32_t timeRow = m_model.TimeIndex[m_channel];
         const int exponent = m_model.ProbeExp[m_channel];
-        if (isRow(timeRow, kTimeBaseRows) && isRow(voltRow, kVoltRows) && std::isfinite(probeFactor(exponent))) {
+        if (m_model.TimeBaseText.has(timeRow) && voltTexts.has(voltRow) && std::isfinite(probeFactor(exponent))) {
             QString& row = m_screen.rows[m_channel];
-            row = channelRow(row, m_model.TimeBaseText[static_cast<std::size_t>(timeRow)],
-                             voltTexts[static_cast<std::size_t>(voltRow)], RowGap::Seven, probeFactorText(exponent));
+            row = channelRow(row, m_model.TimeBaseText[timeRow], voltTexts[voltRow], RowGap::Seven,
+                             probeFactorText(exponent));
         }
     }
 

@@ -55,9 +55,9 @@ struct CaptureRecord {
     static constexpr std::size_t kFaultLimit = 50; ///< so many faults are named
 
     std::int16_t FileKind = 0; ///< 0 where the file is no capture: the only fault says why
-    std::array<ChannelRecord, kChannels> channels{};
+    PerChannel<ChannelRecord> channels{};
     std::vector<RecordFault> faults;
-    std::array<std::vector<std::byte>, kChannels> kept; ///< samples of a file too long to stand in memory
+    PerChannel<std::vector<std::byte>> kept; ///< samples of a file too long to stand in memory
 
     [[nodiscard]] bool isCapture() const { return FileKind != 0; }
     /// The three letters of its form, empty for none.

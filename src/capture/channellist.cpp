@@ -11,15 +11,11 @@ namespace {
 constexpr int kColumnGap = 10;
 constexpr int kLabelLength = 3;
 
-[[nodiscard]] bool isRow(int index, int rows) {
-    return index >= 0 && index < rows;
-}
-
 /// A list is given the text of one of its entries and chooses the first that reads so: entries may be alike.
 template<std::size_t Rows>
-void chooseEntry(const std::array<QString, Rows>& list, int& chosen, int row) {
-    if (isRow(row, int{Rows})) {
-        const auto first = std::find(list.begin(), list.end(), list[static_cast<std::size_t>(row)]);
+void chooseEntry(const NumberedArray<QString, Rows>& list, int& chosen, int row) {
+    if (list.has(row)) {
+        const auto first = std::find(list.begin(), list.end(), list[row]);
         chosen = static_cast<int>(first - list.begin());
     }
 }
@@ -98,7 +94,7 @@ void FillVoltList(ScreenState& screen, int probeExp) {
 void List1_Click(const Scope& scope) {
     ScreenState& screen = scope.screen;
     const int row = screen.selectedRow;
-    if (!isRow(row, kChannels)) {
+    if (!screen.rows.has(row)) {
         return;
     }
     selectChannel(scope, row);

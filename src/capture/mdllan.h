@@ -7,6 +7,14 @@
 
 namespace sixtrace {
 
+/// The language of the interface.
+enum class Language { Chinese, English };
+
+/// What `LanguageId` stands for: 0 is Chinese, anything else English.
+[[nodiscard]] inline Language languageOf(const publicM& model) {
+    return model.LanguageId == 0 ? Language::Chinese : Language::English;
+}
+
 /// Chooses the language file beside the program: 0 is Chinese, anything else English.
 void SetLanFile(publicM& model, int id);
 

@@ -60,7 +60,7 @@ QString channelLabel(int channel) {
 }
 
 QString channelName(int channel) {
-    const std::string_view name = kChannelNames.at(static_cast<std::size_t>(channel));
+    const std::string_view name = kChannelNames.at(channel);
     return QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()));
 }
 
@@ -68,9 +68,9 @@ double probeFactor(int probeExp) {
     return std::pow(10.0, probeExp);
 }
 
-const std::array<QString, kVoltRows>* voltListTexts(int probeExp) {
+const PerVoltRange<QString>* voltListTexts(int probeExp) {
     static const auto lists = [] {
-        std::array<std::array<QString, kVoltRows>, kVoltListTexts.size()> made;
+        std::array<PerVoltRange<QString>, kVoltListTexts.size()> made;
         for (std::size_t probe = 0; probe < made.size(); ++probe) {
             std::transform(kVoltListTexts[probe].begin(), kVoltListTexts[probe].end(), made[probe].begin(),
                            [](const char* text) { return QString::fromLatin1(text); });

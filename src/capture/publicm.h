@@ -7,32 +7,11 @@
 #include <QString>
 
 #include <array>
-#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 
 namespace sixtrace {
-
-/// One element for each channel, addressed by the channel's number.
-template<typename T>
-struct PerChannel : std::array<T, kChannels> {
-    using Elements = std::array<T, kChannels>;
-
-    [[nodiscard]] constexpr T& operator[](std::integral auto channel) {
-        return Elements::operator[](static_cast<std::size_t>(channel));
-    }
-    [[nodiscard]] constexpr const T& operator[](std::integral auto channel) const {
-        return Elements::operator[](static_cast<std::size_t>(channel));
-    }
-    /// The same with a check; throws std::out_of_range.
-    [[nodiscard]] constexpr T& at(std::integral auto channel) {
-        return Elements::at(static_cast<std::size_t>(channel));
-    }
-    [[nodiscard]] constexpr const T& at(std::integral auto channel) const {
-        return Elements::at(static_cast<std::size_t>(channel));
-    }
-};
 
 /// Samples by channels, sample-major: the element of channel c and sample i stands at c + 6 i. Fixed capacity.
 template<typename T>
@@ -94,14 +73,14 @@ struct publicM {
     SampleArray<std::int32_t> PlotY;
 
     /// 1024 points by 6 channels for the 500 by 400 screen of PicReDraw. Nothing fills it.
-    std::array<std::int16_t, std::size_t{1024} * kChannels> ScreenTrace{};
+    NumberedArray<std::int16_t, std::size_t{1024} * kChannels> ScreenTrace{};
 
     // Tables.
-    std::array<double, kTimeBaseRows> TimeBaseTable{}; ///< milliseconds per division
-    std::array<QString, kTimeBaseRows> TimeBaseText;   ///< five characters each
-    std::array<double, kVoltRows> VoltTable{};         ///< volts per division
-    std::array<QString, kVoltRows> VoltText;           ///< six characters each
-    std::array<std::int16_t, kVoltRows> VoltRange{};   ///< half the range of VScroll1, divisions
+    PerTimeBase<double> TimeBaseTable{};    ///< milliseconds per division
+    PerTimeBase<QString> TimeBaseText;      ///< five characters each
+    PerVoltRange<double> VoltTable{};       ///< volts per division
+    PerVoltRange<QString> VoltText;         ///< six characters each
+    PerVoltRange<std::int16_t> VoltRange{}; ///< half the range of VScroll1, divisions
 
     // Shared scalars.
     std::int16_t FileKind = 0;      ///< 0 none or unknown, 1 "bin", 2 "V01", 3 "W01", 4 "V11", 5 "W11", 6 "V10"
@@ -137,6 +116,6 @@ inline constexpr std::array<int, 9> kFamilyRows{2, 5, 8, 11, 14, 17, 20, 23, 26}
 [[nodiscard]] double probeFactor(int probeExp);
 
 /// The ten texts of the volt list for a probe exponent 0 to 3, or null for any other: the list then stays as it is.
-[[nodiscard]] const std::array<QString, kVoltRows>* voltListTexts(int probeExp);
+[[nodiscard]] const PerVoltRange<QString>* voltListTexts(int probeExp);
 
 } // namespace sixtrace

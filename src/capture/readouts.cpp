@@ -30,7 +30,7 @@ QString peakToPeakText(double millivolts, NumberMarks marks) {
 }
 
 MeasurementTexts measurementTexts(const publicM& model, int channel, NumberMarks marks) {
-    const auto c = static_cast<std::size_t>(channel);
+    const int c = channel;
     if (model.ChannelPresent.at(c) == 0) {
         return {};
     }

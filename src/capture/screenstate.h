@@ -79,8 +79,8 @@ struct ScreenState {
 
     // The lists Combo1 (time bases), Combo2 (volt ranges) and Combo3 (cursors). A list may show another row than the
     // model has: during timed acquisition a choice has no effect.
-    std::array<QString, kTimeBaseRows> timeList;
-    std::array<QString, kVoltRows> voltList;
+    PerTimeBase<QString> timeList;
+    PerVoltRange<QString> voltList;
     int timeRow = -1;
     int voltRow = -1;
     CursorType cursorChoice = CursorType::None; ///< entry of Combo3

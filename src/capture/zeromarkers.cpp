@@ -37,7 +37,7 @@ void hideStandIns(ScreenState& screen) {
 void takeBarRange(const Scope& scope, int channel) {
     const int row = scope.model.VoltIndexView[channel];
     if (row >= 0 && row < kVoltRows) {
-        scope.screen.bar.maximum = 2 * scope.model.VoltRange[static_cast<std::size_t>(row)];
+        scope.screen.bar.maximum = 2 * scope.model.VoltRange[row];
         scope.screen.bar.value = std::min(scope.screen.bar.value, scope.screen.bar.maximum);
     }
 }

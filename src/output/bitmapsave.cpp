@@ -6,7 +6,6 @@
 #include "platform/files/wholefile.h"
 
 #include <QBuffer>
-#include <QFileInfo>
 #include <QImage>
 #include <QPainter>
 
@@ -37,10 +36,7 @@ void BitmapSave::mnuSaveAs_Click() {
     if (!choice || choice->fileName.isEmpty()) {
         return;
     }
-    const QFileInfo target(choice->fileName);
-    if (target.exists() && !target.isDir() &&
-        m_dialogs.question(QStringLiteral("File Exist!  Do you want to continue ?"), MessageIcon::Exclamation,
-                           QStringLiteral("Message")) != Answer::Yes) {
+    if (!mayReplace(m_dialogs, choice->fileName)) {
         return;
     }
     QByteArray content;

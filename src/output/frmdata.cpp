@@ -3,20 +3,19 @@
 
 #include "capture/applylanguage.h"
 #include "capture/mdllan.h"
-#include "output/savename.h"
 #include "output/tablemodel.h"
 #include "output/tableview.h"
 #include "platform/controls/framepanel.h"
 #include "platform/controls/look.h"
 #include "platform/desktop/dialogs.h"
 #include "platform/desktop/windowtofront.h"
+#include "platform/files/filenames.h"
 #include "platform/files/programfolder.h"
 #include "platform/text/numbers.h"
 
 #include <QCheckBox>
 #include <QContextMenuEvent>
 #include <QElapsedTimer>
-#include <QFileInfo>
 #include <QLabel>
 #include <QMenu>
 #include <QMouseEvent>
@@ -197,10 +196,7 @@ Outcome frmData::save() {
     m_model.ReceivedFile =
         withExtension(choice->fileName, asWorkbook ? QStringLiteral(".xls") : QStringLiteral(".txt"));
     const QString path = m_model.ReceivedFile;
-    const QFileInfo existing(path);
-    if (existing.exists() && !existing.isDir() &&
-        m_dialogs.question(QStringLiteral("File Exist!  Do you want to continue ?"), MessageIcon::Exclamation,
-                           QStringLiteral("Message")) != Answer::Yes) {
+    if (!mayReplace(m_dialogs, path)) {
         return success();
     }
     Outcome written = asWorkbook ? SaveExcelTable(exported(), path) : SaveTextTable(exported(), path);

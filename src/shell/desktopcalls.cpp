@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "shell/desktopcalls.h"
 
+#include "platform/desktop/sessionbus.h"
+
 #include <QDBusConnection>
 #include <QUrl>
 

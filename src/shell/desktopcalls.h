@@ -13,10 +13,6 @@ class QDBusConnection;
 
 namespace sixtrace {
 
-/// The name under which the desktop knows the program, and its path on the session bus.
-inline constexpr const char* kDesktopId = "org.sixtrace.Sixtrace";
-inline constexpr const char* kDesktopPath = "/org/sixtrace/Sixtrace";
-
 /// What the desktop asks of the running program over the session bus, by the interface that freedesktop.org names
 /// for programs of a desktop entry: come to the front, and open a capture. A call that comes before the
 /// main window stands waits for it, and so does a capture that comes while a dialog waits for its answer; the caller

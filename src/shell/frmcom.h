@@ -34,7 +34,7 @@ struct FrmComSurroundings {
     /// Hands a file to the desktop's program for it.
     std::function<void(const QString& path)> openFile = {};
     /// The ways to the instrument; what stays empty is the machine's own.
-    AcquisitionLinks acquisition{};
+    InstrumentAccess acquisition{};
     /// The printers; the machine's own where it is empty.
     PrintDevices* printers = nullptr;
 };

@@ -31,12 +31,12 @@ void Log::write(const std::string& text) const {
     }
     struct stat state {};
     if (fstat(file, &state) != 0 || !S_ISREG(state.st_mode)) {
-        close(file); // a pipe or a device that lies in its place
+        close(file); // a pipe or a device has the name of the log
         return;
     }
     const bool full = state.st_size > kLargestLog && ftruncate(file, 0) != 0;
     const std::string line = full ? std::string() : stamp() + text + '\n';
-    static_cast<void>(::write(file, line.data(), line.size()) < 0); // nowhere to tell of it
+    static_cast<void>(::write(file, line.data(), line.size()) < 0); // there is no place to report a failure
     close(file);
 }
 

@@ -33,7 +33,7 @@ constexpr std::array<NumberKey, 7> kNumbers{{
     {"readtimeout", &Settings::readTimeoutMs, 0, kLongestTimeoutMs},
 }};
 
-// Blanks and letters are those of ASCII. What the locale of the program takes for a blank may be half of a character.
+// Only blanks and letters of ASCII count. In the program's locale a blank may be one byte of a longer character.
 
 std::string_view trimmed(std::string_view text) {
     constexpr std::string_view kBlanks = " \t\v\f\r\n";
@@ -48,7 +48,7 @@ std::string lowered(std::string_view text) {
     return low;
 }
 
-/// Decimal, or hexadecimal behind "0x".
+/// A decimal number, or a hexadecimal one after "0x". Nothing for any other text, or outside the range of the key.
 std::optional<int> numberOf(std::string_view text, const NumberKey& key) {
     const bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");
     const char* begin = text.data() + (hexadecimal ? 2 : 0);
@@ -72,6 +72,7 @@ std::optional<LinkKind> linkOf(std::string_view text) {
     return word == "socket" ? std::optional(LinkKind::Socket) : std::nullopt;
 }
 
+/// Takes one value. False when key or value cannot be understood.
 bool take(Settings& settings, std::string_view key, std::string_view value) {
     if (key == "link") {
         const auto kind = linkOf(value);
@@ -94,7 +95,7 @@ bool take(Settings& settings, std::string_view key, std::string_view value) {
     return false;
 }
 
-/// The beginning of a line as it may go to a log and a terminal.
+/// The beginning of a line in a form that a log and a terminal can show: whole characters, no control characters.
 std::string shown(std::string_view line) {
     constexpr std::size_t kLongest = 80;
     constexpr unsigned kFollowingMask = 0xC0; // of bytes that continue a character
@@ -115,13 +116,9 @@ std::string shown(std::string_view line) {
     return text;
 }
 
-/// The lines of a complaint. There is an end to them: the log that they go to is bounded, and so is a reader's
-/// patience.
+/// Collects the lines of a complaint, at most 20 of them: the log that they go to is bounded.
 class Complaints {
 public:
-    explicit Complaints(std::string& text)
-        : m_text(text) {}
-
     void add(const std::string& what) {
         constexpr int kMost = 20;
         ++m_count;
@@ -132,16 +129,18 @@ public:
         }
     }
 
+    [[nodiscard]] const std::string& text() const { return m_text; }
+
 private:
-    std::string& m_text;
+    std::string m_text;
     int m_count = 0;
 };
 
 } // namespace
 
-Settings settingsOf(std::string_view text, std::string& complaint) {
+SettingsRead settingsOf(std::string_view text) {
     Settings settings;
-    Complaints complaints(complaint);
+    Complaints complaints;
     if (text.starts_with(kByteOrderMark)) {
         text.remove_prefix(kByteOrderMark.size());
     }
@@ -162,25 +161,27 @@ Settings settingsOf(std::string_view text, std::string& complaint) {
             complaints.add('"' + shown(line) + "\" is not understood");
         }
     }
-    return settings;
+    return {settings, complaints.text()};
 }
 
-Settings readSettings(const std::string& folder, std::string& complaint) {
+SettingsRead readSettings(const std::string& folder) {
     const std::string path = folder + "ttdll.ini";
     std::error_code unknown;
     std::string text;
+    std::string unreadable;
     if (std::filesystem::is_regular_file(path, unknown)) { // opening a pipe would wait for its other end
         std::ifstream file(path);
         text.resize(kByteOrderMark.size() + kLongestText + 1);
         file.read(text.data(), static_cast<std::streamsize>(text.size()));
         if (!file.is_open() || file.bad()) {
-            complaint += "ttdll.ini: cannot be read\n";
+            unreadable = "ttdll.ini: cannot be read\n";
         }
         text.resize(static_cast<std::size_t>(std::max<std::streamsize>(file.gcount(), 0)));
     }
-    Settings settings = settingsOf(text, complaint);
-    settings.folder = folder;
-    return settings;
+    SettingsRead read = settingsOf(text);
+    read.settings.folder = folder;
+    read.complaint = unreadable + read.complaint;
+    return read;
 }
 
 } // namespace ttdll

@@ -6,14 +6,14 @@
 
 namespace ttdll {
 
-/// Which way is taken to the instrument.
+/// Which link leads to the instrument.
 enum class LinkKind {
-    Auto, ///< the socket where somebody listens there, otherwise the bus
+    Auto, ///< the socket when a server listens there, otherwise the bus
     Usb,
     Socket,
 };
 
-/// What ttdll.ini beside the library says; everything has a default, so that the file may be absent.
+/// The values of ttdll.ini in the library's folder. Each has a default, so the file may be missing.
 struct Settings {
     LinkKind link = LinkKind::Auto;
     std::string socket = "instrument.socket"; ///< from the library's folder, unless it begins with "/"
@@ -27,12 +27,21 @@ struct Settings {
     std::string folder; ///< of the library, with "/" at its end
 };
 
-/// The settings that the text of a file tells. What cannot be understood keeps its default and is named in `complaint`,
-/// a line each and at most 20 of them, without control characters. A byte-order mark is tolerated. Of a text above
-/// 64 KiB all from the line that this limit cuts is passed over, with a complaint.
-[[nodiscard]] Settings settingsOf(std::string_view text, std::string& complaint);
+/// What reading the settings has given.
+struct SettingsRead {
+    Settings settings;
+    /// What could not be understood, one line each, at most 20 lines, without control characters. Empty when all is
+    /// well.
+    std::string complaint;
+};
 
-/// Reads the settings file of a folder. One that cannot be read is named in `complaint`; an absent one is no reason.
-[[nodiscard]] Settings readSettings(const std::string& folder, std::string& complaint);
+/// Reads the settings from the text of a file. A value that cannot be understood keeps its default and is named in the
+/// complaint. A byte-order mark is skipped. A text above 64 KiB is read up to the last line that ends within them, with
+/// a complaint.
+[[nodiscard]] SettingsRead settingsOf(std::string_view text);
+
+/// Reads the settings file of a folder, which ends in "/". A file that cannot be read is a complaint; a missing one is
+/// not.
+[[nodiscard]] SettingsRead readSettings(const std::string& folder);
 
 } // namespace ttdll

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "ttdll/localsocket.h"
 #include "ttdll/log.h"
 #include "ttdll/settings.h"
 #include "ttdll/transport.h"
@@ -7,12 +8,10 @@
 #include <cerrno>
 #include <chrono>
 #include <cstring>
-#include <fcntl.h>
 #include <poll.h>
 #include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
 #include <utility>
+#include <variant>
 
 namespace ttdll {
 
@@ -22,7 +21,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds kMoreMs{50};
 
-/// Milliseconds until a deadline, 0 once it is over.
+/// Milliseconds until a deadline, 0 once it has passed.
 int left(Clock::time_point deadline) {
     const auto rest = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
     return static_cast<int>(std::max<long long>(rest, 0));
@@ -30,19 +29,18 @@ int left(Clock::time_point deadline) {
 
 class SocketTransport final : public Transport {
 public:
-    SocketTransport(int socket, Settings settings, Log& log)
-        : m_socket(socket)
+    SocketTransport(Descriptor socket, Settings settings, Log& log)
+        : m_socket(std::move(socket))
         , m_settings(std::move(settings))
         , m_log(log) {}
-    ~SocketTransport() override { close(m_socket); }
 
     int send(const unsigned char* bytes, int count) override {
         const auto deadline = Clock::now() + std::chrono::milliseconds(m_settings.writeTimeoutMs);
         int done = 0;
         while (done < count && ready(POLLOUT, deadline)) {
-            // What does not fit must not hold us longer than the time that is configured.
-            const ssize_t part =
-                ::send(m_socket, bytes + done, static_cast<std::size_t>(count - done), MSG_NOSIGNAL | MSG_DONTWAIT);
+            // A call that blocks would wait longer than the time of the settings.
+            const ssize_t part = ::send(m_socket.number(), bytes + done, static_cast<std::size_t>(count - done),
+                                        MSG_NOSIGNAL | MSG_DONTWAIT);
             if (part < 0 && (errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR)) {
                 continue;
             }
@@ -58,7 +56,8 @@ public:
         int done = 0;
         Clock::time_point deadline{};
         while (done < count) {
-            const ssize_t part = recv(m_socket, buffer + done, static_cast<std::size_t>(count - done), MSG_DONTWAIT);
+            const ssize_t part =
+                recv(m_socket.number(), buffer + done, static_cast<std::size_t>(count - done), MSG_DONTWAIT);
             if (part > 0) {
                 done += static_cast<int>(part);
                 continue;
@@ -79,16 +78,16 @@ public:
         return done;
     }
 
-    void recover() override {} // every connection begins clean
+    void recover() override {} // a new connection has nothing left over
 
     bool hasMore() override {
         unsigned char byte = 0;
-        return ready(POLLIN, Clock::now() + kMoreMs) && recv(m_socket, &byte, 1, MSG_PEEK | MSG_DONTWAIT) == 1;
+        return ready(POLLIN, Clock::now() + kMoreMs) && recv(m_socket.number(), &byte, 1, MSG_PEEK | MSG_DONTWAIT) == 1;
     }
 
 private:
     [[nodiscard]] bool ready(short what, Clock::time_point deadline) const {
-        pollfd waiting{m_socket, what, 0};
+        pollfd waiting{m_socket.number(), what, 0};
         int found = 0;
         do {
             found = poll(&waiting, 1, left(deadline));
@@ -101,12 +100,13 @@ private:
         return done;
     }
 
-    int m_socket;
+    Descriptor m_socket;
     Settings m_settings;
     Log& m_log;
 };
 
-/// A server that listens and never accepts holds whoever connects once its queue is full; here no longer than a read.
+/// A server that listens and never accepts keeps callers waiting once its queue is full. This limits the wait to the
+/// time of a read.
 void limitConnect(int socket, int timeoutMs) {
     const int limit = std::max(timeoutMs, 1); // 0 would be no limit at all
     timeval time{};
@@ -115,52 +115,32 @@ void limitConnect(int socket, int timeoutMs) {
     setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &time, sizeof time);
 }
 
-/// Connects to a path of any length: a long one by way of its opened folder, as an address holds only 107 characters.
-bool connectTo(int socket, const std::string& path) {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    std::string name = path;
-    int folder = -1;
-    if (name.size() >= sizeof address.sun_path) {
-        const std::size_t last = path.rfind('/');
-        folder = open(path.substr(0, last + 1).c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
-        name = "/proc/self/fd/" + std::to_string(folder) + path.substr(last);
-    }
-    bool connected = false;
-    if (name.size() < sizeof address.sun_path) {
-        std::memcpy(address.sun_path, name.c_str(), name.size());
-        connected = connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
-    }
-    const int reason = errno;
-    if (folder >= 0) {
-        close(folder);
-    }
-    errno = reason;
-    return connected;
-}
-
 std::string pathOf(const Settings& settings) {
     return settings.socket.front() == '/' ? settings.socket : settings.folder + settings.socket;
 }
 
-/// A connected socket, or -1 with the reason in errno.
-int connected(const Settings& settings) {
-    const int handle = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    if (handle < 0) {
-        return -1;
+/// Why a system call has failed: a value of `errno`.
+struct SystemError {
+    int number = 0;
+};
+
+std::variant<Descriptor, SystemError> connected(const Settings& settings) {
+    Descriptor made(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    if (!made) {
+        return SystemError{errno};
     }
-    limitConnect(handle, settings.readTimeoutMs);
-    if (!connectTo(handle, pathOf(settings))) {
-        const int reason = errno;
-        close(handle);
-        errno = reason;
-        return -1;
+    limitConnect(made.number(), settings.readTimeoutMs);
+    const bool done = withAddress(pathOf(settings), [&made](const sockaddr* address, socklen_t size) {
+        return connect(made.number(), address, size) == 0;
+    });
+    if (!done) {
+        return SystemError{errno};
     }
-    return handle;
+    return made;
 }
 
-const char* stateOf(int reason) {
-    switch (reason) {
+std::string stateOf(SystemError error) {
+    switch (error.number) {
     case ENOENT:
     case ECONNREFUSED:
         return "absent";
@@ -170,31 +150,24 @@ const char* stateOf(int reason) {
     case EPERM:
         return "rights";
     default:
-        return nullptr;
+        return std::string("failed: ") + std::strerror(error.number);
     }
 }
 
 } // namespace
 
 std::string describeSocket(const Settings& settings) {
-    const int handle = connected(settings);
-    const int reason = errno;
-    std::string state = "open";
-    if (handle >= 0) {
-        close(handle);
-    } else {
-        const char* known = stateOf(reason);
-        state = known != nullptr ? known : std::string("failed: ") + std::strerror(reason);
-    }
-    return "socket\t" + pathOf(settings) + '\t' + state + '\n';
+    const auto made = connected(settings);
+    const auto* error = std::get_if<SystemError>(&made);
+    return "socket\t" + pathOf(settings) + '\t' + (error == nullptr ? "open" : stateOf(*error)) + '\n';
 }
 
 std::unique_ptr<Transport> openSocket(const Settings& settings, Log& log) {
-    const int handle = connected(settings);
-    if (handle >= 0) {
-        return std::make_unique<SocketTransport>(handle, settings, log);
+    auto made = connected(settings);
+    if (auto* socket = std::get_if<Descriptor>(&made)) {
+        return std::make_unique<SocketTransport>(std::move(*socket), settings, log);
     }
-    const int reason = errno;
+    const int reason = std::get<SystemError>(made).number;
     if (reason == EAGAIN) {
         log.write("socket: the server at " + pathOf(settings) + " takes no call");
     } else if (settings.link == LinkKind::Socket) {

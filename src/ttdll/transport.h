@@ -9,7 +9,7 @@ namespace ttdll {
 class Log;
 struct Settings;
 
-/// An open way to the instrument. Made open, closed by its destructor. All waits end after the configured times.
+/// An open link to the instrument, which the destructor closes. All waits end after the times of the settings.
 class Transport {
 public:
     Transport() = default;
@@ -17,23 +17,24 @@ public:
     Transport& operator=(const Transport&) = delete;
     virtual ~Transport() = default;
 
-    /// Sends; the count that went out.
+    /// Sends `count` bytes and returns how many were sent.
     virtual int send(const unsigned char* bytes, int count) = 0;
-    /// Reads `count` bytes; the count that came before the time was over.
+    /// Reads `count` bytes and returns how many came in time.
     virtual int receive(unsigned char* buffer, int count) = 0;
-    /// After a transfer that was cut off: throws away what the instrument still sends.
+    /// Drops what the instrument still sends after a transfer that was cut off.
     virtual void recover() = 0;
-    /// Whether the instrument has sent more than was read. Waits a moment for it.
+    /// Whether the instrument has sent more than was read. Waits 50 ms for it.
     virtual bool hasMore() = 0;
 };
 
-/// What there is on the bus and behind the socket, a line each of fields parted by tabs; see describeTt in ttdll.h.
+/// What there is on the bus and at the socket, in lines of fields that are separated by tabs; see describeTt in
+/// ttdll.h.
 [[nodiscard]] std::string describeUsb(const Settings& settings);
 [[nodiscard]] std::string describeSocket(const Settings& settings);
 
-/// The instrument on the bus, or null; why not is in the log.
+/// Opens the link over the bus. Null when that fails; the log then tells why.
 [[nodiscard]] std::unique_ptr<Transport> openUsb(const Settings& settings, Log& log);
-/// The simulated instrument behind a local socket, or null.
+/// Opens the link to a simulated instrument at a local socket. Null when that fails.
 [[nodiscard]] std::unique_ptr<Transport> openSocket(const Settings& settings, Log& log);
 
 } // namespace ttdll

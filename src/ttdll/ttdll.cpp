@@ -26,7 +26,8 @@ std::string ownFolder() {
     return last == std::string::npos ? "./" : path.substr(0, last + 1);
 }
 
-/// The one link of the process. Calls are serialised: a program may poll the link from a thread of its own.
+/// The one link of the process. A lock lets one call run at a time, since a program may use the link from several
+/// threads.
 struct Link {
     std::mutex mutex;
     Log log{ownFolder()};
@@ -34,11 +35,9 @@ struct Link {
 
     void open() {
         transport.reset();
-        std::string complaint;
-        const Settings settings = readSettings(ownFolder(), complaint);
+        const auto [settings, complaint] = readSettings(ownFolder());
         if (!complaint.empty()) {
-            complaint.pop_back();
-            log.write(complaint);
+            log.write(complaint.substr(0, complaint.size() - 1)); // the log ends the line itself
         }
         if (settings.link != LinkKind::Usb) {
             transport = openSocket(settings, log);
@@ -54,7 +53,7 @@ Link& theLink() {
     return link;
 }
 
-/// Runs `work` on the open link; an exception must not leave a C interface.
+/// Runs `work` with the link locked. Returns 0 after an exception, which must not leave a C interface.
 template<typename Work>
 int32_t onLink(Work work) {
     Link& link = theLink();
@@ -134,8 +133,7 @@ int32_t hasMoreTt() {
 
 int32_t describeTt(char* buffer, int32_t size) {
     return onLink([buffer, size](Link&) {
-        std::string complaint;
-        const Settings settings = readSettings(ownFolder(), complaint);
+        const Settings settings = readSettings(ownFolder()).settings;
         constexpr const char* kLinks[] = {"auto", "usb", "socket"};
         std::string text =
             "settings\t" + settings.folder + "ttdll.ini\t" + kLinks[static_cast<int>(settings.link)] + '\n';

@@ -16,12 +16,12 @@ constexpr double kScanFilled = 0.92;
 } // namespace
 
 bool isShown(const publicM& model, const PerChannel<bool>& selected, int channel) {
-    const auto c = static_cast<std::size_t>(channel);
+    const int c = channel;
     return selected[c] && model.ChannelPresent[c] == 1;
 }
 
 bool deriveSteps(publicM& model, int channel, const std::optional<PageArea>& page) {
-    const auto c = static_cast<std::size_t>(channel);
+    const int c = channel;
     model.SampleStep[c] = model.SampleInterval[c];
     const auto milliseconds = page ? msPerPixel(model, channel, page->width) : msPerPixel(model, channel);
     if (!milliseconds) {
@@ -37,7 +37,7 @@ bool deriveSteps(publicM& model, int channel, const std::optional<PageArea>& pag
 }
 
 bool isPlottedWhole(const publicM& model, int channel) {
-    const auto c = static_cast<std::size_t>(channel);
+    const int c = channel;
     return model.TimeIndex[c] < kScanTimeRow || model.SampleCount[c] < model.ScreenPoints[c];
 }
 
@@ -48,8 +48,7 @@ bool ChannelPlot::takeScale() {
     const auto scale = m_page ? pageScale(m_model, m_channel, *m_page) : plotScale(m_model, m_channel);
     m_scale = scale.value_or(TraceScale{});
     // The rows of the view exist by now, so it is that of the capture, or there is nothing to divide by.
-    const int row = m_model.TimeIndex[static_cast<std::size_t>(m_channel)];
-    if (row >= 0 && static_cast<std::size_t>(row) < m_model.TimeBaseTable.size()) {
+    if (m_model.TimeBaseTable.has(m_model.TimeIndex[m_channel])) {
         m_error = ErrorNumber::DivisionByZero;
     }
     return scale.has_value();
@@ -70,7 +69,7 @@ bool ChannelPlot::plot() {
 }
 
 bool ChannelPlot::plotByTimeBase() {
-    const auto c = static_cast<std::size_t>(m_channel);
+    const int c = m_channel;
     const double slots = m_model.ScreenPoints[c];
     const double scan = m_model.ScanPoint[c];
     if (isPlottedWhole(m_model, m_channel)) {

@@ -40,7 +40,7 @@ double inUnit(double microseconds, const TimeUnit& unit) {
 } // namespace
 
 CursorReadout voltageAt(const publicM& model, int channel, double y, NumberMarks marks) {
-    const auto c = static_cast<std::size_t>(channel);
+    const int c = channel;
     const int exponent = model.ProbeExp[c];
     const double volts =
         probeFactor(exponent) * (model.ChannelYPos[c] - y) * static_cast<double>(model.VoltPerPixel[c]);
@@ -55,7 +55,7 @@ std::optional<TimeReading> timeReadingAt(const publicM& model, int channel, doub
     if (!scale) {
         return std::nullopt;
     }
-    const auto c = static_cast<std::size_t>(channel);
+    const int c = channel;
     const double microseconds = scale->sampleAt(x) * static_cast<double>(model.SampleInterval[c]);
     const TimeUnit unit = timeUnit(model.TimeIndexView[c], ladder);
     return TimeReading{inUnit(microseconds, unit), QLatin1String(unit.name)};

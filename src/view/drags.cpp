@@ -14,11 +14,11 @@ namespace {
 
 /// Rows that a walk over the samples may touch: those of the arrays, whatever the count says.
 int rowsOf(const publicM& model, int channel) {
-    return std::clamp(model.SampleCount[static_cast<std::size_t>(channel)], 0, kSampleRows);
+    return std::clamp(model.SampleCount[channel], 0, kSampleRows);
 }
 
 bool countFits(const publicM& model, int channel) {
-    return model.SampleCount[static_cast<std::size_t>(channel)] <= kSampleRows;
+    return model.SampleCount[channel] <= kSampleRows;
 }
 
 /// Lines from sample `first` on, the pen standing on sample 0.
@@ -131,7 +131,7 @@ bool beginTraceDrag(const publicM& model, int channel, Picture& picture2, Pictur
 
 bool moveTraceDrag(publicM& model, int channel, float delta, const Picture& picHidden0, Picture& picHidden1,
                    Picture& picture2) {
-    const auto c = static_cast<std::size_t>(channel);
+    const int c = channel;
     picHidden1.BitBlt(0, 0, kScreenWidth, kScreenHeight, picHidden0, 0, 0);
     const int viewRow = model.TimeIndexView[c];
     const int fileRow = model.TimeIndexFile[c];
@@ -140,8 +140,7 @@ bool moveTraceDrag(publicM& model, int channel, float delta, const Picture& picH
     }
     const auto step = static_cast<double>(delta);
     model.ChannelXShift[c] = static_cast<float>(static_cast<double>(model.ChannelXShift[c]) +
-                                                step * model.TimeBaseTable[static_cast<std::size_t>(viewRow)] /
-                                                    model.TimeBaseTable[static_cast<std::size_t>(fileRow)]);
+                                                step * model.TimeBaseTable[viewRow] / model.TimeBaseTable[fileRow]);
 
     picHidden1.ForeColor = kGhostColour;
     picHidden1.PSet(model.PlotX(channel, 0), model.PlotY(channel, 0));
@@ -178,7 +177,7 @@ bool beginMarkerDrag(const publicM& model, int channel, Picture& picture2, Pictu
 }
 
 bool moveMarkerDrag(publicM& model, int channel, double markerTop, const Picture& picHidden0, Picture& picture2) {
-    const auto c = static_cast<std::size_t>(channel);
+    const int c = channel;
     picture2.BitBlt(0, 0, kScreenWidth, kScreenHeight, picHidden0, 0, 0);
     const auto zeroLine = zeroLineOfMarker(markerTop);
     if (!zeroLine) {

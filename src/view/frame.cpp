@@ -77,7 +77,7 @@ private:
 /// Whether all traces run from left to right, so that layers can hold them.
 bool runsRightward(const publicM& model, const FrameInputs& inputs) {
     for (int channel = 0; channel < kChannels; ++channel) {
-        if (isShown(model, inputs.selected, channel) && model.ScreenPoints[static_cast<std::size_t>(channel)] < 0) {
+        if (isShown(model, inputs.selected, channel) && model.ScreenPoints[channel] < 0) {
             return false;
         }
     }
@@ -88,7 +88,7 @@ bool runsRightward(const publicM& model, const FrameInputs& inputs) {
 bool plotChannels(publicM& model, const FrameInputs& inputs, TracePoints& points, Picture& picture2,
                   const auto& sinkOf) {
     for (int channel = 0; channel < kChannels; ++channel) {
-        picture2.ForeColor = model.LineColor[static_cast<std::size_t>(channel)];
+        picture2.ForeColor = model.LineColor[channel];
         if (!isShown(model, inputs.selected, channel)) {
             continue;
         }
@@ -103,7 +103,7 @@ bool plotChannels(publicM& model, const FrameInputs& inputs, TracePoints& points
 /// The same at once, for channels that are all plotted whole. False, with nothing drawn, where that cannot be done.
 bool plotTogether(publicM& model, const FrameInputs& inputs, TracePoints& points, Picture& picture2,
                   const auto& sinkOf) {
-    std::array<WholeTrace, kChannels> traces;
+    PerChannel<WholeTrace> traces;
     std::size_t shown = 0;
     for (int channel = 0; channel < kChannels; ++channel) {
         if (!isShown(model, inputs.selected, channel)) {
@@ -113,7 +113,7 @@ bool plotTogether(publicM& model, const FrameInputs& inputs, TracePoints& points
         if (!scale || !isPlottedWhole(model, channel)) {
             return false;
         }
-        traces[shown++] = {channel, *scale, model.SampleCount[static_cast<std::size_t>(channel)]};
+        traces[shown++] = {channel, *scale, model.SampleCount[channel]};
     }
     PerChannel<PointRun> runs;
     if (!points.computeTogether(model, std::span(traces).first(shown), runs)) {
@@ -121,7 +121,7 @@ bool plotTogether(publicM& model, const FrameInputs& inputs, TracePoints& points
     }
     for (std::size_t i = 0; i < shown; ++i) {
         const int channel = traces[i].channel;
-        picture2.ForeColor = model.LineColor[static_cast<std::size_t>(channel)];
+        picture2.ForeColor = model.LineColor[channel];
         // A scale was found, so the table rows exist.
         static_cast<void>(deriveSteps(model, channel));
         auto sink = sinkOf(channel);

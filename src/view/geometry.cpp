@@ -14,9 +14,9 @@ constexpr double kDivisionsOfVoltage = 8;
 /// Heights are placed only where VoltIndexView names a table row.
 std::optional<TraceScale> scaleWithoutSteps(const publicM& model, int channel, double width = kScreenWidth) {
     const double middle = width / 2;
-    const auto c = static_cast<std::size_t>(channel);
-    const auto tCap = rowOf(model.TimeBaseTable, model.TimeIndex[c]);
-    const auto tView = rowOf(model.TimeBaseTable, model.TimeIndexView[c]);
+    const int c = channel;
+    const auto tCap = model.TimeBaseTable.find(model.TimeIndex[c]);
+    const auto tView = model.TimeBaseTable.find(model.TimeIndexView[c]);
     if (!tCap || !tView) {
         return std::nullopt;
     }
@@ -25,7 +25,7 @@ std::optional<TraceScale> scaleWithoutSteps(const publicM& model, int channel, d
     scale.x0 = middle - (middle - static_cast<double>(model.ChannelXShift[c])) * *tCap / *tView;
     scale.yPos = model.ChannelYPos[c];
     scale.perCount = static_cast<double>(model.VoltPerCount[c]);
-    scale.divisor = rowOf(model.VoltTable, model.VoltIndexView[c]).value_or(0) * (kDivisionsOfVoltage * 1000);
+    scale.divisor = model.VoltTable.find(model.VoltIndexView[c]).value_or(0) * (kDivisionsOfVoltage * 1000);
     return scale;
 }
 
@@ -56,7 +56,7 @@ bool deriveZeroLines(publicM& model, const PerChannel<double>& markerTops) {
 }
 
 std::optional<TraceScale> plotScale(const publicM& model, int channel) {
-    const std::int32_t points = model.ScreenPoints[static_cast<std::size_t>(channel)];
+    const std::int32_t points = model.ScreenPoints[channel];
     auto scale = points != 0 ? scaleWithHeights(model, channel) : std::nullopt;
     if (scale) {
         scale->dx = scale->zoom / points * kScreenWidth;
@@ -65,7 +65,7 @@ std::optional<TraceScale> plotScale(const publicM& model, int channel) {
 }
 
 std::optional<TraceScale> pickScale(const publicM& model, int channel) {
-    const std::int32_t samples = model.SampleCount[static_cast<std::size_t>(channel)];
+    const std::int32_t samples = model.SampleCount[channel];
     auto scale = samples != 0 ? scaleWithoutSteps(model, channel) : std::nullopt;
     if (scale) {
         scale->dx = scale->zoom / samples * kScreenWidth;
@@ -74,7 +74,7 @@ std::optional<TraceScale> pickScale(const publicM& model, int channel) {
 }
 
 std::optional<TraceScale> pageScale(const publicM& model, int channel, const PageArea& page) {
-    const std::int32_t samples = model.SampleCount[static_cast<std::size_t>(channel)];
+    const std::int32_t samples = model.SampleCount[channel];
     auto scale = samples != 0 ? scaleWithHeights(model, channel, page.width) : std::nullopt;
     if (scale) {
         scale->dx = scale->zoom / samples * page.width;
@@ -85,12 +85,12 @@ std::optional<TraceScale> pageScale(const publicM& model, int channel, const Pag
 }
 
 std::optional<float> msPerPixel(const publicM& model, int channel, double width) {
-    const auto tView = rowOf(model.TimeBaseTable, model.TimeIndexView[static_cast<std::size_t>(channel)]);
+    const auto tView = model.TimeBaseTable.find(model.TimeIndexView[channel]);
     return tView ? std::optional(static_cast<float>(*tView * kDivisionsOfTime / width)) : std::nullopt;
 }
 
 std::optional<float> voltPerPixel(const publicM& model, int channel, double height) {
-    const auto vView = rowOf(model.VoltTable, model.VoltIndexView[static_cast<std::size_t>(channel)]);
+    const auto vView = model.VoltTable.find(model.VoltIndexView[channel]);
     return vView ? std::optional(static_cast<float>(*vView * kDivisionsOfVoltage / height)) : std::nullopt;
 }
 

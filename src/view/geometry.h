@@ -8,13 +8,6 @@
 
 namespace sixtrace {
 
-/// The value in a row of a table of the model; nothing where a damaged capture names a row that is not there.
-[[nodiscard]] std::optional<double> rowOf(const auto& table, int row) {
-    return row >= 0 && static_cast<std::size_t>(row) < table.size()
-               ? std::optional(table[static_cast<std::size_t>(row)])
-               : std::nullopt;
-}
-
 inline constexpr int kScreenWidth = 600;  ///< screen units; X runs 0..600
 inline constexpr int kScreenHeight = 400; ///< screen units; Y runs 0..400
 inline constexpr int kSurfaceWidth = 601; ///< pixels of the surface that shows them all

@@ -102,7 +102,7 @@ void GraticuleRows::prepare(Picture& picture, Colour gridColor, Graticule style,
         if (index == known) {
             m_rows.insert(m_rows.end(), pixels, pixels + kRowPixels);
         }
-        m_rowOf[static_cast<std::size_t>(y)] = index;
+        m_rowOf[y] = index;
     }
 }
 

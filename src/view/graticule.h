@@ -26,9 +26,7 @@ public:
     /// be drawn anew; nothing is done where background and graticule have not changed since the last call.
     void prepare(Picture& picture, Colour gridColor, Graticule style, int divisions);
     /// The pixels of a screen row, 0 to 400. Those behind the screen's right edge mean nothing.
-    [[nodiscard]] const std::uint32_t* row(int y) const {
-        return m_rows.data() + m_rowOf[static_cast<std::size_t>(y)] * kRowPixels;
-    }
+    [[nodiscard]] const std::uint32_t* row(int y) const { return m_rows.data() + m_rowOf[y] * kRowPixels; }
 
 private:
     Colour m_backColor = 0;
@@ -36,7 +34,7 @@ private:
     Graticule m_style = Graticule::Dotted;
     int m_divisions = 0; ///< 0: nothing prepared yet
     std::vector<std::uint32_t> m_rows;
-    std::array<std::size_t, kSurfaceHeight> m_rowOf{};
+    NumberedArray<std::size_t, kSurfaceHeight> m_rowOf{};
 };
 
 } // namespace sixtrace

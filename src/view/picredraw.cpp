@@ -15,9 +15,9 @@ constexpr int kPoints = 1024;
 constexpr Colour kWindowColour = 0x00FFFFFF; // the desktop's window colour, which the older screen drew its grid in
 
 std::optional<double> exactY(const publicM& model, int channel, double value) {
-    const auto c = static_cast<std::size_t>(channel);
-    const auto vFile = rowOf(model.VoltTable, model.VoltIndexFile[c]);
-    const auto vView = rowOf(model.VoltTable, model.VoltIndexView[c]);
+    const int c = channel;
+    const auto vFile = model.VoltTable.find(model.VoltIndexFile[c]);
+    const auto vView = model.VoltTable.find(model.VoltIndexView[c]);
     if (!vFile || !vView) {
         return std::nullopt;
     }
@@ -50,16 +50,16 @@ void drawGrid(Picture& picture) {
 
 /// False when it ends in a run-time error.
 bool drawTrace(publicM& model, int channel, Picture& picture) {
-    const auto c = static_cast<std::size_t>(channel);
-    const auto tFile = rowOf(model.TimeBaseTable, model.TimeIndexFile[c]);
-    const auto tView = rowOf(model.TimeBaseTable, model.TimeIndexView[c]);
+    const int c = channel;
+    const auto tFile = model.TimeBaseTable.find(model.TimeIndexFile[c]);
+    const auto tView = model.TimeBaseTable.find(model.TimeIndexView[c]);
     if (!tFile || !tView) {
         return false;
     }
     model.SampleStep[c] = static_cast<float>(*tFile * 10 / kPoints);
     const double x0 = kWidth / 2.0 - *tFile * (kWidth / 2.0 - static_cast<double>(model.ChannelXShift[c])) / *tView;
     for (int i = 0; i < kPoints; ++i) {
-        const double value = model.ScreenTrace[c + static_cast<std::size_t>(kChannels) * static_cast<std::size_t>(i)];
+        const double value = model.ScreenTrace[c + kChannels * i];
         const auto x = toInt32(x0 + kWidth * (i * *tFile / *tView) / kPoints);
         const auto exact = exactY(model, channel, value);
         const auto y = exact ? toInt32(*exact) : std::nullopt;
@@ -83,7 +83,7 @@ void PicReDraw(publicM& model, const FrameInputs& inputs, Picture& picture2) {
         return;
     }
     for (int channel = 0; channel < kChannels; ++channel) {
-        const auto c = static_cast<std::size_t>(channel);
+        const int c = channel;
         if (!inputs.selected[c]) {
             continue;
         }

@@ -31,7 +31,7 @@ public:
         , m_plotY(model.PlotY.channel(0)) {
         m_wide = lanes.size() == kChannels;
         for (const SampleLane& source : lanes) {
-            const auto channel = static_cast<std::size_t>(source.channel);
+            const int channel = source.channel;
             m_wide = m_wide && source.step.has_value();
             m_rows.heights[channel] = source.heights->data();
             m_rows.yPos[channel] = source.yPos;
@@ -80,7 +80,7 @@ private:
 
     void begin(const Lane& lane, int sample) {
         const std::int16_t count = m_samples[sample * kChannels + lane.channel];
-        const auto channel = static_cast<std::size_t>(lane.channel);
+        const int channel = lane.channel;
         m_rows.x[channel] = lane.column->x;
         m_rows.least[channel] = count;
         m_rows.greatest[channel] = count;
@@ -101,7 +101,7 @@ private:
     void computeSome(int first, int end) {
         for (std::size_t i = 0; i < m_count; ++i) {
             const Lane& lane = m_lanes[i];
-            const auto channel = static_cast<std::size_t>(lane.channel);
+            const int channel = lane.channel;
             std::int16_t least = m_rows.least[channel];
             std::int16_t greatest = m_rows.greatest[channel];
             for (int at = first * kChannels + lane.channel; at < end * kChannels; at += kChannels) {
@@ -124,7 +124,7 @@ private:
                 ++i;
                 continue;
             }
-            const auto channel = static_cast<std::size_t>(lane.channel);
+            const int channel = lane.channel;
             const std::int16_t least = m_rows.least[channel];
             const std::int16_t greatest = m_rows.greatest[channel];
             m_inRange = m_inRange && least >= kLeastCount && greatest <= kGreatestCount;
@@ -148,7 +148,7 @@ private:
     const std::int16_t* m_samples;
     std::int32_t* m_plotX;
     std::int32_t* m_plotY;
-    std::array<Lane, kChannels> m_lanes; ///< the first m_count have columns left
+    PerChannel<Lane> m_lanes; ///< the first m_count have columns left
     std::size_t m_count = 0;
     bool m_wide = false; ///< whether vectors may compute the rows of all channels
     LaneRows m_rows;

@@ -40,7 +40,7 @@ struct SampleLane {
 /// the eight values stand for no channel.
 struct LaneRows {
     template<typename T>
-    using Values = std::array<T, 8>;
+    using Values = NumberedArray<T, 8>;
 
     Values<const std::int32_t*> heights{};
     Values<double> yPos{};

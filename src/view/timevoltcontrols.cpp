@@ -12,15 +12,11 @@ namespace {
 
 constexpr int kNameLength = 4; ///< of a row: its label and one blank
 
-template<std::size_t Rows>
-QString entry(const std::array<QString, Rows>& list, int row) {
-    return row >= 0 && row < int{Rows} ? list[static_cast<std::size_t>(row)] : QString();
-}
-
 void rewriteRow(const Scope& scope, RowGap gap) {
     ScreenState& screen = scope.screen;
     QString& row = screen.rows[screen.selectedRow];
-    row = channelRow(row, entry(screen.timeList, screen.timeRow), entry(screen.voltList, screen.voltRow), gap,
+    row = channelRow(row, screen.timeList.find(screen.timeRow).value_or(QString()),
+                     screen.voltList.find(screen.voltRow).value_or(QString()), gap,
                      probeFactorText(scope.model.ProbeExp[screen.selectedRow]));
 }
 

@@ -41,8 +41,8 @@ void TraceLayers::cover(std::int64_t column, std::int64_t least, std::int64_t gr
     }
     const auto word = static_cast<std::size_t>(column) / 64;
     const std::uint64_t bit = std::uint64_t{1} << (static_cast<std::size_t>(column) % 64);
-    m_layer->toggles[static_cast<std::size_t>(top)][word] ^= bit;
-    m_layer->toggles[static_cast<std::size_t>(bottom) + 1][word] ^= bit;
+    m_layer->toggles[top][word] ^= bit;
+    m_layer->toggles[bottom + 1][word] ^= bit;
     m_layer->firstRow = std::min(m_layer->firstRow, static_cast<int>(top));
     m_layer->lastRow = std::max(m_layer->lastRow, static_cast<int>(bottom) + 1);
 }
@@ -109,7 +109,7 @@ void TraceLayers::sweep(const GraticuleRows& ground, Picture& picture) {
         for (std::size_t index = 0; index < m_used; ++index) {
             Layer& layer = m_layers[index];
             if (y >= layer.firstRow && y <= layer.lastRow) {
-                m_row.push_back({&layer.covered, &layer.toggles[static_cast<std::size_t>(y)], layer.pixel});
+                m_row.push_back({&layer.covered, &layer.toggles[y], layer.pixel});
             }
         }
         m_composeRow(m_row, ground.row(y), picture.row(y));

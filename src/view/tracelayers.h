@@ -51,8 +51,8 @@ private:
         std::uint32_t pixel = 0;
         int firstRow = 0; ///< rows outside firstRow..lastRow have no toggle
         int lastRow = 0;
-        std::array<RowBits, kSurfaceHeight + 1> toggles{}; ///< all clear while the layer is not in use
-        RowBits covered{};                                 ///< in the row that the sweep has reached
+        NumberedArray<RowBits, kSurfaceHeight + 1> toggles{}; ///< all clear while the layer is not in use
+        RowBits covered{};                                    ///< in the row that the sweep has reached
     };
 
     void cover(std::int64_t column, std::int64_t least, std::int64_t greatest);

@@ -22,7 +22,7 @@ enum class Miss { LeavesPointer, SetsArrow };
 TracePick search(const publicM& model, double x, double y, Miss miss) {
     TracePick pick;
     for (int channel = 0; channel < kChannels; ++channel) {
-        const auto c = static_cast<std::size_t>(channel);
+        const int c = channel;
         if (model.ChannelPresent[c] == 0) {
             continue;
         }

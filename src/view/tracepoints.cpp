@@ -154,10 +154,10 @@ bool TracePoints::computeTogether(publicM& model, std::span<const WholeTrace> tr
     if (traces.empty() || traces.size() > kChannels) {
         return false;
     }
-    std::array<SampleLane, kChannels> lanes;
+    PerChannel<SampleLane> lanes;
     for (std::size_t i = 0; i < traces.size(); ++i) {
         const WholeTrace& trace = traces[i];
-        const auto c = static_cast<std::size_t>(trace.channel);
+        const int c = trace.channel;
         if (trace.count < 1 || trace.count > kSampleRows || !allFit(trace.scale, 0, trace.count)) {
             return false;
         }
@@ -172,14 +172,14 @@ bool TracePoints::computeTogether(publicM& model, std::span<const WholeTrace> tr
         return false;
     }
     for (std::size_t i = 0; i < traces.size(); ++i) {
-        runs[i] = {0, traces[i].count, true, m_columnsOf[static_cast<std::size_t>(traces[i].channel)], false};
+        runs[i] = {0, traces[i].count, true, m_columnsOf[traces[i].channel], false};
     }
     return true;
 }
 
 void TracePoints::computeByTable(publicM& model, int channel, const TraceScale& scale, double first, PointRun& run,
                                  int count) {
-    const auto c = static_cast<std::size_t>(channel);
+    const int c = channel;
     const HeightsOfCounts& heights = m_tables->heights[c].of(scale);
     const std::ptrdiff_t start = static_cast<std::ptrdiff_t>(run.firstRow) * kChannels;
     const std::int16_t* sample = model.SampleData.channel(channel) + start;

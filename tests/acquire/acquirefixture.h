@@ -9,9 +9,9 @@
 #include "platform/controls/look.h"
 #include "platform/files/profilefile.h"
 #include "shell/frmcom.h"
+#include "support/printing.h"
 #include "support/scripteddialogs.h"
 #include "support/sourcefolder.h"
-#include "support/strings.h"
 
 #include <QAction>
 #include <QApplication>
@@ -28,26 +28,29 @@
 
 #include <memory>
 
-namespace sixtrace {
+namespace sixtrace::test {
 
-/// A main window whose instrument is a script: a scripted USB link, and a pseudo terminal as port 3. Another one can be
-/// plugged in as port 5.
+/// A main window with a scripted instrument: a scripted USB link, and a pseudo terminal as port 3. A second terminal
+/// can be plugged in as port 5.
 class AcquireTest : public ::testing::Test {
 protected:
     void SetUp() override {
         applyLook(*qApp);
         for (const char* name : {"ChineseS.Lan", "English.Lan"}) {
-            ASSERT_TRUE(QFile::copy(QStringLiteral(SIXTRACE_SOURCE_DIR "/lang/") + text(name), path(name)));
+            ASSERT_TRUE(
+                QFile::copy(QStringLiteral(SIXTRACE_SOURCE_DIR "/lang/") + QString::fromUtf8(name), path(name)));
         }
     }
 
-    [[nodiscard]] QString path(const char* name) const { return m_folder.filePath(text(name)); }
+    [[nodiscard]] QString path(const char* name) const { return m_folder.filePath(QString::fromUtf8(name)); }
     [[nodiscard]] QByteArray read(const QString& file) const {
         QFile source(file);
         return source.open(QIODevice::ReadOnly) ? source.readAll() : QByteArray("(no file)");
     }
     void setIni(const char* key, const char* value) const {
-        ASSERT_TRUE(writeProfile(text("Common"), text(key), text(value), path("vkq.ini")).ok());
+        ASSERT_TRUE(
+            writeProfile(QStringLiteral("Common"), QString::fromUtf8(key), QString::fromUtf8(value), path("vkq.ini"))
+                .ok());
     }
     void removeLanguages() const {
         for (const char* name : {"ChineseS.Lan", "English.Lan"}) {
@@ -55,7 +58,7 @@ protected:
         }
     }
     [[nodiscard]] static QByteArray capture(const char* scene, std::uint32_t seed = 1) {
-        return captureBytes(*captureForm("V11"), *sceneBlocks(text(scene), seed));
+        return captureBytes(*captureForm("V11"), *sceneBlocks(QString::fromUtf8(scene), seed));
     }
 
     FrmCom& load() {
@@ -77,11 +80,13 @@ protected:
         }
         return *found;
     }
+    /// The names of the files in a folder.
+    [[nodiscard]] static QStringList namesIn(const QString& folder) { return QDir(folder).entryList(QDir::Files); }
     [[nodiscard]] QAction& item(const char* name) const { return control<QAction>(*form, name); }
     [[nodiscard]] Acquisition& acquisition() const { return form->acquisition(); }
     [[nodiscard]] QString path4() const { return control<QLabel>(*form, "Label4").text(); }
 
-    /// Runs `work` once the window of that name is shown.
+    /// Runs `work` once the window is shown.
     static void whenShown(QWidget& window, const std::function<void()>& work) {
         auto* watch = new QTimer(&window);
         QObject::connect(watch, &QTimer::timeout, &window, [&window, watch, work] {
@@ -95,7 +100,7 @@ protected:
     }
     static void click(QWidget& window, const char* button) { control<QPushButton>(window, button).click(); }
 
-    /// Lets the other end of the line send one file after another; bytes to come until the sender is over.
+    /// Lets the other end of the line send one file after another.
     void serve(std::vector<QByteArray> files, const FetchPlan& plan = {}) {
         peer.play([files = std::move(files), plan](PtyPeer& p) {
             for (const QByteArray& file : files) {
@@ -105,15 +110,16 @@ protected:
             }
         });
     }
-    /// One file, from the peer's side; false when the program has stopped asking.
-    static bool sendAll(PtyPeer& p, const QByteArray& file, const FetchPlan& plan = {}) {
-        BlockSender sender("WAVE.bin", file, plan);
+    /// Sends one file from the peer. False when the program has stopped asking.
+    static bool sendAll(PtyPeer& p, const QByteArray& file, const FetchPlan& plan = {},
+                        const QByteArray& name = "WAVE.bin") {
+        BlockSender sender(name, file, plan);
         while (!sender.over()) {
-            const int byte = p.takeOne(60000);
-            if (byte < 0) {
+            const auto byte = p.takeOne(60000);
+            if (!byte) {
                 return false;
             }
-            const QByteArray answer = sender.answer(static_cast<unsigned char>(byte));
+            const QByteArray answer = sender.answer(*byte);
             if (!answer.isEmpty()) {
                 p.send(answer);
             }
@@ -141,4 +147,4 @@ private:
     QTemporaryDir m_folder;
 };
 
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -5,18 +5,10 @@
 #include "platform/controls/toolbar.h"
 #include "support/openfiles.h"
 
-using namespace sixtrace;
+using namespace Qt::StringLiterals;
 
+namespace sixtrace::test {
 namespace {
-
-/// Names of files below the program folder's `folder`.
-QStringList namesIn(const QString& folder) {
-    return QDir(folder).entryList(QDir::Files);
-}
-
-QByteArray header(const QByteArray& name, const QByteArray& size) {
-    return BlockSender::block(0, name + '\0' + size + '\0', 128, '\0');
-}
 
 class AutoGet : public AcquireTest {
 protected:
@@ -25,7 +17,7 @@ protected:
 
 TEST_F(AutoGet, DisablesTheCommandsAndStopEnablesThemAndTheTimerStopsItself) {
     load();
-    ToolBar& tools = *form->findChild<ToolBar*>(text("Toolbar1"));
+    ToolBar& tools = *form->findChild<ToolBar*>(u"Toolbar1"_s);
     auto& bar = control<PositionBar>(*form, "VScroll1");
     item("mnuautoget").trigger();
     EXPECT_TRUE(model->AutoRun);
@@ -115,7 +107,7 @@ TEST_F(AutoGet, AfterAUsbFailureTheFileOfTheFetchBeforeIsLoadedToo) {
     acquisition().Timetime1_Timer();
     ASSERT_EQ(model->FileKind, 4);
     model->FileKind = 0;
-    acquisition().Timetime1_Timer(); // nothing comes any more
+    acquisition().Timetime1_Timer(); // the instrument sends nothing more
     EXPECT_EQ(dialogs.messages.size(), 1);
     EXPECT_EQ(model->FileKind, 4);
 }
@@ -143,7 +135,7 @@ TEST_F(AutoGet, ASerialFailureIsToldAndDoesNotEndTheTimedFetches) {
     load();
     item("mnuautoget").trigger();
     acquisition().Timetime1_Timer();
-    EXPECT_EQ(dialogs.messages, QStringList{text("Device unavailable")});
+    EXPECT_EQ(dialogs.messages, QStringList{u"Device unavailable"_s});
     EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Exclamation);
     EXPECT_TRUE(model->AutoRun);
 }
@@ -173,7 +165,7 @@ TEST_F(AutoGet, StopDuringAWaitWithoutLimitLeavesTheFetchWaitingUntilAByteComesA
             Qt::BlockingQueuedConnection);
         p.send("x");
         p.take(1);  // refused,
-        p.take(10); // and then the cancel is seen
+        p.take(10); // and then the cancel takes effect
     });
     item("mnuautoget").trigger();
     acquisition().Timetime1_Timer();
@@ -196,7 +188,7 @@ TEST_F(AutoGet, AStartByHandEndsAFetchThatWaitsAfterStopAndThenBeginsItsOwn) {
     bool opensWithin = false;
     peer.play([&](PtyPeer& p) {
         p.take(1);
-        p.send(header("old.bin", "9000"));
+        p.send(BlockSender::header("old.bin", "9000"));
         p.take(2); // the fetch now waits for its first data block, with its file open
         PtyPeer::untilItWaits();
         QMetaObject::invokeMethod(
@@ -231,7 +223,7 @@ TEST_F(AutoGet, AStartByHandEndsAFetchThatWaitsAfterStopAndThenBeginsItsOwn) {
     ASSERT_GE(seen.size(), 4U);
     EXPECT_EQ(seen[2], PtyPeer::came("\x06"
                                      "CC"))
-        << "behind the answer to the header nothing but the new request";
+        << "after the answer to the header only the new request comes";
     EXPECT_EQ(seen.back(), PtyPeer::came("\x06")) << "no byte of the ended fetch comes afterwards";
 }
 
@@ -271,7 +263,7 @@ TEST_F(AutoGet, ATickIsDroppedWhileACancelledReadRunsOutItsTime) {
 }
 
 TEST_F(AutoGet, ATickIsDroppedWhileTheMessageOfAFailedFetchStands) {
-    setIni("ComPort", "2"); // a port that is not there
+    setIni("ComPort", "2"); // there is no such port
     load();
     item("mnuautoget").trigger();
     int open = 0;
@@ -295,7 +287,7 @@ TEST_F(AutoGet, ABitmapIsLoadedLikeAnyFileAndNothingIsSaidAboutIt) {
     ASSERT_TRUE(QDir::setCurrent(path("")));
     peer.play([](PtyPeer& p) {
         p.take(1);
-        p.send(header("picture.bmp", "3"));
+        p.send(BlockSender::header("picture.bmp", "3"));
         p.take(2);
         p.send(BlockSender::block(1, "BM!", 128, '\x1A'));
         p.take(1);
@@ -308,7 +300,7 @@ TEST_F(AutoGet, ABitmapIsLoadedLikeAnyFileAndNothingIsSaidAboutIt) {
     acquisition().Timetime1_Timer();
     peer.finish();
     ASSERT_TRUE(QDir::setCurrent(before));
-    EXPECT_EQ(model->ReceivedFile, text("picture.bmp"));
+    EXPECT_EQ(model->ReceivedFile, u"picture.bmp"_s);
     EXPECT_TRUE(dialogs.messages.isEmpty());
 }
 
@@ -324,20 +316,11 @@ TEST_F(AutoGet, ACaptureThatCallsItselfABitmapIsLoadedOverBothLinks) {
     setIni("ComPort", "1");
     const QString before = QDir::currentPath();
     ASSERT_TRUE(QDir::setCurrent(path(""))); // where a bitmap of the serial line goes
-    peer.play([](PtyPeer& p) {
-        BlockSender sender("picture.bmp", capture("sine"), {});
-        while (!sender.over()) {
-            const int byte = p.takeOne(60000);
-            if (byte < 0) {
-                return;
-            }
-            p.send(sender.answer(static_cast<unsigned char>(byte)));
-        }
-    });
+    peer.play([](PtyPeer& p) { sendAll(p, capture("sine"), {}, "picture.bmp"); });
     acquisition().Timetime1_Timer();
     peer.finish();
     ASSERT_TRUE(QDir::setCurrent(before));
-    EXPECT_EQ(model->ReceivedFile, text("picture.bmp"));
+    EXPECT_EQ(model->ReceivedFile, u"picture.bmp"_s);
     EXPECT_EQ(model->FileKind, 4) << "and neither is the name";
     EXPECT_TRUE(dialogs.messages.isEmpty());
 }
@@ -362,11 +345,11 @@ TEST_F(AutoGet, TheEndingOfTheLastTransferStandsInTheToolTipOfThePath) {
     acquisition().mnuautoget_Click();
     acquisition().Timetime1_Timer();
     const auto tip = [this] { return control<QLabel>(*form, "Label4").toolTip(); };
-    EXPECT_EQ(tip(), text("Last transfer: all %1 bytes came").arg(capture("sine").size()));
+    EXPECT_EQ(tip(), u"Last transfer: all %1 bytes came"_s.arg(capture("sine").size()));
     link.stream = ScriptedLink::transfer(QByteArray(200, 'd')).chopped(100);
     acquisition().Timetime1_Timer();
-    EXPECT_EQ(tip(), text("Last transfer: the transfer broke off, as the instrument did not answer as it should; "
-                          "100 of 200 bytes came"));
+    EXPECT_EQ(tip(), u"Last transfer: the transfer broke off, as the instrument did not answer as it should; "
+                     "100 of 200 bytes came"_s);
     EXPECT_EQ(path4(), QString()) << "what is shown stays as it is";
 }
 
@@ -386,14 +369,14 @@ TEST_F(UsbByItself, TheResultOfTheOpenIsNotTestedAndTheContentByteNotLookedAt) {
     EXPECT_EQ(read(path("AutoGet.bin")), QByteArray("BM\0", 3));
     EXPECT_EQ(model->ReceivedFile, path("AutoGet.bin"));
     EXPECT_EQ(model->ReceiveResult, 1);
-    EXPECT_EQ(link.calls.last(), text("closeTt 0"));
+    EXPECT_EQ(link.calls.last(), u"closeTt 0"_s);
     EXPECT_TRUE(dialogs.messages.isEmpty());
 
     link.opens = false;
     link.calls.clear();
     acquisition().Timetime1_Timer();
     EXPECT_EQ(dialogs.messages.size(), 1);
-    EXPECT_EQ(link.calls, (QStringList{text("InitializeTt 0"), text("WriteThread START"), text("closeTt 1")}));
+    EXPECT_EQ(link.calls, (QStringList{u"InitializeTt 0"_s, u"WriteThread START"_s, u"closeTt 1"_s}));
 }
 
 TEST_F(UsbByItself, AFailureIsToldAndClosesTheLink) {
@@ -401,9 +384,9 @@ TEST_F(UsbByItself, AFailureIsToldAndClosesTheLink) {
     link.failingRead = 1;
     tick();
     EXPECT_EQ(dialogs.messages,
-              QStringList{text("The data received is error.Check the USB cable then restart to receive.")});
+              QStringList{u"The data received is error.Check the USB cable then restart to receive."_s});
     EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Information);
-    EXPECT_EQ(link.calls.last(), text("closeTt 1"));
+    EXPECT_EQ(link.calls.last(), u"closeTt 1"_s);
     EXPECT_EQ(model->ReceiveResult, 0);
     EXPECT_EQ(read(path("AutoGet.bin")), "");
 }
@@ -412,9 +395,9 @@ TEST_F(UsbByItself, AnOverflowOfTheLengthIsShownWithItsNumber) {
     link.stream = ScriptedLink::transfer({});
     link.stream[2] = '\xFF';
     tick();
-    EXPECT_EQ(dialogs.messages, QStringList{text("错误代码:6    Overflow")});
+    EXPECT_EQ(dialogs.messages, QStringList{u"错误代码:6    Overflow"_s});
     EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Plain);
-    EXPECT_EQ(link.calls.last(), text("closeTt 1"));
+    EXPECT_EQ(link.calls.last(), u"closeTt 1"_s);
     EXPECT_FALSE(model->AutoRun);
 }
 
@@ -463,15 +446,15 @@ TEST_F(AutoGet, WhateverTheOutcomeTheFileOfTheFetchBeforeIsLoaded) {
     acquisition().Timetime1_Timer();
     ASSERT_EQ(model->FileKind, 4);
     model->FileKind = 0;
-    setIni("ComPort", "2"); // a port that is not there
+    setIni("ComPort", "2"); // there is no such port
     acquisition().Timetime1_Timer();
-    EXPECT_EQ(dialogs.messages, QStringList{text("Device unavailable")});
+    EXPECT_EQ(dialogs.messages, QStringList{u"Device unavailable"_s});
     EXPECT_EQ(model->FileKind, 4);
 }
 
 TEST_F(AutoGet, TheReceiverAloneTakesPort1WhereTheSettingsNameNone) {
     load();
-    EXPECT_EQ(readProfile(text("Common"), text("ComPort"), text("(none)"), path("vkq.ini")), text("(none)"));
+    EXPECT_EQ(readProfile(u"Common"_s, u"ComPort"_s, u"(none)"_s, path("vkq.ini")), u"(none)"_s);
     recFrm& receiver = acquisition().receiver();
     ASSERT_TRUE(receiver.OpenCom().ok());
     EXPECT_EQ(model->ComPort, 1);
@@ -502,3 +485,4 @@ TEST_F(AutoGet, AStoredPortOutsideTheTableIsASubscriptError) {
 }
 
 } // namespace
+} // namespace sixtrace::test

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Seeded fault scripts: what the numbered steps of the receiver make of each is worked out here at the level of whole
-// blocks, apart from the receiver's own code.
+// Fault scripts from random seeds. The tests work out the result of each script from whole blocks, without the
+// receiver's code.
 #include "acquire/receivefixture.h"
 #include "instrument/serialserver.h"
 #include "instrument/usbserver.h"
@@ -10,27 +10,28 @@
 #include <random>
 #include <unistd.h>
 
-using namespace sixtrace;
+using namespace Qt::StringLiterals;
 
+namespace sixtrace::test {
 namespace {
 
 constexpr int kSeeds = 300;
 constexpr int kBlock = 1024;
 constexpr int kMostRetries = 5;
 
-/// A plan without repeated blocks, and what has to come of it.
+/// A plan without repeated blocks, and its expected result.
 struct Case {
     FetchPlan plan;
     int size = 0;
     bool aborts = false;
-    int wholeBlocks = 0; ///< blocks accepted when it ends
+    int wholeBlocks = 0; ///< number of blocks that are accepted before it ends
 };
 
 int blocksOf(int size) {
     return (size + kBlock - 1) / kBlock;
 }
 
-/// Counted failures of one block: each of these costs one retry and is sent anew. A silent line costs them all.
+/// Each of the counted faults costs one retry, and the block is sent again. A silent line costs all retries.
 Case makeCase(unsigned seed) {
     std::mt19937 random(seed);
     const auto pick = [&random](int low, int high) {
@@ -59,8 +60,8 @@ Case makeCase(unsigned seed) {
         }
         made.plan.faults.push_back(fault);
     }
-    // The sender asks its faults in this order: dead ends, then a lost block, then the damages, which all strike the
-    // same transmission, and noise, which hides whatever stands behind it.
+    // The sender looks for faults in this order: those that end all sending, then a lost block, then damages, which all
+    // happen to the same transmission, and noise, which hides the damages after it.
     for (int block = 0; block <= blocks && !made.aborts; ++block) {
         const auto times = [&made, block](FaultKind kind) {
             const Fault* fault = made.plan.at(kind, block);
@@ -72,7 +73,7 @@ Case makeCase(unsigned seed) {
         int damages = std::max({times(FaultKind::Crc), times(FaultKind::Complement), times(FaultKind::Sequence),
                                 times(FaultKind::LostByte)});
         const int noise = times(FaultKind::Noise);
-        // Of the transmissions behind the lost ones the first `noise` fail without being counted.
+        // Of the transmissions after the lost ones, the first `noise` fail without being counted.
         const int countedFailures = times(FaultKind::LostBlock) + std::max(0, damages - noise);
         if (countedFailures >= kMostRetries) {
             made.aborts = true;
@@ -92,7 +93,7 @@ TEST_F(FaultScripts, ThreeHundredSeedsEndInTheRightFileOrTheRightAbortAndTheNext
         SCOPED_TRACE(seed);
         const Case made = makeCase(seed);
         const QByteArray content = pattern(made.size, static_cast<int>(seed));
-        const QString name = QStringLiteral("seed%1.bin").arg(seed);
+        const QString name = u"seed%1.bin"_s.arg(seed);
         form.text2 = path(name);
         port.sent.clear();
         port.waiting.clear();
@@ -119,35 +120,35 @@ TEST_F(FaultScripts, ThreeHundredSeedsEndInTheRightFileOrTheRightAbortAndTheNext
         }
         expectCleanTransferWorks();
     }
-    // Both ends are really met.
+    // Both results occur often.
     EXPECT_GT(aborted, 60);
     EXPECT_LT(aborted, 240);
 }
 
 TEST(UsbStream, TheHeaderHoldsTheLengthInThreeBytesAndTheKindInTheNinth) {
-    EXPECT_EQ(usbHeaderBytes(0x010203, false), QByteArray("\x03\x02\x01\0\0\0\0\0\0\0\0\0", 12));
-    EXPECT_EQ(usbHeaderBytes(63, true), QByteArray("\x3F\0\0\0\0\0\0\0\x01\0\0\0", 12));
+    EXPECT_EQ(usbHeaderBytes(0x010203, UsbContent::Capture), QByteArray("\x03\x02\x01\0\0\0\0\0\0\0\0\0", 12));
+    EXPECT_EQ(usbHeaderBytes(63, UsbContent::Bitmap), QByteArray("\x3F\0\0\0\0\0\0\0\x01\0\0\0", 12));
 }
 
 TEST(FetchPlan, TellsAThousandBytesTooManyOrTooFewButNeverFewerThanNone) {
-    EXPECT_EQ(parsePlan(QStringLiteral("crc"))->told(2461), 2461);
-    EXPECT_EQ(parsePlan(QStringLiteral("wrong-length"))->told(2461), 3461);
-    EXPECT_EQ(parsePlan(QStringLiteral("short-length"))->told(2461), 1461);
-    EXPECT_EQ(parsePlan(QStringLiteral("short-length"))->told(999), 0);
+    EXPECT_EQ(parsePlan(u"crc"_s)->told(2461), 2461);
+    EXPECT_EQ(parsePlan(u"wrong-length"_s)->told(2461), 3461);
+    EXPECT_EQ(parsePlan(u"short-length"_s)->told(2461), 1461);
+    EXPECT_EQ(parsePlan(u"short-length"_s)->told(999), 0);
 }
 
 TEST(SerialServer, ARequestCountsAsHeardSoThatAnInstrumentInUseIsNotIdle) {
     const QTemporaryDir place;
-    const QString line = place.filePath(QStringLiteral("line"));
+    const QString line = place.filePath(u"line"_s);
     for (const char* plan : {"crc@99", "unplug@0"}) {
-        CaptureFeed feed(QStringLiteral("V11"), QStringLiteral("sine"), 1, *parsePlan(QString::fromLatin1(plan)), {});
+        CaptureFeed feed(u"V11"_s, u"sine"_s, 1, *parsePlan(QString::fromLatin1(plan)), {});
         SerialServer server(feed, line, 0);
-        ASSERT_FALSE(server.open());
-        EXPECT_FALSE(server.step()) << "nobody has said anything";
+        ASSERT_TRUE(server.open().ok());
+        EXPECT_FALSE(server.step()) << "no client has sent anything";
         const int client = ::open(QFile::encodeName(line).constData(), O_RDWR | O_NOCTTY | O_CLOEXEC);
         ASSERT_GE(client, 0);
         ASSERT_EQ(::write(client, "C", 1), 1);
-        pollfd waiting = server.waitFor();
+        pollfd waiting = server.waitFor().value();
         ASSERT_EQ(::poll(&waiting, 1, 120000), 1);
         EXPECT_TRUE(server.step()) << plan;
         ::close(client);
@@ -155,3 +156,4 @@ TEST(SerialServer, ARequestCountsAsHeardSoThatAnInstrumentInUseIsNotIdle) {
 }
 
 } // namespace
+} // namespace sixtrace::test

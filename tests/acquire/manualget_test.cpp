@@ -5,14 +5,10 @@
 
 #include <QRegularExpression>
 
-using namespace sixtrace;
+using namespace Qt::StringLiterals;
 
+namespace sixtrace::test {
 namespace {
-
-/// Names of files below the program folder's `folder`.
-QStringList namesIn(const QString& folder) {
-    return QDir(folder).entryList(QDir::Files);
-}
 
 class ManualGet : public AcquireTest {};
 
@@ -29,7 +25,7 @@ TEST_F(ManualGet, OverUsbShowsTheDialogFetchesAndLoadsTheCapture) {
     });
     item("mnuAcquire").trigger();
     EXPECT_FALSE(window.isVisible());
-    EXPECT_TRUE(QRegularExpression(text("^D\\d{10}\\.bin$")).match(shownName).hasMatch());
+    EXPECT_TRUE(QRegularExpression(u"^D\\d{10}\\.bin$"_s).match(shownName).hasMatch());
     EXPECT_EQ(read(path("data/") + shownName), capture("six") + '\0');
     EXPECT_EQ(path4(), path("data/") + shownName);
     EXPECT_EQ(model->FileKind, 4);
@@ -51,10 +47,11 @@ TEST_F(ManualGet, OverSerialShowsTheOtherDialogFetchesAndLoadsTheCapture) {
     EXPECT_FALSE(window.MSComm1().PortOpen());
     const QStringList files = namesIn(path("dat"));
     ASSERT_EQ(files.size(), 1);
+    EXPECT_TRUE(QRegularExpression(u"^D\\d{10}\\.bin$"_s).match(files.front()).hasMatch());
     EXPECT_EQ(read(path("dat/") + files.front()), capture("square"));
     EXPECT_EQ(path4(), path("dat/") + files.front());
     EXPECT_EQ(model->FileKind, 4);
-    EXPECT_EQ(control<QLineEdit>(window, "Text1").text(), text("WAVE.bin"));
+    EXPECT_EQ(control<QLineEdit>(window, "Text1").text(), u"WAVE.bin"_s);
     EXPECT_EQ(window.ReadTimeoutMs(), 10000);
 }
 
@@ -64,7 +61,7 @@ TEST_F(ManualGet, ABitmapIsToldAndTheCaptureOnTheScreenStays) {
     FrmUSB& window = acquisition().usbWindow();
     whenShown(window, [&] { click(window, "Command4"); });
     item("mnuAcquire").trigger();
-    EXPECT_EQ(dialogs.messages, QStringList{text("Receive file is Bmp file ,please use other software open it !")});
+    EXPECT_EQ(dialogs.messages, QStringList{u"Receive file is Bmp file ,please use other software open it !"_s});
     EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Information);
     EXPECT_EQ(model->FileKind, 0);
     EXPECT_EQ(path4(), QString());
@@ -80,7 +77,7 @@ TEST_F(ManualGet, AFailureOverUsbKeepsTheDialogForAnotherTry) {
         click(window, "Command4");
         EXPECT_TRUE(window.isVisible());
         EXPECT_EQ(dialogs.messages.size(), 1);
-        link.failingRead = -1;
+        link.failingRead.reset();
         link.stream = ScriptedLink::transfer(content);
         click(window, "Command4");
     });
@@ -103,7 +100,7 @@ TEST_F(ManualGet, ACancelInMidTransferOverUsbEndsQuietlyAndKeepsTheCapture) {
     EXPECT_FALSE(window.isVisible());
     EXPECT_TRUE(dialogs.messages.isEmpty());
     EXPECT_EQ(model->FileKind, 0);
-    EXPECT_TRUE(link.calls.contains(text("InitializeTt 1")));
+    EXPECT_TRUE(link.calls.contains(u"InitializeTt 1"_s));
 }
 
 TEST_F(ManualGet, ACancelInMidTransferOverSerialHidesAtOnceLowersTheTimeOutAndEndsWithTheTail) {
@@ -112,11 +109,7 @@ TEST_F(ManualGet, ACancelInMidTransferOverSerialHidesAtOnceLowersTheTimeOutAndEn
     recFrm& window = acquisition().receiver();
     peer.play([&window](PtyPeer& p) {
         p.take(1);
-        p.send(BlockSender::block(0,
-                                  QByteArray("w.bin\0"
-                                             "9000\0",
-                                             11),
-                                  128, '\0'));
+        p.send(BlockSender::header("w.bin", "9000"));
         p.take(2);
         PtyPeer::untilItWaits(); // until the read of the first data block is under way
         QMetaObject::invokeMethod(
@@ -161,7 +154,7 @@ TEST_F(ManualGet, APortThatDoesNotOpenIsToldAndTheDialogStays) {
     });
     item("mnuAcquire").trigger();
     EXPECT_TRUE(stayed);
-    EXPECT_EQ(dialogs.messages, QStringList{text("Device unavailable")});
+    EXPECT_EQ(dialogs.messages, QStringList{u"Device unavailable"_s});
 }
 
 TEST_F(ManualGet, TheWindowsFollowTheLanguageWhenTheyAreLoaded) {
@@ -172,8 +165,8 @@ TEST_F(ManualGet, TheWindowsFollowTheLanguageWhenTheyAreLoaded) {
         load();
         recFrm& window = acquisition().receiver();
         whenShown(window, [&, browseText = browse, startText = start] {
-            EXPECT_EQ(control<QPushButton>(window, "Command1").text(), text(browseText));
-            EXPECT_EQ(control<QPushButton>(window, "Command2").text(), text(startText));
+            EXPECT_EQ(control<QPushButton>(window, "Command1").text(), QString::fromUtf8(browseText));
+            EXPECT_EQ(control<QPushButton>(window, "Command2").text(), QString::fromUtf8(startText));
             window.close();
         });
         item("mnuAcquire").trigger();
@@ -216,18 +209,17 @@ TEST_F(ManualGet, WithoutLanguageFilesTheWindowsKeepTheCaptionsOfTheirDesign) {
     };
     recFrm& serial = acquisition().receiver();
     serial.load();
-    EXPECT_EQ(serial.windowTitle(), text("正在接收数据"));
-    EXPECT_EQ(captions(serial, {text("Label1"), text("Label2"), text("Command1"), text("Label3"), text("Label5"),
-                                text("Label4"), text("Command2"), text("CancelButton")}),
-              (QStringList{text("正在接收文件："), text("存储为："), text("浏览..."), text("数据包："),
-                           text("重试次数"), text("传输进度："), text("开始"), text("Cancel")}));
+    EXPECT_EQ(serial.windowTitle(), u"正在接收数据"_s);
+    EXPECT_EQ(captions(serial, {u"Label1"_s, u"Label2"_s, u"Command1"_s, u"Label3"_s, u"Label5"_s, u"Label4"_s,
+                                u"Command2"_s, u"CancelButton"_s}),
+              (QStringList{u"正在接收文件："_s, u"存储为："_s, u"浏览..."_s, u"数据包："_s, u"重试次数"_s,
+                           u"传输进度："_s, u"开始"_s, u"Cancel"_s}));
     FrmUSB& usb = acquisition().usbWindow();
     whenShown(usb, [&] {
-        EXPECT_EQ(usb.windowTitle(), text("USB Transmission "));
-        EXPECT_EQ(captions(usb, {text("Label1"), text("Label2"), text("Command1"), text("Label4"), text("Command4"),
-                                 text("CancelButton")}),
-                  (QStringList{text("正在接收文件："), text("存储为："), text("浏览..."), text("传输进度："),
-                               text("开 始"), text("Cancel")}));
+        EXPECT_EQ(usb.windowTitle(), u"USB Transmission "_s);
+        EXPECT_EQ(
+            captions(usb, {u"Label1"_s, u"Label2"_s, u"Command1"_s, u"Label4"_s, u"Command4"_s, u"CancelButton"_s}),
+            (QStringList{u"正在接收文件："_s, u"存储为："_s, u"浏览..."_s, u"传输进度："_s, u"开 始"_s, u"Cancel"_s}));
         click(usb, "CancelButton");
     });
     item("mnuAcquire").trigger();
@@ -247,19 +239,19 @@ TEST_F(ManualGet, BrowsingTakesAnExistingFileOnlyWhenTheUserAgrees) {
         EXPECT_EQ(control<QLineEdit>(window, "Text2").text(), before);
         EXPECT_EQ(model->ReceivedFile, chosen);
         EXPECT_EQ(window.LastSaveDir(), QFileInfo(chosen).path()) << "the folder counts whatever the answer";
-        EXPECT_EQ(dialogs.messages, QStringList{text("File Exist!  Do you want to continue ?")});
-        EXPECT_EQ(dialogs.titles, QStringList{text("Message")});
+        EXPECT_EQ(dialogs.messages, QStringList{u"File Exist!  Do you want to continue ?"_s});
+        EXPECT_EQ(dialogs.titles, QStringList{u"Message"_s});
         EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Exclamation);
         EXPECT_EQ(dialogs.fileRequests.front().fileName, before);
-        EXPECT_EQ(dialogs.fileRequests.front().filter, text("bin (*.bin)|*.bin"));
+        EXPECT_EQ(dialogs.fileRequests.front().filter, u"bin (*.bin)|*.bin"_s);
         click(window, "Command1"); // cancelled
         EXPECT_EQ(control<QLineEdit>(window, "Text2").text(), before);
         click(window, "Command1"); // answered with Yes
         EXPECT_EQ(control<QLineEdit>(window, "Text2").text(), chosen);
-        EXPECT_EQ(control<QLineEdit>(window, "Text1").text(), text("vkq.ini"));
+        EXPECT_EQ(control<QLineEdit>(window, "Text1").text(), u"vkq.ini"_s);
         click(window, "Command1"); // nothing to ask
         EXPECT_EQ(control<QLineEdit>(window, "Text2").text(), path("mine/new.bin"));
-        EXPECT_EQ(control<QLineEdit>(window, "Text1").text(), text("new.bin"));
+        EXPECT_EQ(control<QLineEdit>(window, "Text1").text(), u"new.bin"_s);
         EXPECT_EQ(dialogs.messages.size(), 2);
         click(window, "CancelButton");
     });
@@ -302,12 +294,12 @@ TEST_F(ManualGet, BrowsingForASerialFileSetsThePathOnlyWithTheUsersConsent) {
         click(window, "Command1"); // cancelled
         EXPECT_EQ(field.text(), before);
         EXPECT_EQ(dialogs.fileRequests.front().fileName, before);
-        EXPECT_EQ(dialogs.fileRequests.front().filter, text("bin (*.bin)|*.bin"));
+        EXPECT_EQ(dialogs.fileRequests.front().filter, u"bin (*.bin)|*.bin"_s);
         click(window, "Command1"); // answered with No
         EXPECT_EQ(field.text(), before);
         EXPECT_EQ(model->ReceivedFile, existing);
-        EXPECT_EQ(dialogs.messages, QStringList{text("File Exist!  Do you want to continue ?")});
-        EXPECT_EQ(dialogs.titles, QStringList{text("Message")});
+        EXPECT_EQ(dialogs.messages, QStringList{u"File Exist!  Do you want to continue ?"_s});
+        EXPECT_EQ(dialogs.titles, QStringList{u"Message"_s});
         EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Exclamation);
         click(window, "Command1"); // answered with Yes
         EXPECT_EQ(field.text(), existing);
@@ -328,9 +320,9 @@ TEST_F(ManualGet, TheEndOfASerialTransferIsWrittenToTheMessageWindowWhichStaysOu
     whenShown(window, [&] { click(window, "Command2"); });
     item("mnuAcquire").trigger();
     peer.finish();
-    EXPECT_EQ(told(), text("接收成功!"));
+    EXPECT_EQ(told(), u"接收成功!"_s);
 
-    peer.play([](PtyPeer& p) { // an end at once: no data, no success
+    peer.play([](PtyPeer& p) { // an end at once brings no data and is no success
         p.take(1);
         p.send("\x04");
         p.take(2);
@@ -340,7 +332,7 @@ TEST_F(ManualGet, TheEndOfASerialTransferIsWrittenToTheMessageWindowWhichStaysOu
     whenShown(window, [&] { click(window, "Command2"); });
     item("mnuAcquire").trigger();
     peer.finish();
-    EXPECT_EQ(told(), text("接收失败!"));
+    EXPECT_EQ(told(), u"接收失败!"_s);
 
     peer.play([&window](PtyPeer& p) {
         p.take(1);
@@ -353,7 +345,7 @@ TEST_F(ManualGet, TheEndOfASerialTransferIsWrittenToTheMessageWindowWhichStaysOu
     whenShown(window, [&] { click(window, "Command2"); });
     item("mnuAcquire").trigger();
     peer.finish();
-    EXPECT_EQ(told(), text("用户中断"));
+    EXPECT_EQ(told(), u"用户中断"_s);
     EXPECT_FALSE(form->messageOut().isVisible());
     EXPECT_TRUE(dialogs.messages.isEmpty());
 }
@@ -454,7 +446,7 @@ TEST_F(ManualGet, TheFormComesUpAgainWhileACancelledReadRunsOutItsTime) {
                 click(window, "CancelButton");
             },
             Qt::BlockingQueuedConnection);
-        p.take(11); // with the form closed, the cancelled transfer comes to its end
+        p.take(11); // once the form is closed, the cancelled transfer ends
     });
     whenShown(window, [&] { click(window, "Command2"); });
     item("mnuAcquire").trigger();
@@ -555,7 +547,7 @@ TEST_F(ManualGet, AFolderOfTheUsersIsNotMade) {
     });
     item("mnuAcquire").trigger();
     EXPECT_FALSE(QFileInfo::exists(path("other")));
-    EXPECT_EQ(dialogs.messages, QStringList{text("错误代码:76    Path not found")});
+    EXPECT_EQ(dialogs.messages, QStringList{u"错误代码:76    Path not found"_s});
 }
 
 TEST_F(ManualGet, TheTimeOutOfReadsOutlivesTheUnloadingOfTheForm) {
@@ -571,12 +563,12 @@ TEST_F(ManualGet, TheTimeOutOfReadsOutlivesTheUnloadingOfTheForm) {
     EXPECT_EQ(window.ReadTimeoutMs(), 10000);
 }
 
-TEST_F(ManualGet, APortThatWasFoundBeforeStaysInTheTableBehindTheCount) {
+TEST_F(ManualGet, APortThatWasFoundBeforeStaysInTheTableAfterTheCount) {
     hasOther = true;
     load();
     recFrm& window = acquisition().receiver();
     window.load();
-    EXPECT_EQ(window.ports().count, 2);
+    EXPECT_EQ(window.ports().count(), 2);
     EXPECT_EQ(window.ports().at(2).value(), 5);
     hasOther = false;
     setIni("ComPort", "1");
@@ -585,9 +577,9 @@ TEST_F(ManualGet, APortThatWasFoundBeforeStaysInTheTableBehindTheCount) {
     item("mnuAcquire").trigger(); // at its end the form is unloaded
     peer.finish();
     window.load();
-    EXPECT_EQ(window.ports().count, 1);
+    EXPECT_EQ(window.ports().count(), 1);
     EXPECT_EQ(window.ports().at(1).value(), 3);
-    EXPECT_EQ(window.ports().at(2).value(), 5) << "only the count begins anew";
+    EXPECT_EQ(window.ports().at(2).value(), 5) << "only the count is reset";
 }
 
 TEST_F(ManualGet, TheEndingOfATransferByHandStandsInTheToolTipOfThePath) {
@@ -600,7 +592,7 @@ TEST_F(ManualGet, TheEndingOfATransferByHandStandsInTheToolTipOfThePath) {
     whenShown(window, [&] { click(window, "Command2"); });
     item("mnuAcquire").trigger();
     peer.finish();
-    const QString ending = text("Last transfer: all %1 bytes came").arg(content.size());
+    const QString ending = u"Last transfer: all %1 bytes came"_s.arg(content.size());
     EXPECT_EQ(control<QLabel>(*form, "Label4").toolTip(), path4() + u'\n' + ending);
 
     peer.play([&window](PtyPeer& p) {
@@ -615,7 +607,8 @@ TEST_F(ManualGet, TheEndingOfATransferByHandStandsInTheToolTipOfThePath) {
     item("mnuAcquire").trigger();
     peer.finish();
     EXPECT_EQ(control<QLabel>(*form, "Label4").toolTip(),
-              path4() + text("\nLast transfer: the transfer was cancelled; no header came"));
+              path4() + u"\nLast transfer: the transfer was cancelled; no header came"_s);
 }
 
 } // namespace
+} // namespace sixtrace::test

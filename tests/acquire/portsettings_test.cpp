@@ -4,8 +4,9 @@
 #include "platform/controls/captions.h"
 #include "platform/controls/listcombo.h"
 
-using namespace sixtrace;
+using namespace Qt::StringLiterals;
 
+namespace sixtrace::test {
 namespace {
 
 class PortSettings : public AcquireTest {
@@ -21,7 +22,7 @@ protected:
         item("mnuComSet").trigger();
     }
     [[nodiscard]] QString stored(const char* key) const {
-        return readProfile(text("Common"), text(key), text("(none)"), path("vkq.ini"));
+        return readProfile(u"Common"_s, QString::fromUtf8(key), u"(none)"_s, path("vkq.ini"));
     }
 };
 
@@ -32,16 +33,16 @@ TEST_F(PortSettings, ListUsbAndThePortsFoundAndAlwaysOpenOnTheLineDefaults) {
     show([](frmComSet& window) {
         const ListCombo& ports = control<ListCombo>(window, "Combo1");
         EXPECT_EQ(ports.ListCount(), 2);
-        EXPECT_EQ(ports.List(0), text("USB"));
-        EXPECT_EQ(ports.List(1), text("COM3"));
+        EXPECT_EQ(ports.List(0), u"USB"_s);
+        EXPECT_EQ(ports.List(1), u"COM3"_s);
         EXPECT_EQ(ports.ListIndex(), 1);
         EXPECT_TRUE(control<QWidget>(window, "Frame1").isEnabled());
-        EXPECT_EQ(control<ListCombo>(window, "Combo2").Text(), text("115200"));
-        EXPECT_EQ(control<ListCombo>(window, "Combo3").Text(), text("8"));
-        EXPECT_EQ(control<ListCombo>(window, "Combo4").Text(), text("无"));
-        EXPECT_EQ(control<ListCombo>(window, "Combo5").Text(), text("1"));
+        EXPECT_EQ(control<ListCombo>(window, "Combo2").Text(), u"115200"_s);
+        EXPECT_EQ(control<ListCombo>(window, "Combo3").Text(), u"8"_s);
+        EXPECT_EQ(control<ListCombo>(window, "Combo4").Text(), u"无"_s);
+        EXPECT_EQ(control<ListCombo>(window, "Combo5").Text(), u"1"_s);
     });
-    EXPECT_EQ(model->ComSetText, text("9600,O,7,2"));
+    EXPECT_EQ(model->ComSetText, u"9600,O,7,2"_s);
 }
 
 TEST_F(PortSettings, HasItsListsAndTheCaptionsOfItsDesignWhereNoLanguageFileSaysOtherwise) {
@@ -49,7 +50,7 @@ TEST_F(PortSettings, HasItsListsAndTheCaptionsOfItsDesignWhereNoLanguageFileSays
     load();
     show([](frmComSet& window) {
         EXPECT_TRUE(window.isModal());
-        EXPECT_EQ(window.windowTitle(), text("端口设置"));
+        EXPECT_EQ(window.windowTitle(), u"端口设置"_s);
         const auto entries = [&window](const char* name) {
             const ListCombo& list = control<ListCombo>(window, name);
             QStringList found;
@@ -58,23 +59,22 @@ TEST_F(PortSettings, HasItsListsAndTheCaptionsOfItsDesignWhereNoLanguageFileSays
             }
             return found;
         };
-        EXPECT_EQ(entries("Combo2"),
-                  (QStringList{text("9600"), text("19200"), text("38400"), text("57600"), text("115200")}));
-        EXPECT_EQ(entries("Combo3"), (QStringList{text("5"), text("6"), text("7"), text("8")}));
-        EXPECT_EQ(entries("Combo4"), (QStringList{text("奇"), text("偶"), text("无")}));
-        EXPECT_EQ(entries("Combo5"), (QStringList{text("1"), text("2")}));
+        EXPECT_EQ(entries("Combo2"), (QStringList{u"9600"_s, u"19200"_s, u"38400"_s, u"57600"_s, u"115200"_s}));
+        EXPECT_EQ(entries("Combo3"), (QStringList{u"5"_s, u"6"_s, u"7"_s, u"8"_s}));
+        EXPECT_EQ(entries("Combo4"), (QStringList{u"奇"_s, u"偶"_s, u"无"_s}));
+        EXPECT_EQ(entries("Combo5"), (QStringList{u"1"_s, u"2"_s}));
         const std::array<std::pair<const char*, const char*>, 5> labels{{{"Label1", "选择通讯口："},
                                                                          {"Label2", "数据位(D):"},
                                                                          {"Label3", "奇偶校验(P):"},
                                                                          {"Label4", "每秒位数(B):"},
                                                                          {"Label5", "停止位(S):"}}};
         for (const auto& [name, caption] : labels) {
-            EXPECT_EQ(control<QLabel>(window, name).text(), text(caption)) << name;
+            EXPECT_EQ(control<QLabel>(window, name).text(), QString::fromUtf8(caption)) << name;
         }
-        EXPECT_EQ(captionOf(control<QWidget>(window, "Frame1")), text("Settings"));
-        EXPECT_EQ(control<QPushButton>(window, "CmdSet").text(), text("确定"));
-        EXPECT_EQ(control<QPushButton>(window, "CmdCancel").text(), text("取消"));
-        EXPECT_EQ(control<QPushButton>(window, "Command1").text(), text("默认"));
+        EXPECT_EQ(captionOf(control<QWidget>(window, "Frame1")), u"Settings"_s);
+        EXPECT_EQ(control<QPushButton>(window, "CmdSet").text(), u"确定"_s);
+        EXPECT_EQ(control<QPushButton>(window, "CmdCancel").text(), u"取消"_s);
+        EXPECT_EQ(control<QPushButton>(window, "Command1").text(), u"默认"_s);
     });
 }
 
@@ -94,7 +94,7 @@ TEST_F(PortSettings, TheLettersInBracketsLeadToTheirListsInBothLanguages) {
                 QTest::keyClick(window.focusWidget(), key, Qt::AltModifier);
                 EXPECT_TRUE(list.hasFocus()) << name;
             }
-            EXPECT_EQ(control<ListCombo>(window, "Combo5").Text(), text("1")) << "and change nothing";
+            EXPECT_EQ(control<ListCombo>(window, "Combo5").Text(), u"1"_s) << "and change nothing";
         });
     }
 }
@@ -107,7 +107,7 @@ TEST_F(PortSettings, TheParityLettersStandOnePlaceOffTheWords) {
             control<ListCombo>(window, "Combo4").setListIndex(parity);
             click(window, "CmdSet");
         });
-        EXPECT_EQ(stored("MSCommSettings"), text(letters[static_cast<std::size_t>(parity)]));
+        EXPECT_EQ(stored("MSCommSettings"), QString::fromUtf8(letters[static_cast<std::size_t>(parity)]));
     }
 }
 
@@ -118,8 +118,8 @@ TEST_F(PortSettings, WithUsbNoPortIsOpenedAndTheTextIsStillBuiltAndStored) {
         click(window, "CmdSet");
         EXPECT_FALSE(window.isVisible());
     });
-    EXPECT_EQ(stored("MSCommSettings"), text("115200,E,8,1"));
-    EXPECT_EQ(stored("ComPort"), text("0"));
+    EXPECT_EQ(stored("MSCommSettings"), u"115200,E,8,1"_s);
+    EXPECT_EQ(stored("ComPort"), u"0"_s);
 }
 
 TEST_F(PortSettings, APortThatOpensIsStoredByItsIndex) {
@@ -129,7 +129,7 @@ TEST_F(PortSettings, APortThatOpensIsStoredByItsIndex) {
         EXPECT_TRUE(control<QWidget>(window, "Frame1").isEnabled());
         click(window, "CmdSet");
     });
-    EXPECT_EQ(stored("ComPort"), text("1"));
+    EXPECT_EQ(stored("ComPort"), u"1"_s);
     EXPECT_TRUE(dialogs.messages.isEmpty());
     EXPECT_FALSE(acquisition().receiver().MSComm1().PortOpen());
 }
@@ -142,10 +142,10 @@ TEST_F(PortSettings, APortThatDoesNotOpenIsToldTheDialogStaysAndNothingIsWritten
         click(window, "CmdSet");
         EXPECT_TRUE(window.isVisible());
     });
-    EXPECT_EQ(dialogs.messages, QStringList{text("Device unavailable")});
+    EXPECT_EQ(dialogs.messages, QStringList{u"Device unavailable"_s});
     EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Exclamation);
-    EXPECT_EQ(stored("MSCommSettings"), text("(none)"));
-    EXPECT_EQ(stored("ComPort"), text("(none)"));
+    EXPECT_EQ(stored("MSCommSettings"), u"(none)"_s);
+    EXPECT_EQ(stored("ComPort"), u"(none)"_s);
 }
 
 TEST_F(PortSettings, WithoutAnySerialPortTheListHoldsUsbAloneAndAStoredPortFallsToAnIndexThatDoesNotExist) {
@@ -157,7 +157,7 @@ TEST_F(PortSettings, WithoutAnySerialPortTheListHoldsUsbAloneAndAStoredPortFalls
         EXPECT_EQ(control<ListCombo>(window, "Combo1").ListIndex(), -1);
         EXPECT_EQ(model->ComPort, 1);
     });
-    EXPECT_EQ(stored("ComPort"), text("4"));
+    EXPECT_EQ(stored("ComPort"), u"4"_s);
 }
 
 TEST_F(PortSettings, AStoredValueAboveTheNumberOfPortsIsReplacedInMemoryAndWrittenOnlyOnConfirming) {
@@ -167,9 +167,9 @@ TEST_F(PortSettings, AStoredValueAboveTheNumberOfPortsIsReplacedInMemoryAndWritt
         EXPECT_EQ(model->ComPort, 1);
         click(window, "CmdCancel");
     });
-    EXPECT_EQ(stored("ComPort"), text("9"));
+    EXPECT_EQ(stored("ComPort"), u"9"_s);
     show([](frmComSet& window) { click(window, "CmdSet"); });
-    EXPECT_EQ(stored("ComPort"), text("1"));
+    EXPECT_EQ(stored("ComPort"), u"1"_s);
 }
 
 TEST_F(PortSettings, APortThatDisappearsShiftsTheMeaningOfAStoredIndex) {
@@ -178,13 +178,13 @@ TEST_F(PortSettings, APortThatDisappearsShiftsTheMeaningOfAStoredIndex) {
     load();
     show([](frmComSet& window) {
         EXPECT_EQ(control<ListCombo>(window, "Combo1").ListCount(), 3);
-        EXPECT_EQ(control<ListCombo>(window, "Combo1").Text(), text("COM3"));
-        EXPECT_EQ(control<ListCombo>(window, "Combo1").List(2), text("COM5"));
+        EXPECT_EQ(control<ListCombo>(window, "Combo1").Text(), u"COM3"_s);
+        EXPECT_EQ(control<ListCombo>(window, "Combo1").List(2), u"COM5"_s);
     });
     hasPort = false;
     show([](frmComSet& window) {
         EXPECT_EQ(control<ListCombo>(window, "Combo1").ListCount(), 2);
-        EXPECT_EQ(control<ListCombo>(window, "Combo1").Text(), text("COM5"));
+        EXPECT_EQ(control<ListCombo>(window, "Combo1").Text(), u"COM5"_s);
     });
 }
 
@@ -193,7 +193,7 @@ TEST_F(PortSettings, AStoredValueOfTheLastPortFoundStays) {
     hasOther = true;
     load();
     show([this](frmComSet& window) {
-        EXPECT_EQ(control<ListCombo>(window, "Combo1").Text(), text("COM5"));
+        EXPECT_EQ(control<ListCombo>(window, "Combo1").Text(), u"COM5"_s);
         EXPECT_EQ(model->ComPort, 2);
     });
 }
@@ -205,7 +205,7 @@ TEST_F(PortSettings, ThePortIsTriedWithTheLineSettingsOfTheLists) {
         control<ListCombo>(window, "Combo2").setListIndex(3);
         click(window, "CmdSet");
     });
-    EXPECT_EQ(stored("MSCommSettings"), text("57600,E,8,1"));
+    EXPECT_EQ(stored("MSCommSettings"), u"57600,E,8,1"_s);
     // Closing gave the line its old settings back; the control keeps those of the trial.
     ASSERT_TRUE(acquisition().receiver().MSComm1().setPortOpen(true).ok());
     const termios line = peer.settings();
@@ -233,14 +233,14 @@ TEST_F(PortSettings, WithoutAnySerialPortOkStoresUsbWhereItIsChosenAndNothingEls
         click(window, "CmdSet");
         EXPECT_FALSE(window.isVisible());
     });
-    EXPECT_EQ(stored("ComPort"), text("-1"));
-    EXPECT_EQ(stored("MSCommSettings"), text("115200,E,8,1"));
+    EXPECT_EQ(stored("ComPort"), u"-1"_s);
+    EXPECT_EQ(stored("MSCommSettings"), u"115200,E,8,1"_s);
     EXPECT_TRUE(dialogs.messages.isEmpty());
     show([](frmComSet& window) {
         click(window, "Command1");
         click(window, "CmdSet");
     });
-    EXPECT_EQ(stored("ComPort"), text("0"));
+    EXPECT_EQ(stored("ComPort"), u"0"_s);
     EXPECT_TRUE(dialogs.messages.isEmpty());
 }
 
@@ -264,12 +264,12 @@ TEST_F(PortSettings, WhileAFetchStillWaitsOnlyRealPortsAreListedAndItsOwnOneIsNo
                     }
                     click(window, "CmdSet"); // its own port
                 });
-                EXPECT_EQ(stored("ComPort"), text("1"));
+                EXPECT_EQ(stored("ComPort"), u"1"_s);
                 show([&](frmComSet& window) { // another one
                     control<ListCombo>(window, "Combo1").setListIndex(2);
                     click(window, "CmdSet");
                 });
-                EXPECT_EQ(stored("ComPort"), text("2"));
+                EXPECT_EQ(stored("ComPort"), u"2"_s);
                 EXPECT_TRUE(acquisition().receiver().MSComm1().PortOpen());
                 hasOther = false;
                 show([&](frmComSet& window) { // one that has gone
@@ -285,7 +285,7 @@ TEST_F(PortSettings, WhileAFetchStillWaitsOnlyRealPortsAreListedAndItsOwnOneIsNo
     item("mnuautoget").trigger();
     acquisition().Timetime1_Timer();
     peer.finish();
-    EXPECT_EQ(listed, (QStringList{text("USB"), text("COM3"), text("COM5")}));
+    EXPECT_EQ(listed, (QStringList{u"USB"_s, u"COM3"_s, u"COM5"_s}));
     EXPECT_TRUE(dialogs.messages.isEmpty());
 }
 
@@ -295,13 +295,13 @@ TEST_F(PortSettings, APortThatAnotherHoldsIsListedAndToldOnOk) {
     ASSERT_TRUE(holder.setPortOpen(true).ok());
     show([](frmComSet& window) {
         const ListCombo& ports = control<ListCombo>(window, "Combo1");
-        EXPECT_EQ(ports.List(1), text("COM3"));
+        EXPECT_EQ(ports.List(1), u"COM3"_s);
         control<ListCombo>(window, "Combo1").setListIndex(1);
         click(window, "CmdSet");
         EXPECT_TRUE(window.isVisible());
     });
-    EXPECT_EQ(dialogs.messages, QStringList{text("Port already open")});
-    EXPECT_EQ(stored("ComPort"), text("(none)"));
+    EXPECT_EQ(dialogs.messages, QStringList{u"Port already open"_s});
+    EXPECT_EQ(stored("ComPort"), u"(none)"_s);
 }
 
 TEST_F(PortSettings, ThePortsToolTipNamesItsDeviceAndWhereToReadOn) {
@@ -309,7 +309,7 @@ TEST_F(PortSettings, ThePortsToolTipNamesItsDeviceAndWhereToReadOn) {
     load();
     show([this](frmComSet& window) {
         auto& ports = control<ListCombo>(window, "Combo1");
-        const QString more = text("The command kqx ports lists all ports, and why one does not appear here.");
+        const QString more = u"The command kqx ports lists all ports, and why one does not appear here."_s;
         EXPECT_EQ(ports.toolTip(), more);
         EXPECT_EQ(ports.itemData(1, Qt::ToolTipRole).toString(), peer.location());
         ports.setListIndex(1);
@@ -319,8 +319,9 @@ TEST_F(PortSettings, ThePortsToolTipNamesItsDeviceAndWhereToReadOn) {
     load();
     show([](frmComSet& window) {
         EXPECT_EQ(control<ListCombo>(window, "Combo1").toolTip(),
-                  text("命令 kqx ports 列出所有端口，并说明某个端口为何不在此列。"));
+                  u"命令 kqx ports 列出所有端口，并说明某个端口为何不在此列。"_s);
     });
 }
 
 } // namespace
+} // namespace sixtrace::test

@@ -10,7 +10,7 @@
 #include <stdexcept>
 #include <unistd.h>
 
-namespace sixtrace {
+namespace sixtrace::test {
 
 namespace {
 
@@ -89,11 +89,11 @@ void PtyPeer::take(int count) {
     }
 }
 
-int PtyPeer::takeOne(int milliseconds) {
+std::optional<unsigned char> PtyPeer::takeOne(int milliseconds) {
     pollfd waiting{m_master, POLLIN, 0};
     char byte = 0;
     if (poll(&waiting, 1, milliseconds) != 1 || read(m_master, &byte, 1) != 1) {
-        return -1;
+        return std::nullopt;
     }
     note('<', QByteArray(1, byte));
     return static_cast<unsigned char>(byte);
@@ -112,4 +112,4 @@ void PtyPeer::note(char direction, const QByteArray& bytes) {
     m_direction = direction;
 }
 
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -10,11 +10,12 @@
 
 #include <gtest/gtest.h>
 
+#include <deque>
 #include <memory>
 
-namespace sixtrace {
+namespace sixtrace::test {
 
-/// A receiver on a scripted line, storing into a folder of its own.
+/// A receiver on a scripted line, which stores to a folder of its own.
 class ReceiveFixture : public ::testing::Test {
 protected:
     ReceiveFixture() {
@@ -67,4 +68,26 @@ protected:
     Receiver receive{port, form, *model};
 };
 
-} // namespace sixtrace
+/// The same with answers from a list.
+class BlockReceive : public ReceiveFixture {
+protected:
+    /// Answers the first byte with the given bytes and stays silent from then on.
+    void answerOnce(const QByteArray& bytes) { answerInTurn({bytes}); }
+    /// Answers each byte with the next of the answers, and stays silent after the last.
+    void answerInTurn(std::deque<QByteArray> answers) {
+        port.answer = [left = std::move(answers)](unsigned char) mutable {
+            if (left.empty()) {
+                return QByteArray();
+            }
+            const QByteArray next = left.front();
+            left.pop_front();
+            return next;
+        };
+    }
+    static void expectError(const Result<std::int32_t>& result, ErrorNumber number) {
+        ASSERT_FALSE(result.ok());
+        EXPECT_EQ(result.error().number, number);
+    }
+};
+
+} // namespace sixtrace::test

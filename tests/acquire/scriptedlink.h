@@ -8,18 +8,19 @@
 
 #include <algorithm>
 #include <functional>
+#include <optional>
 
-namespace sixtrace {
+namespace sixtrace::test {
 
-/// A USB link without a cable: gives out `stream`, keeps every call as text. Once closed, it reads nothing.
+/// A USB link without a cable. It delivers `stream` and records every call as text. Once closed, it delivers nothing.
 class ScriptedLink final : public TtLink {
 public:
     QByteArray stream;
     bool opens = true;
-    int failingRead = -1; ///< index of the ReadThread call that comes short, -1 for none
+    std::optional<int> failingRead; ///< index of the ReadThread call that delivers nothing
     QStringList calls;
     int reads = 0;
-    std::function<void(int read)> onRead;
+    std::function<void(int read)> onRead; ///< called before each read with its index
 
     /// The stream of a transfer: header for `length` and content kind, then data.
     static QByteArray transfer(const QByteArray& data, char kind = 0) {
@@ -64,4 +65,4 @@ private:
     bool m_open = false;
 };
 
-} // namespace sixtrace
+} // namespace sixtrace::test

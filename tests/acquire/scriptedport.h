@@ -12,19 +12,20 @@
 #include <functional>
 #include <limits>
 
-namespace sixtrace {
+namespace sixtrace::test {
 
-/// A line without wire and time: every byte sent is answered by a function, waiting moves a clock of its own.
+/// A line without hardware and real time. A function answers every byte that is sent, and a wait advances a clock.
 class ScriptedPort final : public BytePort {
 public:
-    /// The bytes that the other side sends upon one byte.
+    /// The bytes that the other side sends when one byte has come.
     std::function<QByteArray(unsigned char byte)> answer = [](unsigned char) { return QByteArray(); };
     QByteArray waiting; ///< in the receive buffer
-    QByteArray sent;    ///< everything that went out
+    QByteArray sent;    ///< all bytes that the receiver has sent
     std::deque<qint64> sentAt;
     qint64 now = 0;
-    bool lost = false;                        ///< the line is gone: waits without limit end
-    std::function<QByteArray()> whileWaiting; ///< bytes that come in time, asked once per wait that lacks some
+    bool lost = false; ///< whether the line has gone, which ends waits without limit
+    std::function<QByteArray()>
+        whileWaiting; ///< gives bytes that come during a wait; called once in each wait that lacks some
 
     int InBufferCount() override { return static_cast<int>(waiting.size()); }
     void discard() override { waiting.clear(); }
@@ -48,7 +49,7 @@ public:
             return Waited::Enough;
         }
         if (timeoutMs == 0) {
-            // In life this wait would never end; a script that comes here has gone wrong unless it says so.
+            // On a real line this wait would never end. A script gets here on purpose only.
             return Waited::Lost;
         }
         now += timeoutMs;
@@ -57,7 +58,7 @@ public:
     qint64 clock() override { return now; }
 };
 
-/// The receive window as a record of what it was told.
+/// Records the steps as the receive window shows them.
 class RecordedForm {
 public:
     QString text1;
@@ -96,7 +97,7 @@ private:
     }
 };
 
-/// A receiver with such a record in place of its window, and the model's fields as the window keeps them.
+/// A receiver with such a record instead of its window. It sets the model's fields as the window does.
 class Receiver {
 public:
     Receiver(BytePort& port, RecordedForm& form, publicM& model)
@@ -144,4 +145,4 @@ private:
     }
 };
 
-} // namespace sixtrace
+} // namespace sixtrace::test

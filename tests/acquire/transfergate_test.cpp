@@ -2,7 +2,7 @@
 #include "acquire/transfergate.h"
 
 #include "support/openfiles.h"
-#include "support/strings.h"
+#include "support/printing.h"
 
 #include <QTemporaryDir>
 
@@ -10,8 +10,9 @@
 
 #include <memory>
 
-using namespace sixtrace;
+using namespace Qt::StringLiterals;
 
+namespace sixtrace::test {
 namespace {
 
 TEST(TransferGate, LetsOneTransferInAtATime) {
@@ -22,7 +23,7 @@ TEST(TransferGate, LetsOneTransferInAtATime) {
         ASSERT_TRUE(first);
         EXPECT_TRUE(gate.held());
         EXPECT_FALSE(gate.enter());
-        EXPECT_FALSE(gate.enterForStart()) << "nobody has given it up";
+        EXPECT_FALSE(gate.enterForStart()) << "the user has not given it up";
         EXPECT_FALSE(first->ended());
     }
     EXPECT_FALSE(gate.held());
@@ -43,7 +44,7 @@ TEST(TransferGate, ATransferThatIsGivenUpRunsOnForATickAndIsEndedByAStart) {
     EXPECT_FALSE(second->ended());
     EXPECT_EQ(released, 1);
     first.reset();
-    EXPECT_TRUE(gate.held()) << "it is the second one's";
+    EXPECT_TRUE(gate.held()) << "the second one runs";
     EXPECT_EQ(released, 1);
     EXPECT_FALSE(gate.enterForStart()) << "the second one was not given up";
     second.reset();
@@ -59,7 +60,7 @@ TEST(TransferGate, GivingUpWithoutATransferMeansNothingToTheNext) {
 
 TEST(TransferGate, APassTakesItsFileWithIt) {
     const QTemporaryDir folder;
-    const QString path = folder.filePath(text("got.bin"));
+    const QString path = folder.filePath(u"got.bin"_s);
     TransferGate gate;
     {
         const auto pass = gate.enter();
@@ -71,7 +72,7 @@ TEST(TransferGate, APassTakesItsFileWithIt) {
     ASSERT_TRUE(first->file().open(path).ok());
     gate.giveUp();
     const auto second = gate.enterForStart();
-    EXPECT_FALSE(isOpenHere(path)) << "at once, and not when the first one comes back";
+    EXPECT_FALSE(isOpenHere(path)) << "at once, not when the first transfer returns";
     EXPECT_EQ(first->file().write("late").error().number, ErrorNumber::BadFileNumber);
 }
 
@@ -83,3 +84,4 @@ TEST(TransferGate, APassMayOutliveItsGate) {
 }
 
 } // namespace
+} // namespace sixtrace::test

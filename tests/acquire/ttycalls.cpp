@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-// The program's own functions of these names stand before those of the system, for the serial port's library too.
+// The functions at the end replace the system's functions of these names, also for the library of the serial port.
 #include "acquire/ttycalls.h"
 
 #include <dlfcn.h>
 #include <termios.h>
 
-namespace sixtrace::ttycalls {
+namespace sixtrace::test::ttycalls {
 
 namespace {
 
@@ -36,18 +36,18 @@ static void note(const char* call) {
     }
 }
 
-} // namespace sixtrace::ttycalls
+} // namespace sixtrace::test::ttycalls
 
 extern "C" int tcdrain(int line) {
-    sixtrace::ttycalls::note("drain");
+    sixtrace::test::ttycalls::note("drain");
     return reinterpret_cast<int (*)(int)>(dlsym(RTLD_NEXT, "tcdrain"))(line);
 }
 
 extern "C" int tcsetattr(int line, int when, const termios* settings) noexcept {
-    sixtrace::ttycalls::note("settings");
-    sixtrace::ttycalls::g_settings.push_back(*settings);
+    sixtrace::test::ttycalls::note("settings");
+    sixtrace::test::ttycalls::g_settings.push_back(*settings);
     const int result =
         reinterpret_cast<int (*)(int, int, const termios*)>(dlsym(RTLD_NEXT, "tcsetattr"))(line, when, settings);
-    // A pseudo terminal knows no parity and eight bits only, and refuses the rest.
-    return sixtrace::ttycalls::g_noting ? 0 : result;
+    // A pseudo terminal has eight bits and no parity, and refuses other settings.
+    return sixtrace::test::ttycalls::g_noting ? 0 : result;
 }

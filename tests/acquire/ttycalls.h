@@ -5,12 +5,13 @@
 #include <termios.h>
 #include <vector>
 
-namespace sixtrace::ttycalls {
+namespace sixtrace::test::ttycalls {
 
-/// From here on the calls that wait for a line to drain and that set it are noted, in their order.
+/// Begins to record the calls that wait until a line has sent everything, and those that set it.
 void begin();
+/// Ends the record and returns it: "drain" and "settings" in the order of the calls.
 [[nodiscard]] std::vector<std::string> end();
-/// What each call asked for: a pseudo terminal does not keep all of it.
+/// The settings of each recorded call. A pseudo terminal does not keep all of them, so it cannot be asked.
 [[nodiscard]] std::vector<termios> settingsAsked();
 
-} // namespace sixtrace::ttycalls
+} // namespace sixtrace::test::ttycalls

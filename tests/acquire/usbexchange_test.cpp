@@ -2,7 +2,7 @@
 #include "acquire/usbexchange.h"
 
 #include "acquire/scriptedlink.h"
-#include "support/strings.h"
+#include "support/printing.h"
 
 #include <QDir>
 #include <QFile>
@@ -10,8 +10,9 @@
 
 #include <gtest/gtest.h>
 
-using namespace sixtrace;
+using namespace Qt::StringLiterals;
 
+namespace sixtrace::test {
 namespace {
 
 class UsbExchange : public ::testing::Test {
@@ -32,7 +33,7 @@ protected:
     }
 
     QTemporaryDir folder;
-    QString path = folder.filePath(QStringLiteral("got.bin"));
+    QString path = folder.filePath(u"got.bin"_s);
     TransferGate gate;
     ScriptedLink link;
     UsbAnnounced announced;
@@ -50,8 +51,8 @@ TEST_F(UsbExchange, ReportsAWholeFileAndWhatTheHeaderAnnounced) {
     EXPECT_EQ(announced.length, 130);
     EXPECT_EQ(announced.blocks, 2);
     EXPECT_EQ(stored(), QByteArray(130, 'd') + '\0');
-    EXPECT_EQ(sentenceOf(report, 1), text("all 130 bytes came"));
-    EXPECT_EQ(sentenceOf(report, 0), text("接收完成，共 130 字节"));
+    EXPECT_EQ(sentenceOf(report, Language::English), u"all 130 bytes came"_s);
+    EXPECT_EQ(sentenceOf(report, Language::Chinese), u"接收完成，共 130 字节"_s);
 }
 
 TEST_F(UsbExchange, ALastReadThatComesShortIsFinishedButNotWhole) {
@@ -61,8 +62,8 @@ TEST_F(UsbExchange, ALastReadThatComesShortIsFinishedButNotWhole) {
     EXPECT_FALSE(report.whole());
     EXPECT_EQ(report.stored, 66);
     EXPECT_EQ(stored(), QByteArray(66, 'd') + QByteArray(5, '\0'));
-    EXPECT_EQ(sentenceOf(report, 1), text("the file is not whole; 66 of 70 bytes came"));
-    EXPECT_EQ(sentenceOf(report, 0), text("文件不完整；收到 66 / 70 字节"));
+    EXPECT_EQ(sentenceOf(report, Language::English), u"the file is not whole; 66 of 70 bytes came"_s);
+    EXPECT_EQ(sentenceOf(report, Language::Chinese), u"文件不完整；收到 66 / 70 字节"_s);
 }
 
 TEST_F(UsbExchange, ABlockThatComesShortBreaksOffAndItsBytesCount) {
@@ -72,8 +73,8 @@ TEST_F(UsbExchange, ABlockThatComesShortBreaksOffAndItsBytesCount) {
     EXPECT_EQ(report.announced, 200);
     EXPECT_EQ(report.stored, 100);
     EXPECT_EQ(stored(), "") << "data are written at the end only";
-    EXPECT_EQ(sentenceOf(report, 1),
-              text("the transfer broke off, as the instrument did not answer as it should; 100 of 200 bytes came"));
+    EXPECT_EQ(sentenceOf(report, Language::English),
+              u"the transfer broke off, as the instrument did not answer as it should; 100 of 200 bytes came"_s);
 }
 
 TEST_F(UsbExchange, WithoutAHeaderNothingIsAnnouncedAndNoFileIsMade) {
@@ -82,8 +83,8 @@ TEST_F(UsbExchange, WithoutAHeaderNothingIsAnnouncedAndNoFileIsMade) {
     EXPECT_EQ(report.announced, std::nullopt);
     EXPECT_TRUE(report.path.isEmpty());
     EXPECT_EQ(stored(), "(no file)");
-    EXPECT_EQ(sentenceOf(report, 1),
-              text("the transfer broke off, as the instrument did not answer as it should; no header came"));
+    EXPECT_EQ(sentenceOf(report, Language::English),
+              u"the transfer broke off, as the instrument did not answer as it should; no header came"_s);
 }
 
 TEST_F(UsbExchange, ALengthOfZeroIsNotWhole) {
@@ -91,7 +92,8 @@ TEST_F(UsbExchange, ALengthOfZeroIsNotWhole) {
     const TransferReport report = run();
     EXPECT_EQ(report.end, TransferEnd::Finished);
     EXPECT_FALSE(report.whole());
-    EXPECT_EQ(sentenceOf(report, 1), text("the file is not whole, as the instrument told no size; 0 of 0 bytes came"));
+    EXPECT_EQ(sentenceOf(report, Language::English),
+              u"the file is not whole, as the instrument told no size; 0 of 0 bytes came"_s);
 }
 
 TEST_F(UsbExchange, OneByteIsAFileAndWhatTheHeaderSaysOfItsKindIsReported) {
@@ -107,11 +109,11 @@ TEST_F(UsbExchange, TellsEachBlockThenLetsEventsRun) {
     QStringList steps;
     static_cast<void>(run({.storeAt = {},
                            .blockCame = [&steps](std::int32_t block) { steps << QString::number(block); },
-                           .yield = [&steps] { steps << text("yield"); }}));
-    EXPECT_EQ(steps, (QStringList{text("0"), text("yield"), text("1"), text("yield"), text("2"), text("yield")}));
+                           .yield = [&steps] { steps << u"yield"_s; }}));
+    EXPECT_EQ(steps, (QStringList{u"0"_s, u"yield"_s, u"1"_s, u"yield"_s, u"2"_s, u"yield"_s}));
 }
 
-TEST_F(UsbExchange, ACancelShowsAsAFailedReadOrBehindTheLastBlock) {
+TEST_F(UsbExchange, ACancelShowsAsAFailedReadOrAfterTheLastBlock) {
     bool cancelled = false;
     link.stream = ScriptedLink::transfer(QByteArray(200, 'd'));
     const auto cancelAtYield = [&](int wanted) {
@@ -137,13 +139,13 @@ TEST_F(UsbExchange, ACancelShowsAsAFailedReadOrBehindTheLastBlock) {
 }
 
 TEST_F(UsbExchange, ARunTimeErrorIsReportedWithItsNumber) {
-    path = folder.filePath(QStringLiteral("no/such/got.bin"));
+    path = folder.filePath(u"no/such/got.bin"_s);
     link.stream = ScriptedLink::transfer(QByteArray(200, 'd'));
     const TransferReport report = run();
     EXPECT_EQ(report.end, TransferEnd::Error);
     ASSERT_TRUE(report.error);
     EXPECT_EQ(report.error->number, ErrorNumber::PathNotFound);
-    EXPECT_EQ(sentenceOf(report, 1), text("the transfer failed: Path not found; 0 of 200 bytes came"));
+    EXPECT_EQ(sentenceOf(report, Language::English), u"the transfer failed: Path not found; 0 of 200 bytes came"_s);
 }
 
 TEST(UsbLength, IsWorkedInSixteenAndThirtyTwoBitsAndReaches2147583) {
@@ -163,7 +165,7 @@ TEST(UsbLength, IsWorkedInSixteenAndThirtyTwoBitsAndReaches2147583) {
 }
 
 TEST(TransferLibrary, ThatIsAbsentCountsAsFailed) {
-    TtLibrary library(QDir::tempPath() + text("/no-such-folder/"));
+    TtLibrary library(QDir::tempPath() + u"/no-such-folder/"_s);
     char byte = 0;
     EXPECT_EQ(library.InitializeTt(0), 0);
     EXPECT_NE(library.WriteThread("START", 5), 5);
@@ -172,3 +174,4 @@ TEST(TransferLibrary, ThatIsAbsentCountsAsFailed) {
 }
 
 } // namespace
+} // namespace sixtrace::test

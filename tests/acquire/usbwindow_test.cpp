@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// The USB window by itself: what it shows and in which order it calls the transfer library.
+// The USB window alone: what it shows, and in which order it calls the transfer library.
 #include "acquire/frmusb.h"
 
 #include "acquire/scriptedlink.h"
 #include "platform/controls/look.h"
 #include "support/openfiles.h"
+#include "support/printing.h"
 #include "support/scripteddialogs.h"
-#include "support/strings.h"
 
 #include <QApplication>
 #include <QFile>
@@ -20,8 +20,9 @@
 
 #include <memory>
 
-using namespace sixtrace;
+using namespace Qt::StringLiterals;
 
+namespace sixtrace::test {
 namespace {
 
 class UsbByHand : public ::testing::Test {
@@ -29,24 +30,24 @@ protected:
     UsbByHand() {
         applyLook(*qApp);
         model->LanguageId = 1;
-        field("Text1").setText(text("D2611210312.bin"));
-        field("Text2").setText(folder.filePath(text("D2611210312.bin")));
+        field("Text1").setText(u"D2611210312.bin"_s);
+        field("Text2").setText(folder.filePath(u"D2611210312.bin"_s));
     }
-    [[nodiscard]] QLineEdit& field(const char* name) { return *window.findChild<QLineEdit*>(text(name)); }
-    [[nodiscard]] QPushButton& start() { return *window.findChild<QPushButton*>(text("Command4")); }
-    [[nodiscard]] QProgressBar& bar() { return *window.findChild<QProgressBar*>(text("ProgressBar1")); }
+    [[nodiscard]] QLineEdit& field(const char* name) { return *window.findChild<QLineEdit*>(QString::fromUtf8(name)); }
+    [[nodiscard]] QPushButton& start() { return *window.findChild<QPushButton*>(u"Command4"_s); }
+    [[nodiscard]] QProgressBar& bar() { return *window.findChild<QProgressBar*>(u"ProgressBar1"_s); }
     [[nodiscard]] QString target() { return field("Text2").text(); }
     [[nodiscard]] QByteArray stored(const char* name = "D2611210312.bin") const {
-        QFile file(folder.filePath(text(name)));
+        QFile file(folder.filePath(QString::fromUtf8(name)));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
     }
-    /// Starts with the window shown, so that its going can be seen.
+    /// Starts with the window shown, so that a test can see it close.
     void click() {
         window.show();
         window.Command4_Click();
     }
-    /// Runs `work` when events run next behind the read of that index; the header is read 0.
-    void atYieldBehind(int wanted, const std::function<void()>& work) {
+    /// Runs `work` when events run next after the read of that index. The header is read 0.
+    void atYieldAfter(int wanted, const std::function<void()>& work) {
         link.onRead = [this, wanted, work](int read) {
             if (read == wanted) {
                 QTimer::singleShot(0, &window, work);
@@ -66,11 +67,11 @@ protected:
 TEST_F(UsbByHand, ALengthBelow64HasNoBlocksAndOneShortRead) {
     link.stream = ScriptedLink::transfer("capture");
     click();
-    EXPECT_EQ(link.calls, (QStringList{text("InitializeTt 0"), text("WriteThread START"), text("ReadThread 12"),
-                                       text("ReadThread 7"), text("closeTt 0")}));
+    EXPECT_EQ(link.calls, (QStringList{u"InitializeTt 0"_s, u"WriteThread START"_s, u"ReadThread 12"_s,
+                                       u"ReadThread 7"_s, u"closeTt 0"_s}));
     EXPECT_EQ(bar().maximum(), 1);
-    EXPECT_EQ(field("Text5").text(), text("0"));
-    EXPECT_EQ(field("Text6").text(), text("7"));
+    EXPECT_EQ(field("Text5").text(), u"0"_s);
+    EXPECT_EQ(field("Text6").text(), u"7"_s);
     EXPECT_EQ(stored(), QByteArray("capture\0", 8));
     EXPECT_EQ(model->ReceiveResult, 1);
     EXPECT_EQ(model->ReceivedFile, target());
@@ -93,11 +94,11 @@ TEST_F(UsbByHand, ALengthOfWholeBlocksAsksForZeroBytesAtTheEnd) {
     click();
     EXPECT_FALSE(gate.held());
     EXPECT_TRUE(start().isEnabled());
-    EXPECT_EQ(link.calls.mid(2), (QStringList{text("ReadThread 12"), text("ReadThread 64"), text("ReadThread 64"),
-                                              text("ReadThread 0"), text("closeTt 0")}));
+    EXPECT_EQ(link.calls.mid(2), (QStringList{u"ReadThread 12"_s, u"ReadThread 64"_s, u"ReadThread 64"_s,
+                                              u"ReadThread 0"_s, u"closeTt 0"_s}));
     EXPECT_EQ(bar().maximum(), 2);
     EXPECT_EQ(bar().value(), 1);
-    EXPECT_EQ(field("Text5").text(), text("128"));
+    EXPECT_EQ(field("Text5").text(), u"128"_s);
     EXPECT_EQ(yields, 2);
     EXPECT_EQ(stored(), content + '\0');
 }
@@ -118,16 +119,16 @@ TEST_F(UsbByHand, AnExistingLongerFileKeepsItsTail) {
     file.close();
     link.stream = ScriptedLink::transfer("new");
     click();
-    EXPECT_EQ(stored(), QByteArray("new\0content", 11)); // the zero byte behind the data is written too
+    EXPECT_EQ(stored(), QByteArray("new\0content", 11)); // the zero byte after the data is written too
 }
 
 TEST_F(UsbByHand, AThirdHeaderByteOf128OrMoreTakesTheErrorPath) {
     link.stream = ScriptedLink::transfer({});
     link.stream[2] = '\x80';
     click();
-    EXPECT_EQ(dialogs.messages, QStringList{text("错误代码:6    Overflow")});
+    EXPECT_EQ(dialogs.messages, QStringList{u"错误代码:6    Overflow"_s});
     EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Plain);
-    EXPECT_EQ(link.calls.last(), text("closeTt 1"));
+    EXPECT_EQ(link.calls.last(), u"closeTt 1"_s);
     EXPECT_FALSE(window.isVisible());
     EXPECT_EQ(model->ReceiveResult, 0);
     EXPECT_EQ(stored(), "(no file)");
@@ -136,8 +137,8 @@ TEST_F(UsbByHand, AThirdHeaderByteOf128OrMoreTakesTheErrorPath) {
 TEST_F(UsbByHand, ABitmapGoesToThePathWithBmpInPlaceOfBin) {
     link.stream = ScriptedLink::transfer("BM", 1);
     click();
-    EXPECT_EQ(field("Text1").text(), text("D2611210312.bmp"));
-    EXPECT_TRUE(target().endsWith(text("D2611210312.bmp")));
+    EXPECT_EQ(field("Text1").text(), u"D2611210312.bmp"_s);
+    EXPECT_TRUE(target().endsWith(u"D2611210312.bmp"_s));
     EXPECT_EQ(model->ReceivedFile, target());
     EXPECT_EQ(stored("D2611210312.bmp"), QByteArray("BM\0", 3));
 }
@@ -145,11 +146,11 @@ TEST_F(UsbByHand, ABitmapGoesToThePathWithBmpInPlaceOfBin) {
 TEST_F(UsbByHand, TextsShorterThanThreeCharactersFailTheBitmapsRenaming) {
     for (const auto& [name, pathText] : {std::pair("ab", "long.bin"), std::pair("long.bin", "ab")}) {
         dialogs.messages.clear();
-        field("Text1").setText(text(name));
-        field("Text2").setText(text(pathText));
+        field("Text1").setText(QString::fromUtf8(name));
+        field("Text2").setText(QString::fromUtf8(pathText));
         link.stream = ScriptedLink::transfer("BM", 1);
         click();
-        EXPECT_EQ(dialogs.messages, QStringList{text("错误代码:5    Invalid procedure call or argument")});
+        EXPECT_EQ(dialogs.messages, QStringList{u"错误代码:5    Invalid procedure call or argument"_s});
     }
 }
 
@@ -158,13 +159,12 @@ TEST_F(UsbByHand, ALinkThatDoesNotOpenIsToldInTheLanguageAndTheFormStays) {
     click();
     model->LanguageId = 0;
     click();
-    EXPECT_EQ(dialogs.messages,
-              (QStringList{text("The meter open faild.Check the USB cable then reconect the system.."),
-                           text("设备打不开，请检查USB连线是否正常，重新接入设备！")}));
+    EXPECT_EQ(dialogs.messages, (QStringList{u"The meter open faild.Check the USB cable then reconect the system.."_s,
+                                             u"设备打不开，请检查USB连线是否正常，重新接入设备！"_s}));
     EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Information);
     EXPECT_TRUE(window.isVisible());
     EXPECT_TRUE(start().isEnabled());
-    EXPECT_EQ(link.calls, (QStringList{text("InitializeTt 0"), text("InitializeTt 0")}));
+    EXPECT_EQ(link.calls, (QStringList{u"InitializeTt 0"_s, u"InitializeTt 0"_s}));
 }
 
 TEST_F(UsbByHand, AFailedBlockIsToldTheFileStaysEmptyAndAnotherTryWorks) {
@@ -173,16 +173,16 @@ TEST_F(UsbByHand, AFailedBlockIsToldTheFileStaysEmptyAndAnotherTryWorks) {
     link.failingRead = 2;
     click();
     EXPECT_EQ(dialogs.messages,
-              QStringList{text("The data received is error.Check the USB cable then restart to receive.")});
+              QStringList{u"The data received is error.Check the USB cable then restart to receive."_s});
     EXPECT_EQ(dialogs.messageIcons.front(), MessageIcon::Information);
     EXPECT_FALSE(window.UsbBusy());
-    EXPECT_EQ(link.calls.last(), text("closeTt 1"));
+    EXPECT_EQ(link.calls.last(), u"closeTt 1"_s);
     EXPECT_EQ(stored(), "");
     EXPECT_TRUE(window.isVisible());
     EXPECT_TRUE(start().isEnabled());
     EXPECT_EQ(model->ReceiveResult, 0);
 
-    link.failingRead = -1;
+    link.failingRead.reset();
     link.stream = ScriptedLink::transfer(content);
     click();
     EXPECT_EQ(stored(), content + '\0');
@@ -192,7 +192,7 @@ TEST_F(UsbByHand, AFailedBlockIsToldTheFileStaysEmptyAndAnotherTryWorks) {
 TEST_F(UsbByHand, AFailedHeaderIsToldInChineseAndNoFileIsMade) {
     model->LanguageId = 0;
     click();
-    EXPECT_EQ(dialogs.messages, QStringList{text("数据接收错误，请检查USB连线是否正常，重新开始接收！")});
+    EXPECT_EQ(dialogs.messages, QStringList{u"数据接收错误，请检查USB连线是否正常，重新开始接收！"_s});
     EXPECT_EQ(stored(), "(no file)");
 }
 
@@ -207,10 +207,10 @@ TEST_F(UsbByHand, AFailedShortReadGoesUnnoticed) {
 
 TEST_F(UsbByHand, ACancelBetweenTwoBlocksClosesWaitsAndRecoversTheLink) {
     link.stream = ScriptedLink::transfer(QByteArray(640, 'c'));
-    atYieldBehind(3, [this] { window.CancelButton_Click(); });
+    atYieldAfter(3, [this] { window.CancelButton_Click(); });
     click();
     EXPECT_EQ(link.calls.mid(6),
-              (QStringList{text("closeTt 0"), text("InitializeTt 1"), text("closeTt 1"), text("ReadThread 64")}));
+              (QStringList{u"closeTt 0"_s, u"InitializeTt 1"_s, u"closeTt 1"_s, u"ReadThread 64"_s}));
     EXPECT_FALSE(window.isVisible());
     EXPECT_EQ(told, std::vector{TransferEnd::Cancelled});
     EXPECT_TRUE(dialogs.messages.isEmpty());
@@ -224,24 +224,24 @@ TEST_F(UsbByHand, ACancelBetweenTwoBlocksClosesWaitsAndRecoversTheLink) {
 }
 
 TEST_F(UsbByHand, TheFileIsOpenDuringATransferAndClosedHoweverItEnds) {
-    atYieldBehind(1, [this] { EXPECT_TRUE(isOpenHere(target())); });
+    atYieldAfter(1, [this] { EXPECT_TRUE(isOpenHere(target())); });
     link.stream = ScriptedLink::transfer(QByteArray(128, 'c'));
     click();
-    EXPECT_FALSE(isOpenHere(target())) << "behind the end";
+    EXPECT_FALSE(isOpenHere(target())) << "after the end";
 
     link.stream = ScriptedLink::transfer(QByteArray(128, 'c'));
     link.failingRead = link.reads + 2;
     click();
     EXPECT_EQ(dialogs.messages.size(), 1);
-    EXPECT_FALSE(isOpenHere(target())) << "behind a failure";
+    EXPECT_FALSE(isOpenHere(target())) << "after a failure";
 
-    link.failingRead = -1;
+    link.failingRead.reset();
     link.stream = ScriptedLink::transfer(QByteArray(128, 'c'));
     int pauses = 0;
-    atYieldBehind(link.reads + 1, [this, &pauses] {
+    atYieldAfter(link.reads + 1, [this, &pauses] {
         QTimer::singleShot(0, &window, [this, &pauses] {
             ++pauses;
-            EXPECT_EQ(link.calls.last(), text("closeTt 0")) << "the pause comes before the recovery";
+            EXPECT_EQ(link.calls.last(), u"closeTt 0"_s) << "the pause comes before the recovery";
             EXPECT_FALSE(isOpenHere(target())) << "before the pause of a cancel";
         });
         window.CancelButton_Click();
@@ -252,7 +252,7 @@ TEST_F(UsbByHand, TheFileIsOpenDuringATransferAndClosedHoweverItEnds) {
 
 TEST_F(UsbByHand, ACancelAfterTheLastWholeBlockEndsQuietly) {
     link.stream = ScriptedLink::transfer(QByteArray(128, 'c'));
-    atYieldBehind(2, [this] { window.CancelButton_Click(); });
+    atYieldAfter(2, [this] { window.CancelButton_Click(); });
     click();
     EXPECT_TRUE(dialogs.messages.isEmpty());
     EXPECT_EQ(model->ReceiveResult, 0);
@@ -275,7 +275,7 @@ TEST_F(UsbByHand, ACancelWithoutATransferDoesNotSpoilTheNextOne) {
     EXPECT_EQ(stored(), QByteArray(100, 'c') + '\0');
     EXPECT_EQ(model->ReceiveResult, 1);
 
-    // Nor does it hide the failure of one.
+    // It does not hide a failure either.
     window.CancelButton_Click();
     link.stream.clear();
     click();
@@ -291,12 +291,12 @@ TEST_F(UsbByHand, ARunTimeErrorLeavesTheWindowBusySoThatTheNextCancelPutsTheLink
     EXPECT_EQ(told, std::vector{TransferEnd::Error});
     link.calls.clear();
     window.CancelButton_Click();
-    EXPECT_EQ(link.calls, (QStringList{text("closeTt 0"), text("InitializeTt 1"), text("closeTt 1")}));
+    EXPECT_EQ(link.calls, (QStringList{u"closeTt 0"_s, u"InitializeTt 1"_s, u"closeTt 1"_s}));
     EXPECT_FALSE(window.UsbBusy());
     EXPECT_TRUE(start().isEnabled());
 }
 
-TEST_F(UsbByHand, AStartBesideARunningTransferDoesNothing) {
+TEST_F(UsbByHand, AStartDuringARunningTransferDoesNothing) {
     const auto other = gate.enter();
     click();
     EXPECT_TRUE(link.calls.isEmpty());
@@ -319,3 +319,4 @@ TEST_F(UsbByHand, AStartEndsATransferThatTheUserHasGivenUp) {
 }
 
 } // namespace
+} // namespace sixtrace::test

@@ -6,7 +6,7 @@
 #include "acquire/ttycalls.h"
 #include "platform/ports/mscomm.h"
 #include "support/openfiles.h"
-#include "support/strings.h"
+#include "support/printing.h"
 
 #include <QCoreApplication>
 #include <QTimer>
@@ -17,14 +17,13 @@
 #include <chrono>
 #include <thread>
 
-using namespace sixtrace;
-using ::testing::ElementsAre;
+using namespace Qt::StringLiterals;
 
+namespace sixtrace::test {
 namespace {
 
-QByteArray header(const QByteArray& name, const QByteArray& size) {
-    return BlockSender::block(0, name + '\0' + size + '\0', 128, '\0');
-}
+using ::testing::ElementsAre;
+
 QByteArray data(int number, const QByteArray& bytes, int size) {
     return BlockSender::block(number, bytes, size, 0x1A);
 }
@@ -42,7 +41,7 @@ protected:
         form.text2 = path("got.bin");
         form.onYield = [] { QCoreApplication::processEvents(); };
         receive.ReadTimeoutMs = 400;
-        EXPECT_TRUE(port.setSettings(QStringLiteral("115200,N,8,1")).ok());
+        EXPECT_TRUE(port.setSettings(u"115200,N,8,1"_s).ok());
         EXPECT_TRUE(port.setPortOpen(true).ok());
     }
     [[nodiscard]] QString path(const char* name) const { return folder.filePath(QString::fromLatin1(name)); }
@@ -76,7 +75,7 @@ TEST_F(YModemOverALine, AFileGoesThroughWithHeaderBlocksAndEnd) {
     const QByteArray content = QByteArray("\0\1\2\3\xFF\x11\x13\r\n", 9).repeated(150);
     const auto result = run([&content](PtyPeer& p) {
         p.take(1);
-        p.send(header("wave.bin", "1350"));
+        p.send(BlockSender::header("wave.bin", "1350"));
         p.take(2);
         p.send(data(1, content.left(1024), 1024));
         p.take(1);
@@ -87,10 +86,10 @@ TEST_F(YModemOverALine, AFileGoesThroughWithHeaderBlocksAndEnd) {
     ASSERT_TRUE(result.ok());
     EXPECT_EQ(result.value(), 2048);
     EXPECT_EQ(stored(), content);
-    EXPECT_EQ(form.text1, text("wave.bin"));
+    EXPECT_EQ(form.text1, u"wave.bin"_s);
     EXPECT_THAT(peer.transcript(),
-                ElementsAre(PtyPeer::came("C"), PtyPeer::sent(header("wave.bin", "1350")), PtyPeer::came(kAckC),
-                            PtyPeer::sent(data(1, content.left(1024), 1024)), PtyPeer::came(kAck),
+                ElementsAre(PtyPeer::came("C"), PtyPeer::sent(BlockSender::header("wave.bin", "1350")),
+                            PtyPeer::came(kAckC), PtyPeer::sent(data(1, content.left(1024), 1024)), PtyPeer::came(kAck),
                             PtyPeer::sent(data(2, content.mid(1024), 1024)), PtyPeer::came(kAck), PtyPeer::sent(kEot),
                             PtyPeer::came(kAckC), PtyPeer::sent("\x01"), PtyPeer::came(kAck)));
 }
@@ -117,7 +116,7 @@ TEST_F(YModemOverALine, ASizeOfWholeBlocksLeavesNoPaddingInTheFile) {
     const QByteArray content = QByteArray("0123456789abcdef").repeated(16);
     const auto result = run([&content](PtyPeer& p) {
         p.take(1);
-        p.send(header("w.bin", "256"));
+        p.send(BlockSender::header("w.bin", "256"));
         p.take(2);
         p.send(data(1, content.left(128), 128));
         p.take(1);
@@ -129,8 +128,8 @@ TEST_F(YModemOverALine, ASizeOfWholeBlocksLeavesNoPaddingInTheFile) {
     EXPECT_EQ(result.value(), 256);
     EXPECT_EQ(stored(), content);
     EXPECT_THAT(peer.transcript(),
-                ElementsAre(PtyPeer::came("C"), PtyPeer::sent(header("w.bin", "256")), PtyPeer::came(kAckC),
-                            PtyPeer::sent(data(1, content.left(128), 128)), PtyPeer::came(kAck),
+                ElementsAre(PtyPeer::came("C"), PtyPeer::sent(BlockSender::header("w.bin", "256")),
+                            PtyPeer::came(kAckC), PtyPeer::sent(data(1, content.left(128), 128)), PtyPeer::came(kAck),
                             PtyPeer::sent(data(2, content.mid(128), 128)), PtyPeer::came(kAck), PtyPeer::sent(kEot),
                             PtyPeer::came(kAckC), PtyPeer::sent("\x01"), PtyPeer::came(kAck)));
 }
@@ -139,7 +138,7 @@ TEST_F(YModemOverALine, ASizeOneAboveAMultipleOf128WritesOneByteOfTheLastBlock) 
     const QByteArray content = QByteArray(128, 'a') + 'z';
     const auto result = run([&content](PtyPeer& p) {
         p.take(1);
-        p.send(header("w.bin", "129"));
+        p.send(BlockSender::header("w.bin", "129"));
         p.take(2);
         p.send(data(1, content.left(128), 128));
         p.take(1);
@@ -151,8 +150,8 @@ TEST_F(YModemOverALine, ASizeOneAboveAMultipleOf128WritesOneByteOfTheLastBlock) 
     EXPECT_EQ(result.value(), 256);
     EXPECT_EQ(stored(), content);
     EXPECT_THAT(peer.transcript(),
-                ElementsAre(PtyPeer::came("C"), PtyPeer::sent(header("w.bin", "129")), PtyPeer::came(kAckC),
-                            PtyPeer::sent(data(1, content.left(128), 128)), PtyPeer::came(kAck),
+                ElementsAre(PtyPeer::came("C"), PtyPeer::sent(BlockSender::header("w.bin", "129")),
+                            PtyPeer::came(kAckC), PtyPeer::sent(data(1, content.left(128), 128)), PtyPeer::came(kAck),
                             PtyPeer::sent(data(2, "z", 128)), PtyPeer::came(kAck), PtyPeer::sent(kEot),
                             PtyPeer::came(kAckC), PtyPeer::sent("\x01"), PtyPeer::came(kAck)));
 }
@@ -168,7 +167,7 @@ TEST_F(YModemOverALine, AmountsOf3072BytesShowInBytesAndOf3073InKilobytes) {
         const QByteArray sizeText(size);
         other.play([&sizeText](PtyPeer& p) {
             p.take(1);
-            p.send(header("w.bin", sizeText));
+            p.send(BlockSender::header("w.bin", sizeText));
             p.take(2);
             p.send(data(1, "x", 1024));
             p.take(1);
@@ -177,12 +176,12 @@ TEST_F(YModemOverALine, AmountsOf3072BytesShowInBytesAndOf3073InKilobytes) {
         const auto result = receiver.YModemReceive();
         other.finish();
         ASSERT_TRUE(result.ok());
-        EXPECT_EQ(form.text5, text(received));
-        EXPECT_EQ(form.text6, text(total));
+        EXPECT_EQ(form.text5, QString::fromUtf8(received));
+        EXPECT_EQ(form.text6, QString::fromUtf8(total));
         EXPECT_THAT(other.transcript(),
-                    ElementsAre(PtyPeer::came("C"), PtyPeer::sent(header("w.bin", sizeText)), PtyPeer::came(kAckC),
-                                PtyPeer::sent(data(1, "x", 1024)), PtyPeer::came(kAck), PtyPeer::sent(kEot),
-                                PtyPeer::came(kAckC), PtyPeer::sent("\x01"), PtyPeer::came(kAck)));
+                    ElementsAre(PtyPeer::came("C"), PtyPeer::sent(BlockSender::header("w.bin", sizeText)),
+                                PtyPeer::came(kAckC), PtyPeer::sent(data(1, "x", 1024)), PtyPeer::came(kAck),
+                                PtyPeer::sent(kEot), PtyPeer::came(kAckC), PtyPeer::sent("\x01"), PtyPeer::came(kAck)));
     }
 }
 
@@ -191,7 +190,7 @@ TEST_F(YModemOverALine, WithNoTimeLimitTheFirstReadWaitsForTheInstrument) {
     const auto result = run([](PtyPeer& p) {
         p.take(1);
         p.pause(700);
-        p.send(header("w.bin", "1"));
+        p.send(BlockSender::header("w.bin", "1"));
         p.take(2);
         p.send(data(1, "x", 128));
         p.take(1);
@@ -200,14 +199,14 @@ TEST_F(YModemOverALine, WithNoTimeLimitTheFirstReadWaitsForTheInstrument) {
     ASSERT_TRUE(result.ok());
     EXPECT_EQ(stored(), "x");
     EXPECT_THAT(peer.transcript(),
-                ElementsAre(PtyPeer::came("C"), PtyPeer::sent(header("w.bin", "1")), PtyPeer::came(kAckC),
+                ElementsAre(PtyPeer::came("C"), PtyPeer::sent(BlockSender::header("w.bin", "1")), PtyPeer::came(kAckC),
                             PtyPeer::sent(data(1, "x", 128)), PtyPeer::came(kAck), PtyPeer::sent(kEot),
                             PtyPeer::came(kAckC), PtyPeer::sent("\x01"), PtyPeer::came(kAck)));
 }
 
 TEST_F(YModemOverALine, WithTheTenMillisecondsOfACancelAShortPauseCountsAsAFailedRead) {
     receive.ReadTimeoutMs = 10;
-    const QByteArray block = header("w.bin", "1");
+    const QByteArray block = BlockSender::header("w.bin", "1");
     const auto result = run([&block](PtyPeer& p) {
         p.take(1);
         p.take(1); // ten milliseconds of silence later
@@ -226,7 +225,7 @@ TEST_F(YModemOverALine, WithTheTenMillisecondsOfACancelAShortPauseCountsAsAFaile
 TEST_F(YModemOverALine, ANameInUpperCaseBmpGoesToThePathOfText2) {
     const auto result = run([](PtyPeer& p) {
         p.take(1);
-        p.send(header("PICTURE.BMP", "3"));
+        p.send(BlockSender::header("PICTURE.BMP", "3"));
         p.take(2);
         p.send(data(1, "BM!", 128));
         p.take(1);
@@ -236,17 +235,17 @@ TEST_F(YModemOverALine, ANameInUpperCaseBmpGoesToThePathOfText2) {
     EXPECT_EQ(stored(), "BM!");
     EXPECT_EQ(model->ReceivedFile, path("got.bin"));
     EXPECT_THAT(peer.transcript(),
-                ElementsAre(PtyPeer::came("C"), PtyPeer::sent(header("PICTURE.BMP", "3")), PtyPeer::came(kAckC),
-                            PtyPeer::sent(data(1, "BM!", 128)), PtyPeer::came(kAck), PtyPeer::sent(kEot),
-                            PtyPeer::came(kAckC), PtyPeer::sent("\x01"), PtyPeer::came(kAck)));
+                ElementsAre(PtyPeer::came("C"), PtyPeer::sent(BlockSender::header("PICTURE.BMP", "3")),
+                            PtyPeer::came(kAckC), PtyPeer::sent(data(1, "BM!", 128)), PtyPeer::came(kAck),
+                            PtyPeer::sent(kEot), PtyPeer::came(kAckC), PtyPeer::sent("\x01"), PtyPeer::came(kAck)));
 }
 
 TEST_F(YModemOverALine, ARepeatedHeaderReopensTheFileAndGetsASecondRequest) {
     const auto result = run([](PtyPeer& p) {
         p.take(1);
-        p.send(header("w.bin", "2"));
+        p.send(BlockSender::header("w.bin", "2"));
         p.take(2);
-        p.send(header("w.bin", "2"));
+        p.send(BlockSender::header("w.bin", "2"));
         p.take(2);
         p.send(data(1, "ok", 128));
         p.take(1);
@@ -255,8 +254,8 @@ TEST_F(YModemOverALine, ARepeatedHeaderReopensTheFileAndGetsASecondRequest) {
     ASSERT_TRUE(result.ok());
     EXPECT_EQ(stored(), "ok");
     EXPECT_THAT(peer.transcript(),
-                ElementsAre(PtyPeer::came("C"), PtyPeer::sent(header("w.bin", "2")), PtyPeer::came(kAckC),
-                            PtyPeer::sent(header("w.bin", "2")), PtyPeer::came(kAckC),
+                ElementsAre(PtyPeer::came("C"), PtyPeer::sent(BlockSender::header("w.bin", "2")), PtyPeer::came(kAckC),
+                            PtyPeer::sent(BlockSender::header("w.bin", "2")), PtyPeer::came(kAckC),
                             PtyPeer::sent(data(1, "ok", 128)), PtyPeer::came(kAck), PtyPeer::sent(kEot),
                             PtyPeer::came(kAckC), PtyPeer::sent("\x01"), PtyPeer::came(kAck)));
 }
@@ -269,7 +268,7 @@ TEST_F(YModemOverALine, AnExistingLongerFileKeepsItsTail) {
     }
     const auto result = run([](PtyPeer& p) {
         p.take(1);
-        p.send(header("w.bin", "3"));
+        p.send(BlockSender::header("w.bin", "3"));
         p.take(2);
         p.send(data(1, "new", 128));
         p.take(1);
@@ -278,20 +277,21 @@ TEST_F(YModemOverALine, AnExistingLongerFileKeepsItsTail) {
     ASSERT_TRUE(result.ok());
     EXPECT_EQ(stored(), "new content");
     EXPECT_THAT(peer.transcript(),
-                ElementsAre(PtyPeer::came("C"), PtyPeer::sent(header("w.bin", "3")), PtyPeer::came(kAckC),
+                ElementsAre(PtyPeer::came("C"), PtyPeer::sent(BlockSender::header("w.bin", "3")), PtyPeer::came(kAckC),
                             PtyPeer::sent(data(1, "new", 128)), PtyPeer::came(kAck), PtyPeer::sent(kEot),
                             PtyPeer::came(kAckC), PtyPeer::sent("\x01"), PtyPeer::came(kAck)));
 }
 
 TEST_F(YModemOverALine, ARepeatedDataBlockIsReadAsAHeaderAndStartsTheFileAnew) {
-    // The repeat parses as a name "" and a size of 5; the file begins again and the five bytes are long passed.
+    // The repeat can be read as a header with an empty name and the size 5. The file begins again, and more than five
+    // bytes have already come.
     const QByteArray first = QByteArray("\0"
                                         "5\0",
                                         3) +
                              QByteArray(125, 'q');
     const auto result = run([&first](PtyPeer& p) {
         p.take(1);
-        p.send(header("w.bin", "200"));
+        p.send(BlockSender::header("w.bin", "200"));
         p.take(2);
         p.send(data(1, first, 128));
         p.take(1);
@@ -305,12 +305,13 @@ TEST_F(YModemOverALine, ARepeatedDataBlockIsReadAsAHeaderAndStartsTheFileAnew) {
     EXPECT_EQ(result.value(), 256);
     EXPECT_EQ(stored(), first);
     EXPECT_EQ(form.text1, QString());
-    EXPECT_EQ(form.text6, text("5 b"));
+    EXPECT_EQ(form.text6, u"5 b"_s);
     EXPECT_THAT(peer.transcript(),
-                ElementsAre(PtyPeer::came("C"), PtyPeer::sent(header("w.bin", "200")), PtyPeer::came(kAckC),
-                            PtyPeer::sent(data(1, first, 128)), PtyPeer::came(kAck), PtyPeer::sent(data(1, first, 128)),
-                            PtyPeer::came(kAck), PtyPeer::sent(data(2, "rest", 128)), PtyPeer::came(kAck),
-                            PtyPeer::sent(kEot), PtyPeer::came(kAckC), PtyPeer::sent("\x01"), PtyPeer::came(kAck)));
+                ElementsAre(PtyPeer::came("C"), PtyPeer::sent(BlockSender::header("w.bin", "200")),
+                            PtyPeer::came(kAckC), PtyPeer::sent(data(1, first, 128)), PtyPeer::came(kAck),
+                            PtyPeer::sent(data(1, first, 128)), PtyPeer::came(kAck),
+                            PtyPeer::sent(data(2, "rest", 128)), PtyPeer::came(kAck), PtyPeer::sent(kEot),
+                            PtyPeer::came(kAckC), PtyPeer::sent("\x01"), PtyPeer::came(kAck)));
 }
 
 TEST_F(YModemOverALine, ABadCheckValueIsRefusedAndTheBlockTakenWhenItComesRight) {
@@ -318,7 +319,7 @@ TEST_F(YModemOverALine, ABadCheckValueIsRefusedAndTheBlockTakenWhenItComesRight)
     bad[131] = static_cast<char>(bad[131] ^ 1);
     const auto result = run([&bad](PtyPeer& p) {
         p.take(1);
-        p.send(header("w.bin", "1"));
+        p.send(BlockSender::header("w.bin", "1"));
         p.take(2);
         p.send(bad);
         p.take(1);
@@ -329,7 +330,7 @@ TEST_F(YModemOverALine, ABadCheckValueIsRefusedAndTheBlockTakenWhenItComesRight)
     ASSERT_TRUE(result.ok());
     EXPECT_EQ(stored(), "x");
     EXPECT_THAT(peer.transcript(),
-                ElementsAre(PtyPeer::came("C"), PtyPeer::sent(header("w.bin", "1")), PtyPeer::came(kAckC),
+                ElementsAre(PtyPeer::came("C"), PtyPeer::sent(BlockSender::header("w.bin", "1")), PtyPeer::came(kAckC),
                             PtyPeer::sent(bad), PtyPeer::came(kNak), PtyPeer::sent(data(1, "x", 128)),
                             PtyPeer::came(kAck), PtyPeer::sent(kEot), PtyPeer::came(kAckC), PtyPeer::sent("\x01"),
                             PtyPeer::came(kAck)));
@@ -339,9 +340,9 @@ TEST_F(YModemOverALine, ACancelSendsTheLastAnswerFiveTimesAndTheTail) {
     receive.ReadTimeoutMs = 10000; // no read may fail here, however busy the machine is
     const auto result = run([this](PtyPeer& p) {
         p.take(1);
-        p.send(header("w.bin", "500"));
+        p.send(BlockSender::header("w.bin", "500"));
         p.take(2);
-        // As the button does, while the first data block is awaited: the receiver has had time to begin its read.
+        // What the button does. The receiver has had time to begin its read of the first data block.
         std::this_thread::sleep_for(std::chrono::milliseconds(400));
         model->XferCancel = 1;
         p.send(data(1, "x", 128));
@@ -351,7 +352,7 @@ TEST_F(YModemOverALine, ACancelSendsTheLastAnswerFiveTimesAndTheTail) {
     ASSERT_TRUE(result.ok());
     EXPECT_EQ(result.value(), -1);
     EXPECT_EQ(stored().size(), 128);
-    EXPECT_THAT(peer.transcript(), ElementsAre(PtyPeer::came("C"), PtyPeer::sent(header("w.bin", "500")),
+    EXPECT_THAT(peer.transcript(), ElementsAre(PtyPeer::came("C"), PtyPeer::sent(BlockSender::header("w.bin", "500")),
                                                PtyPeer::came(kAckC), PtyPeer::sent(data(1, "x", 128)),
                                                PtyPeer::came(kAck + "\x06\x06\x06\x06\x06\x08\x08\x08\x08\x08")));
 }
@@ -392,9 +393,9 @@ TEST_F(YModemOverALine, ALineThatHasGoneIsLeftAtOnceAndWhatHadComeCanStillBeRead
         QCoreApplication::processEvents();
     }
     QCoreApplication::processEvents();
-    // An open descriptor of a line that is gone is ready for ever, and so would keep the event loop busy.
-    EXPECT_EQ(deadHandles(QStringLiteral("/dev/pts/")), 0);
-    EXPECT_TRUE(line.PortOpen()) << "nobody has closed it";
+    // The descriptor of a line that has gone is always ready, so an open one would keep the event loop busy.
+    EXPECT_EQ(deadHandles(u"/dev/pts/"_s), 0);
+    EXPECT_TRUE(line.PortOpen()) << "it was not closed";
     EXPECT_EQ(line.InBufferCount(), 3);
     EXPECT_EQ(line.waitForBytes(3, 20), Waited::Enough);
     EXPECT_EQ(line.Input(2), "ab");
@@ -439,7 +440,7 @@ TEST_F(YModemOverALine, TryingAPortTellsOnesOwnFromAnothersAndLeavesAnOpenOneAlo
     EXPECT_TRUE(line.tryPort(1).ok());
     EXPECT_FALSE(line.PortOpen());
     EXPECT_EQ(line.tryPort(3).error().number, ErrorNumber::DeviceUnavailable);
-    EXPECT_EQ(line.tryPort(1, QStringLiteral("nonsense")).error().number, ErrorNumber::InvalidCall);
+    EXPECT_EQ(line.tryPort(1, u"nonsense"_s).error().number, ErrorNumber::InvalidCall);
     ASSERT_TRUE(line.setCommPort(1).ok());
     ASSERT_TRUE(line.setPortOpen(true).ok());
     EXPECT_TRUE(line.tryPort(1).ok()) << "its own";
@@ -466,10 +467,10 @@ TEST_F(YModemOverALine, TheSettingsTextSetsRateParityDataAndStopBits) {
          {Case{"9600,N,8,1", CS8, B9600}, Case{"19200,E,7,2", CS7 | PARENB | CSTOPB, B19200},
           Case{"57600,o,6,1", CS6 | PARENB | PARODD, B57600}, Case{"115200,e,5,1", CS5 | PARENB, B115200}}) {
         ttycalls::begin();
-        ASSERT_TRUE(port.setSettings(text(each.settings)).ok()) << each.settings;
+        ASSERT_TRUE(port.setSettings(QString::fromUtf8(each.settings)).ok()) << each.settings;
         static_cast<void>(ttycalls::end());
         const std::vector<termios> asked = ttycalls::settingsAsked();
-        // The port sets one thing after the other, and the terminal forgets in between.
+        // The port makes one setting after the other, and the terminal does not keep them in between.
         for (const tcflag_t part : {tcflag_t{CSIZE}, tcflag_t{PARENB | PARODD}, tcflag_t{CSTOPB}}) {
             EXPECT_TRUE(std::any_of(
                 asked.begin(), asked.end(),
@@ -481,10 +482,11 @@ TEST_F(YModemOverALine, TheSettingsTextSetsRateParityDataAndStopBits) {
     }
     for (const char* wrong : {"", "9600,N,8", "0,N,8,1", "x,N,8,1", "9600,X,8,1", "9600,N,4,1", "9600,N,9,1",
                               "9600,N,8,3", "9600,N,8,1,1"}) {
-        const Outcome set = port.setSettings(text(wrong));
+        const Outcome set = port.setSettings(QString::fromUtf8(wrong));
         ASSERT_FALSE(set.ok()) << wrong;
         EXPECT_EQ(set.error().number, ErrorNumber::InvalidCall) << wrong;
     }
 }
 
 } // namespace
+} // namespace sixtrace::test

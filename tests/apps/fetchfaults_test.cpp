@@ -135,11 +135,11 @@ TEST_F(FetchFaults, ARepeatedBlockThatReadsAsAHeaderOfTheSameSizeIsNoCapture) {
     peer.play([&content](PtyPeer& p) {
         BlockSender sender("CAP0000.bin", content, *parsePlan(QStringLiteral("repeat@1")));
         while (!sender.over()) {
-            const int byte = p.takeOne(60000);
-            if (byte < 0) {
+            const auto byte = p.takeOne(60000);
+            if (!byte) {
                 return;
             }
-            p.send(sender.answer(static_cast<unsigned char>(byte)));
+            p.send(sender.answer(*byte));
         }
     });
     const Ran ran = fetch({QStringLiteral("--serial"), peer.location(), QStringLiteral("-o"),

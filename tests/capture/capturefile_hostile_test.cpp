@@ -265,7 +265,7 @@ TEST_F(HostileCapture, AFullCaptureIsReadWhole) {
     }
     ASSERT_NO_FATAL_FAILURE(compare(capture("W11", blocks), "full"));
     for (int channel = 0; channel < 6; ++channel) {
-        EXPECT_EQ(model->ChannelPresent[static_cast<std::size_t>(channel)], 1);
+        EXPECT_EQ(model->ChannelPresent[channel], 1);
         EXPECT_EQ(model->SampleData(channel, 0), channel + 1);
         EXPECT_EQ(model->SampleData(channel, 10230), 10230 % 3001 - 1500);
     }

@@ -92,7 +92,7 @@ TEST_F(Writer, EveryFormOfEverySceneIsSoundAndReadsBack) {
             EXPECT_EQ(static_cast<std::size_t>(present), blocks->size()) << entry.name;
             for (const CaptureBlock& block : *blocks) {
                 const int channel = channelOfId(block.id).value();
-                const auto c = static_cast<std::size_t>(channel);
+                const int c = channel;
                 EXPECT_EQ(model->SampleCount[c], static_cast<std::int32_t>(block.samples.size()));
                 EXPECT_EQ(model->SampleData(channel, model->SampleCount[c] - 1), block.samples.back());
                 EXPECT_EQ(model->ZeroLevel[c], 100 - block.zeroLevel);

@@ -122,14 +122,13 @@ TEST(VoltListTexts, AreNotThereForOtherProbes) {
 }
 
 TEST(Channels, OrderIdsAndLabels) {
-    const std::array<char, 6> ids{'1', '2', 'A', 'B', 'C', 'D'};
-    const std::array<QString, 6> labels{u"ch1"_s, u"ch2"_s, u"A  "_s, u"B  "_s, u"C  "_s, u"D  "_s};
-    const std::array<QString, 6> names{u"ch1"_s, u"ch2"_s, u"A"_s, u"B"_s, u"C"_s, u"D"_s};
+    const PerChannel<char> ids{'1', '2', 'A', 'B', 'C', 'D'};
+    const PerChannel<QString> labels{u"ch1"_s, u"ch2"_s, u"A  "_s, u"B  "_s, u"C  "_s, u"D  "_s};
+    const PerChannel<QString> names{u"ch1"_s, u"ch2"_s, u"A"_s, u"B"_s, u"C"_s, u"D"_s};
     for (int channel = 0; channel < 6; ++channel) {
-        const auto c = static_cast<std::size_t>(channel);
-        EXPECT_EQ(channelOfId(ids[c]), channel);
-        EXPECT_EQ(channelLabel(channel), labels[c]);
-        EXPECT_EQ(channelName(channel), names[c]);
+        EXPECT_EQ(channelOfId(ids[channel]), channel);
+        EXPECT_EQ(channelLabel(channel), labels[channel]);
+        EXPECT_EQ(channelName(channel), names[channel]);
     }
     for (const char foreign : {'0', '3', 'E', 'a', ' ', '\0', '\xFF'}) {
         EXPECT_EQ(channelOfId(foreign), std::nullopt);

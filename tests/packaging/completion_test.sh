@@ -1,7 +1,7 @@
 #!/bin/bash
 # SPDX-License-Identifier: MIT
-# The completions of the three shells know every command that kqx names and every option that its help tells, and bash's
-# gives what a user would expect. Arguments: the folder of the completions, the program kqx.
+# The completions of the three shells contain every command of kqx and every option in its help, and those of bash give the
+# expected results. Arguments: the folder of the completions, the program kqx.
 set -eu
 completions=$1
 kqx=$2
@@ -14,7 +14,7 @@ complain() {
 commands=$("$kqx" --help | sed -n 's/^  \([a-z]*\)  .*/\1/p')
 [ "$(wc -w <<<"$commands")" -ge 8 ] || complain "kqx --help names these commands only: $commands"
 
-# What bash completes for the words of a line, the last of which is being typed.
+# Prints what bash completes for the words of a line. The last word is incomplete.
 # shellcheck source=/dev/null
 source "$completions/kqx.bash"
 completed() {

@@ -1,7 +1,7 @@
 #!/bin/sh
 # SPDX-License-Identifier: MIT
-# Installs the build below a folder of its own, has every file that the desktop reads checked by its validator, and starts
-# what was installed. Arguments: cmake, the build folder, an empty folder to work in.
+# Installs the build to a test folder, checks every file that the desktop reads with its validator, and starts the installed
+# programs. Arguments: cmake, the build folder, an empty working folder.
 set -eu
 cmake=$1
 build=$2
@@ -13,7 +13,7 @@ id=org.sixtrace.Sixtrace
 share=$work/usr/share
 failed=0
 
-# expect WHAT COMMAND...: runs a check and tells when it fails.
+# expect WHAT COMMAND...: runs a check and reports a failure.
 expect() {
     what=$1
     shift
@@ -23,7 +23,7 @@ expect() {
         failed=1
     fi
 }
-# quiet COMMAND...: a validator that has anything to say counts as failed.
+# quiet COMMAND...: fails if the validator prints anything.
 quiet() {
     "$@" >"$work/said.log" 2>&1 || { cat "$work/said.log"; return 1; }
     cat "$work/said.log"
@@ -36,7 +36,7 @@ for file in bin/sixtrace bin/kqx bin/sixtrace-instrument "share/icons/hicolor/sc
     share/bash-completion/completions/kqx share/zsh/vendor-completions/_kqx share/fish/vendor_completions.d/kqx.fish; do
     expect "$file is missing" test -s "$work/usr/$file"
 done
-# Every picture of the help is there.
+# Every picture of the help pages is installed.
 for page in vrt_c vrt_e; do
     for picture in $(sed -n 's/.*<img src="\([^"]*\)".*/\1/p' "$share/sixtrace/$page.html"); do
         expect "$picture of $page is missing" test -s "$share/sixtrace/$picture"
@@ -56,7 +56,7 @@ done
 expect "bus service" grep -qx "Exec=$work/usr/bin/sixtrace" "$share/dbus-1/services/$id.service"
 expect "icon" xmllint --noout "$share/icons/hicolor/scalable/apps/$id.svg"
 
-# The device rules: the device manager's own check where it has one (version 254 and later), and else their grammar.
+# The udev rules: checked by udev itself if it can (version 254 and later), else by their grammar.
 rules=$(find "$work/usr" -name 70-sixtrace.rules)
 if udevadm verify --help >/dev/null 2>&1; then
     expect "device rules" udevadm verify --no-style "$rules"
@@ -65,7 +65,7 @@ else
     expect "device rules" sh -c "! grep -Ev '^(#.*|$term(, ?$term)*)?\$' '$rules'"
 fi
 
-# The type database tells captures from other binary files, whatever they are called.
+# The MIME database distinguishes captures from other binary files, whatever their names are.
 expect "file type" xmllint --noout "$share/mime/packages/$id.xml"
 mkdir -p "$work/data/mime/packages"
 cp /usr/share/mime/packages/freedesktop.org.xml "$share/mime/packages/$id.xml" "$work/data/mime/packages"
@@ -82,7 +82,7 @@ for file in bin.bin V01.bin W01.bin V11.bin W11.bin V10.bin V11 D2611211200.bin;
 done
 expect "type of other binary data: $(type_of "$work/zero.bin")" test "$(type_of "$work/zero.bin")" != application/x-kqx-capture
 
-# What was installed works for a user whose folder is empty and who cannot write to the install.
+# The installed programs work for a user whose home folder is empty and who cannot write to the installation.
 chmod -R a-w "$work/usr"
 export XDG_DATA_HOME="$work/home" HOME="$work/home" XDG_RUNTIME_DIR="$work/run" QT_QPA_PLATFORM=offscreen
 chmod 700 "$work/run"
@@ -111,7 +111,7 @@ while [ ! -S "$work/home/sixtrace/instrument.socket" ] && [ "$tries" -lt 100 ]; 
 done
 expect "a table by the installed programs" "$work/usr/bin/kqx" table --language 1 "$work/V11.bin" "$work/t.txt"
 expect "its unit line" grep -q "Unit: mV" "$work/t.txt"
-# As the thumbnailer entry has it, for a name that looks like an option.
+# The command of the thumbnailer entry, with a file name that looks like an option.
 cp "$work/V11.bin" "$work/-odd.bin"
 thumbnail=$(sed -n 's/^Exec=//p' "$share/thumbnailers/$id.thumbnailer" | sed "s|%s|128|; s|%i|-odd.bin|; s|%o|thumb.tmp|")
 # shellcheck disable=SC2086 # a command line

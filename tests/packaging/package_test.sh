@@ -1,6 +1,6 @@
 #!/bin/sh
 # SPDX-License-Identifier: MIT
-# Builds the Debian package and looks into it. Arguments: cpack, the build folder, an empty folder to work in.
+# Builds the Debian package and checks its content. Arguments: cpack, the build folder, an empty working folder.
 set -eu
 cpack=$1
 build=$2
@@ -17,8 +17,8 @@ dpkg-deb --field "$package" Depends | grep -q libqt6widgets6
 dpkg-deb --field "$package" Depends | grep -q libusb-1.0-0
 grep -qx 'Exec=/usr/bin/sixtrace' "$work/root/usr/share/dbus-1/services/org.sixtrace.Sixtrace.service"
 test -s "$work/root/usr/lib/udev/rules.d/70-sixtrace.rules"
-# Nothing belongs to the user who built it, and nothing can be executed but programs, the library and the one program beside it
-# that kqx starts for its desktop commands.
+# No file belongs to the user who built the package. Only the programs, the library and kqx-desktop, which is in the folder of
+# the library, are executable.
 dpkg-deb --contents "$package" | grep -v ' root/root ' && exit 1
 dpkg-deb --contents "$package" | awk '/^-rwx/ && $6 !~ /^\.\/usr\/bin\// && $6 !~ /\.so$/ {
     if ($6 ~ /^\.\/usr\/lib\/([^\/]+\/)?sixtrace\/kqx-desktop$/) helpers++

@@ -36,6 +36,7 @@ struct Surroundings {
     ScriptedDialogs& dialogs;
     FrmCom& main;
 };
+using test::ScriptedLink;
 using Look = std::function<void(QWidget&)>;
 
 struct Window {

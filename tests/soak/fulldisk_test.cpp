@@ -9,7 +9,7 @@
 namespace sixtrace {
 namespace {
 
-using test::SmallDisk;
+using namespace test;
 
 class FullDisk : public ReceiveFixture {};
 

@@ -86,7 +86,7 @@ TEST_F(Growth, TimedFetchesLeaveNothing) {
     model->AutoRun = true;
     expectNoGrowth("timed fetches", kRounds, [&](int i) {
         link.reads = 0;
-        link.failingRead = i % 10 == 9 ? 1 : -1; // now and then one breaks off
+        link.failingRead = i % 10 == 9 ? std::optional(1) : std::nullopt; // every tenth transfer breaks off
         link.stream = ScriptedLink::transfer(file);
         form->acquisition().Timetime1_Timer();
         if (model->AutoRun) {

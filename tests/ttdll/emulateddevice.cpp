@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// An instrument on an emulated USB bus. emulateddevice HOW COMMAND...: runs the command with the device plugged in.
-// HOW: clean, packed (header and data run on in full packets), silent (behind the header), cut (the first transfer
-// stops halfway, the rest comes later), surplus (64 bytes more than the header says), deaf (takes no command),
-// forbidden (the user may not open it), other-endpoint, other-device.
+// An instrument on an emulated USB bus. "emulateddevice HOW COMMAND..." runs the command with the device plugged in.
+// HOW: clean, packed (header and data in full packets, without a break between them), silent (after the header), cut
+// (the first transfer stops halfway, the rest comes later), surplus (64 bytes more than the header says), deaf (takes
+// no command), forbidden (the user may not open it), other-endpoint, other-device.
 #include <umockdev.h>
 
 #include <sys/ioctl.h>
@@ -199,7 +199,7 @@ std::string descriptor(unsigned char product, unsigned char endpointIn) {
     return text;
 }
 
-/// Root may open anything: who is forbidden something has to be somebody else.
+/// Root may open everything, so a test of missing rights has to run as another user.
 void becomeNobody(gpointer) {
     constexpr id_t kNobody = 65534;
     if (how == "forbidden" && geteuid() == 0 && (setgid(kNobody) != 0 || setuid(kNobody) != 0)) {

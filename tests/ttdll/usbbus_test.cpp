@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The transfer library over libusb, from the companion program to an emulated device on an emulated bus.
+// The companion program and the transfer library over libusb, with an emulated device on an emulated bus.
 #include "support/printing.h"
 
 #include <QDir>
@@ -14,6 +14,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
+namespace sixtrace::test {
 namespace {
 
 struct Ran {
@@ -33,7 +36,7 @@ protected:
     }
 
     void settings(const char* lines) const {
-        QFile file(folder.filePath(QStringLiteral("ttdll.ini")));
+        QFile file(folder.filePath(u"ttdll.ini"_s));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(lines);
     }
@@ -43,15 +46,15 @@ protected:
     Ran run(const char* how, const char* command) {
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral("libumockdev-preload.so.0"));
-        // The tools around the companion are not the test's business.
-        environment.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("detect_leaks=0"));
+        environment.insert(u"LD_PRELOAD"_s, u"libumockdev-preload.so.0"_s);
+        // Leaks of the tools around the companion do not matter.
+        environment.insert(u"ASAN_OPTIONS"_s, u"detect_leaks=0"_s);
         process.setProcessEnvironment(environment);
         process.setWorkingDirectory(folder.path());
         process.start(QStringLiteral(SIXTRACE_EMULATED_DEVICE),
-                      {QString::fromLatin1(how), QStringLiteral("sh"), QStringLiteral("-c"),
+                      {QString::fromLatin1(how), u"sh"_s, u"-c"_s,
                        QString::fromLatin1(command).replace(
-                           QStringLiteral("kqx"), QStringLiteral("env LD_PRELOAD=" SIXTRACE_USB_PRELOAD " ./kqx"))});
+                           u"kqx"_s, QStringLiteral("env LD_PRELOAD=" SIXTRACE_USB_PRELOAD " ./kqx"))});
         if (!process.waitForFinished(60000)) {
             process.kill();
             process.waitForFinished();
@@ -63,7 +66,7 @@ protected:
         QFile file(folder.filePath(QString::fromLatin1(name)));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
     }
-    /// A thousand bytes, each seven above the one before, and the zero byte behind them.
+    /// A thousand bytes, each seven above the one before, and the zero byte after them.
     [[nodiscard]] static QByteArray expected() {
         QByteArray bytes;
         for (int i = 0; i < 1000; ++i) {
@@ -177,8 +180,8 @@ TEST_F(UsbBus, PortsTellsASerialPortWithoutRightsByItsGroup) {
     char name[128] = {};
     ASSERT_EQ(openpty(&master, &slave, name, nullptr, nullptr), 0);
     ASSERT_EQ(fchmod(slave, 0), 0);
-    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("ports")));
-    ASSERT_TRUE(QFile::link(QString::fromLatin1(name), folder.filePath(QStringLiteral("ports/com1"))));
+    ASSERT_TRUE(QDir(folder.path()).mkdir(u"ports"_s));
+    ASSERT_TRUE(QFile::link(QString::fromLatin1(name), folder.filePath(u"ports/com1"_s)));
     ASSERT_TRUE(QFile::setPermissions(folder.path(), QFileDevice::Permissions(0x7777))) << "it is the program folder";
     const Ran ran = run("forbidden", "kqx ports; true");
     struct stat state {};
@@ -207,7 +210,7 @@ TEST_F(UsbBus, PortsTellsMissingRightsAndWhatIsToBeDone) {
 
 TEST_F(UsbBus, PortsTellsDevicesThatAreNotTheWantedOne) {
     const Ran ran = run("other-device", "kqx ports; true");
-    EXPECT_TRUE(ran.out.contains("usb 1209:0002  /dev/bus/usb/001/002  not the device that is wanted\n"))
+    EXPECT_TRUE(ran.out.contains("usb 1209:0002  /dev/bus/usb/001/002  not the instrument\n"))
         << ran.out.toStdString();
     EXPECT_TRUE(ran.out.contains("usb 1209:0001  absent\n")) << ran.out.toStdString();
     EXPECT_TRUE(ran.out.contains("if it has other ids, enter them in ")) << ran.out.toStdString();
@@ -216,8 +219,9 @@ TEST_F(UsbBus, PortsTellsDevicesThatAreNotTheWantedOne) {
 TEST_F(UsbBus, PortsTellsEndpointsThatTheDeviceLacks) {
     const Ran ran = run("other-endpoint", "kqx ports; true");
     EXPECT_TRUE(ran.out.contains("usb 1209:0001  /dev/bus/usb/001/002  endpoints\n"
-                                 "    the device has not these end points; enter its own in "))
+                                 "    the device lacks these endpoints; enter its own in "))
         << ran.out.toStdString();
 }
 
 } // namespace
+} // namespace sixtrace::test

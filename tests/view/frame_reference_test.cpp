@@ -26,7 +26,7 @@ public:
     void draw(Picture& picture, const SampleArray<std::int32_t>& oldX, const SampleArray<std::int32_t>& oldY) {
         drawGraticule(picture, m_model.GridColor, m_inputs.graticule, divisionsAcross(m_model.FileKind));
         for (int channel = 0; channel < kChannels; ++channel) {
-            const auto c = static_cast<std::size_t>(channel);
+            const int c = channel;
             picture.ForeColor = m_model.LineColor[c];
             if (m_inputs.selected[c] && m_model.ChannelPresent[c] == 1) {
                 drawChannel(picture, channel, oldX, oldY);
@@ -36,15 +36,15 @@ public:
 
 private:
     [[nodiscard]] int x(int channel, double i) const {
-        const auto c = static_cast<std::size_t>(channel);
-        const double capture = m_model.TimeBaseTable[static_cast<std::size_t>(m_model.TimeIndex[c])];
-        const double shown = m_model.TimeBaseTable[static_cast<std::size_t>(m_model.TimeIndexView[c])];
+        const int c = channel;
+        const double capture = m_model.TimeBaseTable[m_model.TimeIndex[c]];
+        const double shown = m_model.TimeBaseTable[m_model.TimeIndexView[c]];
         const double start = 300 - (300 - static_cast<double>(m_model.ChannelXShift[c])) * capture / shown;
         return static_cast<int>(std::nearbyint(start + i * (capture / shown / m_model.ScreenPoints[c] * 600)));
     }
     [[nodiscard]] int y(int channel, double i) const {
-        const auto c = static_cast<std::size_t>(channel);
-        const double volts = m_model.VoltTable[static_cast<std::size_t>(m_model.VoltIndexView[c])];
+        const int c = channel;
+        const double volts = m_model.VoltTable[m_model.VoltIndexView[c]];
         const double sample = m_model.SampleData(channel, static_cast<int>(std::nearbyint(i)));
         return static_cast<int>(std::nearbyint(
             m_model.ChannelYPos[c] - (sample * static_cast<double>(m_model.VoltPerCount[c]) * 400) / (volts * 8000)));
@@ -62,7 +62,7 @@ private:
 
     void drawChannel(Picture& picture, int channel, const SampleArray<std::int32_t>& oldX,
                      const SampleArray<std::int32_t>& oldY) const {
-        const auto c = static_cast<std::size_t>(channel);
+        const int c = channel;
         const int slots = m_model.ScreenPoints[c];
         const int samples = m_model.SampleCount[c];
         const int scan = m_model.ScanPoint[c];
@@ -112,7 +112,7 @@ void randomise(TestScreen& screen, std::mt19937& random, const FrameKind& kind) 
     screen.inputs.style = between(0, 4) > 0 ? TraceStyle::Lines : TraceStyle::Points;
     model.FileKind = static_cast<std::int16_t>(between(1, 6));
     for (int channel = 0; channel < kChannels; ++channel) {
-        const auto c = static_cast<std::size_t>(channel);
+        const int c = channel;
         model.ChannelPresent[c] = between(0, 3) > 0 ? 1 : 0;
         screen.inputs.selected[c] = between(0, 4) > 0;
         // 15 points a screen are 40 columns a sample, 6000 are a tenth of one.

@@ -81,7 +81,7 @@ TEST(Frame, LeavesTheStepsOfTheChannelsThatItDrawsAndOfNoOthers) {
     TestScreen screen;
     publicM& model = *screen.model;
     for (const int channel : {1, 4}) {
-        const auto c = static_cast<std::size_t>(channel);
+        const int c = channel;
         screen.addChannel(channel, 600, 600);
         model.SampleInterval[c] = 2.5F;
         model.TimeIndexView[c] = 16; // 1 ms
@@ -334,6 +334,48 @@ TEST(Frame, PicDrawSlowIsTheGraticuleAlone) {
     screen.draw();
     PicDrawSlow(*screen.model, Graticule::Dotted, screen.picture2);
     EXPECT_TRUE(samePicture(screen.picture2, empty));
+}
+
+/// A screen, its copy, and what notes when the copy is due.
+struct NotedCopy {
+    Picture screen{kSurfaceWidth, kSurfaceHeight};
+    Picture kept{kSurfaceWidth, kSurfaceHeight};
+    FrameCopy copy{screen, kept};
+
+    std::set<std::pair<int, int>> keptPixels() const { return pixelsOf(kept, kRed); }
+    NotedCopy() { screen.ForeColor = kRed; }
+};
+
+TEST(FrameCopies, ANotedFrameIsCopiedWhenTheCopyIsAskedForAndOnlyOnce) {
+    NotedCopy noted;
+    noted.screen.PSet(4, 5);
+    noted.copy.noteFrame();
+    EXPECT_TRUE(noted.keptPixels().empty());
+    noted.copy.bringUpToDate();
+    EXPECT_EQ(noted.keptPixels(), (std::set<std::pair<int, int>>{{4, 5}}));
+    // What is drawn on the screen afterwards belongs to no finished frame.
+    noted.screen.PSet(1, 1);
+    noted.copy.bringUpToDate();
+    EXPECT_EQ(noted.keptPixels(), (std::set<std::pair<int, int>>{{4, 5}}));
+}
+
+TEST(FrameCopies, HoldTheScreenUnitsAndNotThePixelsAtTheRightAndTheLowerEdge) {
+    NotedCopy noted;
+    for (const auto& [x, y] : {std::pair(599, 399), std::pair(600, 399), std::pair(599, 400)}) {
+        noted.screen.PSet(x, y);
+    }
+    noted.copy.noteFrame();
+    noted.copy.bringUpToDate();
+    EXPECT_EQ(noted.keptPixels(), (std::set<std::pair<int, int>>{{599, 399}}));
+}
+
+TEST(FrameCopies, AForgottenFrameIsNotCopied) {
+    NotedCopy noted;
+    noted.screen.PSet(4, 5);
+    noted.copy.noteFrame();
+    noted.copy.forget();
+    noted.copy.bringUpToDate();
+    EXPECT_TRUE(noted.keptPixels().empty());
 }
 
 } // namespace

@@ -29,7 +29,7 @@ struct TestScreen {
     }
 
     void addChannel(int channel, int points, int samples) {
-        const auto c = static_cast<std::size_t>(channel);
+        const int c = channel;
         model->ChannelPresent[c] = 1;
         model->ScreenPoints[c] = points;
         model->SampleCount[c] = samples;

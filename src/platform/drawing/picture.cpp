@@ -28,18 +28,7 @@ Picture::Picture(int width, int height)
     Cls();
 }
 
-Picture::~Picture() {
-    if (m_copiedTo != nullptr) {
-        m_copiedTo->fetchCopy();
-    }
-    unlink();
-}
-
 void Picture::Cls() {
-    if (m_copiedTo != nullptr) {
-        m_copiedTo->fetchCopy();
-    }
-    fetchCopy();
     m_cleared = pixelOfColour(BackColor);
     if (m_pixels != nullptr) {
         std::fill_n(m_pixels.get(), size(), m_cleared);
@@ -179,42 +168,6 @@ void Picture::BitBlt(int x, int y, int width, int height, const Picture& source,
         std::memmove(row(y + line) + x + left, source.row(sourceY + line) + sourceX + left,
                      static_cast<std::size_t>(right - left) * sizeof(std::uint32_t));
     }
-}
-
-void Picture::copyLater(Picture& source, int width, int height) {
-    fetchCopy();
-    source.fetchCopy();
-    if (source.m_copiedTo != nullptr) {
-        source.m_copiedTo->fetchCopy();
-    }
-    if (&source == this) {
-        return;
-    }
-    m_copiedFrom = &source;
-    source.m_copiedTo = this;
-    m_copyWidth = width;
-    m_copyHeight = height;
-}
-
-void Picture::forgetCopy() {
-    unlink();
-}
-
-void Picture::unlink() const {
-    if (m_copiedFrom != nullptr) {
-        m_copiedFrom->m_copiedTo = nullptr;
-        m_copiedFrom = nullptr;
-    }
-}
-
-void Picture::fetchCopy() const {
-    if (m_copiedFrom == nullptr) {
-        return;
-    }
-    const Picture& source = *m_copiedFrom;
-    unlink();
-    // A promise is kept by the picture that made it, whoever reminds it.
-    const_cast<Picture*>(this)->BitBlt(0, 0, m_copyWidth, m_copyHeight, source, 0, 0);
 }
 
 QImage Picture::view() const {

@@ -28,11 +28,8 @@ enum class DrawStyle { Solid = 0, Dash = 1, Dot = 2 };
 class Picture {
 public:
     Picture(int width, int height);
-    Picture(Picture&&) = delete; // others hold its address while a copy is put off
-    Picture& operator=(Picture&&) = delete;
     Picture(const Picture&) = delete;
     Picture& operator=(const Picture&) = delete;
-    ~Picture();
 
     [[nodiscard]] int width() const { return m_width; }
     [[nodiscard]] int height() const { return m_height; }
@@ -61,24 +58,13 @@ public:
     /// Copies a width by height rectangle from `source` to this picture; what lies outside either is left out.
     void BitBlt(int x, int y, int width, int height, const Picture& source, int sourceX, int sourceY);
 
-    /// The same as BitBlt(0, 0, width, height, source, 0, 0), put off until this picture is looked at or either is
-    /// drawn on, so that a copy that nobody looks at costs nothing.
-    void copyLater(Picture& source, int width, int height);
-    /// Drops what copyLater has promised and not yet done, for a caller that will promise the same rectangle anew.
-    void forgetCopy();
-
     [[nodiscard]] std::int32_t CurrentX() const { return m_currentX; }
     [[nodiscard]] std::int32_t CurrentY() const { return m_currentY; }
 
     /// The pixels of a row, `width()` of them, as 0xffRRGGBB. Rows are padded to a multiple of 16 pixels, which may be
     /// read and written without being seen.
     [[nodiscard]] const std::uint32_t* row(int y) const { return pixels() + m_stride * static_cast<std::size_t>(y); }
-    [[nodiscard]] std::uint32_t* row(int y) {
-        if (m_copiedTo != nullptr) {
-            m_copiedTo->fetchCopy();
-        }
-        return pixels() + m_stride * static_cast<std::size_t>(y);
-    }
+    [[nodiscard]] std::uint32_t* row(int y) { return pixels() + m_stride * static_cast<std::size_t>(y); }
     /// The colour of a pixel that lies inside.
     [[nodiscard]] Colour Point(int x, int y) const { return colourOfPixel(row(y)[x]); }
 
@@ -92,17 +78,12 @@ private:
     void setPixel(std::int32_t x, std::int32_t y);
     [[nodiscard]] std::size_t size() const { return m_stride * static_cast<std::size_t>(m_height); }
     [[nodiscard]] std::uint32_t* pixels() const {
-        if (m_copiedFrom != nullptr) {
-            fetchCopy();
-        }
         if (m_pixels == nullptr) {
             makePixels();
         }
         return m_pixels.get();
     }
     void makePixels() const;
-    void fetchCopy() const;
-    void unlink() const;
 
     int m_width;
     int m_height;
@@ -112,12 +93,6 @@ private:
     /// Made when a pixel is first drawn or read: a picture that waits for its use takes no memory.
     mutable std::unique_ptr<std::uint32_t[]> m_pixels;
     std::uint32_t m_cleared = 0; ///< what the last Cls filled the picture with
-
-    // A copy that has been put off: the one picture knows where it comes from, the other where it goes.
-    mutable Picture* m_copiedFrom = nullptr;
-    mutable Picture* m_copiedTo = nullptr;
-    int m_copyWidth = 0;
-    int m_copyHeight = 0;
 };
 
 } // namespace sixtrace

@@ -89,8 +89,13 @@ OutcomeOr<FileRefusal> ByteFile::open(const std::string& path) {
     }
     m_descriptor = std::move(file);
     m_size = about.st_size;
-    m_bytes.resize(kResident);
-    if (m_size > static_cast<std::int64_t>(kResident)) {
+    const bool fits = m_size <= static_cast<std::int64_t>(kResident);
+    const std::size_t room = fits ? static_cast<std::size_t>(m_size) : kResident;
+    if (m_roomSize < room) {
+        m_room = std::make_unique_for_overwrite<std::byte[]>(room);
+        m_roomSize = room;
+    }
+    if (!fits) {
         return kSuccess;
     }
     const std::size_t held = readAt(0, static_cast<std::size_t>(m_size));
@@ -98,7 +103,7 @@ OutcomeOr<FileRefusal> ByteFile::open(const std::string& path) {
         close();
         return FileRefusal::Unreadable;
     }
-    m_window = std::span<const std::byte>(m_bytes).first(held);
+    m_window = {m_room.get(), held};
     m_size = static_cast<std::int64_t>(held); // it may have become shorter meanwhile
     m_descriptor.close();
     return kSuccess;
@@ -121,7 +126,7 @@ std::size_t ByteFile::readAt(std::int64_t offset, std::size_t count) {
     std::size_t held = 0;
     while (held < count) {
         const ssize_t got =
-            ::pread(m_descriptor.number(), m_bytes.data() + held, count - held, offset + static_cast<off_t>(held));
+            ::pread(m_descriptor.number(), m_room.get() + held, count - held, offset + static_cast<off_t>(held));
         if (got < 0 && errno == EINTR) {
             continue;
         }
@@ -147,7 +152,7 @@ std::span<const std::byte> ByteFile::stretch(std::int64_t offset, std::size_t co
             return {};
         }
         m_windowStart = offset;
-        m_window = std::span<const std::byte>(m_bytes).first(readAt(offset, kResident));
+        m_window = {m_room.get(), readAt(offset, kResident)};
         count = std::min(count, m_window.size());
     }
     return m_window.subspan(static_cast<std::size_t>(offset - m_windowStart), count);

@@ -6,9 +6,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
-#include <vector>
 
 namespace sixtrace {
 
@@ -49,8 +49,9 @@ private:
 
     Descriptor m_descriptor; ///< none while the whole file is in memory
     std::int64_t m_size = 0;
-    std::vector<std::byte> m_bytes;      ///< holds the window when a file is open
-    std::span<const std::byte> m_window; ///< part of m_bytes, or the bytes in memory
+    std::unique_ptr<std::byte[]> m_room; ///< holds the window when a file is open; only bytes that were read are used
+    std::size_t m_roomSize = 0;
+    std::span<const std::byte> m_window; ///< part of m_room, or the bytes in memory
     std::int64_t m_windowStart = 0;
 };
 

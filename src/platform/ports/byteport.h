@@ -7,13 +7,13 @@ namespace sixtrace {
 
 /// How a wait for bytes ended.
 enum class Waited {
-    Enough,   ///< the bytes are there
-    TimedOut, ///< the time is over
-    Lost,     ///< there was no time limit and the line is gone: nothing would ever end the wait
+    Enough,   ///< the bytes have come
+    TimedOut, ///< the time limit has passed
+    Lost,     ///< the line has gone and there was no time limit: the wait would never have ended
 };
 
-/// A line that bytes go in and out of, with a receive buffer that can be counted, read and emptied, and with the clock
-/// that waiting on it needs. Protocols run over this interface: in the program it is a serial port, in tests a script.
+/// A line to send bytes to and to receive bytes from, with a receive buffer and a clock. Protocols run over this
+/// interface: in the program it is a serial port, in tests a script.
 class BytePort {
 public:
     BytePort() = default;
@@ -21,17 +21,18 @@ public:
     BytePort& operator=(const BytePort&) = delete;
     virtual ~BytePort() = default;
 
-    /// Bytes that have come in and wait to be read. The buffer is bounded; a sender that fills it has to wait.
+    /// The number of bytes that have come in and were not read. The buffer is bounded: a sender that fills it has to
+    /// wait.
     [[nodiscard]] virtual int InBufferCount() = 0;
-    /// Throws the waiting bytes away.
+    /// Drops all bytes that were not read.
     virtual void discard() = 0;
-    /// Takes up to `count` waiting bytes.
+    /// Reads the next bytes, at most `count` of them.
     [[nodiscard]] virtual QByteArray Input(int count) = 0;
-    /// Sends. On a line that is gone the bytes are lost.
+    /// Sends bytes. On a line that has gone they are lost.
     virtual void Output(const QByteArray& bytes) = 0;
 
-    /// Sleeps until `count` bytes wait or `timeoutMs` milliseconds are over; 0 waits without limit. Events of the
-    /// program run meanwhile.
+    /// Waits until `count` bytes can be read, at most `timeoutMs` milliseconds; 0 sets no limit. Events of the program
+    /// run during the wait.
     [[nodiscard]] virtual Waited waitForBytes(int count, int timeoutMs) = 0;
     /// A steady clock, in milliseconds.
     [[nodiscard]] virtual qint64 clock() = 0;

@@ -19,13 +19,13 @@ namespace sixtrace {
 
 namespace {
 
-/// Far more than any block, far less than a hostile sender could fill.
+/// In bytes. Far more than any block, and a limit for a hostile sender.
 constexpr qint64 kReceiveBuffer = 65536;
 
-/// For the ten bytes of an abort, the slowest line takes 200 ms.
+/// Long enough for the ten bytes of an abort on the slowest line, which takes 200 ms for them.
 constexpr qint64 kLongestDrainMs = 500;
 
-/// Ports that this process holds: the system's own lock does not stop a privileged user's second open.
+/// Devices that this process has open. The system's own lock does not keep a privileged user from opening them again.
 QSet<QString>& heldPorts() {
     static QSet<QString> held;
     return held;
@@ -80,7 +80,7 @@ void MSComm::noteLoss() {
         return;
     }
     m_lost = true;
-    // Not from inside the port's own handling of the error.
+    // Later, since the port must not be closed while it handles its error.
     QMetaObject::invokeMethod(
         &m_port,
         [this] {
@@ -168,8 +168,8 @@ void MSComm::close() {
     m_lost = false;
 }
 
-/// Closing gives the line its old settings back. What was written last must have left by then, or its end would go out
-/// at another rate.
+/// Waits until what was written has been sent. Closing restores the line's old settings, so bytes that are sent later
+/// would go out at another rate.
 void MSComm::drain() {
     if (m_lost) {
         return;
@@ -185,7 +185,8 @@ void MSComm::drain() {
         QThread::msleep(1);
     }
     if (queued == 0) {
-        static_cast<void>(::tcdrain(m_port.handle())); // the adapter's own buffer; a line that is stuck shows above
+        static_cast<void>(::tcdrain(
+            m_port.handle())); // the adapter's own buffer. A line that is stuck has not emptied the queue above
     }
 #endif
 }
@@ -200,7 +201,7 @@ Outcome MSComm::openAt(const QString& location) {
         m_port.clearError();
         return error;
     }
-    // Instruments watch these lines; a pseudo terminal has none and refuses, which harms nobody.
+    // Instruments watch these lines. A pseudo terminal has none: setting them fails, which does not matter.
     static_cast<void>(m_port.setDataTerminalReady(true));
     static_cast<void>(m_port.setRequestToSend(true));
     m_port.clearError();
@@ -213,7 +214,8 @@ RuntimeError MSComm::openError(const QString& location) const {
     const QFileInfo device(location);
     switch (m_port.error()) {
     case QSerialPort::PermissionError:
-        // Busy and forbidden are one to the port's error; the file's own rights tell them apart.
+        // The port has one error for a port that is taken and one that is forbidden. The file's rights tell which it
+        // is.
         return RuntimeError::of(device.isReadable() && device.isWritable() ? ErrorNumber::PortAlreadyOpen
                                                                            : ErrorNumber::PermissionDenied);
     case QSerialPort::DeviceNotFoundError:
@@ -266,7 +268,8 @@ Waited MSComm::waitForBytes(int count, int timeoutMs) {
             loop.quit();
         }
     });
-    // Closed by others, the port has no more to wait for. A line that is gone closes too, but lets a limit run out.
+    // A port that is closed during the wait ends it. A line that goes away also closes the port, but then a wait with a
+    // limit runs to its end.
     QObject::connect(&m_port, &QSerialPort::aboutToClose, &loop, [this, &loop, timeoutMs] {
         if (!m_lost || timeoutMs <= 0) {
             loop.quit();

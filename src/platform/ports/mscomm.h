@@ -12,33 +12,36 @@
 
 namespace sixtrace {
 
-/// The serial control: a numbered port that opens and closes, with line settings as text, over the platform's serial
-/// port. Waiting sleeps in the event loop. Whoever sets the numbers says, by a function, where each is found.
+/// The serial control: a port that is chosen by number, has its line settings as text, and opens and closes. A function
+/// tells which device has a number. Waits sleep in the event loop.
 ///
-/// A port that the program itself or another one holds answers an open with error 8005. A line that goes away while
-/// open (an adapter pulled out) makes no error: nothing more comes than what had come, and what is sent is lost. It
-/// costs no processor time either, as the descriptor, which would be ready for ever, is closed at once.
+/// Opening a port that this program or another one holds is error 8005. When the line of an open port goes away (the
+/// adapter is pulled out), no error is raised: bytes that had come can still be read, and bytes that are sent are lost.
+/// The descriptor is closed at once, as it would always be ready and keep the event loop busy.
 class MSComm final : public BytePort {
 public:
+    /// Gives the device of a port number, and an empty text when there is none.
     using Locator = std::function<QString(int number)>;
     explicit MSComm(Locator locate);
     ~MSComm() override;
 
-    /// Number of the port to use. Error 8005 while the port is open, as the number then belongs to an open line.
+    /// Sets the number of the port to use. Error 8005 while the port is open.
     Outcome setCommPort(int number);
     [[nodiscard]] int CommPort() const { return m_number; }
-    /// Line settings, "115200,N,8,1": rate, parity letter, data bits, stop bits. Error 5
-    /// for a text that says no such thing.
+    /// Sets the line settings from a text such as "115200,N,8,1": baud rate, parity (N, E, O, M or S), data bits (5 to
+    /// 8), stop bits (1, 1.5 or 2). Error 5 for any other text.
     Outcome setSettings(const QString& settings);
     [[nodiscard]] bool PortOpen() const { return !m_location.isEmpty(); }
-    /// Opens or closes. Closing waits, at most half a second, until what was written has left.
+    /// Opens or closes the port. Error 68 when there is no such port, 8005 when it is taken, 70 without the rights, 57
+    /// for any other reason. Closing waits until what was written has been sent, at most half a second, and never
+    /// fails.
     Outcome setPortOpen(bool open);
-    /// Whether port `number` opens, with line settings unless these are empty. A control that is open stays as it is:
-    /// its own port is proven by being open, and another one is tried by a second control.
+    /// Opens and closes port `number`, with line settings unless they are empty, and returns the error of that. An open
+    /// control stays open: its own port counts as one that opens, and a second control tries any other.
     Outcome tryPort(int number, const QString& settings = {});
-    /// Where port `number` is; empty where there is none.
+    /// The device of port `number`; empty when there is none.
     [[nodiscard]] QString locationOf(int number) const { return m_locate(number); }
-    /// Whether the open line has gone.
+    /// Whether the line has gone since the port was opened.
     [[nodiscard]] bool lost() const { return m_lost; }
 
     [[nodiscard]] int InBufferCount() override;
@@ -59,7 +62,7 @@ private:
     QSerialPort m_port;
     QElapsedTimer m_clock;
     QString m_location; ///< of the open port; empty while closed
-    QByteArray m_rest;  ///< what had come before the line went away
+    QByteArray m_rest;  ///< bytes that had come before the line went away
     int m_number = 1;
     bool m_lost = false;
 };

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Why a serial port opens or not, as far as an ordinary user can see it.
+// Finds out why a serial port does not open, with the means of an ordinary user.
 #include "platform/ports/mscomm.h"
 #include "platform/ports/serialports.h"
 
@@ -17,7 +17,7 @@ namespace sixtrace {
 
 namespace {
 
-/// The group that a device belongs to.
+/// The name of the group that a device belongs to; empty when that is unknown.
 QString groupOf(const QString& location) {
 #ifdef Q_OS_UNIX
     struct stat found {};
@@ -31,7 +31,8 @@ QString groupOf(const QString& location) {
     return {};
 }
 
-/// "NAME (process 123)" of a process that has a device open. Only this user's processes show, unless root asks.
+/// "NAME (process 123)" of a process that has a device open; empty when none is found. Only root sees the processes of
+/// other users.
 QString holderOf(const QString& location) {
     const QString device = QFileInfo(location).canonicalFilePath();
     const QDir processes(QStringLiteral("/proc"));
@@ -105,7 +106,7 @@ std::vector<PortWay> serialWays(const QString& appDir, int highest) {
         const QFileInfo pin(appDir + QStringLiteral("ports/com%1").arg(number));
         way.pinned = pin.exists();
         if (way.location.isEmpty() && pin.isSymLink()) {
-            way.location = pin.symLinkTarget(); // its device is not there
+            way.location = pin.symLinkTarget(); // a link to a device that is not there
             way.pinned = true;
             way.state = PortState::Gone;
             ways.push_back(way);

@@ -8,46 +8,47 @@
 
 namespace sixtrace {
 
-/// The machine's serial ports in a stable order: USB adapters first, then built-in ports, each by name and number.
-/// Built-in ports that no hardware answers for are left out.
+/// The devices of the machine's serial ports in a stable order: USB adapters first, then built-in ports, each group by
+/// name and number. Built-in ports without hardware are left out.
 [[nodiscard]] QStringList machineSerialPorts();
 
-/// Where port `number` (1 and up) is to be found, or an empty text where there is none: "ports/comN" of the program
-/// folder (which ends in a separator), a link to any terminal device, so that a user can pin names; otherwise the n-th
-/// of the machine's ports. On Windows simply COMn.
+/// The device of port `number`, counted from 1; empty when there is none. It is the target of the link "ports/comN" in
+/// the program folder `appDir` (which ends in a separator), by which a user can pin a port to a number; without such a
+/// link the n-th of the machine's ports. On Windows it is COMn.
 [[nodiscard]] QString serialPortLocation(const QString& appDir, int number);
 
-/// What an adapter says of itself, as far as the system knows it.
+/// The names that an adapter has for itself. One that the system does not know is empty.
 struct AdapterName {
     QString maker;
     QString product;
     QString serialNumber;
 
-    /// "maker, product, serial number" without what is empty.
+    /// "maker, product, serial number", without the empty ones.
     [[nodiscard]] QString text() const;
 };
+/// The names of the adapter at a device; all empty when the system does not know the device.
 [[nodiscard]] AdapterName adapterAt(const QString& location);
 
-/// How an opening of a port ended.
+/// Whether a port opens, or why it does not.
 enum class PortState {
-    Open,   ///< it can be opened
-    Rights, ///< this user may not
-    Busy,   ///< another process has it
-    Gone,   ///< there is no such device any more
+    Open,   ///< it opens
+    Rights, ///< this user lacks the rights
+    Busy,   ///< another process has it open
+    Gone,   ///< the device of a link is not there
     Failed, ///< the system refuses it for another reason
 };
 
-/// One numbered port that the program would use.
+/// One numbered port, and whether it opens.
 struct PortWay {
     int number = 0;
-    QString location; ///< of the device
-    bool pinned = false;
+    QString location;    ///< the path of the device
+    bool pinned = false; ///< whether the user has set a link for it
     AdapterName adapter;
     PortState state = PortState::Open;
-    QString reason; ///< of a port that does not open: a group's name, a process, the system's words
+    QString reason; ///< Rights: the group that has them. Busy: the process. Otherwise the system's words
 };
 
-/// Ports 1 to `highest`, those that lead somewhere, each tried by opening it.
+/// Those of ports 1 to `highest` that have a device or a link, each tried by opening it.
 [[nodiscard]] std::vector<PortWay> serialWays(const QString& appDir, int highest);
 
 } // namespace sixtrace

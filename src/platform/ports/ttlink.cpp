@@ -36,14 +36,22 @@ QString ttLibraryFolder(const QString& appDir) {
 }
 
 TtLibrary::TtLibrary(const QString& folder)
-    : m_library(folder + QLatin1String(kLibraryFile)) {}
+    : TtLibrary([folder] { return folder; }) {}
 
-TtLibrary::~TtLibrary() = default; // the library stays in the process: it may own threads that still run
+TtLibrary::TtLibrary(std::function<QString()> folder)
+    : m_folder(std::move(folder)) {}
+
+TtLibrary::~TtLibrary() = default; // the library stays loaded: it may have threads that still run
+
+QString TtLibrary::fileName() const {
+    return m_folder() + QLatin1String(kLibraryFile);
+}
 
 bool TtLibrary::load() {
     if (m_get != nullptr) {
         return true;
     }
+    m_library.setFileName(fileName());
     if (!m_library.load()) {
         return false;
     }
@@ -71,26 +79,26 @@ void TtLibrary::closeTt(std::int32_t mode) {
     }
 }
 
-// The number behind the third argument is the library's affair: a call is judged by its result alone.
+// The library also stores its result at the third argument. Only the result itself counts here.
 
 std::int32_t TtLibrary::WriteThread(const char* bytes, std::int32_t count) {
     std::int32_t done = 0;
-    return load() ? m_write(bytes, count, &done) : -1;
+    return load() ? m_write(bytes, count, &done) : 0;
 }
 
 std::int32_t TtLibrary::ReadThread(char* buffer, std::int32_t count) {
     std::int32_t done = 0;
-    return load() ? m_read(buffer, count, &done) : -1;
+    return load() ? m_read(buffer, count, &done) : 0;
 }
 
 std::int32_t TtLibrary::senddatatoTt(const char* bytes, std::int32_t count) {
     std::int32_t done = 0;
-    return load() ? m_send(bytes, count, &done) : -1;
+    return load() ? m_send(bytes, count, &done) : 0;
 }
 
 std::int32_t TtLibrary::getTtData(char* buffer, std::int32_t count) {
     std::int32_t done = 0;
-    return load() ? m_get(buffer, count, &done) : -1;
+    return load() ? m_get(buffer, count, &done) : 0;
 }
 
 bool TtLibrary::hasMore() {

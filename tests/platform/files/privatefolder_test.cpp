@@ -56,6 +56,35 @@ TEST_F(PrivateFolderOfTheUser, AFileInItsPlaceLeavesTimedAcquisitionWithoutOne) 
     EXPECT_EQ(file.error().number, ErrorNumber::PathAccess);
 }
 
+TEST(PrivateFolder, IsMadeForItsOwnerAlone) {
+    const QTemporaryDir place;
+    const auto folder = privateFolderAt(place.filePath(u"own"_s));
+    ASSERT_TRUE(folder.ok());
+    EXPECT_EQ(QFileInfo(folder.value()).permissions() & QFileDevice::Permissions(0x0777),
+              QFileDevice::Permissions(QFileDevice::ReadUser | QFileDevice::WriteUser | QFileDevice::ExeUser));
+    EXPECT_TRUE(folder.value().endsWith(u'/'));
+}
+
+TEST(PrivateFolder, ALinkInItsPlaceIsRefused) {
+    const QTemporaryDir place;
+    const QTemporaryDir elsewhere;
+    ASSERT_TRUE(QFile::link(elsewhere.path(), place.filePath(u"own"_s)));
+    EXPECT_EQ(privateFolderAt(place.filePath(u"own"_s)).error().number, ErrorNumber::PathAccess);
+}
+
+TEST(PrivateFolder, APlantedLinkNamedAutoGetIsRemovedAndNotFollowed) {
+    const QTemporaryDir place;
+    const QString victim = place.filePath(u"victim"_s);
+    QFile(victim).open(QIODevice::WriteOnly);
+    const QString folder = privateFolderAt(place.filePath(u"own"_s)).value();
+    ASSERT_TRUE(QFile::link(victim, folder + u"AutoGet.bin"_s));
+    const auto file = autoGetFileIn(folder);
+    ASSERT_TRUE(file.ok());
+    EXPECT_EQ(file.value(), folder + u"AutoGet.bin"_s);
+    EXPECT_FALSE(QFileInfo(file.value()).isSymLink());
+    EXPECT_TRUE(QFileInfo::exists(victim));
+}
+
 #if defined(Q_OS_UNIX)
 /// A mask for new files, for the length of a test.
 class Mask {

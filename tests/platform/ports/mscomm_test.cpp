@@ -11,14 +11,14 @@
 
 using namespace Qt::StringLiterals;
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 ErrorNumber numberOf(const Outcome& outcome) {
     return outcome.ok() ? ErrorNumber::None : outcome.error().number;
 }
 
-/// A control whose every number means the same device.
+/// All port numbers lead to the same device.
 MSComm::Locator always(const QString& location) {
     return [location](int) { return location; };
 }
@@ -99,4 +99,4 @@ TEST(SerialPortLocation, APinnedNameLeadsToTheDeviceItself) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

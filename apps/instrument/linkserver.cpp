@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "instrument/serve.h"
+#include "instrument/linkserver.h"
 
 #include <algorithm>
 #include <csignal>
-#include <poll.h>
 
 namespace sixtrace {
 
@@ -17,8 +16,8 @@ void noteSignal(int) {
     g_ended = 1;
 }
 
-/// Milliseconds to the next thing to do, rounded up; at most a quarter of a second, so that a signal between two waits
-/// is not missed for long.
+/// Milliseconds until a link has something to do, rounded up. At most a quarter of a second, since a signal that comes
+/// just before the wait does not end it.
 int pauseFor(const std::vector<std::unique_ptr<LinkServer>>& links) {
     auto wake = ServerClock::now() + 250ms;
     for (const auto& link : links) {
@@ -44,7 +43,9 @@ void serve(const std::vector<std::unique_ptr<LinkServer>>& links, int idleSecond
         std::vector<pollfd> waiting;
         waiting.reserve(links.size());
         for (const auto& link : links) {
-            waiting.push_back(link->waitFor());
+            if (const auto events = link->waitFor()) {
+                waiting.push_back(*events);
+            }
         }
         poll(waiting.data(), waiting.size(), pauseFor(links));
         for (const auto& link : links) {
