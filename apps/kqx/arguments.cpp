@@ -159,7 +159,7 @@ OrExit<ChannelChoice> channelsOf(const Arguments& arguments) {
         if (name == kChannelNames.end()) {
             return failWith(WrongUse, "--channels takes ch1, ch2, A, B, C and D, separated by commas");
         }
-        choice.at(static_cast<std::size_t>(name - kChannelNames.begin())) = true;
+        choice[name - kChannelNames.begin()] = true;
         start = end + 1;
     }
     return choice;

@@ -4,7 +4,6 @@
 #include "capture/channels.h"
 #include "platform/text/result.h"
 
-#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -74,7 +73,7 @@ private:
 [[nodiscard]] std::optional<int> wholeNumber(std::string_view text, int least, int greatest);
 
 /// For each channel whether a command works on it.
-using ChannelChoice = std::array<bool, kChannels>;
+using ChannelChoice = PerChannel<bool>;
 
 /// The channels of the option --channels; all channels when it is not given.
 [[nodiscard]] OrExit<ChannelChoice> channelsOf(const Arguments& arguments);

@@ -114,7 +114,7 @@ void write(const Task& task, const Tasks& tasks, const TableWishes& wishes, Answ
     TableExport table{cells, GetLanString(*model, QStringLiteral("frmData"), QStringLiteral("Label1"), kUnitCaption)};
     table.ticked.fill(false);
     for (const int col : wishes.columns) {
-        table.ticked.at(static_cast<std::size_t>(col)) = true;
+        table.ticked[col] = true;
     }
     table.order = wishes.columns;
     if (wishes.time || wishes.volts) {

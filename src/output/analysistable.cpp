@@ -24,7 +24,7 @@ bool isThere(const ChannelRecord& channel) {
 }
 
 const ChannelRecord& channelAt(const CaptureRecord& record, int col) {
-    return record.channels.at(static_cast<std::size_t>(TableCells::channelOfColumn(col)));
+    return record.channels.at(TableCells::channelOfColumn(col));
 }
 
 /// The longest channel of the columns when all of them have the same sample interval; null when their intervals differ,
@@ -83,7 +83,7 @@ std::string headOf(const Column& column, const TableCells& cells) {
     if (column.kind == Column::Kind::Time && column.cells == 0) {
         return "time_s";
     }
-    const std::string label(kChannelNames.at(static_cast<std::size_t>(TableCells::channelOfColumn(column.cells))));
+    const std::string label(kChannelNames.at(TableCells::channelOfColumn(column.cells)));
     return column.kind == Column::Kind::Time ? "time_" + label + "_s" : label + "_v";
 }
 

@@ -69,7 +69,7 @@ void frmPrintSetup::makeControls() {
         QLineEdit* field = addField("", at, Qt::AlignRight);
         field->setObjectName(elementName("txtMargin", place + 1));
         label->setBuddy(field);
-        m_txtMargin.at(static_cast<std::size_t>(place++)) = field;
+        m_txtMargin[place++] = field;
     }
     const std::array options{QStringLiteral("每次改变显示比例时都重新绘图"),
                              QStringLiteral("不重新绘图，但是重新设定原始图片的比例")};

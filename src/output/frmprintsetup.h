@@ -40,8 +40,8 @@ private:
     MdlPrinter& m_settings;
     PreviewScale& m_preview;
     Dialogs& m_dialogs;
-    std::array<QLineEdit*, 4> m_txtMargin{}; ///< elements 1 to 4: top, bottom, left, right
-    std::array<QRadioButton*, 2> m_optRePrint{};
+    NumberedArray<QLineEdit*, 4> m_txtMargin{}; ///< elements 1 to 4: top, bottom, left, right
+    NumberedArray<QRadioButton*, 2> m_optRePrint{};
     QLineEdit* m_txtZoom = nullptr;
 };
 

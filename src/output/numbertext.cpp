@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "output/numbertext.h"
 
+#include "capture/channels.h"
 #include "platform/text/numbers.h"
 
 #include <algorithm>
@@ -18,7 +19,7 @@ constexpr std::uint32_t kTenToDigits = 10'000'000;
 constexpr int kExactTens = 22; ///< 10^22 is the largest power of ten that a 64-bit real holds exactly
 
 constexpr auto kTens = [] {
-    std::array<double, kExactTens + 1> tens{};
+    NumberedArray<double, kExactTens + 1> tens{};
     double ten = 1;
     for (double& entry : tens) {
         entry = ten;
@@ -26,11 +27,6 @@ constexpr auto kTens = [] {
     }
     return tens;
 }();
-
-/// 10 to a power from 0 to kExactTens.
-double tenTo(int power) {
-    return kTens[static_cast<std::size_t>(power)];
-}
 
 constexpr auto kPairs = [] {
     std::array<char, 200> pairs{};
@@ -75,7 +71,7 @@ int decimalExponent(double magnitude) {
 
 /// The whole number nearest to magnitude x 10^scale, halves to the even one, decided on the exact product.
 std::uint32_t scaledAndRounded(double magnitude, int scale) {
-    const double ten = tenTo(std::abs(scale));
+    const double ten = kTens[std::abs(scale)];
     const double product = scale < 0 ? magnitude / ten : magnitude * ten;
     auto whole = static_cast<std::uint32_t>(product);
     const double rest = product - whole;
@@ -161,7 +157,7 @@ CellText numberText(float value) {
         return slowText(value);
     }
     std::uint32_t digits = 0;
-    if (magnitude * tenTo(std::max(scale, 0)) >= kTenToDigits * tenTo(std::max(-scale, 0))) {
+    if (magnitude * kTens[std::max(scale, 0)] >= kTenToDigits * kTens[std::max(-scale, 0)]) {
         ++exponent;
         --scale;
         if (scale < -kExactTens) {

@@ -6,7 +6,6 @@
 
 #include <QString>
 
-#include <array>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,8 +37,8 @@ public:
     /// Sets the count of rows, at most kMostRows, and empties all cells but the head.
     void setRows(int rows);
 
-    void setHead(int col, std::string text) { m_heads.at(unsignedOf(col)) = std::move(text); }
-    [[nodiscard]] const std::string& head(int col) const { return m_heads.at(unsignedOf(col)); }
+    void setHead(int col, std::string text) { m_heads.at(col) = std::move(text); }
+    [[nodiscard]] const std::string& head(int col) const { return m_heads.at(col); }
 
     /// Sets a cell of the rows 1 and up; a cell outside the table is left out.
     void setCell(int row, int col, const CellText& text) {
@@ -57,14 +56,13 @@ public:
     [[nodiscard]] QChar decimalMark() const { return m_decimalMark; }
 
 private:
-    [[nodiscard]] static constexpr std::size_t unsignedOf(int number) { return static_cast<std::size_t>(number); }
     [[nodiscard]] static constexpr std::size_t index(int row, int col) {
-        return unsignedOf(sampleOfRow(row) * kCols + col);
+        return static_cast<std::size_t>(sampleOfRow(row) * kCols + col);
     }
 
     QChar m_decimalMark;
     int m_rows = kDesignRows;
-    std::array<std::string, kCols> m_heads;
+    NumberedArray<std::string, kCols> m_heads;
     std::vector<CellText> m_cells; ///< rows 1 and up; empty before the first setRows()
 };
 

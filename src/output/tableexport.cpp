@@ -21,12 +21,10 @@ std::vector<int> tickedColumns(const TableExport& table) {
         return table.order;
     }
     std::vector<int> columns;
-    int col = 0;
-    for (const bool ticked : table.ticked) {
-        if (ticked) {
+    for (int col = 0; col < TableCells::kCols; ++col) {
+        if (table.ticked[col]) {
             columns.push_back(col);
         }
-        ++col;
     }
     return columns;
 }

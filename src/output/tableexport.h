@@ -7,7 +7,6 @@
 #include <QByteArray>
 #include <QString>
 
-#include <array>
 #include <vector>
 
 namespace sixtrace {
@@ -19,7 +18,7 @@ inline const QString kUnitCaption = QStringLiteral("单位：（mV）");
 struct TableExport {
     const TableCells& cells;
     QString unit;
-    std::array<bool, TableCells::kCols> ticked{true, true, true, true, true, true, true};
+    NumberedArray<bool, TableCells::kCols> ticked{true, true, true, true, true, true, true};
     /// The ticked columns in their order in a text or CSV file; when it is empty, they go from left to right.
     std::vector<int> order{};
 };

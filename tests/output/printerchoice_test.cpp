@@ -62,7 +62,9 @@ TEST_F(PrinterChoice, CancelLeavesThePrinterAsItWasButTrackDefaultFalse) {
         return false;
     };
     EXPECT_TRUE(printer.TrackDefault);
-    EXPECT_FALSE(choose());
+    const Outcome chosen = choosePrinter(printer, dialog, kPrintFlags, 0);
+    ASSERT_FALSE(chosen);
+    EXPECT_EQ(chosen.error().code(), 32755);
     EXPECT_EQ(printer.properties().value(), before);
     EXPECT_FALSE(printer.TrackDefault);
     devices.standard = QStringLiteral("Lab");

@@ -40,8 +40,8 @@ Result<QString> privateFolder() {
 }
 
 Result<QString> makePrivateFolder(const QString& path) {
-    const QString behind = QFileInfo(path).canonicalFilePath();
-    const QString place = behind.isEmpty() ? QDir::cleanPath(path) : behind;
+    const QString target = QFileInfo(path).canonicalFilePath();
+    const QString place = target.isEmpty() ? QDir::cleanPath(path) : target;
     makeMissing(QFileInfo(place).path());
     return privateFolderAt(place);
 }

@@ -57,7 +57,7 @@ private:
 };
 
 /// The file that a link leads to, so that all writers take the same lock, whatever name of the file they use.
-QString behindLinks(const QString& file) {
+QString linkTarget(const QString& file) {
     const QString target = QFileInfo(file).canonicalFilePath();
     return target.isEmpty() ? file : target;
 }
@@ -98,7 +98,7 @@ QString GetIniString(const QString& section, const QString& key, const QString& 
 }
 
 Outcome writeProfile(const QString& section, const QString& key, const QString& value, const QString& path) {
-    const QString file = behindLinks(path);
+    const QString file = linkTarget(path);
     // A key that has the value already needs no write and no lock: the program sets the language at every start. The
     // file is only replaced as a whole, so this reading without the lock sees one consistent content.
     if (const auto change = changeOf(file, section, key, value); change && change->isNeedless()) {

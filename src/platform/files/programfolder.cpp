@@ -18,7 +18,7 @@ QString ownFolder() {
 }
 
 /// A folder of an install for all users. The build gives its path relative to the folder of the programs.
-QString beside(const QString& executables, const char* path) {
+QString installFolder(const QString& executables, const char* path) {
     return QDir::cleanPath(executables + QLatin1Char('/') + QString::fromUtf8(path));
 }
 
@@ -34,7 +34,7 @@ QString programFolder() {
 }
 
 QString programFolderOf(const QString& executables) {
-    const QString installed = beside(executables, SIXTRACE_SHARED_FROM_PROGRAMS);
+    const QString installed = installFolder(executables, SIXTRACE_SHARED_FROM_PROGRAMS);
     const bool forAll = QFileInfo(installed).isDir();
     if (!forAll && QFileInfo(executables).isWritable()) {
         return withSeparator(QDir::toNativeSeparators(executables));
@@ -45,7 +45,7 @@ QString programFolderOf(const QString& executables) {
     static_cast<void>(makePrivateFolder(own));
     if (forAll) {
         furnishProgramFolder(own, installed);
-        furnishProgramFolder(own, beside(executables, SIXTRACE_LIBRARY_FROM_PROGRAMS));
+        furnishProgramFolder(own, installFolder(executables, SIXTRACE_LIBRARY_FROM_PROGRAMS));
     } else {
         furnishProgramFolder(own, executables);
     }

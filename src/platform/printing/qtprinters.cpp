@@ -3,20 +3,13 @@
 
 #include "platform/files/wholefile.h"
 #include "platform/files/workshop.h"
+#include "platform/printing/printbox.h"
 
-#include <QComboBox>
-#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QLibrary>
-#include <QLineEdit>
-#include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QShowEvent>
-#include <QUuid>
 #include <QWidget>
 
 #include <cmath>
@@ -146,82 +139,6 @@ QMarginsF unreachable(const QPageLayout& layout) {
     return {upright.bottom(), upright.left(), upright.top(), upright.right()};
 }
 
-/// The toolkit's print dialog. It sets some of its controls when it is shown; this class then sets them to the
-/// program's values. On a desktop with a dialog of its own these controls do not exist.
-class PrintBox : public QPrintDialog {
-public:
-    /// Keeps the settings of sides and colours from `set`, which the dialog loses when it is made.
-    PrintBox(QPrinter& printer, QWidget* owner, const PrinterProperties& set, bool isSetup)
-        : QPrintDialog(&printer, owner)
-        , m_isSetup(isSetup)
-        , m_duplex(set.Duplex)
-        , m_colorMode(set.ColorMode) {}
-
-    /// The chosen colour mode: 1 black and white, 2 colour. The dialog does not always hand it to its printer.
-    [[nodiscard]] int colorMode() const {
-        const auto* grey = findChild<QRadioButton*>(QStringLiteral("grayscale"));
-        const bool isGrey = grey != nullptr ? grey->isChecked() : printer()->colorMode() == QPrinter::GrayScale;
-        return isGrey ? 1 : 2;
-    }
-
-protected:
-    void showEvent(QShowEvent* event) override {
-        QPrintDialog::showEvent(event);
-        if (event->spontaneous()) {
-            return;
-        }
-        if (auto* list = findChild<QComboBox*>(QStringLiteral("printers")); list != nullptr && list->count() > 0) {
-            list->setItemText(list->count() - 1, QtPrinters::pdfDevice());
-        }
-        showSet();
-        if (m_isSetup) {
-            makeSetup();
-        }
-    }
-
-private:
-    /// Shows the settings of the user. The dialog itself shows those that the device has by default.
-    void showSet() {
-        const char* const sides = m_duplex == 2 ? "duplexLong" : m_duplex == 3 ? "duplexShort" : "noDuplex";
-        const char* const colours = m_colorMode == 1 ? "grayscale" : "color";
-        for (const char* name : {sides, colours}) {
-            auto* choice = findChild<QRadioButton*>(QLatin1String(name));
-            if (choice != nullptr && choice->isEnabled()) {
-                choice->click();
-            }
-        }
-    }
-    /// Changes the dialog into one that only sets the printer: without a range of pages and a file name, and with a
-    /// button that does not say "Print".
-    void makeSetup() {
-        for (const char* name : {"gbPrintRange", "lOutput", "filename", "fileBrowser"}) {
-            if (auto* part = findChild<QWidget*>(QLatin1String(name))) {
-                part->hide();
-            }
-        }
-        if (auto* file = findChild<QLineEdit*>(QStringLiteral("filename"))) {
-            // The dialog asks before it overwrites the file of this field, although nothing will be written.
-            file->setText(QDir::temp().filePath(QUuid::createUuid().toString(QUuid::WithoutBraces) + u".pdf"));
-        }
-        const auto* strip = findChild<QDialogButtonBox*>();
-        if (strip == nullptr) {
-            return;
-        }
-        const QDialogButtonBox own(QDialogButtonBox::Ok);
-        for (QAbstractButton* button : strip->buttons()) {
-            if (strip->buttonRole(button) == QDialogButtonBox::AcceptRole) {
-                button->setText(own.button(QDialogButtonBox::Ok)->text());
-            } else if (strip->buttonRole(button) == QDialogButtonBox::ResetRole) {
-                button->click(); // unfolds copies, sides and colours, which this dialog is for
-            }
-        }
-    }
-
-    bool m_isSetup;
-    int m_duplex;
-    int m_colorMode;
-};
-
 } // namespace
 
 QString QtPrinters::pdfDevice() {
@@ -314,7 +231,8 @@ bool QtPrinters::ShowPrinter(PrinterDialog& dialog, quintptr windowHandle) {
         printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
     }
     const bool isSetup = (dialog.Flags & PrinterDialog::kPrintSetup) != 0;
-    PrintBox box(*printer, QWidget::find(windowHandle), properties, isSetup);
+    PrintBox box(*printer, QWidget::find(windowHandle), properties,
+                 isSetup ? PrintBox::Purpose::Setup : PrintBox::Purpose::Print);
     if (isSetup && !dialog.Title.isEmpty()) {
         box.setWindowTitle(dialog.Title);
     }
