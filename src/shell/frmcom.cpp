@@ -4,11 +4,12 @@
 #include "capture/capturefile.h"
 #include "capture/channellist.h"
 #include "output/bitmapsave.h"
-#include "output/datatable.h"
+#include "output/frmdata.h"
 #include "output/printing.h"
 #include "output/printresult.h"
 #include "platform/controls/labels.h"
 #include "platform/controls/listcombo.h"
+#include "platform/controls/look.h"
 #include "platform/controls/picturebox.h"
 #include "platform/controls/toolbar.h"
 #include "shell/everydayways.h"
@@ -32,7 +33,6 @@ namespace sixtrace {
 
 namespace {
 
-constexpr int kMenuBarHeight = 26;
 constexpr int kStopButton = 14;
 
 struct ToolCommand {
@@ -120,9 +120,9 @@ void FrmCom::makeCommands() {
                                        &action(QStringLiteral("mnuthree")), &action(QStringLiteral("mnufive"))},
                          .lastTransfer = c.Label4},
                         m_surroundings.dialogs, *this, m_surroundings.acquisition, this);
-    m_printing = new Printing(m_model,
-                              {m_surroundings.dialogs, m_surroundings.printers, [this] { return pageInputs(m_state); },
-                               [this] { return action(QStringLiteral("mnuPrintSet")).iconText(); }},
+    m_printing = new Printing(m_model, m_surroundings.dialogs, m_surroundings.printers,
+                              {.inputs = [this] { return pageInputs(m_state); },
+                               .setupTitle = [this] { return action(QStringLiteral("mnuPrintSet")).iconText(); }},
                               *this);
     m_bitmapSave = new BitmapSave({c.Picture3, c.Picture2}, m_surroundings.dialogs, this);
 }

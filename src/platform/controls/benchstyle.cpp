@@ -14,7 +14,6 @@ namespace sixtrace {
 namespace {
 
 constexpr int kMenuBarItemMargin = 12; ///< on either side of a title of the menu bar
-constexpr int kMenuBarHeight = 26;
 
 /// The ground of the menu bar, with the line at its foot.
 void fillMenuBar(QPainter& painter, const QRect& rect) {

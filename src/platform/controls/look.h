@@ -45,6 +45,8 @@ inline constexpr QRgb kArrowBox = 0xFFFBFBFC;
 inline constexpr int kTextPixels = 13;
 inline constexpr int kSmallTextPixels = 12;
 inline constexpr int kSmallestReadoutPixels = 9;
+/// Height of a menu bar, pixels.
+inline constexpr int kMenuBarHeight = 26;
 
 /// The interface's family at a pixel size. One family serves both languages, so that a switch moves nothing.
 [[nodiscard]] QFont interfaceFont(int pixels = kTextPixels);
