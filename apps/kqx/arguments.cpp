@@ -11,7 +11,8 @@ namespace {
 
 constexpr std::size_t kWidth = 79;
 
-/// Appends `text`, broken at blanks, every line but the first behind `indent` blanks; the first begins at `column`.
+/// Appends `text` in lines that are broken at blanks. The first line begins at `column`, the others after `indent`
+/// blanks.
 void appendWrapped(std::string& out, std::string_view text, std::size_t indent, std::size_t column) {
     while (!text.empty()) {
         const std::size_t end = std::min(text.find(' '), text.size());
@@ -36,19 +37,19 @@ const Option* optionNamed(const Usage& usage, std::string_view name) {
     return option == usage.options.end() ? nullptr : &*option;
 }
 
-int wrong(std::string_view sentence, std::string_view about, const char* rest = "") {
+ExitCode wrong(std::string_view sentence, std::string_view about, const char* rest = "") {
     return failWith(WrongUse, std::string(sentence) + std::string(about) + rest);
 }
 
 } // namespace
 
-int failWith(ExitCode code, std::string_view text) {
+ExitCode failWith(ExitCode code, std::string_view text) {
     const std::string line = "kqx: " + std::string(text) + '\n';
     std::fwrite(line.data(), 1, line.size(), stderr);
     return code;
 }
 
-int afterPrinting(int code) {
+ExitCode afterPrinting(ExitCode code) {
     if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
         return failWith(Failed, "the output cannot be written");
     }
@@ -79,7 +80,7 @@ std::string helpText(const Usage& usage) {
     return text;
 }
 
-std::optional<int> Arguments::parse(const Usage& usage, const std::vector<std::string>& arguments) {
+std::optional<ExitCode> Arguments::parse(const Usage& usage, const std::vector<std::string>& arguments) {
     bool help = false;
     bool optionsEnded = false;
     for (auto it = arguments.begin(); it != arguments.end(); ++it) {
@@ -142,6 +143,26 @@ std::optional<int> wholeNumber(std::string_view text, int least, int greatest) {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     const bool whole = error == std::errc() && end == text.data() + text.size() && !text.empty();
     return whole && number >= least && number <= greatest ? std::optional(number) : std::nullopt;
+}
+
+OrExit<ChannelChoice> channelsOf(const Arguments& arguments) {
+    ChannelChoice choice{};
+    if (!arguments.has("channels")) {
+        choice.fill(true);
+        return choice;
+    }
+    const std::string list = arguments.value("channels") + ',';
+    for (std::size_t start = 0; start < list.size();) {
+        const std::size_t end = list.find(',', start);
+        const auto* const name =
+            std::find(kChannelNames.begin(), kChannelNames.end(), std::string_view(list).substr(start, end - start));
+        if (name == kChannelNames.end()) {
+            return failWith(WrongUse, "--channels takes ch1, ch2, A, B, C and D, separated by commas");
+        }
+        choice[name - kChannelNames.begin()] = true;
+        start = end + 1;
+    }
+    return choice;
 }
 
 } // namespace sixtrace::kqx

@@ -29,7 +29,7 @@ void appendKey(std::string& out, std::string_view name, T value) {
 
 void appendChannelJson(std::string& out, std::size_t index, const ChannelRecord& channel) {
     out += "{\"index\":";
-    appendInteger(out, static_cast<std::int64_t>(index));
+    out += std::to_string(index);
     out += ",\"label\":\"";
     out += recordLabel(index);
     out += '"';
@@ -69,7 +69,7 @@ std::string generalNumber(float value) {
     return generalNumber(static_cast<double>(value), 7);
 }
 
-/// Tags of the 20 family: W01, W11 and V10.
+/// Whether the form is W01, W11 or V10, whose time bases are 20 nS, 200 nS and so on.
 bool isOf20(int fileKind) {
     return fileKind == 3 || fileKind == 5 || fileKind == 6;
 }
@@ -100,6 +100,15 @@ void appendLine(std::string& out, std::string_view name, const std::string& valu
 }
 
 } // namespace
+
+void CaptureReader::read(const std::string& name, Answer& answer) {
+    readRecord(name, file, record);
+    for (const RecordFault& fault : record.faults) {
+        // A fault at the first byte concerns the file as a whole, so that its place says nothing.
+        const std::string place = fault.offset > 0 ? "at byte " + std::to_string(fault.offset) + ": " : std::string();
+        answer.fail(validUtf8(name) + ": " + place + fault.text);
+    }
+}
 
 void appendFaults(std::string& out, const CaptureRecord& record) {
     out += ",\"faults\":[";
@@ -166,7 +175,7 @@ void appendInfoText(std::string& out, const CaptureRecord& record) {
             continue;
         }
         const double factor = probeFactorOf(channel);
-        const double peak = factor * channel.PeakToPeak * static_cast<double>(channel.VoltPerCount);
+        const double peak = factor * channel.PeakToPeak * double{channel.VoltPerCount};
         out += '\n';
         out += recordLabel(c);
         out += '\n';
@@ -187,16 +196,6 @@ void appendInfoText(std::string& out, const CaptureRecord& record) {
         appendLine(out, "per count", generalNumber(channel.VoltPerCount) + " mV");
         appendLine(out, "peak to peak", generalNumber(static_cast<float>(peak)) + " mV");
     }
-}
-
-std::string faultLines(std::string_view file, const CaptureRecord& record) {
-    std::string lines;
-    for (const RecordFault& fault : record.faults) {
-        // At its first byte nothing is wrong but the file itself, which needs no place.
-        const std::string place = fault.offset > 0 ? "at byte " + std::to_string(fault.offset) + ": " : std::string();
-        lines += "kqx: " + validUtf8(file) + ": " + place + fault.text + '\n';
-    }
-    return lines;
 }
 
 } // namespace sixtrace::kqx

@@ -7,8 +7,8 @@
 
 #include "capture/capturefile.h"
 #include "capture/publicm.h"
-#include "platform/files/bytefile.h"
 
+#include <QByteArray>
 #include <QCommandLineParser>
 #include <QString>
 #include <QStringList>
@@ -20,38 +20,34 @@
 
 namespace sixtrace::kqx {
 
-/// A sentence on standard error, and the code to end with.
-int fail(ExitCode code, const QString& text);
+/// The same as failWith().
+ExitCode fail(ExitCode code, const QString& text);
 
 /// A model with default settings.
 [[nodiscard]] std::unique_ptr<publicM> defaultModel();
 
-/// The folder that kqx lies in.
+/// The folder of the kqx that was called.
 [[nodiscard]] QString kqxFolder();
-/// The program folder of the kqx that was called.
+/// Its program folder, with a separator at its end.
 [[nodiscard]] QString kqxProgramFolder();
 
-/// A capture file, and what it says.
-struct OpenedFile {
-    ByteFile file;
-    CaptureRecord record;
-};
+/// Reads a capture with `reader`, and loads it into the model and the screen's state as the program does. False when
+/// there is nothing to work on; the answer then says why.
+[[nodiscard]] bool openCapture(const std::string& file, const Scope& scope, CaptureReader& reader, Answer& answer);
 
-/// Opens a capture as the program does, and reads its record; the answer takes the faults. Whether there is a capture
-/// to work on.
-[[nodiscard]] bool openCapture(const std::string& file, const Scope& scope, OpenedFile& opened, Answer& answer);
+/// Delivers the bytes of a desktop library.
+void deliver(const Task& task, const QByteArray& content, Existing existing, Answer& answer);
 
-/// Parses the arguments behind a subcommand. Nothing when the command goes on, else the code to end with: help was
-/// asked for and given, or the arguments are wrong.
-std::optional<int> parse(QCommandLineParser& parser, const QString& command, const QStringList& arguments,
-                         const QStringList& positional);
+/// Reads the arguments of a command into the parser, in the way of Arguments::parse().
+[[nodiscard]] std::optional<ExitCode> parse(QCommandLineParser& parser, const QString& command,
+                                            const QStringList& arguments, const QStringList& positional);
 
-/// The subcommands. `arguments` begin behind the subcommand's name.
-int fetch(const QStringList& arguments);
-int open(const std::vector<std::string>& arguments);
-int page(const std::vector<std::string>& arguments);
-int ports(const QStringList& arguments);
-int screen(const std::vector<std::string>& arguments);
-int table(const std::vector<std::string>& arguments);
+// The commands. `arguments` are those that follow the command's name.
+[[nodiscard]] ExitCode fetch(const QStringList& arguments);
+[[nodiscard]] ExitCode open(const std::vector<std::string>& arguments);
+[[nodiscard]] ExitCode page(const std::vector<std::string>& arguments);
+[[nodiscard]] ExitCode ports(const QStringList& arguments);
+[[nodiscard]] ExitCode screen(const std::vector<std::string>& arguments);
+[[nodiscard]] ExitCode table(const std::vector<std::string>& arguments);
 
 } // namespace sixtrace::kqx

@@ -2,12 +2,10 @@
 // kqx convert: the samples of captures in files that other programs read.
 #include "batch.h"
 #include "captureinfo.h"
-#include "channelchoice.h"
 #include "datacommands.h"
 #include "jsontext.h"
 
 #include "output/samplefiles.h"
-#include "platform/files/bytefile.h"
 
 #include <cstdlib>
 #include <memory>
@@ -31,13 +29,7 @@ const Usage& usage() {
     return made;
 }
 
-/// What one job keeps between files.
-struct Reader {
-    ByteFile file;
-    CaptureRecord record;
-};
-
-/// The file of these samples; nothing where it cannot be made, which the answer says then.
+/// The content of the file for a capture; nothing when it cannot be made, and the answer then says why.
 std::optional<std::string> converted(const std::string& name, const CaptureRecord& record, const ChannelChoice& choice,
                                      const std::string& extension, Answer& answer) {
     std::vector<SampleColumn> columns;
@@ -57,19 +49,20 @@ std::optional<std::string> converted(const std::string& name, const CaptureRecor
         made = samplesNpz(columns, info);
     } else {
         if (const auto refusal = sessionRefusal(columns)) {
-            answer.complain(validUtf8(name) + ": " + *refusal);
+            answer.fail(validUtf8(name) + ": " + *refusal);
             return std::nullopt;
         }
         made = samplesSession(columns);
     }
     if (!made) {
-        answer.complain(validUtf8(name) + ": the archive could not be made");
+        answer.fail(validUtf8(name) + ": the archive could not be made");
     }
     return made;
 }
 
-/// Lets the process keep what each file would otherwise ask the system for again: memory, of which each page would be
-/// cleared anew, and the time zone, whose file the zip library looks at twice for each array. No time is told in one.
+/// Saves work that would otherwise be repeated for each file. Freed memory stays with the process, since the system
+/// clears each page that it hands out again. The time zone is set to UTC, since the zip library looks at the file of
+/// any other zone twice for each array; the archives hold no times.
 void keepMemoryAndZone() {
     ::setenv("TZ", "UTC0", 1);
 #if defined(__GLIBC__)
@@ -81,40 +74,34 @@ void keepMemoryAndZone() {
 
 } // namespace
 
-int convert(const std::vector<std::string>& arguments) {
+ExitCode convert(const std::vector<std::string>& arguments) {
     Arguments given;
     if (const auto code = given.parse(usage(), arguments)) {
         return *code;
     }
     const auto choice = channelsOf(given);
     if (!choice) {
-        return WrongUse;
+        return choice.error();
     }
-    auto tasks = filesToWrite(usage(), given, {"csv", "npz", "sr"});
+    const auto tasks = filesToWrite(usage(), given, {"csv", "npz", "sr"});
     if (!tasks) {
-        return tasks.code();
+        return tasks.error();
     }
-    auto jobs = jobsOf(given);
+    const auto jobs = jobsOf(given);
     if (!jobs) {
-        return jobs.code();
+        return jobs.error();
     }
     keepMemoryAndZone();
-    return runBatch(tasks->tasks.size(), *jobs, [&]() -> Work {
-        return [&, reader = std::make_shared<Reader>()](std::size_t i, Answer& answer) {
-            const Task& task = tasks->tasks[i];
-            readRecord(task.file, reader->file, reader->record);
-            if (!reader->record.faults.empty()) {
-                answer.err += faultLines(task.file, reader->record);
-                answer.code = Failed;
-            }
+    const Tasks& all = tasks.value();
+    return runBatch(all.tasks.size(), jobs.value(), [&]() -> Work {
+        return [&, reader = std::make_shared<CaptureReader>()](std::size_t i, Answer& answer) {
+            const Task& task = all.tasks[i];
+            reader->read(task.file, answer);
             if (!reader->record.isCapture()) {
                 return;
             }
-            const auto content = converted(task.file, reader->record, *choice, tasks->extension, answer);
-            if (content) {
-                deliver(task, *content, tasks->keepExisting, answer);
-            } else {
-                answer.code = Failed;
+            if (const auto content = converted(task.file, reader->record, choice.value(), all.extension, answer)) {
+                deliver(task, *content, all.existing, answer);
             }
         };
     });

@@ -8,9 +8,9 @@
 
 namespace sixtrace::kqx {
 
-// The commands that need neither desktop nor pictures. `arguments` begin behind the command's name.
-[[nodiscard]] int info(const std::vector<std::string>& arguments);
-[[nodiscard]] int measure(const std::vector<std::string>& arguments);
-[[nodiscard]] int convert(const std::vector<std::string>& arguments);
+// The commands that need no library of the desktop. `arguments` are those that follow the command's name.
+[[nodiscard]] ExitCode info(const std::vector<std::string>& arguments);
+[[nodiscard]] ExitCode measure(const std::vector<std::string>& arguments);
+[[nodiscard]] ExitCode convert(const std::vector<std::string>& arguments);
 
 } // namespace sixtrace::kqx

@@ -3,7 +3,7 @@
 #include "commands.h"
 
 #include "capture/settings.h"
-#include "platform/files/bytefile.h"
+#include "platform/files/descriptor.h"
 #include "platform/files/programfolder.h"
 
 #include <QFile>
@@ -17,7 +17,6 @@
 #include <fcntl.h>
 #include <memory>
 #include <string_view>
-#include <unistd.h>
 
 namespace sixtrace::kqx {
 
@@ -27,13 +26,13 @@ enum class Writes { Text, Pages };
 
 struct Command {
     std::string_view name;
-    int (*run)(const std::vector<std::string>& arguments);
+    ExitCode (*run)(const std::vector<std::string>& arguments);
     Writes writes = Writes::Text;
 };
 
-/// The commands that take no file names need no bytes.
-template<int (*run)(const QStringList&)>
-int ofTexts(const std::vector<std::string>& arguments) {
+/// Runs a command whose arguments are texts, as it takes no names of captures.
+template<ExitCode (*run)(const QStringList&)>
+ExitCode ofTexts(const std::vector<std::string>& arguments) {
     QStringList texts;
     for (const std::string& argument : arguments) {
         texts << QString::fromStdString(argument);
@@ -46,7 +45,7 @@ constexpr std::array kDesktopCommands{
     Command{"ports", ofTexts<ports>}, Command{"screen", screen}, Command{"table", table},
 };
 
-/// Letters on a page come from the fonts of a platform that needs no display.
+/// A page needs fonts. They come from a platform that needs no display.
 std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv, Writes writes) {
     if (writes == Writes::Text) {
         return std::make_unique<QCoreApplication>(argc, argv);
@@ -55,7 +54,7 @@ std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv, Writes
     return std::make_unique<QGuiApplication>(argc, argv);
 }
 
-/// Says nothing: a machine without a session or a locale is no concern of who converts a file.
+/// Drops the messages of the libraries: a missing session or locale does not matter for files.
 void keepSilent(QtMsgType, const QMessageLogContext&, const QString&) {}
 
 QString& folderOfKqx() {
@@ -63,22 +62,15 @@ QString& folderOfKqx() {
     return folder;
 }
 
-/// A file that is kept open while the desktop's libraries read it, by a name that they can spell.
-class Spelled {
+/// A path that the desktop's libraries can open, for a file name of any bytes. It is valid as long as this object.
+class ReadablePath {
 public:
-    explicit Spelled(const std::string& file) {
+    explicit ReadablePath(const std::string& file) {
         const QByteArray bytes = QByteArray::fromStdString(file);
         m_path = QFile::decodeName(bytes);
         if (QFile::encodeName(m_path) != bytes) {
-            m_descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-            m_path = QStringLiteral("/proc/self/fd/%1").arg(m_descriptor);
-        }
-    }
-    Spelled(const Spelled&) = delete;
-    Spelled& operator=(const Spelled&) = delete;
-    ~Spelled() {
-        if (m_descriptor >= 0) {
-            ::close(m_descriptor);
+            m_file = Descriptor(::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+            m_path = QStringLiteral("/proc/self/fd/%1").arg(m_file.number());
         }
     }
 
@@ -86,12 +78,12 @@ public:
 
 private:
     QString m_path;
-    int m_descriptor = -1;
+    Descriptor m_file; ///< of a name that is no text
 };
 
 } // namespace
 
-int fail(ExitCode code, const QString& text) {
+ExitCode fail(ExitCode code, const QString& text) {
     return failWith(code, text.toStdString());
 }
 
@@ -110,21 +102,21 @@ QString kqxProgramFolder() {
     return programFolderOf(kqxFolder());
 }
 
-bool openCapture(const std::string& file, const Scope& scope, OpenedFile& opened, Answer& answer) {
-    readRecord(file, opened.file, opened.record);
-    if (!opened.record.faults.empty()) {
-        answer.err += faultLines(file, opened.record);
-        answer.code = Failed;
-    }
-    if (!opened.record.isCapture()) {
+bool openCapture(const std::string& file, const Scope& scope, CaptureReader& reader, Answer& answer) {
+    reader.read(file, answer);
+    if (!reader.record.isCapture()) {
         return false;
     }
-    SimpleWav(Spelled(file).path(), scope);
+    SimpleWav(ReadablePath(file).path(), scope);
     return scope.model.FileKind != 0;
 }
 
-std::optional<int> parse(QCommandLineParser& parser, const QString& command, const QStringList& arguments,
-                         const QStringList& positional) {
+void deliver(const Task& task, const QByteArray& content, Existing existing, Answer& answer) {
+    deliver(task, std::string_view(content.constData(), static_cast<std::size_t>(content.size())), existing, answer);
+}
+
+std::optional<ExitCode> parse(QCommandLineParser& parser, const QString& command, const QStringList& arguments,
+                              const QStringList& positional) {
     parser.addHelpOption();
     for (const QString& name : positional) {
         parser.addPositionalArgument(name, QString());
@@ -146,7 +138,7 @@ std::optional<int> parse(QCommandLineParser& parser, const QString& command, con
 
 namespace {
 
-int run(int argc, char** argv) {
+ExitCode run(int argc, char** argv) {
     const std::string_view name = argc > 1 ? argv[1] : "";
     const auto command = std::find_if(kDesktopCommands.begin(), kDesktopCommands.end(),
                                       [name](const Command& entry) { return entry.name == name; });

@@ -16,43 +16,59 @@
 #include <QTextStream>
 #include <QTimer>
 
+#include <optional>
+
 namespace sixtrace::kqx {
 
 namespace {
 
-constexpr int kLongestTimeoutS = 30;
+constexpr double kShortestTimeoutS = 0.01;
+constexpr double kLongestTimeoutS = 30;
+constexpr double kLongestIntervalS = 1e6;
 
-/// A number of the table, or the path of a terminal device.
+/// The number that a text is, from `least` to `greatest`.
+std::optional<double> numberIn(const QString& text, double least, double greatest) {
+    bool isNumber = false;
+    const double number = text.toDouble(&isNumber);
+    return isNumber && number >= least && number <= greatest ? std::optional(number) : std::nullopt;
+}
+
+/// The whole number from 1 up that a text is.
+std::optional<int> countIn(const QString& text) {
+    bool isNumber = false;
+    const int number = text.toInt(&isNumber);
+    return isNumber && number >= 1 ? std::optional(number) : std::nullopt;
+}
+
+/// The device for --serial: that of a number of the port table, or a given path. Empty for a number without a port.
 QString portLocation(const QString& port) {
     bool isNumber = false;
     const int number = port.toInt(&isNumber);
     return isNumber ? serialPortLocation(kqxProgramFolder(), number) : QFileInfo(port).absoluteFilePath();
 }
 
-/// The folders that fetches receive into. A bitmap bears the name that the instrument gives it.
+/// The folders that fetches receive into. A bitmap has the name that the instrument gives it.
 WorkshopKind fetching() {
     return {QStringLiteral(".kqx-fetch"), QRegularExpression(QStringLiteral("capture\\.bin|.*bmp"))};
 }
 
-/// One fetch into a folder of its own beside the target, so that nothing half stands under a final name.
+/// Fetches into a private folder next to the target, so that no incomplete file gets the final name.
 ExitCode fetchOne(FetchLink& link, const FetchTarget& target) {
     const Workshop workshop(target.folder(), fetching());
     if (!workshop.isValid()) {
-        return static_cast<ExitCode>(fail(NotStored, QStringLiteral("%1 cannot be written").arg(target.folder())));
+        return fail(NotStored, QStringLiteral("%1 cannot be written").arg(target.folder()));
     }
     const Fetched fetched = link.fetch(workshop.path());
     if (fetched.how != Fetched::How::Whole) {
-        return static_cast<ExitCode>(
-            fail(fetched.how == Fetched::How::NoInstrument ? NoInstrument : Failed, fetched.sentence));
+        return fail(fetched.how == Fetched::How::NoInstrument ? NoInstrument : Failed, fetched.sentence);
     }
     const Result<QString> name = target.place(fetched.file, fetched.bitmap);
     if (!name) {
-        return static_cast<ExitCode>(
-            fail(NotStored, QStringLiteral("the file cannot be stored: %1").arg(name.error().description)));
+        return fail(NotStored, QStringLiteral("the file cannot be stored: %1").arg(name.error().description));
     }
     QTextStream(stdout) << QDir::toNativeSeparators(name.value()) << Qt::endl;
     if (fetched.bitmap) {
-        return static_cast<ExitCode>(fail(IsBitmap, QStringLiteral("the file is a bitmap and no capture")));
+        return fail(IsBitmap, QStringLiteral("the file is a bitmap and no capture"));
     }
     return Done;
 }
@@ -72,7 +88,7 @@ void pause(qint64 milliseconds) {
 
 } // namespace
 
-int fetch(const QStringList& arguments) {
+ExitCode fetch(const QStringList& arguments) {
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("Fetches captures from the instrument and prints the name of each file. Files appear whole or "
@@ -104,25 +120,22 @@ int fetch(const QStringList& arguments) {
     if (const auto code = parse(parser, QStringLiteral("fetch"), arguments, {})) {
         return *code;
     }
-    bool everyOk = false;
-    bool countOk = false;
-    bool timeoutOk = false;
-    const double seconds = parser.value(every).toDouble(&everyOk);
-    const int captures = parser.value(count).toInt(&countOk);
-    const double patience = parser.value(timeout).toDouble(&timeoutOk);
-    if (!everyOk || !countOk || !timeoutOk || !(seconds >= 0 && seconds <= 1e6) || captures < 1 ||
-        !(patience >= 0.01 && patience <= kLongestTimeoutS)) {
+    const auto seconds = numberIn(parser.value(every), 0, kLongestIntervalS);
+    const auto captures = countIn(parser.value(count));
+    const auto patience = numberIn(parser.value(timeout), kShortestTimeoutS, kLongestTimeoutS);
+    if (!seconds || !captures || !patience) {
         return fail(WrongUse,
                     QStringLiteral("--every takes seconds, --count a number from 1 up, --timeout 0.01 to 30 seconds"));
     }
     if (parser.isSet(serial) == parser.isSet(usb)) {
         return fail(WrongUse, QStringLiteral("give either --serial PORT or --usb"));
     }
-    const auto target = FetchTarget::of(parser.value(output), parser.isSet(force));
+    const auto target =
+        FetchTarget::of(parser.value(output), parser.isSet(force) ? Existing::Replaced : Existing::Kept);
     if (!target) {
         return fail(NotStored, target.error().description);
     }
-    if (captures > 1 && !target.value().isFolder()) {
+    if (*captures > 1 && !target.value().isFolder()) {
         return fail(WrongUse, QStringLiteral("several captures need a folder, not one file"));
     }
     const QString location = parser.isSet(serial) ? portLocation(parser.value(serial)) : QString();
@@ -132,26 +145,26 @@ int fetch(const QStringList& arguments) {
             QStringLiteral("there is no serial port %1 (kqx ports tells what there is)").arg(parser.value(serial)));
     }
     catchInterrupt();
-    const auto link = parser.isSet(serial) ? serialLink(location, static_cast<int>(patience * 1000))
+    const auto link = parser.isSet(serial) ? serialLink(location, static_cast<int>(*patience * 1000))
                                            : usbLink(ttLibraryFolder(kqxProgramFolder()));
     int fetched = 0;
     ExitCode firstFailure = Done;
     QElapsedTimer clock;
-    for (int i = 0; i < captures && !interrupted(); ++i) {
+    for (int i = 0; i < *captures && !interrupted(); ++i) {
         clock.start();
         const ExitCode code = fetchOne(*link, target.value());
         fetched += code == Done ? 1 : 0;
         firstFailure = firstFailure == Done ? code : firstFailure;
-        const auto left = static_cast<qint64>(seconds * 1000) - clock.elapsed();
-        if (i + 1 < captures && left > 0 && !interrupted()) {
+        const auto left = static_cast<qint64>(*seconds * 1000) - clock.elapsed();
+        if (i + 1 < *captures && left > 0 && !interrupted()) {
             pause(left);
         }
     }
-    if (captures > 1 && fetched < captures) {
+    if (*captures > 1 && fetched < *captures) {
         return fail(firstFailure == Done ? Failed : firstFailure,
-                    QStringLiteral("%1 of %2 captures fetched").arg(fetched).arg(captures));
+                    QStringLiteral("%1 of %2 captures fetched").arg(fetched).arg(*captures));
     }
-    return fetched == captures ? Done : firstFailure == Done ? Failed : firstFailure;
+    return fetched == *captures ? Done : firstFailure == Done ? Failed : firstFailure;
 }
 
 } // namespace sixtrace::kqx

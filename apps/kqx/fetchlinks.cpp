@@ -30,7 +30,7 @@ Fetched noInstrument(const QString& sentence) {
             .sentence = sentence + QStringLiteral(" (kqx ports tells what there is)")};
 }
 
-/// The companion judges by the report alone: what is not whole is no capture.
+/// The result for a report. A file that is not whole is no capture.
 Fetched judged(const TransferReport& report) {
     if (report.whole()) {
         return {Fetched::How::Whole, report.path, report.bitmap, {}};
@@ -41,7 +41,7 @@ Fetched judged(const TransferReport& report) {
     return {Fetched::How::BrokenOff, {}, false, sentenceOf(report, Language::English)};
 }
 
-/// A line on the terminal that is written over and over; nothing where errors go elsewhere.
+/// A line on the terminal that each text replaces. It shows nothing when standard error is no terminal.
 class ProgressLine {
 public:
     ~ProgressLine() { clear(); }
@@ -82,7 +82,7 @@ public:
         }
         const auto pass = m_gate.enter();
         m_retries = 0;
-        // With the line gone nothing can come any more, so that further tries are spared.
+        // After the line is lost nothing can come, so further tries would be useless.
         TransferReport report =
             m_receive.YModemReceive(*pass, {.path = folder + QStringLiteral("/capture.bin"),
                                             .bitmapFolder = folder + u'/',
@@ -149,7 +149,8 @@ public:
                          m_library.closeTt(0); // the next read fails
                      }
                  }});
-        // A file cut at its announced size may hold bytes that came twice: then the instrument has some left.
+        // The file is cut at its announced size. When bytes came twice, it is wrong, and the instrument has some bytes
+        // left.
         report.inOrder = !report.whole() || !m_library.hasMore();
         m_line.clear();
         close(report);
@@ -164,7 +165,7 @@ private:
     void close(const TransferReport& report) {
         if (report.end == TransferEnd::Cancelled) {
             QThread::msleep(kRecoveryMs);
-            static_cast<void>(m_library.InitializeTt(1)); // puts the link in order as far as that goes
+            static_cast<void>(m_library.InitializeTt(1)); // brings the link into a defined state as far as possible
         }
         m_library.closeTt(report.whole() ? 0 : 1);
     }

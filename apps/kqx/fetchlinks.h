@@ -9,20 +9,20 @@
 
 namespace sixtrace::kqx {
 
-/// What one fetch has brought.
+/// The result of one fetch.
 struct Fetched {
     enum class How {
-        Whole,        ///< every byte that the header announced lies in the file
+        Whole,        ///< the file holds every byte that the header announced
         BrokenOff,    ///< there is no whole file
-        NoInstrument, ///< no way to an instrument, or nobody answers there
+        NoInstrument, ///< there is no connection to an instrument, or no instrument answers
     };
     How how = How::BrokenOff;
-    QString file; ///< of a whole one
+    QString file; ///< path of a whole file
     bool bitmap = false;
-    QString sentence; ///< why there is none
+    QString sentence; ///< why there is no whole file
 };
 
-/// A way to the instrument.
+/// A connection to the instrument.
 class FetchLink {
 public:
     FetchLink() = default;
@@ -37,7 +37,7 @@ public:
 [[nodiscard]] std::unique_ptr<FetchLink> serialLink(const QString& location, int timeoutMs);
 [[nodiscard]] std::unique_ptr<FetchLink> usbLink(const QString& libraryFolder);
 
-/// From here on the first Ctrl+C is noted, the second ends the process.
+/// From now on the first Ctrl+C or SIGTERM makes interrupted() true, and the second ends the process.
 void catchInterrupt();
 [[nodiscard]] bool interrupted();
 

@@ -2,7 +2,7 @@
 #include "fetchtarget.h"
 
 #include "platform/files/filenames.h"
-#include "platform/files/placing.h"
+#include "platform/files/wholefile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -22,9 +22,9 @@ RuntimeError existsAlready(const QString& file) {
 
 } // namespace
 
-Result<FetchTarget> FetchTarget::of(const QString& output, bool overwrite) {
+Result<FetchTarget> FetchTarget::of(const QString& output, Existing existing) {
     FetchTarget target;
-    target.m_overwrite = overwrite;
+    target.m_existing = existing;
     const QFileInfo given(output.isEmpty() ? QDir::currentPath() : output);
     if (given.isDir()) {
         target.m_folder = given.canonicalFilePath();
@@ -41,7 +41,7 @@ Result<FetchTarget> FetchTarget::of(const QString& output, bool overwrite) {
     if (info.exists() && !info.isFile()) {
         return sentence(ErrorNumber::PathAccess, QStringLiteral("%1 is not an ordinary file").arg(output));
     }
-    if (info.exists() && !overwrite) {
+    if (info.exists() && existing == Existing::Kept) {
         return existsAlready(output);
     }
     target.m_folder = info.absolutePath();
@@ -57,15 +57,15 @@ Result<QString> FetchTarget::place(const QString& received, bool bitmap) const {
     const QFileInfo wanted(m_file);
     const bool renamed = bitmap && wanted.suffix() != u"bmp";
     const QString name = renamed ? m_folder + u'/' + wanted.completeBaseName() + suffix : m_file;
-    const Outcome placed = m_overwrite ? placeOver(received, name) : placeNew(received, name);
+    const Outcome placed = m_existing == Existing::Replaced ? placeOver(received, name) : placeNew(received, name);
     if (placed) {
         return name;
     }
     return placed.error().number == ErrorNumber::FileAlreadyExists ? existsAlready(name) : placed.error();
 }
 
-/// The name with the time is taken and given in one step, so that neither another fetch nor a clock that was set back
-/// makes two files share one: the minute's second file is numbered.
+/// The name with date and time is given in one step that never replaces a file. So no file is lost to another fetch,
+/// nor after the clock is set back: a further file of the same minute gets a number.
 Result<QString> FetchTarget::placeStamped(const QString& received, const QString& suffix) const {
     const QString stem = m_folder + u'/' + dateName(QDateTime::currentDateTime());
     QString name = stem + suffix;

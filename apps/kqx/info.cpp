@@ -5,8 +5,6 @@
 #include "datacommands.h"
 #include "jsontext.h"
 
-#include "platform/files/bytefile.h"
-
 #include <memory>
 
 namespace sixtrace::kqx {
@@ -21,45 +19,35 @@ const Usage& usage() {
     return made;
 }
 
-/// What one job keeps between files.
-struct Reader {
-    ByteFile file;
-    CaptureRecord record;
-};
-
 } // namespace
 
-int info(const std::vector<std::string>& arguments) {
+ExitCode info(const std::vector<std::string>& arguments) {
     Arguments given;
     if (const auto code = given.parse(usage(), arguments)) {
         return *code;
     }
     const bool json = given.has("json");
-    auto files = filesToRead(usage(), given);
+    const auto files = filesToRead(usage(), given);
     if (!files) {
-        return files.code();
+        return files.error();
     }
-    auto jobs = jobsOf(given);
+    const auto jobs = jobsOf(given);
     if (!jobs) {
-        return jobs.code();
+        return jobs.error();
     }
-    const bool titled = files->size() > 1;
-    return runBatch(files->size(), *jobs, [&]() -> Work {
-        return [&, reader = std::make_shared<Reader>()](std::size_t i, Answer& answer) {
-            const std::string& name = (*files)[i];
+    const std::vector<std::string>& names = files.value();
+    return runBatch(names.size(), jobs.value(), [&]() -> Work {
+        return [&, reader = std::make_shared<CaptureReader>()](std::size_t i, Answer& answer) {
+            const std::string& name = names[i];
             const CaptureRecord& record = reader->record;
-            readRecord(name, reader->file, reader->record);
+            reader->read(name, answer);
             if (json) {
                 appendInfoJson(answer.out, name, record);
             } else if (record.isCapture()) {
-                if (titled) {
+                if (names.size() > 1) {
                     appendTitle(answer.out, name, i);
                 }
                 appendInfoText(answer.out, record);
-            }
-            if (!record.faults.empty()) {
-                answer.err += faultLines(name, record);
-                answer.code = Failed;
             }
         };
     });

@@ -13,7 +13,8 @@ namespace sixtrace::kqx {
 namespace {
 
 constexpr std::string_view kHexDigits = "0123456789abcdef";
-/// Bytes of the UTF-8 character that `text` begins with; 0 where it begins with none.
+
+/// The number of bytes of the UTF-8 character at the start of `text`; 0 when there is none.
 std::size_t characterLength(std::string_view text) {
     const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
     const auto follows = [&](std::size_t i) { return i < text.size() && (byte(i) & 0xC0U) == 0x80; };
@@ -25,7 +26,7 @@ std::size_t characterLength(std::string_view text) {
         return follows(1) ? 2 : 0;
     }
     if (first >= 0xE0 && first < 0xF0) {
-        const bool ok = follows(1) && follows(2) && !(first == 0xE0 && byte(1) < 0xA0) && // written too long
+        const bool ok = follows(1) && follows(2) && !(first == 0xE0 && byte(1) < 0xA0) && // longer than it needs to be
                         !(first == 0xED && byte(1) >= 0xA0);                              // half of a pair
         return ok ? 3 : 0;
     }

@@ -7,19 +7,19 @@
 
 namespace sixtrace::kqx {
 
-/// Appends `text` in quotes, with the escapes of JSON. Bytes that are no UTF-8 become U+FFFD each.
+/// Appends `text` in quotes, with the escapes of JSON. Each byte that is no UTF-8 becomes U+FFFD.
 void appendJsonString(std::string& out, std::string_view text);
 void appendInteger(std::string& out, std::int64_t value);
-/// Appends a number with up to twelve significant digits; "null" where it is none.
+/// Appends a number with up to twelve significant digits; "null" for infinity and NaN.
 void appendJsonNumber(std::string& out, double value);
-/// The shortest decimal that gives the 32-bit real back; "null" where it is no number.
+/// Appends the shortest decimal number that is read back as the same 32-bit real; "null" for infinity and NaN.
 void appendJsonNumber(std::string& out, float value);
 
 [[nodiscard]] bool isUtf8(std::string_view text);
-/// `text` with U+FFFD for each byte that is no UTF-8.
+/// `text` with U+FFFD instead of each byte that is no UTF-8.
 [[nodiscard]] std::string validUtf8(std::string_view text);
 
-/// Appends `"file":...`, and `,"file_bytes":...` in hexadecimal for a name that is no UTF-8.
+/// Appends `"file":...`, and for a name that is no UTF-8 also `,"file_bytes":...` in hexadecimal digits.
 void appendJsonFile(std::string& out, std::string_view file);
 
 } // namespace sixtrace::kqx

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The command-line companion. What reads numbers out of captures is done here; a command that draws, talks to the
-// instrument or to the desktop is handed on to a program beside this one, which loads the libraries for it.
-#include "commandlist.h"
+// The command-line companion. Commands that read numbers from captures run in this program. Commands that draw, or that
+// talk to the instrument or to the desktop, run in a second program, which loads the libraries for them.
 #include "datacommands.h"
 
 #include <algorithm>
@@ -9,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <string_view>
 #include <unistd.h>
 #include <vector>
 
@@ -16,10 +16,34 @@ namespace sixtrace::kqx {
 
 namespace {
 
+/// A command, and what it is for.
+struct Command {
+    std::string_view name;
+    std::string_view summary;
+    /// Runs it; null for a command of the second program. This program starts faster without the desktop's libraries.
+    ExitCode (*run)(const std::vector<std::string>& arguments) = nullptr;
+};
+
+/// All commands in the order of their names.
+constexpr std::array kCommands{
+    Command{"convert", "write the samples of captures for other programs (.csv, .npz, .sr)", convert},
+    Command{"fetch", "fetch captures from the instrument"},
+    Command{"info", "print what capture files hold, and what is wrong with them", info},
+    Command{"measure", "measure the samples of captures in volts and seconds", measure},
+    Command{"open", "open a capture in the running program, or start it"},
+    Command{"page", "write the printed page of captures as PDF files"},
+    Command{"ports", "list the connections to an instrument, and why one does not open"},
+    Command{"screen", "write the screen of captures as PNG files"},
+    Command{"table", "write the samples of captures as text, CSV or workbook"},
+};
+
+/// The program for the other commands. It lies in the same folder, or in the library folder of an install.
+constexpr std::string_view kDesktopProgram = "kqx-desktop";
+
 std::string overview() {
     constexpr std::size_t kNameWidth = 9;
     std::string text = "Usage: kqx COMMAND ...\n\nCommands:\n";
-    for (const CommandEntry& command : kCommands) {
+    for (const Command& command : kCommands) {
         text += "  " + std::string(command.name) + std::string(kNameWidth - command.name.size(), ' ') +
                 std::string(command.summary) + '\n';
     }
@@ -36,11 +60,12 @@ std::string ownFolder() {
     return path;
 }
 
-/// Becomes the program of the desktop's commands; returns only where that is not there. It takes the place of this
-/// process, so that signals and the exit code are its own.
-int handOn(char** argv) {
+/// Replaces this process by the second program, so that signals and the exit code are that program's. It returns only
+/// when there is no such program.
+ExitCode handOn(char** argv) {
     const std::string own = ownFolder();
-    // The program is told whose folder counts: language files and the transfer library are looked for beside kqx.
+    // Language files and the transfer library are looked for in the folder of kqx, so the program is called by that
+    // name.
     std::string self = own + "kqx";
     argv[0] = self.data();
     for (const std::string& folder : {own, own + SIXTRACE_LIBRARY_FROM_PROGRAMS + '/'}) {
@@ -53,7 +78,7 @@ void print(const std::string& text) {
     std::fwrite(text.data(), 1, text.size(), stdout);
 }
 
-int run(int argc, char** argv) {
+ExitCode run(int argc, char** argv) {
     if (argc < 2) {
         return failWith(WrongUse, "no command given\n\n" + overview());
     }
@@ -66,19 +91,12 @@ int run(int argc, char** argv) {
         print("kqx " SIXTRACE_VERSION "\n");
         return Done;
     }
-    const auto command = std::find_if(kCommands.begin(), kCommands.end(),
-                                      [name](const CommandEntry& entry) { return entry.name == name; });
+    const auto command =
+        std::find_if(kCommands.begin(), kCommands.end(), [name](const Command& entry) { return entry.name == name; });
     if (command == kCommands.end()) {
         return failWith(WrongUse, "unknown command \"" + std::string(name) + "\"\n\n" + overview());
     }
-    if (command->by == DoneBy::Desktop) {
-        return handOn(argv);
-    }
-    const std::vector<std::string> arguments(argv + 2, argv + argc);
-    if (name == "info") {
-        return info(arguments);
-    }
-    return name == "measure" ? measure(arguments) : convert(arguments);
+    return command->run != nullptr ? command->run({argv + 2, argv + argc}) : handOn(argv);
 }
 
 } // namespace

@@ -2,13 +2,11 @@
 // kqx measure: figures of the samples of captures, in volts and seconds at the probe's tip.
 #include "batch.h"
 #include "captureinfo.h"
-#include "channelchoice.h"
 #include "datacommands.h"
 #include "jsontext.h"
 #include "measuretext.h"
 
 #include "capture/measure.h"
-#include "platform/files/bytefile.h"
 
 #include <memory>
 
@@ -34,13 +32,12 @@ enum class Form { Plain, Json, Csv };
 
 /// What one job keeps between files.
 struct Bench {
-    ByteFile file;
-    CaptureRecord record;
+    CaptureReader reader;
     Measuring measuring;
 };
 
 void appendJson(std::string& out, const std::string& name, Bench& bench, const ChannelChoice& choice, Sweep sweep) {
-    const CaptureRecord& record = bench.record;
+    const CaptureRecord& record = bench.reader.record;
     if (!record.isCapture()) {
         appendErrorJson(out, name, record);
         return;
@@ -66,7 +63,7 @@ void appendJson(std::string& out, const std::string& name, Bench& bench, const C
 
 } // namespace
 
-int measure(const std::vector<std::string>& arguments) {
+ExitCode measure(const std::vector<std::string>& arguments) {
     Arguments given;
     if (const auto code = given.parse(usage(), arguments)) {
         return *code;
@@ -78,40 +75,36 @@ int measure(const std::vector<std::string>& arguments) {
     const Sweep sweep = given.has("all") ? Sweep::All : Sweep::Fresh;
     const auto choice = channelsOf(given);
     if (!choice) {
-        return WrongUse;
+        return choice.error();
     }
-    auto files = filesToRead(usage(), given);
+    const auto files = filesToRead(usage(), given);
     if (!files) {
-        return files.code();
+        return files.error();
     }
-    auto jobs = jobsOf(given);
+    const auto jobs = jobsOf(given);
     if (!jobs) {
-        return jobs.code();
+        return jobs.error();
     }
-    const bool titled = files->size() > 1;
+    const std::vector<std::string>& names = files.value();
     if (form == Form::Csv) {
         const std::string head = measuresCsvHead();
         std::fwrite(head.data(), 1, head.size(), stdout);
     }
-    return runBatch(files->size(), *jobs, [&]() -> Work {
+    return runBatch(names.size(), jobs.value(), [&]() -> Work {
         return [&, bench = std::make_shared<Bench>()](std::size_t i, Answer& answer) {
-            const std::string& name = (*files)[i];
-            const CaptureRecord& record = bench->record;
-            readRecord(name, bench->file, bench->record);
-            if (!record.faults.empty()) {
-                answer.err += faultLines(name, record);
-                answer.code = Failed;
-            }
+            const std::string& name = names[i];
+            const CaptureRecord& record = bench->reader.record;
+            bench->reader.read(name, answer);
             if (form == Form::Json) {
-                appendJson(answer.out, name, *bench, *choice, sweep);
+                appendJson(answer.out, name, *bench, choice.value(), sweep);
                 return;
             }
-            if (form == Form::Plain && record.isCapture() && titled) {
+            if (form == Form::Plain && record.isCapture() && names.size() > 1) {
                 appendTitle(answer.out, name, i);
             }
             std::vector<LabelledMeasures> plain;
             for (std::size_t c = 0; c < record.channels.size(); ++c) {
-                if (!record.isCapture() || !record.channels[c].present || !(*choice)[c]) {
+                if (!record.isCapture() || !record.channels[c].present || !choice.value()[c]) {
                     continue;
                 }
                 const ChannelMeasures measures = bench->measuring.measure(record.channels[c], sweep);

@@ -20,7 +20,7 @@ Measure measureOf(std::size_t index) {
     return static_cast<Measure>(index);
 }
 
-/// A cell as RFC 4180 has it: in quotes where a comma, a quote or a line end stands in it.
+/// Appends a cell by the rules of RFC 4180: it is in quotes when it holds a comma, a quote or a line end.
 void appendCsvText(std::string& out, std::string_view text) {
     if (text.find_first_of(",\"\r\n") == std::string_view::npos) {
         out += text;
@@ -36,9 +36,9 @@ void appendCsvText(std::string& out, std::string_view text) {
     out += '"';
 }
 
-/// With so many decimals, rounded half away from zero on the decimal value.
+/// The text of a number with so many decimals; halves of the decimal value are rounded away from zero.
 std::string fixedText(double value, int decimals) {
-    // Enough digits to tell a tie from what lies beside it: a tie has one digit behind the last that is kept.
+    // So many further digits show whether the value is a half exactly.
     constexpr int kFurther = 30;
     std::array<char, 400> buffer{};
     const double magnitude = std::fabs(value);
@@ -88,7 +88,7 @@ std::string timeText(double seconds) {
     return microseconds >= 1 ? written(microseconds, {1, 3, " uS"}) : written(microseconds * 1e3, {1, 3, " nS"});
 }
 
-/// What people call a figure, without its unit.
+/// The name of a figure for people: its key without the unit.
 std::string nameOf(Measure measure) {
     std::string name(measureKey(measure));
     const std::size_t unit = name.rfind('_');

@@ -13,15 +13,15 @@ struct LabelledMeasures {
     ChannelMeasures measures;
 };
 
-/// Appends `"label":...` and all figures under their keys; null for one that does not exist.
+/// Appends `"label":...` and all figures under their keys; null for a figure that does not exist.
 void appendMeasuresJson(std::string& out, std::size_t channel, const ChannelMeasures& measures);
 
-/// "file,label,samples,..." and its line end, CR LF as all of the rows.
+/// The header line "file,label,samples,...". It ends in CR LF, like the rows.
 [[nodiscard]] std::string measuresCsvHead();
 /// Appends a row. A figure that does not exist is an empty cell.
 void appendMeasuresCsv(std::string& out, std::string_view file, std::size_t channel, const ChannelMeasures& measures);
 
-/// Appends an aligned table for people, a column a channel, in the units that the window shows.
+/// Appends an aligned table for people. Each channel is a column, and the units are those of the window.
 void appendMeasuresTable(std::string& out, const std::vector<LabelledMeasures>& channels);
 
 } // namespace sixtrace::kqx

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// kqx open: hands a capture to the running program over the session bus, or starts it. The program itself takes no
-// arguments; this is what its desktop entry runs where the desktop does not call it over the bus.
+// kqx open: hands a capture to the running program over the session bus, or starts the program. The program itself
+// takes no arguments, so its desktop entry runs this command on desktops that do not call programs over the bus.
 #include "commands.h"
 #include "jsontext.h"
 
@@ -28,14 +28,14 @@ const QString kService = QString::fromLatin1(kDesktopId);
 bool startProgram() {
     QProcess program;
     program.setProgram(kqxFolder() + QStringLiteral("/sixtrace"));
-    // Whoever reads our output must not wait for the end of the program.
+    // A process that reads the output of kqx must not have to wait for the end of the program.
     program.setStandardInputFile(QProcess::nullDevice());
     program.setStandardOutputFile(QProcess::nullDevice());
     program.setStandardErrorFile(QProcess::nullDevice());
     return program.startDetached();
 }
 
-/// Whether the program has its name on the bus: at once, by the bus starting it, or by our starting it.
+/// Whether the program is on the bus. When it does not run yet, the bus or this process starts it.
 bool onTheBus(const QDBusConnection& bus) {
     QDBusConnectionInterface& names = *bus.interface();
     if (names.isServiceRegistered(kService)) {
@@ -56,10 +56,6 @@ bool onTheBus(const QDBusConnection& bus) {
     return false;
 }
 
-} // namespace
-
-namespace {
-
 const Usage& usage() {
     static const Usage made{"open",
                             "[FILE]",
@@ -69,7 +65,7 @@ const Usage& usage() {
     return made;
 }
 
-/// The address of a local file; its name need not be text.
+/// The URL of a local file, whose name need not be text.
 QString addressOf(const std::string& file) {
     const QByteArray name = QByteArray::fromStdString(file);
     const QByteArray folder = name.startsWith('/') ? QByteArray() : QFile::encodeName(QDir::currentPath()) + '/';
@@ -78,7 +74,7 @@ QString addressOf(const std::string& file) {
 
 } // namespace
 
-int open(const std::vector<std::string>& arguments) {
+ExitCode open(const std::vector<std::string>& arguments) {
     Arguments given;
     if (const auto code = given.parse(usage(), arguments)) {
         return *code;
@@ -90,9 +86,9 @@ int open(const std::vector<std::string>& arguments) {
     if (hasFile) {
         ByteFile file;
         const std::string& name = given.positional().front();
-        if (const FileRefusal refusal = file.open(name); refusal != FileRefusal::None) {
-            return failWith(Failed, validUtf8(name) + (refusal == FileRefusal::Unreadable ? ": the file cannot be read"
-                                                                                          : ": no such file"));
+        if (const auto opened = file.open(name); !opened) {
+            const bool unreadable = opened.error() == FileRefusal::Unreadable;
+            return failWith(Failed, validUtf8(name) + (unreadable ? ": the file cannot be read" : ": no such file"));
         }
     }
     const QDBusConnection bus = QDBusConnection::sessionBus();

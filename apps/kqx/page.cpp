@@ -13,7 +13,7 @@ namespace sixtrace::kqx {
 
 namespace {
 
-/// The paper of a name, whatever its case: "A4", "Letter" ...
+/// The paper of a name in any case: "A4", "Letter" ...
 std::optional<QPageSize> paperNamed(const QString& name) {
     for (int id = 0; id <= QPageSize::LastPageSize; ++id) {
         const auto known = static_cast<QPageSize::PageSizeId>(id);
@@ -24,7 +24,8 @@ std::optional<QPageSize> paperNamed(const QString& name) {
     return std::nullopt;
 }
 
-/// Top, bottom, left and right in centimetres, checked like the fields of the page setup.
+/// Reads the top, bottom, left and right margin in centimetres, under the rules of the page setup; false for a wrong
+/// list.
 bool readMargins(const QString& list, MdlPrinter& settings) {
     const QStringList texts = list.split(u',');
     const std::array targets{&settings.PrintMarginTop, &settings.PrintMarginBottom, &settings.PrintMarginLeft,
@@ -63,39 +64,37 @@ const Usage& usage() {
     return made;
 }
 
-/// What a page looks like.
+/// What the user wants of a page.
 struct PageWishes {
     QPageSize paper;
-    bool landscape = false;
+    QPageLayout::Orientation side = QPageLayout::Portrait;
     MdlPrinter settings;
 };
 
-void compose(const Task& task, const PageWishes& wishes, bool keepExisting, Answer& answer) {
-    // The libraries that draw letters are not made for two pages at a time.
+void compose(const Task& task, const PageWishes& wishes, Existing existing, Answer& answer) {
+    // The libraries that draw text cannot draw two pages at the same time.
     static std::mutex onePage;
     const auto model = defaultModel();
     UnseenScreen view(*model);
-    OpenedFile opened;
-    if (!openCapture(task.file, view.scope(), opened, answer)) {
+    CaptureReader reader;
+    if (!openCapture(task.file, view.scope(), reader, answer)) {
         return;
     }
     MdlPrinter settings = wishes.settings;
     const std::unique_lock lock(onePage);
-    PdfPrinter printer(wishes.paper, wishes.landscape);
+    PdfPrinter printer(wishes.paper, wishes.side);
     const auto document = composePage(*model, view.state, settings, printer);
     if (!document) {
-        answer.complain(validUtf8(task.file) +
-                        ": the page could not be composed: " + document.error().description.toStdString());
-        answer.code = Failed;
+        answer.fail(validUtf8(task.file) +
+                    ": the page could not be composed: " + document.error().description.toStdString());
         return;
     }
-    const QByteArray& bytes = document.value();
-    deliver(task, {bytes.constData(), static_cast<std::size_t>(bytes.size())}, keepExisting, answer);
+    deliver(task, document.value(), existing, answer);
 }
 
 } // namespace
 
-int page(const std::vector<std::string>& arguments) {
+ExitCode page(const std::vector<std::string>& arguments) {
     Arguments given;
     if (const auto code = given.parse(usage(), arguments)) {
         return *code;
@@ -105,20 +104,21 @@ int page(const std::vector<std::string>& arguments) {
     if (!paper) {
         return failWith(WrongUse, "--paper: there is no paper size called " + name);
     }
-    PageWishes wishes{*paper, given.has("landscape"), {}};
+    PageWishes wishes{*paper, given.has("landscape") ? QPageLayout::Landscape : QPageLayout::Portrait, {}};
     if (!readMargins(QString::fromStdString(given.value("margins", "1,1,1,1")), wishes.settings)) {
         return failWith(WrongUse, "--margins takes four numbers above 0 and not above 10, separated by commas");
     }
-    auto tasks = filesToWrite(usage(), given, {"pdf"});
+    const auto tasks = filesToWrite(usage(), given, {"pdf"});
     if (!tasks) {
-        return tasks.code();
+        return tasks.error();
     }
-    auto jobs = jobsOf(given);
+    const auto jobs = jobsOf(given);
     if (!jobs) {
-        return jobs.code();
+        return jobs.error();
     }
-    return runBatch(tasks->tasks.size(), *jobs, [&]() -> Work {
-        return [&](std::size_t i, Answer& answer) { compose(tasks->tasks[i], wishes, tasks->keepExisting, answer); };
+    const Tasks& all = tasks.value();
+    return runBatch(all.tasks.size(), jobs.value(), [&]() -> Work {
+        return [&](std::size_t i, Answer& answer) { compose(all.tasks[i], wishes, all.existing, answer); };
     });
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// kqx ports: the ways to an instrument that the program would take, and why one of them does not open.
+// kqx ports: the connections to an instrument that the program can use, and why one of them does not open.
 #include "commands.h"
 
 #include "acquire/porttable.h"
@@ -24,11 +24,11 @@ struct Row {
     QString way;    ///< "1 com1", "usb 1209:0001"
     QString device; ///< path, or place on the bus
     QString adapter;
-    QString state; ///< "open", or a word for what is in the way
+    QString state; ///< "open", or a word for the reason why it does not open
     QString reason;
-    QString remedy; ///< what is to be done
+    QString remedy; ///< what the user can do
     QJsonObject json;
-    bool isWay = true; ///< false: a device on the bus that is none of ours
+    bool isWay = true; ///< false for a device on the bus that is no instrument
 };
 
 QString wordOf(PortState state) {
@@ -82,7 +82,7 @@ Row rowOf(const PortWay& way) {
     return row;
 }
 
-/// What the transfer library tells, line by line.
+/// What the transfer library reports about USB.
 struct UsbFacts {
     QString settingsFile;
     QString link;
@@ -124,7 +124,7 @@ Row socketRow(const QStringList& fields, const UsbFacts& facts) {
         row.remedy = QStringLiteral("end the program that listens there and accepts no connection");
     }
     row.json = {{QStringLiteral("kind"), QStringLiteral("socket")}};
-    // Without an instrument behind the socket the bus is taken, unless the settings forbid that.
+    // Without a simulated instrument the program uses the USB bus, unless the settings forbid that.
     row.isWay = row.state == u"open" || facts.link == u"socket";
     return row;
 }
@@ -179,7 +179,7 @@ UsbFacts usbFacts(const QString& description) {
     return facts;
 }
 
-/// A library that is not ours can only be asked to open its link.
+/// Another maker's library has no description. All that can be found out is whether it opens its link.
 UsbFacts factsOfAnother(TtLibrary& library) {
     Row row;
     row.way = QStringLiteral("usb");
@@ -229,7 +229,7 @@ void print(const std::vector<Row>& rows, const UsbFacts& facts) {
     QTextStream out(stdout);
     for (const Row& row : rows) {
         if (!row.isWay && row.state == u"absent") {
-            continue; // no instrument is simulated, which is as it should be
+            continue; // there is no simulated instrument, which is the normal case
         }
         QStringList parts{row.way, row.device, row.adapter,
                           row.state == u"other" ? QStringLiteral("not the instrument") : row.state};
@@ -249,7 +249,7 @@ void print(const std::vector<Row>& rows, const UsbFacts& facts) {
 
 } // namespace
 
-int ports(const QStringList& arguments) {
+ExitCode ports(const QStringList& arguments) {
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("Lists the connections to an instrument that the program can use, one per row: serial ports 1 "

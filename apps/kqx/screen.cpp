@@ -30,13 +30,13 @@ const Usage& usage() {
     return made;
 }
 
-/// How the screen becomes a picture.
+/// How the picture is made from the screen.
 struct PictureWishes {
     Graticule graticule = Graticule::Dotted;
     TraceStyle style = TraceStyle::Lines;
     int scale = 1;
     std::optional<int> thumbnail;
-    bool quiet = false; ///< a fault of the capture is told by the exit code alone
+    bool quiet = false; ///< faults of the capture give an exit code but no message
 };
 
 QImage scaled(const QImage& image, const PictureWishes& wishes) {
@@ -57,31 +57,30 @@ QByteArray pngOf(const QImage& image) {
     return image.save(&buffer, "PNG") ? png : QByteArray();
 }
 
-void draw(const Task& task, const PictureWishes& wishes, bool keepExisting, Answer& answer) {
+void draw(const Task& task, const PictureWishes& wishes, Existing existing, Answer& answer) {
     const auto model = defaultModel();
     OffscreenScope view(*model, wishes.graticule, wishes.style);
-    OpenedFile opened;
-    const bool isOpen = openCapture(task.file, view.scope(), opened, answer);
+    CaptureReader reader;
+    const bool isOpen = openCapture(task.file, view.scope(), reader, answer);
     if (wishes.quiet) {
         answer.err.clear();
     }
     if (!isOpen) {
         return;
     }
-    if (wishes.thumbnail && !opened.record.faults.empty()) {
+    if (wishes.thumbnail && !reader.record.faults.empty()) {
         return;
     }
     const QByteArray png = pngOf(scaled(view.Picture2.view(), wishes));
     if (png.isEmpty()) {
-        answer.complain(validUtf8(task.file) + ": the picture could not be made");
-        answer.code = Failed;
+        answer.fail(validUtf8(task.file) + ": the picture could not be made");
         return;
     }
-    deliver(task, {png.constData(), static_cast<std::size_t>(png.size())}, keepExisting, answer);
+    deliver(task, png, existing, answer);
 }
 
-/// A thumbnail goes to OUT whatever that is called.
-OrRefused<Tasks> tasksOf(const Arguments& given, const PictureWishes& wishes) {
+/// The tasks of the arguments. A thumbnail may have any name.
+OrExit<Tasks> tasksOf(const Arguments& given, const PictureWishes& wishes) {
     const bool named = wishes.thumbnail && given.positional().size() == 2 && !given.has("to") &&
                        !given.has("out-dir") && !given.has("files-from");
     if (!named) {
@@ -90,13 +89,13 @@ OrRefused<Tasks> tasksOf(const Arguments& given, const PictureWishes& wishes) {
     Tasks tasks;
     tasks.tasks.push_back({given.positional()[0], given.positional()[1]});
     tasks.extension = "png";
-    tasks.keepExisting = given.has("no-clobber");
+    tasks.existing = given.has("no-clobber") ? Existing::Kept : Existing::Replaced;
     return tasks;
 }
 
 } // namespace
 
-int screen(const std::vector<std::string>& arguments) {
+ExitCode screen(const std::vector<std::string>& arguments) {
     Arguments given;
     if (const auto code = given.parse(usage(), arguments)) {
         return *code;
@@ -116,19 +115,20 @@ int screen(const std::vector<std::string>& arguments) {
                             "--thumbnail takes a whole number from 1 to 4096, and cannot be combined with --scale");
         }
     }
-    auto tasks = tasksOf(given, wishes);
+    const auto tasks = tasksOf(given, wishes);
     if (!tasks) {
-        return tasks.code();
+        return tasks.error();
     }
-    // A file manager asks for one picture and shows none where there is none; who asks for many wants to know which
-    // lack.
-    wishes.quiet = wishes.thumbnail && !tasks->isBatch;
-    auto jobs = jobsOf(given);
+    // A file manager asks for one picture at a time and needs no message. In a batch the user wants to know which
+    // pictures are missing.
+    wishes.quiet = wishes.thumbnail && !tasks.value().isBatch;
+    const auto jobs = jobsOf(given);
     if (!jobs) {
-        return jobs.code();
+        return jobs.error();
     }
-    return runBatch(tasks->tasks.size(), *jobs, [&]() -> Work {
-        return [&](std::size_t i, Answer& answer) { draw(tasks->tasks[i], wishes, tasks->keepExisting, answer); };
+    const Tasks& all = tasks.value();
+    return runBatch(all.tasks.size(), jobs.value(), [&]() -> Work {
+        return [&](std::size_t i, Answer& answer) { draw(all.tasks[i], wishes, all.existing, answer); };
     });
 }
 

@@ -36,7 +36,7 @@ const Usage& usage() {
     return made;
 }
 
-/// The columns named by "0,1,3", each once; nothing where that is no list of columns.
+/// The columns of a list such as "0,1,3", each of them once; nothing when it is no such list.
 std::optional<std::vector<int>> columnsOf(const std::string& list) {
     std::vector<int> columns;
     for (const QString& entry : QString::fromStdString(list).split(u',')) {
@@ -51,7 +51,8 @@ std::optional<std::vector<int>> columnsOf(const std::string& list) {
     return columns;
 }
 
-/// The language file of the program, which lies beside it also where a user has no folder of the program.
+/// The language file of the program. It is looked for in the program folder, beside kqx and in the folder of an
+/// install.
 QString languageFile(int language) {
     const auto model = std::make_unique<publicM>();
     QString file;
@@ -66,7 +67,7 @@ QString languageFile(int language) {
     return file;
 }
 
-/// What a table looks like.
+/// What the user wants in a table.
 struct TableWishes {
     std::vector<int> columns;
     QString languageFile;
@@ -84,7 +85,7 @@ Result<QByteArray> tableOf(const TableExport& table, const std::string& extensio
     return workbookTable(table, extension == "xlsx" ? WorkbookKind::OfficeOpen : WorkbookKind::Biff);
 }
 
-/// Empties what a cut file does not hold: zeros would look like samples.
+/// Empties the cells of samples that a cut file does not hold, since zeros would look like samples.
 void emptyMissing(TableCells& cells, const CaptureRecord& record) {
     for (std::size_t c = 0; c < record.channels.size(); ++c) {
         if (record.channels[c].present) {
@@ -99,8 +100,8 @@ void write(const Task& task, const Tasks& tasks, const TableWishes& wishes, Answ
     const auto model = defaultModel();
     model->LanFile = wishes.languageFile;
     UnseenScreen view(*model);
-    OpenedFile opened;
-    if (!openCapture(task.file, view.scope(), opened, answer)) {
+    CaptureReader reader;
+    if (!openCapture(task.file, view.scope(), reader, answer)) {
         return;
     }
     TableCells cells(NumberMarks::system().decimal);
@@ -108,31 +109,29 @@ void write(const Task& task, const Tasks& tasks, const TableWishes& wishes, Answ
     while (fill.step()) {
     }
     if (tasks.extension == "csv") {
-        emptyMissing(cells, opened.record);
+        emptyMissing(cells, reader.record);
     }
     TableExport table{cells, GetLanString(*model, QStringLiteral("frmData"), QStringLiteral("Label1"), kUnitCaption)};
     table.ticked.fill(false);
     for (const int col : wishes.columns) {
-        table.ticked.at(static_cast<std::size_t>(col)) = true;
+        table.ticked[col] = true;
     }
     table.order = wishes.columns;
     if (wishes.time || wishes.volts) {
-        deliver(task, analysisTable(table, opened.record, {wishes.time, wishes.volts}), tasks.keepExisting, answer);
+        deliver(task, analysisTable(table, reader.record, {wishes.time, wishes.volts}), tasks.existing, answer);
         return;
     }
     const auto content = tableOf(table, tasks.extension);
     if (!content) {
-        answer.complain(validUtf8(task.file) + ": " + content.error().description.toStdString());
-        answer.code = Failed;
+        answer.fail(validUtf8(task.file) + ": " + content.error().description.toStdString());
         return;
     }
-    const QByteArray& bytes = content.value();
-    deliver(task, {bytes.constData(), static_cast<std::size_t>(bytes.size())}, tasks.keepExisting, answer);
+    deliver(task, content.value(), tasks.existing, answer);
 }
 
 } // namespace
 
-int table(const std::vector<std::string>& arguments) {
+ExitCode table(const std::vector<std::string>& arguments) {
     Arguments given;
     if (const auto code = given.parse(usage(), arguments)) {
         return *code;
@@ -145,20 +144,21 @@ int table(const std::vector<std::string>& arguments) {
     if (!language) {
         return failWith(WrongUse, "--language takes 0 or 1");
     }
-    auto tasks = filesToWrite(usage(), given, {"txt", "csv", "xls", "xlsx"});
+    const auto tasks = filesToWrite(usage(), given, {"txt", "csv", "xls", "xlsx"});
     if (!tasks) {
-        return tasks.code();
+        return tasks.error();
     }
-    auto jobs = jobsOf(given);
+    const auto jobs = jobsOf(given);
     if (!jobs) {
-        return jobs.code();
+        return jobs.error();
     }
     const TableWishes wishes{*columns, languageFile(*language), given.has("time"), given.has("volts")};
-    if ((wishes.time || wishes.volts) && tasks->extension != "csv") {
+    if ((wishes.time || wishes.volts) && tasks.value().extension != "csv") {
         return failWith(WrongUse, "--time and --volts are for .csv only");
     }
-    return runBatch(tasks->tasks.size(), *jobs, [&]() -> Work {
-        return [&](std::size_t i, Answer& answer) { write(tasks->tasks[i], *tasks, wishes, answer); };
+    const Tasks& all = tasks.value();
+    return runBatch(all.tasks.size(), jobs.value(), [&]() -> Work {
+        return [&](std::size_t i, Answer& answer) { write(all.tasks[i], all, wishes, answer); };
     });
 }
 

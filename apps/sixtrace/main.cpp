@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/controls/look.h"
 #include "platform/desktop/qtdialogs.h"
+#include "platform/files/descriptor.h"
 #include "platform/files/programfolder.h"
-#include "platform/files/standarddescriptors.h"
 #include "shell/program.h"
 #include "shell/programicon.h"
 
@@ -16,13 +16,13 @@
 
 int main(int argc, char** argv) {
     sixtrace::openStandardDescriptors();
-    // No command line is read, by the toolkit neither: it would stop at arguments of its own, or obey them.
+    // The program reads no command line. The toolkit gets none either, since it would obey some arguments.
     argc = argc > 0 ? 1 : 0;
     argv[argc] = nullptr;
-    // Pictures and text are drawn at whatever scale the display has; rounding it would blur or shift them.
+    // The scale of the display is not rounded, since that would blur or shift pictures and text.
     QApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QApplication application(argc, argv);
-    // It gets no display name: the desktop would append that to the title of every window.
+    // There is no display name, since the desktop would add it to the title of every window.
     QApplication::setApplicationName(QStringLiteral("sixtrace"));
     QApplication::setApplicationVersion(QStringLiteral(SIXTRACE_VERSION));
     QApplication::setQuitOnLastWindowClosed(false);
@@ -36,7 +36,7 @@ int main(int argc, char** argv) {
          .endProcess = [] { std::_Exit(EXIT_SUCCESS); },
          .openFile = [](const QString& path) { QDesktopServices::openUrl(QUrl::fromLocalFile(path)); }});
     program.start();
-    // The bus can wait until there is something to see.
+    // The bus is connected after the first window is shown.
     QTimer::singleShot(0, &program.calls(), [&program] { program.calls().answerOn(QDBusConnection::sessionBus()); });
     return QApplication::exec();
 }

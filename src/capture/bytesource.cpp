@@ -6,7 +6,7 @@
 namespace sixtrace {
 
 bool ByteSource::open(const QString& path) {
-    return m_file.open(QFile::encodeName(path).toStdString()) == FileRefusal::None;
+    return m_file.open(QFile::encodeName(path).toStdString()).ok();
 }
 
 std::span<const std::byte> ByteSource::upTo(double position, std::size_t count) {

@@ -11,8 +11,8 @@ namespace sixtrace {
 class ByteSource;
 
 /// Loads a capture file into the model and the screen's state, in the order of the file, and has a new frame drawn.
-/// Whatever is wrong with the file is passed over in silence, statement by statement: a field that the file does not
-/// hold keeps its old value. A file that does not begin with "KQX" and a known tag is refused: the model and the screen
+/// Nothing that is wrong with the file ends the load or shows a message: a field that the file does not hold keeps its
+/// old value. A file that does not begin with "KQX" and a known tag is refused: the model and the screen
 /// keep their content, only the data table is gone (and FileKind is 0 when the tag was the reason).
 ///
 /// Costs at most one pass over the bytes that the file really has, whatever its counts say. Each block draws a frame,

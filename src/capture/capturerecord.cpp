@@ -271,11 +271,12 @@ void readRecord(ByteFile& file, CaptureRecord& record) {
 }
 
 void readRecord(const std::string& path, ByteFile& file, CaptureRecord& record) {
-    const FileRefusal refusal = file.open(path);
+    const auto opened = file.open(path);
     readRecord(file, record);
-    switch (refusal) {
-    case FileRefusal::None:
+    if (opened) {
         return;
+    }
+    switch (opened.error()) {
     case FileRefusal::Missing:
         record.faults = {{0, "there is no such file"}};
         return;

@@ -8,8 +8,8 @@
 
 namespace sixtrace {
 
-/// Blanks between volt text and "/ " in a row of the channel list. The writers differ by one blank: start-up and the
-/// time list write eight, all others seven.
+/// Number of blanks between volt text and "/ " in a row of the channel list: eight in rows that the start-up or the
+/// time list writes, seven in all others.
 enum class RowGap { Seven = 7, Eight = 8 };
 
 /// A row of the channel list: label (the first three characters of `label`), ten blanks, time text, ten blanks, volt
@@ -20,17 +20,19 @@ enum class RowGap { Seven = 7, Eight = 8 };
 /// Text of a probe factor as rows show it: 10 to the power of `probeExp`, "1", "10", "100" ...
 [[nodiscard]] QString probeFactorText(int probeExp);
 
-/// The lists, rows and the bar as they stand at the start, and six cleared ticks. The model's tables are filled.
+/// Fills the lists, the rows and the bar as they are after the start, and clears the six ticks. The model's tables have
+/// to be filled before.
 void beginStart(const Scope& scope);
-/// The first frame and the readouts of the row that the ticks have left current. No channel is chosen yet.
+/// Draws the first frame and writes the readouts of the current row. No channel is chosen yet.
 void endStart(const Scope& scope);
 
 /// Relabels the volt list for a probe exponent 0 to 3; any other leaves it. The chosen row stays.
 void FillVoltList(ScreenState& screen, int probeExp);
 
-/// The selected row's channel becomes the one that lists, bar and readouts apply to. Does nothing without a row.
+/// Makes the channel of the selected row the one that lists, bar and readouts apply to. Does nothing where no row is
+/// selected.
 void List1_Click(const Scope& scope);
-/// Row `Item` has been ticked or cleared: its marker shows it, and so does a new frame unless timed acquisition runs.
+/// Shows or hides the marker of row `Item` after its tick has changed, and draws a frame unless timed acquisition runs.
 void List1_ItemCheck(const Scope& scope, int Item);
 
 /// Makes a row current and raises its click, as a choice by the user does.

@@ -15,7 +15,7 @@ namespace {
 struct Column {
     enum class Kind { Cells, Time, Volts } kind;
     int cells;                    ///< column of the table
-    const ChannelRecord* channel; ///< null for the sequence
+    const ChannelRecord* channel; ///< null for the sequence number
     double factor = 1;            ///< of Time and Volts
 };
 
@@ -23,14 +23,19 @@ bool isThere(const ChannelRecord& channel) {
     return channel.present && channel.heldSamples() > 0;
 }
 
-/// The interval that all channels of the columns share; nothing where they differ, or where there is no channel.
+const ChannelRecord& channelAt(const CaptureRecord& record, int col) {
+    return record.channels.at(TableCells::channelOfColumn(col));
+}
+
+/// The longest channel of the columns when all of them have the same sample interval; null when their intervals differ,
+/// and when there is no channel.
 const ChannelRecord* sharedClock(const std::vector<int>& columns, const CaptureRecord& record) {
     const ChannelRecord* clock = nullptr;
     for (const int col : columns) {
-        if (col == 0 || !isThere(record.channels.at(static_cast<std::size_t>(col) - 1))) {
+        if (col == 0 || !isThere(channelAt(record, col))) {
             continue;
         }
-        const ChannelRecord& channel = record.channels.at(static_cast<std::size_t>(col) - 1);
+        const ChannelRecord& channel = channelAt(record, col);
         if (clock != nullptr && clock->SampleInterval != channel.SampleInterval) {
             return nullptr;
         }
@@ -61,7 +66,7 @@ std::vector<Column> columnsOf(const TableExport& table, const CaptureRecord& rec
             }
             continue;
         }
-        const ChannelRecord& channel = record.channels.at(static_cast<std::size_t>(col) - 1);
+        const ChannelRecord& channel = channelAt(record, col);
         if (wishes.time && clock == nullptr) {
             columns.push_back({Column::Kind::Time, col, &channel, secondsPerSample(channel)});
         }
@@ -78,7 +83,7 @@ std::string headOf(const Column& column, const TableCells& cells) {
     if (column.kind == Column::Kind::Time && column.cells == 0) {
         return "time_s";
     }
-    const std::string label(recordLabel(static_cast<std::size_t>(column.cells) - 1));
+    const std::string label(kChannelNames.at(TableCells::channelOfColumn(column.cells)));
     return column.kind == Column::Kind::Time ? "time_" + label + "_s" : label + "_v";
 }
 
@@ -93,7 +98,7 @@ std::string analysisTable(const TableExport& table, const CaptureRecord& record,
         text += &column == &columns.back() ? '\n' : ',';
     }
     for (int row = 1; row < table.cells.Rows(); ++row) {
-        const auto sample = static_cast<std::size_t>(row) - 1;
+        const auto sample = static_cast<std::size_t>(TableCells::sampleOfRow(row));
         for (const Column& column : columns) {
             const bool held =
                 column.channel != nullptr && isThere(*column.channel) && sample < column.channel->heldSamples();

@@ -34,7 +34,7 @@ enum Record : std::uint16_t {
 constexpr std::uint16_t kGlobals = 0x0005;
 constexpr std::uint16_t kSheet = 0x0010;
 constexpr int kStyleFormats = 15;
-constexpr std::uint16_t kCellFormat = kStyleFormats; ///< the one format of cells, behind those of styles
+constexpr std::uint16_t kCellFormat = kStyleFormats; ///< the one format of cells, which follows those of styles
 /// Longest text of a cell here. Seven of them fit one record of shared texts, which may hold 8224 bytes.
 constexpr qsizetype kLongestText = 255;
 
@@ -58,7 +58,7 @@ void appendBof(QByteArray& bytes, std::uint16_t kind) {
     append32(bytes, 0x00000006);
 }
 
-/// Characters of one byte where all of them have one, else of two.
+/// Appends a text with one byte for each character when that is enough for all of them, otherwise with two.
 void appendCharacters(QByteArray& bytes, const QString& text) {
     const bool wide = std::any_of(text.begin(), text.end(), [](QChar c) { return c.unicode() > 0xFF; });
     append8(bytes, wide ? 1 : 0);
@@ -134,7 +134,7 @@ void appendSharedTexts(QByteArray& bytes, const QStringList& texts) {
     appendRecord(bytes, SharedTexts, shared);
 }
 
-/// Everything of the workbook but its sheet, whose place in the stream it names.
+/// Everything of the workbook but its sheet, which begins at byte `sheetAt` of the stream.
 QByteArray globals(const QStringList& texts, std::uint32_t sheetAt) {
     QByteArray bytes;
     appendBof(bytes, kGlobals);
@@ -157,7 +157,7 @@ QByteArray globals(const QStringList& texts, std::uint32_t sheetAt) {
     return bytes;
 }
 
-/// A number in four bytes, where that holds it exactly: a whole number of 30 bits, or the hundredth of one.
+/// The four-byte form of a number. It exists for whole numbers of 30 bits and for hundredths of such numbers.
 std::optional<std::uint32_t> shortNumber(double value) {
     constexpr double kLimit = 1 << 29;
     if (value >= -kLimit && value < kLimit && value == std::trunc(value)) {
@@ -207,7 +207,7 @@ void BiffWorkbook::number(int row, int col, double value) {
 
 Result<QByteArray> BiffWorkbook::file() const {
     QByteArray stream = globals(m_texts, 0);
-    stream = globals(m_texts, static_cast<std::uint32_t>(stream.size())); // its own length does not depend on the place
+    stream = globals(m_texts, static_cast<std::uint32_t>(stream.size())); // the length does not depend on the place
     appendBof(stream, kSheet);
     begin(stream, Dimensions, 14);
     append32(stream, 0);

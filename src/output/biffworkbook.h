@@ -9,8 +9,8 @@
 
 namespace sixtrace {
 
-/// A workbook of one sheet in the BIFF8 format of ".xls" files: texts and numbers, no formats. Cells come row by row,
-/// counted from 0, and within a row from left to right.
+/// A workbook of one sheet in the BIFF8 format of ".xls" files, with texts and numbers but no cell formats. Rows and
+/// columns count from 0. Cells have to be added row by row, and from left to right within a row.
 class BiffWorkbook {
 public:
     void text(int row, int col, const QString& text);

@@ -16,8 +16,8 @@ BitmapSave::BitmapSave(const Widgets& widgets, Dialogs& dialogs, QObject* parent
     , m_widgets(widgets)
     , m_dialogs(dialogs) {}
 
-/// Strip and screen side by side, as they stand on the form: markers, cursors and all. They are painted anew, since
-/// what a display shows cannot be read back everywhere.
+/// Strip and screen side by side as the form shows them, with markers and cursors. They are painted again, since not
+/// every display can be read back.
 QImage BitmapSave::picture() const {
     const QWidget& strip = *m_widgets.Picture3;
     const QSize size(strip.width() + m_widgets.Picture2->width(), m_widgets.Picture2->height());
@@ -32,7 +32,7 @@ void BitmapSave::mnuSaveAs_Click() {
     FileRequest request;
     request.filter = QStringLiteral("BMP (*.bmp)|*.bmp");
     const auto choice = m_dialogs.ShowSave(request);
-    // A cancelled dialog leaves no name, and nothing can be written under none.
+    // Without a name nothing can be written.
     if (!choice || choice->fileName.isEmpty()) {
         return;
     }
@@ -42,7 +42,7 @@ void BitmapSave::mnuSaveAs_Click() {
     QByteArray content;
     QBuffer buffer(&content);
     if (buffer.open(QIODevice::WriteOnly) && picture().save(&buffer, "BMP")) {
-        static_cast<void>(writeWhole(choice->fileName, content)); // a file that cannot be written is not written
+        static_cast<void>(writeWhole(choice->fileName, content)); // a failure shows no message
     }
 }
 

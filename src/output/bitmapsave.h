@@ -11,7 +11,7 @@ namespace sixtrace {
 class Dialogs;
 class PictureBox;
 
-/// Saves the screen with the marker strip to its left as a bitmap file. Owned by the window, as are its widgets.
+/// Saves the screen and the marker strip to its left as a bitmap file. The main window owns it and its widgets.
 class BitmapSave : public QObject {
 public:
     struct Widgets {
@@ -21,7 +21,7 @@ public:
 
     BitmapSave(const Widgets& widgets, Dialogs& dialogs, QObject* parent);
 
-    /// Asks for a name and writes the file, whole or not at all. What fails, fails in silence.
+    /// Asks for a name and writes the file, whole or not at all. A failure shows no message.
     void mnuSaveAs_Click();
 
 private:

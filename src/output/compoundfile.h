@@ -8,9 +8,9 @@
 
 namespace sixtrace {
 
-/// A compound file (the container of older office documents) that holds one stream of the given name below its root.
-/// Short streams are filled with zeros to 4096 bytes, since shorter ones would need a second kind of sectors. Error 5
-/// for a stream of more than about 7 MB, which would need a second level of sector tables.
+/// A compound file, the container of older office documents, with one stream of the given name in its root folder. A
+/// stream of less than 4096 bytes is filled up with zeros, since it would need another kind of sectors. Error 5 for a
+/// stream of more than about 7 MB, which would need a second level of sector tables.
 [[nodiscard]] Result<QByteArray> compoundFile(const QString& streamName, QByteArray stream);
 
 } // namespace sixtrace

@@ -3,12 +3,12 @@
 
 #include "capture/applylanguage.h"
 #include "capture/mdllan.h"
-#include "output/numberdelegate.h"
 #include "output/tablemodel.h"
 #include "output/tableview.h"
 #include "platform/controls/framepanel.h"
 #include "platform/controls/look.h"
 #include "platform/desktop/dialogs.h"
+#include "platform/desktop/windowtofront.h"
 #include "platform/files/filenames.h"
 #include "platform/files/programfolder.h"
 #include "platform/text/numbers.h"
@@ -42,10 +42,9 @@ constexpr std::array<int, TableCells::kCols> kCheckLeft{16, 120, 192, 264, 328, 
 constexpr int kCheckTop = 26;
 
 constexpr int kTimer1Interval = 1;
-/// How long a stretch of the fill may hold up the event loop: less than a tenth of a frame of the display.
+/// How long the fill may run in one turn of the event loop: less than a tenth of the time of a frame of the display.
 constexpr qint64 kStretchNanoseconds = 500'000;
-
-constexpr int kRowsBetweenLooks = 16; ///< at the clock
+constexpr int kRowsBetweenLooks = 16; ///< rows that are filled between two looks at the clock
 
 constexpr int kTextFilter = 1;
 constexpr int kWorkbookFilter = 2;
@@ -92,7 +91,6 @@ void frmData::makeTable() {
     m_MSFlexGrid1->setObjectName(QStringLiteral("MSFlexGrid1"));
     m_MSFlexGrid1->setAccessibleName(windowTitle());
     m_MSFlexGrid1->setModel(m_tableModel);
-    m_MSFlexGrid1->setItemDelegate(new NumberDelegate(m_MSFlexGrid1));
 }
 
 void frmData::makeSaveFrame() {
@@ -259,6 +257,30 @@ void frmData::resizeEvent(QResizeEvent*) {
     const int buttonTop = frameTop + 22;
     m_CmdExit->setGeometry(width() - kMargin - kButtonWidth, buttonTop, kButtonWidth, kButtonHeight);
     m_CmdSave->setGeometry(m_CmdExit->x() - kGap - kButtonWidth, buttonTop, kButtonWidth, kButtonHeight);
+}
+
+DataTable::DataTable(publicM& model, Dialogs& dialogs, QObject* parent)
+    : QObject(parent)
+    , m_model(model)
+    , m_dialogs(dialogs) {}
+
+DataTable::~DataTable() {
+    unloadTable();
+}
+
+void DataTable::mnuTabular_Click() {
+    loadTable();
+    bringToFront(*m_window);
+}
+
+void DataTable::loadTable() {
+    if (m_window == nullptr) {
+        m_window = std::make_unique<frmData>(m_model, m_dialogs);
+    }
+}
+
+void DataTable::unloadTable() {
+    frmData::unload(std::move(m_window));
 }
 
 } // namespace sixtrace

@@ -9,6 +9,7 @@
 #include <QWidget>
 
 #include <array>
+#include <memory>
 
 class QCheckBox;
 class QLabel;
@@ -22,8 +23,8 @@ class FramePanel;
 class TableModel;
 class TableView;
 
-/// The data table: the samples of the capture as numbers, and their export. It is filled in the background from its
-/// making on, shown or not, and reads the model as it goes; DataTable makes it anew for every capture.
+/// The data table: the samples of the capture as numbers, and their export. From its construction on it fills itself in
+/// the background, whether it is shown or not, and reads the model while it does. Each capture gets a new one.
 class frmData : public QWidget {
 public:
     frmData(publicM& model, Dialogs& dialogs);
@@ -36,8 +37,8 @@ public:
     [[nodiscard]] const TableCells& MSFlexGrid1() const { return m_cells; }
     [[nodiscard]] bool isFilled() const { return m_fill.finished(); }
 
-    /// Takes the window down. It goes at once, or, while a save of it waits for an answer, behind that save: the user
-    /// gets the table that he asked for.
+    /// Closes and deletes the window. While one of its dialogs for saving is open it is deleted after that, so that the
+    /// user gets the table that is being saved.
     static void unload(std::unique_ptr<frmData> form);
 
 protected:
@@ -53,7 +54,7 @@ private:
     void fillOn();
     void tickAll(bool ticked);
     [[nodiscard]] TableExport exported() const;
-    /// From the file dialog to the written file. Ok also where the user keeps an existing file.
+    /// Asks for a file and writes it. It is a success, too, when the user keeps an existing file.
     Outcome save();
 
     publicM& m_model;
@@ -61,7 +62,7 @@ private:
     TableCells m_cells;
     TableFill m_fill;
     QTimer m_Timer1;
-    QTimer m_turns; ///< one stretch of the fill for each turn of the event loop
+    QTimer m_turns; ///< continues the fill, once in each turn of the event loop
     bool m_saving = false;
     bool m_unloaded = false;
 
@@ -73,6 +74,26 @@ private:
     QPushButton* m_CmdSave = nullptr;
     QPushButton* m_CmdExit = nullptr;
     QMenu* m_mnuSelect = nullptr;
+};
+
+/// Owns the data table's window. It is loaded hidden after each capture and unloaded before the next one.
+class DataTable : public QObject {
+public:
+    DataTable(publicM& model, Dialogs& dialogs, QObject* parent);
+    ~DataTable() override;
+
+    /// Shows the window, which is loaded first when it is not loaded yet.
+    void mnuTabular_Click();
+    void loadTable();
+    void unloadTable();
+
+    /// The window, or null while it is not loaded.
+    [[nodiscard]] frmData* window() const { return m_window.get(); }
+
+private:
+    publicM& m_model;
+    Dialogs& m_dialogs;
+    std::unique_ptr<frmData> m_window;
 };
 
 } // namespace sixtrace

@@ -29,9 +29,9 @@ constexpr std::int32_t kPaperHeightA4 = 16840; // twips
 constexpr std::int32_t kPaperWidthA4 = 11907;
 constexpr double kDisplayDotsPerInch = 96;
 constexpr double kKeyStep = 600; // twips that an arrow key moves the page by
-/// Neither a selection nor a file can be printed from here.
+/// The preview offers neither to print a selection nor to print to a file.
 constexpr int kPreviewPrintFlags = PrinterDialog::kNoSelection | PrinterDialog::kDisablePrintToFile;
-// Typed numbers take a point as decimal mark and no comma, whatever the system's is.
+// The decimal mark of typed numbers is a point on every system.
 constexpr NumberMarks kFieldMarks{};
 
 QAction* addItem(QMenu& menu, const char* name, const QString& caption) {
@@ -53,11 +53,14 @@ std::int32_t whole(double value) {
 
 } // namespace
 
-frmPrintPreview::frmPrintPreview(publicM& model, MdlPrinter& settings, PreviewScale& scale, Surroundings surroundings)
+frmPrintPreview::frmPrintPreview(publicM& model, MdlPrinter& settings, PreviewScale& scale, Dialogs& dialogs,
+                                 Printer& printer, std::function<void(QWidget& owner)> showSetup)
     : m_model(model)
     , m_settings(settings)
     , m_scale(scale)
-    , m_surroundings(std::move(surroundings)) {
+    , m_dialogs(dialogs)
+    , m_printer(printer)
+    , m_showSetup(std::move(showSetup)) {
     setObjectName(QStringLiteral("frmPrintPreview"));
     setWindowTitle(QStringLiteral("打印预览"));
     menuBar()->setNativeMenuBar(false);
@@ -104,19 +107,18 @@ void frmPrintPreview::Form_Load() {
     ApplyLanguage(*this, m_model);
     takePaper();
     m_imgView->setSize(m_settings.PaperWidth, m_settings.PaperHeight);
-    m_scale.BaseZoom = m_scale.baseZoom(); // 0 until the page setup has been through
+    m_scale.BaseZoom = m_scale.baseZoom(); // it is 0 before the first use of the page setup
     if (!m_scale.RePrintOnZoom) {
         compose(m_scale.BaseZoom);
     }
     mnuView100_Click();
 }
 
-/// A4, unless a printer knows better.
+/// Takes the size of the printer's sheet, or A4 without a printer.
 void frmPrintPreview::takePaper() {
     m_settings.PaperHeight = kPaperHeightA4;
     m_settings.PaperWidth = kPaperWidthA4;
-    if (const auto sheet = m_surroundings.printer.sheet();
-        sheet && sheet.value().Width > 0 && sheet.value().Height > 0) {
+    if (const auto sheet = m_printer.sheet(); sheet && sheet.value().Width > 0 && sheet.value().Height > 0) {
         m_settings.PaperHeight = sheet.value().Height;
         m_settings.PaperWidth = sheet.value().Width;
     }
@@ -133,7 +135,7 @@ void frmPrintPreview::showPresent() {
     }
 }
 
-/// What goes wrong leaves the page as far as it came, without a word to the user.
+/// After an error the preview shows what has been drawn so far, without a message.
 void frmPrintPreview::compose(std::int32_t percent) {
     if (m_settings.PreviewOwner == nullptr) {
         return;
@@ -190,7 +192,7 @@ void frmPrintPreview::mnuViewCustomize_Click() {
     const QString refusal =
         chinese ? QStringLiteral("您输入的数值有误，请重新输入") : QStringLiteral("Input error ,please try again");
     for (;;) {
-        const auto answer = m_surroundings.dialogs.input(prompt, {}, QString::number(ViewPercent));
+        const auto answer = m_dialogs.input(prompt, {}, QString::number(ViewPercent));
         if (!answer || answer->isEmpty()) {
             return;
         }
@@ -201,12 +203,12 @@ void frmPrintPreview::mnuViewCustomize_Click() {
             }
             return;
         }
-        m_surroundings.dialogs.message(refusal, MessageIcon::Critical);
+        m_dialogs.message(refusal, MessageIcon::Critical);
     }
 }
 
 void frmPrintPreview::mnuViewPage_Click() {
-    const auto answer = m_surroundings.dialogs.input(QStringLiteral("请输入欲显示的页码，"), {}, QStringLiteral("1"));
+    const auto answer = m_dialogs.input(QStringLiteral("请输入欲显示的页码，"), {}, QStringLiteral("1"));
     if (!answer || answer->isEmpty()) {
         return;
     }
@@ -214,9 +216,9 @@ void frmPrintPreview::mnuViewPage_Click() {
         PageNow = *page;
         return;
     }
-    m_surroundings.dialogs.message(QStringLiteral("请输入大于 0 并且不大于 ") + QString::number(PageCount) +
-                                       QStringLiteral(" 之整数"),
-                                   MessageIcon::Critical);
+    m_dialogs.message(QStringLiteral("请输入大于 0 并且不大于 ") + QString::number(PageCount) +
+                          QStringLiteral(" 之整数"),
+                      MessageIcon::Critical);
 }
 
 void frmPrintPreview::mnuSetup_Click() {
@@ -225,7 +227,7 @@ void frmPrintPreview::mnuSetup_Click() {
                           m_settings.PrintMarginRight, m_scale.BaseZoom};
     };
     const auto before = noted();
-    m_surroundings.showSetup(*this);
+    m_showSetup(*this);
     if (noted() != before && !m_scale.RePrintOnZoom) {
         compose(m_scale.BaseZoom);
     }
@@ -233,26 +235,19 @@ void frmPrintPreview::mnuSetup_Click() {
 }
 
 void frmPrintPreview::mnuPrint_Click() {
-    Printer& printer = m_surroundings.printer;
-    const auto failed = [this](const RuntimeError& error) {
-        m_surroundings.dialogs.message(QString::number(error.code()) + QStringLiteral("\r\n") + error.description,
-                                       MessageIcon::Exclamation);
-    };
-    const auto chosen = showPrinterForPreview(printer, kPreviewPrintFlags, winId());
+    const auto chosen = showPrinterForPreview(m_printer, kPreviewPrintFlags, winId());
     if (!chosen) {
-        if (chosen.error().number != ErrorNumber::CancelSelected) {
-            failed(chosen.error());
-        }
+        showPrintError(m_dialogs, chosen.error());
         return;
     }
     Outcome printed = success();
     for (int copy = 0; copy < chosen.value() && printed && m_settings.PreviewOwner != nullptr; ++copy) {
-        printed = m_settings.PreviewOwner->PrintResult(printer, m_scale.BaseZoom);
+        printed = m_settings.PreviewOwner->PrintResult(m_printer, m_scale.BaseZoom);
     }
-    // Each document was one copy; what the user has set stays set.
-    setCopies(printer, chosen.value());
+    // Each document was one copy; the setting of the user stays.
+    setCopies(m_printer, chosen.value());
     if (!printed) {
-        failed(printed.error());
+        showPrintError(m_dialogs, printed.error());
     }
 }
 
@@ -263,7 +258,7 @@ void frmPrintPreview::mnuHelp_Click() {
         QStringLiteral("3.如果要在每次改变显示比例时都重新绘图，请至功能表的 /档案/版面设定/ 内设定。"),
         QStringLiteral("4. 在表单上按滑鼠右键亦可显示 \"检视\" 功能表。"),
     };
-    m_surroundings.dialogs.message(lines.join(QStringLiteral("\r\n")), MessageIcon::Plain);
+    m_dialogs.message(lines.join(QStringLiteral("\r\n")), MessageIcon::Plain);
 }
 
 void frmPrintPreview::frameA_MouseDown(Qt::MouseButton Button, double X, double Y) {
@@ -274,8 +269,8 @@ void frmPrintPreview::frameA_MouseDown(Qt::MouseButton Button, double X, double 
     }
 }
 
-void frmPrintPreview::frameA_MouseMove(Qt::MouseButtons Buttons, double X, double Y) {
-    if (!Buttons.testFlag(Qt::LeftButton)) {
+void frmPrintPreview::frameA_MouseMove(Qt::MouseButtons Button, double X, double Y) {
+    if (!Button.testFlag(Qt::LeftButton)) {
         return;
     }
     movePage(X - X0, Y - Y0);
@@ -293,7 +288,7 @@ void frmPrintPreview::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Escape:
         close();
         break;
-    // A key brings what lies in its direction into sight.
+    // The page moves against the direction of the key, so that the view moves in that direction.
     case Qt::Key_Left:
         movePage(kKeyStep, 0);
         break;

@@ -18,18 +18,13 @@ class PageDesk;
 class PageView;
 class Printer;
 
-/// The preview: the page as it will be printed, at a scale that the user chooses, to be dragged about and printed from.
-/// Whoever composes the page is known as MdlPrinter's PreviewOwner only. Made for one showing.
+/// The preview shows the page as it will be printed, at a scale that the user chooses. The user can drag the page and
+/// print it. MdlPrinter's PreviewOwner composes the page. The object is made for one showing of the window.
 class frmPrintPreview : public QMainWindow {
 public:
-    struct Surroundings {
-        Dialogs& dialogs;
-        Printer& printer;
-        /// Shows the page setup over a window and waits until it is gone.
-        std::function<void(QWidget& owner)> showSetup;
-    };
-
-    frmPrintPreview(publicM& model, MdlPrinter& settings, PreviewScale& scale, Surroundings surroundings);
+    /// `showSetup` shows the page setup over a window, and returns when it is closed.
+    frmPrintPreview(publicM& model, MdlPrinter& settings, PreviewScale& scale, Dialogs& dialogs, Printer& printer,
+                    std::function<void(QWidget& owner)> showSetup);
 
     void mnuSetup_Click();
     void mnuPrint_Click();
@@ -39,7 +34,7 @@ public:
     void mnuViewPage_Click();
     void mnuHelp_Click();
 
-    /// Composes the page anew, from the capture and the printer of the moment; scale and place stay.
+    /// Composes the page again, from the present capture and for the present printer; scale and place stay.
     void showPresent();
     /// Shows the scale in the title.
     void changeCaption();
@@ -64,17 +59,19 @@ private:
     [[nodiscard]] double windowWidth() const; ///< inside of the form, twips
     [[nodiscard]] double windowHeight() const;
     void frameA_MouseDown(Qt::MouseButton Button, double X, double Y);
-    void frameA_MouseMove(Qt::MouseButtons Buttons, double X, double Y);
+    void frameA_MouseMove(Qt::MouseButtons Button, double X, double Y);
 
     publicM& m_model;
     MdlPrinter& m_settings;
     PreviewScale& m_scale;
-    Surroundings m_surroundings;
+    Dialogs& m_dialogs;
+    Printer& m_printer;
+    std::function<void(QWidget& owner)> m_showSetup;
     QMenu* m_mnuView = nullptr;
     PageDesk* m_frameA;
     PageView* m_imgView;
     PageBox* m_picPrint;
-    std::int32_t X0 = 0; ///< the pointer at the press
+    std::int32_t X0 = 0; ///< where the mouse button was pressed, in twips inside the widget
     std::int32_t Y0 = 0;
 };
 

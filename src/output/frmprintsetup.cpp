@@ -23,23 +23,24 @@ constexpr int kPitch = 36;
 constexpr int kFieldWidth = 72;
 constexpr int kCaptionWidth = 84;
 constexpr int kUnitGap = 6;
-constexpr std::array kColumns{16, 228};
+constexpr int kLeftColumn = 16;
+constexpr int kRightColumn = 228;
 constexpr int kRuleTop = 92;
 constexpr int kOptionsTop = 102;
 constexpr int kOptionPitch = 32;
 constexpr int kZoomLeft = 38; ///< below the text of the option above
 constexpr int kZoomTop = 168;
 
-// Fields take a point as decimal mark and refuse a comma, on whatever system; so they are filled with a point, too.
+// The decimal mark of the fields is a point on every system, and a comma is refused.
 constexpr NumberMarks kFieldMarks{};
 
 QString elementName(const char* name, int index) {
     return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
 }
 
-/// Where the margin of place 0 to 3 is typed: two rows of two.
+/// The field of margin 0 to 3. The fields stand in two rows of two.
 QRect fieldPlace(int place) {
-    const int left = kColumns[static_cast<std::size_t>(place % 2)] + kCaptionWidth;
+    const int left = (place % 2 == 0 ? kLeftColumn : kRightColumn) + kCaptionWidth;
     return {left, DialogSheet::kMargin + place / 2 * kPitch, kFieldWidth, DialogSheet::kRowHeight};
 }
 
@@ -60,20 +61,21 @@ frmPrintSetup::frmPrintSetup(publicM& model, MdlPrinter& settings, PreviewScale&
 void frmPrintSetup::makeControls() {
     const std::array captions{QStringLiteral("上边界："), QStringLiteral("下边界："), QStringLiteral("左边界："),
                               QStringLiteral("右边界：")};
-    for (int place = 0; place < 4; ++place) {
-        const auto i = static_cast<std::size_t>(place);
-        const QRect field = fieldPlace(place);
-        QLabel* label =
-            addLabel("", captions[i], {field.left() - kCaptionWidth, field.top(), kCaptionWidth, kRowHeight});
+    int place = 0;
+    for (const QString& caption : captions) {
+        const QRect at = fieldPlace(place);
+        QLabel* label = addLabel("", caption, {at.left() - kCaptionWidth, at.top(), kCaptionWidth, kRowHeight});
         label->setObjectName(elementName("Labela", place));
-        m_txtMargin[i] = addField("", field, Qt::AlignRight);
-        m_txtMargin[i]->setObjectName(elementName("txtMargin", place + 1));
-        label->setBuddy(m_txtMargin[i]);
+        QLineEdit* field = addField("", at, Qt::AlignRight);
+        field->setObjectName(elementName("txtMargin", place + 1));
+        label->setBuddy(field);
+        m_txtMargin[place++] = field;
     }
     const std::array options{QStringLiteral("每次改变显示比例时都重新绘图"),
                              QStringLiteral("不重新绘图，但是重新设定原始图片的比例")};
-    for (int index = 0; index < 2; ++index) {
-        auto* option = new QRadioButton(options[static_cast<std::size_t>(index)], this);
+    int index = 0;
+    for (QRadioButton*& option : m_optRePrint) {
+        option = new QRadioButton(options.at(static_cast<std::size_t>(index)), this);
         option->setObjectName(elementName("optRePrint", index));
         option->setGeometry(kMargin, kOptionsTop + index * kOptionPitch, kWidth - 2 * kMargin, kRowHeight);
         connect(option, &QRadioButton::toggled, this, [this, index](bool chosen) {
@@ -81,7 +83,7 @@ void frmPrintSetup::makeControls() {
                 optRePrint_Click(index);
             }
         });
-        m_optRePrint[static_cast<std::size_t>(index)] = option;
+        ++index;
     }
     m_txtZoom = addField("txtZoom", {kZoomLeft, kZoomTop, kFieldWidth, kRowHeight}, Qt::AlignRight);
     m_txtZoom->setAccessibleName(QStringLiteral("%"));

@@ -15,8 +15,8 @@ namespace sixtrace {
 
 class Dialogs;
 
-/// The page setup: four margins, and how the preview rescales. It writes what it sets on accepting only. Made for one
-/// showing.
+/// The page setup: the four margins, and how the preview changes its scale. The settings are written only when the user
+/// accepts. The object is made for one showing of the window.
 class frmPrintSetup : public DialogSheet {
 public:
     frmPrintSetup(publicM& model, MdlPrinter& settings, PreviewScale& preview, Dialogs& dialogs);
@@ -32,7 +32,7 @@ protected:
 private:
     void makeControls();
     void Form_Load();
-    /// A text of the language file; the Chinese one is the program's own.
+    /// A text of the language file; for Chinese the given text.
     [[nodiscard]] QString text(const QString& key, const QString& chinese) const;
     void refuse(QLineEdit& field, const QString& message);
 
@@ -40,8 +40,8 @@ private:
     MdlPrinter& m_settings;
     PreviewScale& m_preview;
     Dialogs& m_dialogs;
-    std::array<QLineEdit*, 4> m_txtMargin{}; ///< elements 1 to 4: top, bottom, left, right
-    std::array<QRadioButton*, 2> m_optRePrint{};
+    NumberedArray<QLineEdit*, 4> m_txtMargin{}; ///< elements 1 to 4: top, bottom, left, right
+    NumberedArray<QRadioButton*, 2> m_optRePrint{};
     QLineEdit* m_txtZoom = nullptr;
 };
 

@@ -1,37 +1,41 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QByteArray>
-
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstdint>
-#include <type_traits>
+#include <cstring>
 
 namespace sixtrace {
 
-/// Appends whole numbers and reals to bytes, lowest byte first on every machine.
+/// Writes a whole number or a real to `at`, lowest byte first on every machine.
 template<typename Number>
-void appendLittleEndian(QByteArray& bytes, Number number) {
-    using Bits =
-        std::conditional_t<sizeof(Number) == 8, std::uint64_t,
-                           std::conditional_t<sizeof(Number) == 4, std::uint32_t,
-                                              std::conditional_t<sizeof(Number) == 2, std::uint16_t, std::uint8_t>>>;
-    const auto bits = std::bit_cast<Bits>(number);
-    std::array<char, sizeof(Number)> parts; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the loop
-    for (std::size_t i = 0; i < parts.size(); ++i) {
-        parts[i] = static_cast<char>((bits >> (8 * i)) & 0xFFU);
+void putLittle(char* at, Number number) {
+    std::memcpy(at, &number, sizeof number);
+    if constexpr (std::endian::native == std::endian::big) {
+        std::reverse(at, at + sizeof number);
     }
-    bytes.append(parts.data(), static_cast<qsizetype>(parts.size()));
 }
 
-inline void append8(QByteArray& bytes, std::uint8_t number) {
+/// Appends a whole number or a real in the same way, to a QByteArray or a std::string.
+template<typename Bytes, typename Number>
+void appendLittleEndian(Bytes& bytes, Number number) {
+    std::array<char, sizeof number> parts; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the next line
+    putLittle(parts.data(), number);
+    bytes.append(parts.data(), sizeof number);
+}
+
+template<typename Bytes>
+void append8(Bytes& bytes, std::uint8_t number) {
     appendLittleEndian(bytes, number);
 }
-inline void append16(QByteArray& bytes, std::uint16_t number) {
+template<typename Bytes>
+void append16(Bytes& bytes, std::uint16_t number) {
     appendLittleEndian(bytes, number);
 }
-inline void append32(QByteArray& bytes, std::uint32_t number) {
+template<typename Bytes>
+void append32(Bytes& bytes, std::uint32_t number) {
     appendLittleEndian(bytes, number);
 }
 

@@ -9,7 +9,7 @@ namespace sixtrace {
 
 class PageTarget;
 
-/// Whoever composes pages for the preview.
+/// Composes pages for the preview.
 class PreviewOwner {
 public:
     PreviewOwner() = default;
@@ -17,7 +17,8 @@ public:
     PreviewOwner& operator=(const PreviewOwner&) = delete;
     virtual ~PreviewOwner() = default;
 
-    /// Composes the page on a target; zoomPercent plays no part for a printer. An error ends it where it stands.
+    /// Composes the page on a target; zoomPercent is ignored for a printer. An error ends the composition at that
+    /// point.
     [[nodiscard]] virtual Outcome PrintResult(PageTarget& target, std::int32_t zoomPercent) = 0;
 };
 
@@ -27,16 +28,16 @@ struct MdlPrinter {
     std::int32_t PrintMarginBottom = 0;
     std::int32_t PrintMarginLeft = 0;
     std::int32_t PrintMarginRight = 0;
-    std::int32_t PaperHeight = 0; ///< of the sheet, as the preview took it from the printer
+    std::int32_t PaperHeight = 0; ///< of the sheet; the preview sets it from the printer
     std::int32_t PaperWidth = 0;
     sixtrace::PreviewOwner* PreviewOwner = nullptr;
 };
 
-/// How the preview composes its page: what the page setup reads and writes of it. It is back at its start when the
-/// preview goes.
+/// How the preview scales its page. The page setup reads and writes it. It has its first values again when the preview
+/// is closed.
 struct PreviewScale {
-    std::int32_t BaseZoom = 0;  ///< percent of the page that is composed once and stretched; 0 stands for 100
-    bool RePrintOnZoom = false; ///< whether each change of scale composes the page anew
+    std::int32_t BaseZoom = 0;  ///< percent at which the page is composed once, to be stretched then; 0 means 100
+    bool RePrintOnZoom = false; ///< whether each change of the scale composes the page again
 
     [[nodiscard]] std::int32_t baseZoom() const { return BaseZoom == 0 ? 100 : BaseZoom; }
 };

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "output/numbertext.h"
 
+#include "capture/channels.h"
 #include "platform/text/numbers.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 
 namespace sixtrace {
@@ -16,7 +19,7 @@ constexpr std::uint32_t kTenToDigits = 10'000'000;
 constexpr int kExactTens = 22; ///< 10^22 is the largest power of ten that a 64-bit real holds exactly
 
 constexpr auto kTens = [] {
-    std::array<double, kExactTens + 1> tens{};
+    NumberedArray<double, kExactTens + 1> tens{};
     double ten = 1;
     for (double& entry : tens) {
         entry = ten;
@@ -38,7 +41,7 @@ void putPair(char* at, std::uint32_t pair) {
     std::memcpy(at, kPairs.data() + std::size_t{2} * pair, 2);
 }
 
-/// `value` below 10^8 as eight digits, zeros in front.
+/// Writes `value`, which is below 10^8, as eight digits with leading zeros.
 void putEight(char* at, std::uint32_t value) {
     const std::uint32_t upper = value / 10000;
     const std::uint32_t lower = value % 10000;
@@ -60,21 +63,21 @@ void appendWhole(CellText& text, std::uint32_t value) {
     text.length = static_cast<std::uint8_t>(text.length + 8 - first);
 }
 
-/// The exponent of the first decimal digit, or one less: rounding tells.
+/// The exponent of the first decimal digit, or one less.
 int decimalExponent(double magnitude) {
     const int binary = static_cast<int>(std::bit_cast<std::uint64_t>(magnitude) >> 52) - 1023;
-    return (binary * 78913) >> 18; // floor(binary x log10(2)), right over the range of a 32-bit real
+    return (binary * 78913) >> 18; // floor(binary x log10(2)), which is exact in the range of a 32-bit real
 }
 
 /// The whole number nearest to magnitude x 10^scale, halves to the even one, decided on the exact product.
 std::uint32_t scaledAndRounded(double magnitude, int scale) {
-    const double ten = kTens[static_cast<std::size_t>(scale < 0 ? -scale : scale)];
+    const double ten = kTens[std::abs(scale)];
     const double product = scale < 0 ? magnitude / ten : magnitude * ten;
     auto whole = static_cast<std::uint32_t>(product);
     const double rest = product - whole;
     if (rest != 0.5) {
-        // The product is rounded to a multiple of 2^-29 at most and off by half of that at most, so that a rest beside
-        // one half lies on the side of the exact one.
+        // The product is a multiple of 2^-29 or finer, and its error is at most half of that. So a rest that is not one
+        // half lies on the same side of it as the exact rest.
         return whole + (rest > 0.5 ? 1 : 0);
     }
     const double beyond = scale < 0 ? std::fma(-product, ten, magnitude) : std::fma(magnitude, ten, -product);
@@ -84,12 +87,11 @@ std::uint32_t scaledAndRounded(double magnitude, int scale) {
     return whole;
 }
 
-/// For the rare magnitudes that no exact power of ten brings to seven digits.
+/// The text of the few numbers that cannot be scaled to seven digits by an exact power of ten.
 CellText slowText(float value) {
     CellText text = CellText::empty();
     const QByteArray general = generalText(value, NumberMarks{}).toLatin1();
-    text.length =
-        static_cast<std::uint8_t>(std::min<std::size_t>(static_cast<std::size_t>(general.size()), CellText::kLongest));
+    text.length = static_cast<std::uint8_t>(std::min<qsizetype>(general.size(), CellText::kLongest));
     std::memcpy(text.characters.data(), general.constData(), text.length);
     return text;
 }
@@ -102,7 +104,7 @@ void appendExponent(CellText& text, int exponent) {
     text.length = static_cast<std::uint8_t>(text.length + 4);
 }
 
-/// Appends seven digits without their trailing zeros, with a point behind the first `integerDigits` of them.
+/// Appends seven digits without their trailing zeros, with a point after the first `integerDigits` of them.
 void appendDigits(CellText& text, std::uint32_t digits, int integerDigits) {
     std::array<char, 8> all; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the next line
     putEight(all.data(), digits);
@@ -155,8 +157,7 @@ CellText numberText(float value) {
         return slowText(value);
     }
     std::uint32_t digits = 0;
-    if (magnitude * (scale < 0 ? 1 : kTens[static_cast<std::size_t>(scale)]) >=
-        kTenToDigits * (scale < 0 ? kTens[static_cast<std::size_t>(-scale)] : 1)) {
+    if (magnitude * kTens[std::max(scale, 0)] >= kTenToDigits * kTens[std::max(-scale, 0)]) {
         ++exponent;
         --scale;
         if (scale < -kExactTens) {

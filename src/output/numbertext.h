@@ -7,8 +7,8 @@
 
 namespace sixtrace {
 
-/// The text of one cell: ASCII with a point as decimal mark, blanks behind its end, so that a print zone is one copy.
-/// The longest text of a 32-bit real ("-1.234567E-05") fills it.
+/// The text of one cell: ASCII with a point as decimal mark. It is filled up with blanks, so that one copy writes a
+/// print zone. The longest text of a 32-bit real, such as "-1.234567E-05", has just room.
 struct CellText {
     static constexpr std::size_t kLongest = 13;
 
@@ -24,11 +24,11 @@ struct CellText {
     }
 };
 
-/// The general text of a finite 32-bit real, as generalText() gives it: at most 7 significant digits, exactly rounded,
-/// no padding. Made for tables of tens of thousands of numbers: it allocates nothing.
+/// The same text as generalText() for a finite 32-bit real: at most 7 significant digits, exactly rounded, no padding.
+/// It allocates no memory, since a table has tens of thousands of numbers.
 [[nodiscard]] CellText numberText(float value);
 
-/// The decimal text of a row number. At least 0.
+/// The decimal text of a row number of at most eight digits.
 [[nodiscard]] CellText rowNumberText(std::uint32_t number);
 
 } // namespace sixtrace

@@ -8,8 +8,9 @@ namespace {
 // Lengths of ticks, twips.
 constexpr double kEdgeTick = 110;
 constexpr double kDivisionTick = 220;
-constexpr double kFineLeft = 100;  // the fine ticks of the upright centre line reach less far to the left
-constexpr double kFineRight = 110; // than to the right
+// The fine ticks of the upright centre line are longer to the right than to the left.
+constexpr double kFineLeft = 100;
+constexpr double kFineRight = 110;
 
 void drawDottedDivisions(PicturePage& picture, double width, double height, int divisions) {
     picture.DrawStyle = DrawStyle::Dot;
@@ -51,7 +52,7 @@ void drawFineTicks(PicturePage& picture, double width, double height, int divisi
         picture.Line(width / 2 - kFineLeft, y, width / 2 + kFineRight, y);
     }
     const double step = width / divisions / 5;
-    // The last pass lies beyond the edge.
+    // The last tick is outside the frame.
     for (int i = 0; i <= 5 * divisions + 1; ++i) {
         const double x = i * step;
         picture.Line(x, 0, x, kEdgeTick);

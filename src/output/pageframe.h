@@ -8,11 +8,12 @@
 
 namespace sixtrace {
 
-/// What the picture of a frame is larger than the frame, twips, so that its right and lower border show.
+/// The twips by which the picture of a frame is larger than the frame, so that it holds the right and lower border.
 inline constexpr int kFrameBorder = 10;
 
-/// Border, graticule and ticks of a page's frame in the picture's ForeColor, at the origin: dotted division lines, or
-/// a dotted centre cross with division ticks. `divisions` across, 8 down; sizes in twips.
+/// Draws the border, the graticule and the ticks of a page's frame at the origin, in the picture's ForeColor. The
+/// graticule has dotted division lines, or a dotted cross in the centre with division ticks. It has `divisions` columns
+/// and 8 rows; sizes are in twips.
 void drawPageGraticule(PicturePage& picture, double width, double height, Graticule style, int divisions);
 
 /// Draws a channel's samples into the picture of a frame.

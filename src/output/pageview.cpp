@@ -70,7 +70,7 @@ void PageView::paintEvent(QPaintEvent* event) {
     }
     const QSize target = (QSizeF(size()) * devicePixelRatioF()).toSize();
     if (target.width() < m_picture.width() && target.height() < m_picture.height()) {
-        // Averaging keeps thin lines and small text that picking pixels would lose.
+        // A picture of averaged pixels keeps thin lines and small text.
         if (m_reduced.isNull()) {
             m_reduced = m_picture.scaled(target, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
             m_reduced.setDevicePixelRatio(devicePixelRatioF());
@@ -78,7 +78,7 @@ void PageView::paintEvent(QPaintEvent* event) {
         painter.drawImage(QPoint(), m_reduced);
         return;
     }
-    // Only the part that shows: the whole of a picture enlarged a thousand times is more than a painter reckons with.
+    // Only the visible part is drawn: a picture that is enlarged a thousand times is too large for a painter.
     const QRect part = event->rect();
     const double sx = static_cast<double>(m_picture.width()) / std::max(width(), 1);
     const double sy = static_cast<double>(m_picture.height()) / std::max(height(), 1);

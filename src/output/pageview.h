@@ -7,8 +7,7 @@
 
 namespace sixtrace {
 
-/// A widget that tells where in it the mouse is pressed and moved, in twips. A press comes with its button, a move with
-/// all buttons that are down.
+/// A widget with signals of the mouse. The coordinates are twips inside the widget.
 class PagePointing : public QWidget {
     Q_OBJECT
 public:
@@ -16,6 +15,7 @@ public:
 
 Q_SIGNALS:
     void mouseDown(Qt::MouseButton button, double x, double y);
+    /// `buttons` are those that are down.
     void mouseMove(Qt::MouseButtons buttons, double x, double y);
 
 protected:
@@ -23,8 +23,8 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
 };
 
-/// Shows the picture of a page, stretched to its size. Place and size are kept in twips, the widget follows to the
-/// nearest pixel.
+/// Shows the picture of a page, stretched to the size of the widget. Place and size are kept in twips; the widget has
+/// the nearest pixels.
 class PageView : public PagePointing {
     Q_OBJECT
 public:
@@ -51,16 +51,16 @@ private:
     double m_width = 0;
     double m_height = 0;
     QImage m_picture;
-    QImage m_reduced; ///< the picture at the size shown, while that is smaller than itself
+    QImage m_reduced; ///< the picture at the size of the widget, when that is smaller
 };
 
-/// The desk behind a page, which casts a soft shadow on it.
+/// The ground behind a page, with a soft shadow of the page.
 class PageDesk : public PagePointing {
     Q_OBJECT
 public:
     using PagePointing::PagePointing;
 
-    /// The page that casts the shadow.
+    /// Sets the page that has the shadow.
     void setPage(const PageView* page) { m_page = page; }
 
 protected:
@@ -70,7 +70,7 @@ private:
     const PageView* m_page = nullptr;
 };
 
-/// The hidden box on whose picture a preview's page is composed.
+/// The hidden widget with the picture that the preview's page is composed on.
 class PageBox : public QWidget {
 public:
     PageBox(double dotsPerInch, QWidget* parent);

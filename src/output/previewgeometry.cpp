@@ -7,7 +7,8 @@
 namespace sixtrace {
 
 namespace {
-/// The nearest whole number, halves to even; beyond the range, which a page at some million percent leaves, its end.
+/// The nearest whole number, halves to even. A page at some million percent leaves the range of the type; then it is
+/// the nearer end of that range.
 std::int32_t whole(double value) {
     constexpr double kMost = 2147483647;
     return static_cast<std::int32_t>(std::nearbyint(std::clamp(value, -kMost, kMost)));

@@ -5,19 +5,20 @@
 
 namespace sixtrace {
 
-/// Free space that a full page leaves to each edge of the window, twips.
+/// Space between a full page and each edge of the window, in twips.
 inline constexpr double kPreviewGap = 100;
 
-/// The percentage at which a whole sheet shows in a window, rounded: the width decides where the window is relatively
-/// taller than the sheet. All sizes in twips.
+/// The rounded percentage at which a whole sheet fits a window, at least 1. The width decides when the window is taller
+/// than the sheet in proportion. All sizes are in twips.
 [[nodiscard]] std::int32_t fullPagePercent(double windowWidth, double windowHeight, double paperWidth,
                                            double paperHeight);
 
-/// Where a picture stands along one axis of the window: centred where it is smaller, else at 0.
+/// The place of a picture along one axis of the window, in twips: centred when it is smaller than the window, otherwise
+/// 0.
 [[nodiscard]] std::int32_t placeOnAxis(double pictureSize, double windowSize);
 
-/// How far a picture follows a drag by `delta` along one axis. A centred picture stays; any other neither shows its
-/// near edge inside the window nor loses its far one.
+/// How far a picture moves along one axis when it is dragged by `delta`; all lengths in twips. A centred picture does
+/// not move. Of any other picture, no edge moves further into the window than its border.
 [[nodiscard]] std::int32_t dragOnAxis(double delta, double picturePlace, double pictureSize, double windowSize);
 
 } // namespace sixtrace

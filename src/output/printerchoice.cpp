@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "output/printerchoice.h"
 
+#include "platform/desktop/dialogs.h"
+
 namespace sixtrace {
 
 Q_LOGGING_CATEGORY(printLog, "sixtrace.print", QtWarningMsg)
@@ -51,7 +53,7 @@ Outcome fillDialog(Printer& printer, PrinterDialog& dialog, int flags) {
     dialog.PaperSize = properties.PaperSize;
     dialog.PrintQuality = properties.PrintQuality;
     dialog.Orientation = properties.Orientation;
-    // What was set before is set still, until the user sets something else.
+    // The settings of the run so far.
     dialog.Copies = properties.Copies;
     dialog.ColorMode = properties.ColorMode;
     dialog.Duplex = properties.Duplex;
@@ -88,19 +90,18 @@ Outcome takePrinter(Printer& printer, const PrinterDialog& dialog) {
     return success();
 }
 
-Result<bool> choosePrinter(Printer& printer, PrinterDialog& dialog, int flags, quintptr windowHandle) {
-    const Outcome filled = fillDialog(printer, dialog, flags);
+Outcome choosePrinter(Printer& printer, PrinterDialog& dialog, int flags, quintptr windowHandle) {
+    Outcome filled = fillDialog(printer, dialog, flags);
     if (!filled) {
-        return filled.error();
+        return filled;
     }
-    // A change of the system's default printer is not to move the program's.
+    // From now on a change of the system's default printer does not change the program's printer.
     printer.TrackDefault = false;
     if (!printer.ShowPrinter(dialog, windowHandle)) {
         qCDebug(printLog) << "Cancel Selected";
-        return false;
+        return RuntimeError::of(ErrorNumber::CancelSelected);
     }
-    const Outcome taken = takePrinter(printer, dialog);
-    return taken ? Result<bool>(true) : taken.error();
+    return takePrinter(printer, dialog);
 }
 
 Result<int> showPrinterForPreview(Printer& printer, int flags, quintptr windowHandle) {
@@ -114,7 +115,7 @@ Result<int> showPrinterForPreview(Printer& printer, int flags, quintptr windowHa
     }
     const int copies = dialog.Copies;
     dialog.Copies = 1;
-    // What was chosen here stays chosen, wherever the system's default printer goes.
+    // From now on a change of the system's default printer does not change the program's printer.
     printer.TrackDefault = false;
     const Outcome taken = takePrinter(printer, dialog);
     return taken ? Result<int>(copies) : taken.error();
@@ -151,6 +152,13 @@ void tracePrinter(Printer& printer, const PrinterDialog& dialog) {
     line((dialog.Flags & PrinterDialog::kPrintToFile) != 0 ? QStringLiteral("Print to File Selected")
                                                            : QStringLiteral("Print to File Not Selected"));
     line(QStringLiteral("hDC = ") + QString::number(dialog.hDC));
+}
+
+void showPrintError(Dialogs& dialogs, const RuntimeError& error) {
+    if (error.number != ErrorNumber::CancelSelected) {
+        dialogs.message(QString::number(error.code()) + QStringLiteral("\r\n") + error.description,
+                        MessageIcon::Exclamation);
+    }
 }
 
 } // namespace sixtrace

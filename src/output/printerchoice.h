@@ -7,32 +7,36 @@
 
 namespace sixtrace {
 
-/// What the printer commands tell a developer: silent unless "sixtrace.print" is asked for.
+class Dialogs;
+
+/// What the printer commands write for developers. It is off unless the logging rules turn "sixtrace.print" on.
 Q_DECLARE_LOGGING_CATEGORY(printLog)
 
-/// Flags of the printer dialog: neither selection nor page numbers, for the command that prints and for the one that
-/// only sets the printer.
+/// Flags of the printer dialog, for the command that prints and for the one that only sets the printer. Neither offers
+/// to print a selection or a range of pages.
 inline constexpr int kPrintFlags =
     PrinterDialog::kNoSelection | PrinterDialog::kNoPageNumbers | PrinterDialog::kReturnContext;
 inline constexpr int kPrintSetFlags = kPrintFlags | PrinterDialog::kPrintSetup;
 
-/// Lets the user choose the printer and its settings for the rest of the run. False when the dialog was cancelled,
-/// which leaves the printer as it was, but for TrackDefault, which is False from here on. Fails without any printer.
-[[nodiscard]] Result<bool> choosePrinter(Printer& printer, PrinterDialog& dialog, int flags, quintptr windowHandle);
+/// Lets the user choose the printer and its settings for the rest of the run. A cancelled dialog is error 32755. It
+/// leaves the printer as it was, except that TrackDefault is False from then on. Error 482 without any printer.
+[[nodiscard]] Outcome choosePrinter(Printer& printer, PrinterDialog& dialog, int flags, quintptr windowHandle);
 
-/// Takes device and settings from a dialog that was accepted. A device whose name differs in case only stays; a name
-/// that the machine does not know changes nothing.
+/// Takes the device and the settings from an accepted dialog. The device stays when its name differs in case only, and
+/// when the machine has no printer of the new name.
 [[nodiscard]] Outcome takePrinter(Printer& printer, const PrinterDialog& dialog);
 
-/// The preview's printer dialog, whose choice becomes the program's printer. Gives the number of copies, each of which
-/// is to be printed as a document of its own: the printer itself makes one. Fails with error 32755 when it was
-/// cancelled.
+/// The preview's printer dialog, whose choice becomes the program's printer. The result is the number of copies. Each
+/// copy has to be printed as a document, since the printer is set to one. A cancelled dialog is error 32755.
 [[nodiscard]] Result<int> showPrinterForPreview(Printer& printer, int flags, quintptr windowHandle);
 
 /// Sets the number of copies that the printer makes of a document.
 void setCopies(Printer& printer, int copies);
 
-/// Tells the log what is set after the dialog.
+/// Writes the settings after the dialog to the log.
 void tracePrinter(Printer& printer, const PrinterDialog& dialog);
+
+/// Shows the message box of a printing command that has failed. A cancelled dialog needs none.
+void showPrintError(Dialogs& dialogs, const RuntimeError& error);
 
 } // namespace sixtrace

@@ -10,19 +10,20 @@
 
 namespace sixtrace {
 
-Printing::Printing(publicM& model, Surroundings surroundings, QWidget& form)
+Printing::Printing(publicM& model, Dialogs& dialogs, PrintDevices* printers, FromWindow window, QWidget& form)
     : QObject(&form)
     , m_model(model)
-    , m_surroundings(std::move(surroundings))
+    , m_dialogs(dialogs)
+    , m_window(std::move(window))
     , m_form(form)
-    , m_ownDevices(m_surroundings.printers == nullptr ? std::make_unique<QtPrinters>() : nullptr)
-    , m_printer(m_surroundings.printers == nullptr ? *m_ownDevices : *m_surroundings.printers)
+    , m_ownDevices(printers == nullptr ? std::make_unique<QtPrinters>() : nullptr)
+    , m_printer(printers == nullptr ? *m_ownDevices : *printers)
     , m_composer(m_model, m_settings, m_printer) {
     setDefaultMargins(m_settings);
 }
 
 Printing::~Printing() {
-    // The windows belong to nobody else: a child would take part in the main window's change of language.
+    // The windows have no parent: a child would take part in the main window's change of language.
     delete m_setup.data();
     delete m_preview.data();
 }
@@ -35,17 +36,12 @@ frmPrintSetup* Printing::setup() const {
 }
 
 Outcome Printing::PrintResult(PageTarget& target, std::int32_t zoomPercent) {
-    return m_composer.PrintResult(target, zoomPercent, m_surroundings.inputs());
-}
-
-void Printing::tell(const RuntimeError& error) {
-    m_surroundings.dialogs.message(QString::number(error.code()) + QStringLiteral("\r\n") + error.description,
-                                   MessageIcon::Exclamation);
+    return m_composer.PrintResult(target, zoomPercent, m_window.inputs());
 }
 
 void Printing::mnuPageSet_Click() {
     if (m_setup.isNull()) {
-        auto* form = new frmPrintSetup(m_model, m_settings, m_previewScale, m_surroundings.dialogs);
+        auto* form = new frmPrintSetup(m_model, m_settings, m_previewScale, m_dialogs);
         form->setAttribute(Qt::WA_DeleteOnClose);
         form->setModal(false);
         m_setup = form;
@@ -55,9 +51,9 @@ void Printing::mnuPageSet_Click() {
 }
 
 void Printing::showSetupOver(QWidget& owner) {
-    // One that stands open beside the windows gives way: there is one page setup.
+    // There is only one page setup: one that is open without an owner is closed.
     delete m_setup.data();
-    frmPrintSetup form(m_model, m_settings, m_previewScale, m_surroundings.dialogs);
+    frmPrintSetup form(m_model, m_settings, m_previewScale, m_dialogs);
     m_setup = &form;
     form.showOver(&owner);
 }
@@ -65,9 +61,8 @@ void Printing::showSetupOver(QWidget& owner) {
 void Printing::mnuPrintView_Click() {
     m_settings.PreviewOwner = this;
     if (m_preview.isNull()) {
-        auto* form =
-            new frmPrintPreview(m_model, m_settings, m_previewScale,
-                                {m_surroundings.dialogs, m_printer, [this](QWidget& owner) { showSetupOver(owner); }});
+        auto* form = new frmPrintPreview(m_model, m_settings, m_previewScale, m_dialogs, m_printer,
+                                         [this](QWidget& owner) { showSetupOver(owner); });
         form->setAttribute(Qt::WA_DeleteOnClose);
         m_preview = form;
         form->move(m_form.frameGeometry().center() - form->rect().center());
@@ -79,28 +74,23 @@ void Printing::mnuPrintView_Click() {
 
 void Printing::mnuPrint_Click() {
     PrinterDialog dialog;
-    const auto chosen = choosePrinter(m_printer, dialog, kPrintFlags, m_form.winId());
-    if (!chosen) {
-        tell(chosen.error());
-        return;
+    Outcome done = choosePrinter(m_printer, dialog, kPrintFlags, m_form.winId());
+    if (done) {
+        done = PrintResult(m_printer, 100);
     }
-    if (!chosen.value()) {
-        return;
-    }
-    const Outcome printed = PrintResult(m_printer, 100);
-    if (!printed) {
-        tell(printed.error());
+    if (!done) {
+        showPrintError(m_dialogs, done.error());
     }
 }
 
 void Printing::mnuPrintSet_Click() {
     PrinterDialog dialog;
-    dialog.Title = m_surroundings.setupTitle ? m_surroundings.setupTitle() : QString();
-    const auto chosen = choosePrinter(m_printer, dialog, kPrintSetFlags, m_form.winId());
-    if (!chosen) {
-        tell(chosen.error());
-    } else if (chosen.value()) {
+    dialog.Title = m_window.setupTitle();
+    const Outcome chosen = choosePrinter(m_printer, dialog, kPrintSetFlags, m_form.winId());
+    if (chosen) {
         tracePrinter(m_printer, dialog);
+    } else {
+        showPrintError(m_dialogs, chosen.error());
     }
 }
 

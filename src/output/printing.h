@@ -20,21 +20,18 @@ class frmPrintPreview;
 class frmPrintSetup;
 
 /// The printing commands of the main window: page setup, preview, printing and the printer's settings. It owns the
-/// program's printer, what is set for printing and the two windows, and composes pages for print and preview alike.
-/// Owned by the window.
+/// program's printer, the settings for printing and the windows of preview and page setup. It composes the pages of
+/// both printer and preview. The main window owns it.
 class Printing : public QObject, public PreviewOwner {
 public:
-    struct Surroundings {
-        Dialogs& dialogs;
-        /// The printers; empty stands for the machine's own.
-        PrintDevices* printers = nullptr;
-        /// Rows, ticks, markers and styles of the moment.
-        std::function<PageInputs()> inputs;
-        /// Title of the dialog that sets the printer, in the language of the moment.
-        std::function<QString()> setupTitle = {};
+    /// What it asks the main window for when a command needs it.
+    struct FromWindow {
+        std::function<PageInputs()> inputs;  ///< rows, ticks, markers and styles
+        std::function<QString()> setupTitle; ///< title of the dialog that sets the printer, in the present language
     };
 
-    Printing(publicM& model, Surroundings surroundings, QWidget& form);
+    /// `printers` is null for the machine's own printers.
+    Printing(publicM& model, Dialogs& dialogs, PrintDevices* printers, FromWindow window, QWidget& form);
     ~Printing() override;
 
     void mnuPageSet_Click();
@@ -44,21 +41,21 @@ public:
 
     [[nodiscard]] Outcome PrintResult(PageTarget& target, std::int32_t zoomPercent) override;
 
-    /// What a page would show just now, beside the model.
-    [[nodiscard]] PageInputs inputs() const { return m_surroundings.inputs(); }
+    /// What a page would show now, besides the model.
+    [[nodiscard]] PageInputs inputs() const { return m_window.inputs(); }
     [[nodiscard]] MdlPrinter& settings() { return m_settings; }
     [[nodiscard]] PreviewScale& previewScale() { return m_previewScale; }
     [[nodiscard]] Printer& printer() { return m_printer; }
-    /// The windows while they are loaded, else null.
+    /// The windows; null while they are not loaded.
     [[nodiscard]] frmPrintPreview* preview() const;
     [[nodiscard]] frmPrintSetup* setup() const;
 
 private:
     void showSetupOver(QWidget& owner);
-    void tell(const RuntimeError& error);
 
     publicM& m_model;
-    Surroundings m_surroundings;
+    Dialogs& m_dialogs;
+    FromWindow m_window;
     QWidget& m_form;
     std::unique_ptr<PrintDevices> m_ownDevices;
     Printer m_printer;

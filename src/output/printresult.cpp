@@ -15,13 +15,13 @@ namespace sixtrace {
 namespace {
 
 constexpr Colour kWhite = 0x00FFFFFF;
-constexpr Colour kGrey = 0x00C0C0C0;  // 7 of the sixteen-colour table
+constexpr Colour kGrey = 0x00C0C0C0;  // number 7 of the table of sixteen colours
 constexpr double kFontSize = 12;      // points
-constexpr std::int32_t kIndent = 567; // of legend and frame behind the labels' column
+constexpr std::int32_t kIndent = 567; // of the legend and the frame, to the right of the labels' column
 constexpr std::int32_t kGap = 110;    // between legend and frame
 constexpr double kMostDotsPerInch = 600;
 
-/// Assigns a real to a whole number, or tells the overflow.
+/// Rounds a real to a whole number; error 6 when it does not fit.
 Outcome assign(std::int32_t& target, double value) {
     const auto whole = toInt32(value);
     if (!whole) {
@@ -31,7 +31,7 @@ Outcome assign(std::int32_t& target, double value) {
     return success();
 }
 
-/// The first error of a row of assignments.
+/// The first error of several assignments.
 Outcome first(std::initializer_list<Outcome> outcomes) {
     const auto failed = std::find_if(outcomes.begin(), outcomes.end(), [](const Outcome& each) { return !each.ok(); });
     return failed == outcomes.end() ? success() : *failed;
@@ -66,7 +66,7 @@ Outcome PageComposer::PrintResult(PageTarget& target, std::int32_t zoomPercent, 
     return m_printer.EndDoc();
 }
 
-/// What the printer reaches, less the margins.
+/// The part of the sheet that the printer reaches, without the margins.
 Result<PageComposer::Box> PageComposer::printableBox() const {
     const auto sheet = m_printer.sheet();
     if (!sheet) {
@@ -82,8 +82,8 @@ Result<PageComposer::Box> PageComposer::printableBox() const {
     return fits ? Result<Box>(box) : fits.error();
 }
 
-/// Makes the picture of the whole sheet with the dashed line of the margins, which no printer ever sees. What the
-/// printer cannot reach is taken as equal on both sides.
+/// Makes the picture of the whole sheet, with a dashed line at the margins that is not printed. The part that the
+/// printer cannot reach is taken to be equally wide on both sides.
 Outcome PageComposer::beginSheet(PicturePage& picture, double s, Box& box) const {
     const auto metrics = m_printer.sheet();
     if (!metrics) {
@@ -157,11 +157,11 @@ Outcome PageComposer::printLegend(PageTarget& target, const PageInputs& inputs, 
         if (!isShown(m_model, inputs.frame.selected, channel)) {
             continue;
         }
-        const auto c = static_cast<std::size_t>(channel);
-        // White would vanish on paper.
-        target.ForeColor = m_model.LineColor[c] == kWhite ? 0 : m_model.LineColor[c];
+        // White could not be seen on paper.
+        const Colour colour = m_model.LineColor[channel];
+        target.ForeColor = colour == kWhite ? 0 : colour;
         target.CurrentX = box.left + kIndent;
-        target.PrintLine(inputs.rows[c]);
+        target.PrintLine(inputs.rows[channel]);
     }
     const double legend = target.CurrentY - box.top;
     return first({assign(box.height, box.height - legend - kGap), assign(box.top, target.CurrentY + kGap),
@@ -169,7 +169,7 @@ Outcome PageComposer::printLegend(PageTarget& target, const PageInputs& inputs, 
                   assign(box.width, static_cast<double>(box.width) - kIndent)});
 }
 
-/// Gives the frame the shape of the screen, at the upper left of what remains.
+/// Gives the frame the shape of the screen, 3 to 2, at the upper left of the box.
 Outcome PageComposer::fitFrame(Box& box) {
     const double w = box.width;
     const double h = box.height;
@@ -185,13 +185,13 @@ void PageComposer::printLabels(PageTarget& target, const PageInputs& inputs, con
         if (!isShown(m_model, inputs.frame.selected, channel)) {
             continue;
         }
-        const auto c = static_cast<std::size_t>(channel);
-        target.ForeColor = m_model.LineColor[c];
-        ChannelPageY[c] = (strip::kMarkerHeight / 2 + inputs.frame.markerTop[c]) / strip::kHeight * box.height;
-        const double zeroLine = box.top + ChannelPageY[c];
+        target.ForeColor = m_model.LineColor[channel];
+        ChannelPageY[channel] =
+            (strip::kMarkerHeight / 2 + inputs.frame.markerTop[channel]) / strip::kHeight * box.height;
+        const double zeroLine = box.top + ChannelPageY[channel];
         target.CurrentX = box.left - kIndent;
         target.CurrentY = zeroLine - kGap;
-        target.PrintText(inputs.rows[c].left(3));
+        target.PrintText(inputs.rows[channel].left(3));
         target.CurrentY = zeroLine;
         target.LineTo(box.left, zeroLine);
     }
@@ -209,16 +209,15 @@ Outcome PageComposer::PrinterDrawT(PicturePage& hidden, Box& box, PageTarget& ta
     drawPageGraticule(hidden, box.width, box.height, inputs.graticule, divisionsAcross(m_model.FileKind));
     target.DrawStyle = DrawStyle::Solid;
     for (int channel = 0; channel < kChannels; ++channel) {
-        const auto c = static_cast<std::size_t>(channel);
-        hidden.ForeColor = m_model.LineColor[c];
+        hidden.ForeColor = m_model.LineColor[channel];
         if (!isShown(m_model, inputs.selected, channel)) {
             continue;
         }
         PageSink sink(hidden, m_model, channel, inputs.style);
-        const PageArea page{static_cast<double>(box.width), static_cast<double>(box.height), ChannelPageY[c]};
+        const PageArea page{static_cast<double>(box.width), static_cast<double>(box.height), ChannelPageY[channel]};
         ChannelPlot plot(m_model, channel, inputs.style, m_points, sink, page);
-        if (!plot.plot()) {
-            return RuntimeError::of(plot.error());
+        if (const Outcome plotted = plot.plot(); !plotted) {
+            return plotted;
         }
     }
     target.PaintPicture(hidden.Image(), place.left, place.top, box.width + kFrameBorder, box.height + kFrameBorder);

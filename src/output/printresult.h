@@ -13,7 +13,7 @@ class PageTarget;
 class PicturePage;
 class Printer;
 
-/// What a page shows beside the model.
+/// What a page shows besides the model.
 struct PageInputs {
     FrameInputs frame;
     PerChannel<QString> rows; ///< texts of the channel list
@@ -21,22 +21,22 @@ struct PageInputs {
 
 [[nodiscard]] PageInputs pageInputs(const ScreenState& screen);
 
-/// Composes pages: legend, channel labels with their zero ticks, and a framed copy of the scope screen. Printer and
-/// preview get the same page. The settings, the model and the printer are handed in and outlive it.
+/// Composes pages: a legend, channel labels with zero ticks, and a framed copy of the scope screen. Printer and preview
+/// get the same page. The model, the settings and the printer outlive it.
 class PageComposer {
 public:
     PageComposer(publicM& model, const MdlPrinter& settings, Printer& printer);
 
-    /// Composes the page on the printer, or at zoomPercent on a preview's picture. An error ends the composition at
-    /// that point: what is on a picture stays, a document of the printer is thrown away.
+    /// Composes the page on the printer, or on a picture at zoomPercent. An error ends the composition at that point:
+    /// a picture keeps what has been drawn, and the printer's document is dropped. Error 424 for any other target.
     ///
-    /// PlotX, PlotY, MsPerPixel and VoltPerPixel hold the page's values afterwards, until the next frame.
+    /// Until the next frame PlotX, PlotY, MsPerPixel and VoltPerPixel hold the values of the page.
     [[nodiscard]] Outcome PrintResult(PageTarget& target, std::int32_t zoomPercent, const PageInputs& inputs);
 
-    /// Zero line of each channel in twips below the top of the frame.
+    /// The zero line of each channel, in twips below the top of the frame.
     PerChannel<double> ChannelPageY{};
 
-    /// The box of the page that is left for what comes next, and at last the one that the screen copy fills.
+    /// A rectangle of the page in twips: the space that is still free, and in the end that of the screen copy.
     struct Box {
         std::int32_t left = 0;
         std::int32_t top = 0;
@@ -44,8 +44,8 @@ public:
         std::int32_t height = 0;
     };
 
-    /// Draws frame and traces into `hidden`, at its origin, and pastes it on the target at the box. The box's left and
-    /// top are 0 afterwards.
+    /// Draws the frame and the traces at the origin of `hidden`, and pastes that picture on the target at the box.
+    /// Afterwards the left and top of the box are 0.
     [[nodiscard]] Outcome PrinterDrawT(PicturePage& hidden, Box& box, PageTarget& target, const FrameInputs& inputs);
 
 private:
@@ -62,7 +62,7 @@ private:
     TracePoints m_points{Vectors::Allowed};
 };
 
-/// The scale of a preview: the percentage as a share with one decimal, so that 75 % gives 0.8 and 104 % gives 1.0.
+/// The factor of a preview, with one decimal: 75 percent give 0.8, and 104 percent give 1.0.
 [[nodiscard]] float previewScale(std::int32_t zoomPercent);
 
 } // namespace sixtrace

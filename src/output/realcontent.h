@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "output/littleendian.h"
 #include "output/ziparchive.h"
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cstddef>
 #include <cstring>
 #include <string>
@@ -13,17 +13,9 @@
 
 namespace sixtrace {
 
-/// Writes a value, the least significant byte first.
-template<typename T>
-void putLittle(char* at, T value) {
-    std::memcpy(at, &value, sizeof value);
-    if constexpr (std::endian::native == std::endian::big) {
-        std::reverse(at, at + sizeof value);
-    }
-}
-
-/// `count` reals of type T behind a head, little-endian, each made by `value(i)` when it is wanted; i is an int, which
-/// processors turn into reals several at a time. A piece may start and end anywhere.
+/// The content of a file of an archive: `head`, and after it `count` little-endian reals of type T. A real is computed
+/// as value(i) when the archive reads it. i is an int, since processors convert several ints to reals at once. The
+/// archive may read pieces that start and end anywhere.
 template<typename T, typename Value>
 ZipContent realsOf(std::string head, std::size_t count, Value value) {
     const std::size_t size = head.size() + count * sizeof(T);
@@ -35,10 +27,12 @@ ZipContent realsOf(std::string head, std::size_t count, Value value) {
                     from += part;
                     wanted -= part;
                 }
-                const Value made = value; // a copy whose place nothing else can write to, so that the loop is quick
+                const Value made =
+                    value; // a local copy, which the writes of the loop cannot change: that makes it faster
                 std::size_t at = from - head.size();
                 while (wanted > 0) {
-                    // Whole values at once; one that is cut by the piece's start or end by itself.
+                    // Whole values are written in one loop; a value that the piece's start or end cuts is written by
+                    // itself.
                     const std::size_t cut = at % sizeof(T);
                     const std::size_t first = at / sizeof(T);
                     std::size_t part = 0;

@@ -3,6 +3,7 @@
 
 #include "capture/measure.h"
 #include "capture/numbertexts.h"
+#include "output/littleendian.h"
 #include "output/realcontent.h"
 #include "output/ziparchive.h"
 
@@ -13,7 +14,8 @@ namespace sixtrace {
 
 namespace {
 
-/// What stands before the values of an array: its type and its shape, "(3,)" for a row and "()" for a single value.
+/// The head of an array file: the type of its values, and its shape, which is "(3,)" for a row of three values and "()"
+/// for a single value.
 std::string arrayHead(const std::string& type, const std::string& shape) {
     constexpr std::size_t kAlignment = 64;
     std::string head("\x93NUMPY\x01\x00\x00\x00", 10);
@@ -24,7 +26,7 @@ std::string arrayHead(const std::string& type, const std::string& shape) {
     return head;
 }
 
-/// The volts of all samples as 32-bit reals.
+/// The voltages of all samples as 32-bit reals.
 ZipContent voltsOf(std::string head, const ChannelRecord& channel) {
     return realsOf<float>(std::move(head), channel.heldSamples(),
                           [samples = channel.samples, volts = voltsPerCount(channel)](int i) {
@@ -53,8 +55,7 @@ std::string textArray(std::string_view text) {
         for (std::size_t k = 1; k < length; ++k) {
             unit = unit << 6 | (static_cast<unsigned char>(text[i + k]) & 0x3FU);
         }
-        units.resize(units.size() + 4);
-        putLittle(units.data() + units.size() - 4, unit);
+        append32(units, unit);
         i += length;
         ++count;
     }
@@ -73,9 +74,9 @@ double rateOf(const ChannelRecord& channel) {
 }
 
 bool isWholeRate(double rate) {
-    constexpr double kNearlyNothing = 1e-9; // of rounding where an interval is turned into a rate
+    constexpr double kRounding = 1e-9; // relative error of a rate that is computed from an interval
     constexpr double kGreatest = 1e15;
-    return rate >= 1 && rate < kGreatest && std::fabs(rate - std::round(rate)) <= kNearlyNothing * rate;
+    return rate >= 1 && rate < kGreatest && std::fabs(rate - std::round(rate)) <= kRounding * rate;
 }
 
 std::string rateText(double rate) {

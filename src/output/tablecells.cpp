@@ -21,7 +21,7 @@ QString shown(std::string_view text, QChar decimalMark) {
 
 void TableCells::setRows(int rows) {
     m_rows = std::clamp(rows, 0, kMostRows);
-    m_cells.assign(static_cast<std::size_t>(std::max(m_rows - 1, 0)) * kCols, kEmpty);
+    m_cells.assign(index(std::max(m_rows, 1), 0), kEmpty);
 }
 
 const CellText& TableCells::cell(int row, int col) const {

@@ -13,7 +13,7 @@ namespace sixtrace {
 
 namespace {
 
-constexpr std::size_t kZone = 14;
+constexpr qsizetype kZone = 14;
 static_assert(kZone == CellText::kLongest + 1, "a cell's text and one blank make a print zone");
 
 std::vector<int> tickedColumns(const TableExport& table) {
@@ -22,7 +22,7 @@ std::vector<int> tickedColumns(const TableExport& table) {
     }
     std::vector<int> columns;
     for (int col = 0; col < TableCells::kCols; ++col) {
-        if (table.ticked[static_cast<std::size_t>(col)]) {
+        if (table.ticked[col]) {
             columns.push_back(col);
         }
     }
@@ -31,13 +31,12 @@ std::vector<int> tickedColumns(const TableExport& table) {
 
 void appendZone(QByteArray& line, std::string_view text) {
     line.append(text.data(), static_cast<qsizetype>(text.size()));
-    const auto length = static_cast<std::size_t>(line.size());
-    line.append(static_cast<qsizetype>(kZone - length % kZone), ' ');
+    line.append(kZone - line.size() % kZone, ' ');
 }
 
-/// The rows below the head: every cell takes one zone, so that a line has a fixed length.
+/// Appends the rows below the head. Every cell takes one zone, so that all lines have the same length.
 void appendRows(QByteArray& text, const TableCells& cells, const std::vector<int>& columns) {
-    const qsizetype line = static_cast<qsizetype>(columns.size()) * qsizetype{kZone} + 2;
+    const qsizetype line = static_cast<qsizetype>(columns.size()) * kZone + 2;
     const qsizetype start = text.size();
     text.resize(start + std::max(cells.Rows() - 1, 0) * line);
     char* at = text.data() + start;
@@ -62,7 +61,7 @@ void appendCsvCell(QByteArray& text, std::string_view cell, bool last) {
     text.append(last ? '\n' : ',');
 }
 
-/// Writes the sheet to either kind of workbook, row by row, as both want their cells.
+/// Writes the sheet to either kind of workbook. Both take their cells row by row.
 template<typename Workbook>
 Outcome layOut(const TableExport& table, Workbook& workbook) {
     const TableCells& cells = table.cells;

@@ -24,21 +24,22 @@ bool TableFill::step() {
 }
 
 bool TableFill::writeHeads() {
-    // From the right to the left: a factor beyond all numbers leaves the heads on its left unwritten.
+    // The heads are written from right to left. A factor that is not finite ends the fill, so that the heads to the
+    // left of it stay empty.
     for (int channel = kChannels - 1; channel >= 0; --channel) {
-        const double factor = probeFactor(m_model.ProbeExp[static_cast<std::size_t>(channel)]);
+        const double factor = probeFactor(m_model.ProbeExp[channel]);
         if (!std::isfinite(factor)) {
             return false;
         }
         const QString head = channelName(channel) + QStringLiteral(" / ") + generalText(factor, NumberMarks{});
-        m_cells.setHead(channel + 1, head.toStdString());
+        m_cells.setHead(TableCells::columnOfChannel(channel), head.toStdString());
     }
     return true;
 }
 
 bool TableFill::writeFirstRows() {
     const std::int32_t longest = *std::max_element(m_model.SampleCount.begin(), m_model.SampleCount.end());
-    // A count below none, or one whose rows cannot be numbered, is no count of rows.
+    // The count of rows is one more, which would overflow for the greatest number.
     if (longest < 0 || longest == std::numeric_limits<std::int32_t>::max()) {
         return false;
     }
@@ -46,11 +47,11 @@ bool TableFill::writeFirstRows() {
     m_samples = m_cells.Rows() - 1;
     m_rowsWritten = std::min(m_samples, kRowsAtOnce);
     for (int row = 1; row <= m_rowsWritten; ++row) {
-        m_cells.setCell(row, 0, rowNumberText(static_cast<std::uint32_t>(row)));
+        writeRowNumber(row);
     }
     for (int channel = 0; channel < kChannels; ++channel) {
-        const auto c = static_cast<std::size_t>(channel);
-        const int count = m_model.ChannelPresent[c] == 1 ? std::min(m_model.SampleCount[c], kRowsAtOnce) : 0;
+        const int count =
+            m_model.ChannelPresent[channel] == 1 ? std::min(m_model.SampleCount[channel], kRowsAtOnce) : 0;
         for (int sample = 0; sample < count; ++sample) {
             if (!writeValue(channel, sample)) {
                 return false;
@@ -61,24 +62,27 @@ bool TableFill::writeFirstRows() {
 }
 
 bool TableFill::writeRow(int sample) {
-    m_cells.setCell(sample + 1, 0, rowNumberText(static_cast<std::uint32_t>(sample) + 1));
-    m_rowsWritten = sample + 1;
+    m_rowsWritten = TableCells::rowOfSample(sample);
+    writeRowNumber(m_rowsWritten);
     for (int channel = 0; channel < kChannels; ++channel) {
-        const auto c = static_cast<std::size_t>(channel);
-        if (m_model.ChannelPresent[c] == 1 && sample < m_model.SampleCount[c] && !writeValue(channel, sample)) {
+        const bool held = m_model.ChannelPresent[channel] == 1 && sample < m_model.SampleCount[channel];
+        if (held && !writeValue(channel, sample)) {
             return false;
         }
     }
     return true;
 }
 
+void TableFill::writeRowNumber(int row) {
+    m_cells.setCell(row, 0, rowNumberText(static_cast<std::uint32_t>(row)));
+}
+
 bool TableFill::writeValue(int channel, int sample) {
-    const float value = static_cast<float>(m_model.SampleData(channel, sample)) *
-                        m_model.VoltPerCount[static_cast<std::size_t>(channel)];
+    const float value = static_cast<float>(m_model.SampleData(channel, sample)) * m_model.VoltPerCount[channel];
     if (!std::isfinite(value)) {
         return false;
     }
-    m_cells.setCell(sample + 1, channel + 1, numberText(value));
+    m_cells.setCell(TableCells::rowOfSample(sample), TableCells::columnOfChannel(channel), numberText(value));
     return true;
 }
 

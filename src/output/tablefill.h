@@ -6,9 +6,9 @@
 
 namespace sixtrace {
 
-/// Fills the data table from the model in steps, so that whoever runs it can yield between them: the first step writes
-/// the head, Rows and the first forty rows, every later one a row. A number that cannot be computed ends the fill where
-/// it stands, without a word. Model and table outlive it.
+/// Fills the data table from the model in steps, so that the caller can yield to the event loop between them. The first
+/// step writes the head, sets the count of rows and writes the first forty rows; each later step writes one row. A
+/// number that cannot be computed ends the fill at that point, without a message. Model and table outlive it.
 class TableFill {
 public:
     static constexpr int kRowsAtOnce = 40;
@@ -17,7 +17,7 @@ public:
         : m_cells(cells)
         , m_model(model) {}
 
-    /// Writes what comes next; false when nothing is left.
+    /// Does the next step; false when no step is left.
     bool step();
     [[nodiscard]] bool finished() const { return m_phase == Phase::Finished; }
     /// Rows below the head that have been written.
@@ -29,7 +29,8 @@ private:
     [[nodiscard]] bool writeHeads();
     [[nodiscard]] bool writeFirstRows();
     [[nodiscard]] bool writeRow(int sample);
-    /// False where the product leaves the range of a 32-bit real.
+    void writeRowNumber(int row);
+    /// False when the product is outside the range of a 32-bit real.
     [[nodiscard]] bool writeValue(int channel, int sample);
 
     TableCells& m_cells;

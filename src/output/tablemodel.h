@@ -7,18 +7,18 @@
 
 namespace sixtrace {
 
-/// Shows the cells of the data table to a view: row 0 of the table is the horizontal header, row r the item row r - 1,
-/// whose head is its cell of column 0.
-/// It owns nothing; who writes the cells tells it what has changed.
+/// The cells of the data table as a model for a view. Row 0 of the table is the horizontal header. Row r is the item
+/// row r - 1, and its cell of column 0 is the head of that row. The model owns no cells; whoever writes cells has to
+/// tell it which rows have changed.
 class TableModel : public QAbstractTableModel {
 public:
     TableModel(const TableCells& cells, QObject* parent)
         : QAbstractTableModel(parent)
         , m_cells(cells) {}
 
-    /// What the heads of the columns tell when asked.
+    /// Sets the tool tip of the column heads.
     void setHeadTip(const QString& text) { m_headTip = text; }
-    /// Around a change of the count of rows.
+    /// To be called before and after a change of the count of rows.
     void beginRows() { beginResetModel(); }
     void endRows() { endResetModel(); }
     /// The table's rows `first` to `last` have been written.

@@ -4,9 +4,12 @@
 #include "platform/controls/look.h"
 
 #include <QApplication>
+#include <QBrush>
 #include <QClipboard>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
+#include <QStyledItemDelegate>
 
 #include <limits>
 #include <map>
@@ -15,9 +18,47 @@
 namespace sixtrace {
 
 namespace {
+
 constexpr int kHeadHeight = 26;
 constexpr int kFirstColumn = 72;
 constexpr int kColumn = 106;
+
+/// Paints the cells of the data table. Each holds one line of digits, so none of the layout is needed that the usual
+/// delegate makes for texts of any kind, and that takes most of the time for a page of numbers. The usual delegate
+/// still paints the selected cells and the one with the focus frame.
+class NumberDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+};
+
+void NumberDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    constexpr QStyle::State kPlain = QStyle::State_Enabled;
+    constexpr QStyle::State kSpecial = QStyle::State_Selected | QStyle::State_HasFocus | QStyle::State_MouseOver;
+    if (option.widget == nullptr || (option.state & (kPlain | kSpecial)) != kPlain) {
+        QStyledItemDelegate::paint(painter, option, index);
+        return;
+    }
+    const QVariant ground = index.data(Qt::BackgroundRole);
+    if (ground.isValid()) {
+        painter->fillRect(option.rect, ground.value<QBrush>());
+    }
+    const QString text = index.data(Qt::DisplayRole).toString();
+    if (text.isEmpty()) {
+        return;
+    }
+    const QVariant ink = index.data(Qt::ForegroundRole);
+    painter->setPen(ink.isValid() ? ink.value<QBrush>().color() : option.palette.color(QPalette::Text));
+    painter->setFont(option.font);
+    const int margin = option.widget->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, &option, option.widget) + 1;
+    const QFontMetrics& metrics = option.fontMetrics;
+    // The place has fractions of a pixel, as in the layout of the usual delegate.
+    const double left = option.rect.right() + 1 - margin - QFontMetricsF(option.font).horizontalAdvance(text);
+    const int top = option.rect.top() + (option.rect.height() - metrics.height()) / 2;
+    painter->drawText(QPointF(left, top + metrics.ascent()), text);
+}
+
 } // namespace
 
 TableView::TableView(QWidget* parent)
@@ -37,11 +78,12 @@ TableView::TableView(QWidget* parent)
     pale.setColor(QPalette::Highlight, QColor::fromRgb(bench::kSelectedRow));
     pale.setColor(QPalette::HighlightedText, QColor::fromRgb(bench::kInk));
     setPalette(pale);
+    setItemDelegate(new NumberDelegate(this));
 }
 
 void TableView::setModel(QAbstractItemModel* model) {
     QTableView::setModel(model);
-    hideColumn(0); // it stands in the heads of the rows
+    hideColumn(0); // the row heads show it
     horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
 }
 
@@ -61,7 +103,7 @@ QString TableView::selectedText() const {
     const QModelIndexList cells = selectedIndexes();
     for (const QModelIndex& cell : cells) {
         if (isColumnHidden(cell.column())) {
-            continue; // the heads of the rows
+            continue; // column 0, which the row heads show
         }
         columnsOfRow[cell.row()].insert(cell.column());
         columns.insert(cell.column());

@@ -5,10 +5,10 @@
 
 namespace sixtrace {
 
-/// The view of the data table. Column 0, the sequence numbers, stands fixed at the left as the heads of the rows. The
-/// other columns share the width that is there. It paints itself anew only for changes of rows that it shows: the usual
-/// one does so for every change, so that a fill in the background would paint the same page over and over. Ctrl+C
-/// copies the selected cells.
+/// The view of the data table. The sequence numbers of column 0 are shown as row heads, which stay at the left when the
+/// table is scrolled; the other columns share the width. The view repaints only when rows that it shows have changed:
+/// the usual view repaints for each change, so that a fill in the background would paint the same page many times.
+/// Ctrl+C copies the selected cells.
 class TableView : public QTableView {
 public:
     static constexpr int kRowHeight = 22;
@@ -16,8 +16,8 @@ public:
     explicit TableView(QWidget* parent);
 
     void setModel(QAbstractItemModel* model) override;
-    /// The selected cells, columns parted by tabs, lines by line feeds. A cell within these columns that is not
-    /// selected is empty.
+    /// The selected cells, with tabs between columns and line feeds between lines. A cell that lies between selected
+    /// columns but is not selected itself is empty.
     [[nodiscard]] QString selectedText() const;
 
 protected:

@@ -10,11 +10,11 @@ namespace sixtrace {
 
 namespace {
 
-/// More than the library writes for a number, and for everything else in a workbook of one sheet with a few texts.
+/// More bytes than the library writes for a number, and for the rest of a workbook of one sheet with a few texts.
 constexpr qsizetype kCellBytes = 64;
 constexpr qsizetype kOtherBytes = 65536;
 
-/// What stands behind a failure of the library, in the numbers of message boxes.
+/// The run-time error for a failure of the library.
 RuntimeError errorOf(lxw_error error) {
     switch (error) {
     case LXW_ERROR_MEMORY_MALLOC_FAILED:
@@ -25,14 +25,14 @@ RuntimeError errorOf(lxw_error error) {
     case LXW_ERROR_ZIP_FILE_OPERATION:
     case LXW_ERROR_ZIP_FILE_ADD:
     case LXW_ERROR_ZIP_CLOSE:
-        // It writes to a fresh folder of ours only: what fails there is the room.
+        // It writes to a new folder of ours only, where nothing but a full disk makes it fail.
         return RuntimeError::of(ErrorNumber::DiskFull);
     default:
         return RuntimeError::of(ErrorNumber::InvalidCall);
     }
 }
 
-/// The folders that workbooks are made in. The library's own files lose their names as soon as they are open.
+/// The folders that workbooks are made in. The library unlinks its own temporary files as soon as it has opened them.
 WorkshopKind writingWorkbooks() {
     return {QStringLiteral("sixtrace-workbook"),
             QRegularExpression(QStringLiteral("table\\.xlsx|room|tmp\\.[A-Za-z0-9]{10}"))};

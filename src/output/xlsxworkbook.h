@@ -13,8 +13,8 @@ struct lxw_worksheet;
 
 namespace sixtrace {
 
-/// A workbook of one sheet in the Office Open XML format of ".xlsx" files, made by libxlsxwriter in a private folder.
-/// Cells are counted from 0.
+/// A workbook of one sheet in the Office Open XML format of ".xlsx" files. libxlsxwriter makes it in a private folder.
+/// Rows and columns count from 0.
 class XlsxWorkbook {
 public:
     XlsxWorkbook();
@@ -25,12 +25,12 @@ public:
     void text(int row, int col, const QString& text);
     void number(int row, int col, double value);
 
-    /// The bytes of the file. Called once, behind the last cell.
+    /// The bytes of the file. Called once, after the last cell.
     [[nodiscard]] Result<QByteArray> file();
 
 private:
-    /// Whether the private folder has the room for what the library puts there: it does not look whether its own
-    /// writing succeeds, and would pack a sheet that breaks off.
+    /// Whether the disk has room for what the library writes. The library does not check its own writing, so that
+    /// without room it would pack an incomplete sheet.
     [[nodiscard]] bool hasRoom() const;
 
     PlainNumerals m_plainNumerals;

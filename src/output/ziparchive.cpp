@@ -12,12 +12,13 @@ namespace sixtrace {
 
 namespace {
 
-/// The first moment that an archive can tell.
+/// The earliest time that an archive can hold.
 constexpr zip_uint16_t kNoTime = 0;
 constexpr zip_uint16_t kFirstDate = (1U << 5) | 1U;
-constexpr std::size_t kRoomForHeads = 100; ///< of an entry: before its bytes, and in the list at the end
+constexpr std::size_t kRoomForHeads = 100; ///< more than each of the two heads of an entry takes
 
-/// Where the library writes the archive: a text in memory, grown at its end or overwritten where the library goes back.
+/// The memory that the library writes the archive to. It grows at its end, and bytes that the library goes back to are
+/// overwritten.
 struct Target {
     std::string content;
     std::size_t at = 0;
@@ -25,7 +26,7 @@ struct Target {
 
     zip_int64_t write(const void* data, std::size_t length) {
         const std::string_view bytes(static_cast<const char*>(data), length);
-        content.replace(at, length, bytes); // which appends at the end
+        content.replace(at, length, bytes); // at the end this appends
         at += length;
         return static_cast<zip_int64_t>(length);
     }
@@ -68,11 +69,11 @@ zip_int64_t serve(void* user, void* data, zip_uint64_t length, zip_source_cmd_t 
     case ZIP_SOURCE_ERROR:
         return zip_error_to_data(&target.error, data, length);
     default:
-        return 0; // nothing to open, close or free; nothing is read back
+        return 0; // there is nothing to open, close or free, and the library reads nothing back
     }
 }
 
-/// Where the library reads a file of the archive.
+/// The content of a file that the library packs, and how far it has read.
 struct Reading {
     const ZipContent& content;
     std::size_t at = 0;
@@ -108,7 +109,7 @@ zip_int64_t give(void* user, void* data, zip_uint64_t length, zip_source_cmd_t c
         return zip_error_to_data(&none, data, length);
     }
     default:
-        return 0; // nothing to close or free
+        return 0; // there is nothing to close or free
     }
 }
 
@@ -135,7 +136,7 @@ std::optional<std::string> ZipArchive::file() const {
         return std::nullopt;
     }
     bool added = true;
-    std::deque<Reading> readings; // which stay where they are
+    std::deque<Reading> readings; // a deque, since the library keeps pointers to its elements
     for (const Entry& entry : m_entries) {
         zip_source_t* const bytes = zip_source_function(archive, give, &readings.emplace_back(Reading{entry.content}));
         const zip_int64_t index =

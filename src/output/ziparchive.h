@@ -10,27 +10,27 @@
 
 namespace sixtrace {
 
-/// The bytes of a file in an archive, made piece by piece where they are wanted: no memory of their own is filled and
-/// read again.
+/// The bytes of a file in an archive. They are made piece by piece when the archive reads them, so that they take no
+/// memory of their own.
 struct ZipContent {
     std::size_t size = 0;
     /// Writes `count` bytes from byte `from` on, which lie within the size.
     std::function<void(char* to, std::size_t from, std::size_t count)> make;
 
-    /// The bytes of a text, which has to stay.
+    /// The bytes of a text, which has to exist as long as this object.
     static ZipContent of(std::string_view text);
 };
 
-/// An archive that is made in memory, with the time stamps of nobody's clock: the same content gives the same bytes.
+/// A ZIP archive that is made in memory. Its time stamps are fixed, so that the same content gives the same bytes.
 class ZipArchive {
 public:
     enum class Packing { Stored, Deflated };
 
-    /// Adds a file. Its content is made when the archive is.
+    /// Adds a file. Its content is made by file().
     void add(std::string name, ZipContent content, Packing packing) {
         m_entries.push_back({std::move(name), std::move(content), packing});
     }
-    /// The archive; nothing where memory is short.
+    /// The bytes of the archive; nothing when there is not enough memory.
     [[nodiscard]] std::optional<std::string> file() const;
 
 private:

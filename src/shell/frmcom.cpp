@@ -5,7 +5,7 @@
 #include "capture/channellist.h"
 #include "capture/settings.h"
 #include "output/bitmapsave.h"
-#include "output/datatable.h"
+#include "output/frmdata.h"
 #include "output/printing.h"
 #include "output/printresult.h"
 #include "platform/controls/labels.h"
@@ -98,9 +98,9 @@ void FrmCom::makeCommands() {
                                        &action(QStringLiteral("mnuthree")), &action(QStringLiteral("mnufive"))},
                          .lastTransfer = c.Label4},
                         m_services.dialogs, *this, m_services.acquisition, this);
-    m_printing = new Printing(m_model,
-                              {m_services.dialogs, m_services.printers, [this] { return pageInputs(m_state); },
-                               [this] { return action(QStringLiteral("mnuPrintSet")).iconText(); }},
+    m_printing = new Printing(m_model, m_services.dialogs, m_services.printers,
+                              {.inputs = [this] { return pageInputs(m_state); },
+                               .setupTitle = [this] { return action(QStringLiteral("mnuPrintSet")).iconText(); }},
                               *this);
     m_bitmapSave = new BitmapSave({c.Picture3, c.Picture2}, m_services.dialogs, this);
 }

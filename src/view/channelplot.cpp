@@ -41,34 +41,34 @@ bool isPlottedWhole(const publicM& model, int channel) {
     return model.TimeIndex[c] < kScanTimeRow || model.SampleCount[c] < model.ScreenPoints[c];
 }
 
-bool ChannelPlot::takeScale() {
+Outcome ChannelPlot::takeScale() {
     if (!deriveSteps(m_model, m_channel, m_page)) {
-        return false;
+        return RuntimeError::of(ErrorNumber::SubscriptOutOfRange);
     }
     const auto scale = m_page ? pageScale(m_model, m_channel, *m_page) : plotScale(m_model, m_channel);
-    m_scale = scale.value_or(TraceScale{});
-    // The rows of the view exist by now, so it is that of the capture, or there is nothing to divide by.
-    if (m_model.TimeBaseTable.has(m_model.TimeIndex[m_channel])) {
-        m_error = ErrorNumber::DivisionByZero;
+    if (!scale) {
+        // The rows of the view exist by now. So the row of the capture is missing, or there is nothing to divide by.
+        const bool rowExists = m_model.TimeBaseTable.has(m_model.TimeIndex[m_channel]);
+        return RuntimeError::of(rowExists ? ErrorNumber::DivisionByZero : ErrorNumber::SubscriptOutOfRange);
     }
-    return scale.has_value();
+    m_scale = *scale;
+    return success();
 }
 
-bool ChannelPlot::plot() {
-    if (!takeScale()) {
-        return false;
+Outcome ChannelPlot::plot() {
+    if (const Outcome scale = takeScale(); !scale) {
+        return scale;
     }
     const auto x = toInt32(m_scale.x0);
     const auto y = toInt32(m_scale.y(m_model.SampleData(m_channel, 0)));
     if (!x || !y) {
-        m_error = ErrorNumber::Overflow;
-        return false;
+        return RuntimeError::of(ErrorNumber::Overflow);
     }
     m_sink.dot(*x, *y);
     return plotByTimeBase();
 }
 
-bool ChannelPlot::plotByTimeBase() {
+Outcome ChannelPlot::plotByTimeBase() {
     const int c = m_channel;
     const double slots = m_model.ScreenPoints[c];
     const double scan = m_model.ScanPoint[c];
@@ -79,55 +79,52 @@ bool ChannelPlot::plotByTimeBase() {
 }
 
 /// The fresh sweep up to the write position, the gap, and what is left of the sweep before.
-bool ChannelPlot::plotBothSweeps(double slots, double scan) {
+Outcome ChannelPlot::plotBothSweeps(double slots, double scan) {
     const double gapEnd = slots * kScanGap + scan;
     if (m_style == TraceStyle::Points) {
-        return visit(0, scan) && visit(gapEnd, slots);
+        const Outcome fresh = visit(0, scan);
+        return fresh ? visit(gapEnd, slots) : fresh;
     }
-    if (!visit(0, scan - 1)) {
-        return false;
+    if (const Outcome fresh = visit(0, scan - 1); !fresh) {
+        return fresh;
     }
     // The pen crosses the gap over the row that the counter has reached, with the position that an earlier frame
     // left there: one dot.
     const double counter = std::max(scan, 0.0);
     if (!isSampleRow(counter)) {
-        m_error = ErrorNumber::SubscriptOutOfRange;
-        return false;
+        return RuntimeError::of(ErrorNumber::SubscriptOutOfRange);
     }
     const int stale = static_cast<int>(counter);
     m_sink.dot(m_model.PlotX(m_channel, stale), m_model.PlotY(m_channel, stale));
-    return liftTo(gapEnd) && visit(gapEnd, slots);
+    const Outcome lifted = liftTo(gapEnd);
+    return lifted ? visit(gapEnd, slots) : lifted;
 }
 
-/// A write position near the end of the screen: the gap has eaten the start of the sweep.
-bool ChannelPlot::plotOneSweep(double slots, double scan) {
+/// A write position near the end of the screen: the gap covers the start of the sweep.
+Outcome ChannelPlot::plotOneSweep(double slots, double scan) {
     const double start = slots * kScanGap - (slots - scan);
     if (m_style == TraceStyle::Points) {
         return visit(start, scan);
     }
-    return liftTo(start) && visit(start + 1, scan);
+    const Outcome lifted = liftTo(start);
+    return lifted ? visit(start + 1, scan) : lifted;
 }
 
 /// Computes and stores the point of sample `at`, and sets the pen down there.
-bool ChannelPlot::liftTo(double at) {
+Outcome ChannelPlot::liftTo(double at) {
     const PointRun point = m_points.compute(m_model, m_channel, m_scale, at, at);
-    if (!isComplete(point)) {
-        return false;
+    if (point.error) {
+        return RuntimeError::of(*point.error);
     }
     m_sink.dot(point.columns[0].x, point.columns[0].firstY);
-    return true;
+    return success();
 }
 
 /// Visits the samples first, first + 1 ... last.
-bool ChannelPlot::visit(double first, double last) {
+Outcome ChannelPlot::visit(double first, double last) {
     const PointRun run = m_points.compute(m_model, m_channel, m_scale, first, last);
     m_sink.samples(run);
-    return isComplete(run);
-}
-
-bool ChannelPlot::isComplete(const PointRun& run) {
-    m_error = run.overflow ? ErrorNumber::Overflow : ErrorNumber::SubscriptOutOfRange;
-    return run.complete;
+    return run.error ? Outcome(RuntimeError::of(*run.error)) : success();
 }
 
 } // namespace sixtrace

@@ -27,19 +27,19 @@ public:
 /// Whether a frame plots a channel: the capture holds it and its row is ticked.
 [[nodiscard]] bool isShown(const publicM& model, const PerChannel<bool>& selected, int channel);
 
-/// What a frame leaves of a channel besides its points: SampleStep, MsPerPixel and VoltPerPixel, of the screen or of a
-/// page. False where a table row does not exist; what lies before it is set then.
+/// Sets SampleStep, MsPerPixel and VoltPerPixel of a channel, for the screen or for a page. False where a table row
+/// does not exist; the values before it in this order are set then.
 bool deriveSteps(publicM& model, int channel, const std::optional<PageArea>& page = {});
 
-/// Whether all samples of a channel are plotted in a row, as they are but for a slow scan that fills its screen.
+/// Whether all samples of a channel are plotted as one run. Only a slow scan that fills its screen is plotted in parts.
 [[nodiscard]] bool isPlottedWhole(const publicM& model, int channel);
 
 /// Plots one channel, on the screen or in the frame of a page: the same cases by time base and scan position, the same
-/// pen lifts, only the mapping differs. Each step gives false when it ends in a run-time error; what was drawn by then
+/// pen lifts, only the mapping differs. A step that ends in a run-time error ends the plot; what was drawn by then
 /// stays.
 class ChannelPlot {
 public:
-    /// On the screen where `page` is empty. What is passed by reference outlives the plot.
+    /// Plots on the screen where `page` is empty. The referenced objects have to live as long as this one.
     ChannelPlot(publicM& model, int channel, TraceStyle style, TracePoints& points, TraceSink& sink,
                 const std::optional<PageArea>& page = {})
         : m_model(model)
@@ -49,20 +49,16 @@ public:
         , m_sink(sink)
         , m_page(page) {}
 
-    /// Leaves PlotX and PlotY of the samples visited, SampleStep, MsPerPixel and VoltPerPixel in the model.
-    [[nodiscard]] bool plot();
-    /// What ended a plot that gave false.
-    [[nodiscard]] ErrorNumber error() const { return m_error; }
+    /// Stores PlotX and PlotY of the samples visited, SampleStep, MsPerPixel and VoltPerPixel in the model.
+    [[nodiscard]] Outcome plot();
 
 private:
-    [[nodiscard]] bool takeScale();
-    [[nodiscard]] bool plotByTimeBase();
-    [[nodiscard]] bool plotBothSweeps(double slots, double scan);
-    [[nodiscard]] bool plotOneSweep(double slots, double scan);
-    [[nodiscard]] bool liftTo(double at);
-    [[nodiscard]] bool visit(double first, double last);
-    /// Notes what cut a run, if anything did.
-    [[nodiscard]] bool isComplete(const PointRun& run);
+    [[nodiscard]] Outcome takeScale();
+    [[nodiscard]] Outcome plotByTimeBase();
+    [[nodiscard]] Outcome plotBothSweeps(double slots, double scan);
+    [[nodiscard]] Outcome plotOneSweep(double slots, double scan);
+    [[nodiscard]] Outcome liftTo(double at);
+    [[nodiscard]] Outcome visit(double first, double last);
 
     publicM& m_model;
     int m_channel;
@@ -71,7 +67,6 @@ private:
     TraceSink& m_sink;
     std::optional<PageArea> m_page;
     TraceScale m_scale;
-    ErrorNumber m_error = ErrorNumber::SubscriptOutOfRange;
 };
 
 } // namespace sixtrace

@@ -14,13 +14,13 @@ namespace sixtrace {
 class CursorLine;
 class PictureBox;
 
-/// The keyboard's hold of a cursor line: an unseen strip over the line, there while the line is shown, that can have
-/// the focus and then shows it by accent lines on both sides. The mouse goes through it. Owned by the picture box.
+/// Gives a cursor line the keyboard focus: a transparent strip over the line, there while the line is shown. It shows
+/// the focus by accent lines on both sides of the line and lets the mouse through. Owned by the picture box.
 class CursorHandle : public QWidget {
 public:
     CursorHandle(PictureBox& box, const CursorLine& line, const QString& name);
 
-    /// Whether the focus shows: it does when it came by the keyboard, or as soon as a key has used it.
+    /// Whether the focus is shown: when the keyboard gave it, or after the first key that moved the line.
     [[nodiscard]] bool hasFocusLine() const { return m_focusLine; }
     void setFocusLine(bool shown);
 
@@ -47,14 +47,14 @@ public:
     CursorKeys(ScreenMouse& mouse, PictureBox& Picture2, const Lines& lines, std::function<void()> moved,
                QObject* parent);
 
-    /// In the order in which Tab walks over them.
+    /// In the order of the Tab key.
     [[nodiscard]] const std::array<CursorHandle*, kLines>& handles() const { return m_handles; }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    /// False where the key is none of this line's.
+    /// False where the key does not move this line.
     bool keyPressed(std::size_t line, int key);
     void step(std::size_t line, int units);
     void focusGrabbed();

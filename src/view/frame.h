@@ -23,8 +23,8 @@ struct FrameInputs {
 
 /// Draws frames of the scope screen. Owns the scratch memory of the drawing, so make it once.
 ///
-/// The result is, to the pixel, what drawing every segment of every trace in order would give; how it is reached is
-/// told in docs/architecture.md.
+/// The result is, to the pixel, what drawing every segment of every trace in order would give. docs/architecture.md
+/// explains how it is computed.
 class FrameRenderer {
 public:
     explicit FrameRenderer(Vectors vectors = Vectors::Allowed);
@@ -32,11 +32,12 @@ public:
     FrameRenderer(const FrameRenderer&) = delete;
     FrameRenderer& operator=(const FrameRenderer&) = delete;
 
-    /// A whole frame into `picture2`, whose end is noted for the copy. Leaves PlotX and PlotY of every sample visited,
-    /// ChannelYPos, SampleStep, MsPerPixel and VoltPerPixel in the model.
+    /// Draws a whole frame into `picture2` and notes in `copy` that it is finished. Stores PlotX and PlotY of every
+    /// sample visited, ChannelYPos, SampleStep, MsPerPixel and VoltPerPixel in the model.
     ///
     /// A run-time error (a table row that does not exist, a division by zero, a coordinate beyond 32 bits, a sample
-    /// beyond the arrays) ends the frame quietly: what was drawn stays, channels after it and the copy are left out.
+    /// beyond the arrays) ends the frame without a message: what was drawn stays, the channels after it are not drawn
+    /// and no copy is made.
     void PicReDrawT(publicM& model, const FrameInputs& inputs, Picture& picture2, FrameCopy& copy);
     /// The same with the copy made at once.
     void PicReDrawT(publicM& model, const FrameInputs& inputs, Picture& picture2, Picture& picHidden0);

@@ -13,7 +13,7 @@ inline constexpr int kScreenHeight = 400; ///< screen units; Y runs 0..400
 inline constexpr int kSurfaceWidth = 601; ///< pixels of the surface that shows them all
 inline constexpr int kSurfaceHeight = 401;
 
-/// Divisions across the graticule: 10 for captures of FileKind 2 and 3, otherwise 12. Times are always reckoned with
+/// Divisions across the graticule: 10 for captures of FileKind 2 and 3, otherwise 12. Times are always computed with
 /// 12.
 [[nodiscard]] int divisionsAcross(int fileKind);
 
@@ -25,7 +25,7 @@ inline constexpr int kSurfaceHeight = 401;
 /// it are set then.
 [[nodiscard]] bool deriveZeroLines(publicM& model, const PerChannel<double>& markerTops);
 
-/// How a channel's samples lie on the screen by the model's present state. Take it afresh after every change of that.
+/// The map from a channel's samples to the screen, for the present state of the model. Compute it anew after a change.
 struct TraceScale {
     double zoom = 0;               ///< time base of the capture by that of the view
     double x0 = 0;                 ///< X of sample 0; zooming keeps the middle of the screen, X = 300, in place
@@ -62,8 +62,8 @@ struct PageArea {
     double zeroLine = 0;
 };
 
-/// The scale for plotting on a page. The shift stands in it as it is, in screen units, and the step comes from the
-/// samples held, not from those per screen. Nothing where a table row does not exist or SampleCount is 0.
+/// The scale for plotting on a page. The shift enters it unchanged, in screen units, and the step comes from
+/// the number of samples held, not from those per screen. Nothing where a table row does not exist or SampleCount is 0.
 [[nodiscard]] std::optional<TraceScale> pageScale(const publicM& model, int channel, const PageArea& page);
 
 /// Milliseconds and volts per unit of a channel as it is shown on a picture of that width or height; nothing where the

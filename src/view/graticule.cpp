@@ -70,7 +70,7 @@ void drawGraticule(Picture& picture, Colour gridColor, Graticule style, int divi
         drawCross(picture, divisions, divisionX);
     }
 
-    // Five fine ticks to a division. The last pass of each loop lies on or behind the edge.
+    // Five fine ticks to a division. The last pass of each loop draws on the edge or beyond it.
     constexpr int kFineTick = 5;
     picture.drawStyle = DrawStyle::Solid;
     for (int i = 0; i <= 41; ++i) {

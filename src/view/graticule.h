@@ -22,10 +22,10 @@ public:
     /// Screen pixels of a row, padded to whole blocks of 16.
     static constexpr std::size_t kRowPixels = (kSurfaceWidth + 15) / 16 * 16;
 
-    /// What drawGraticule leaves in a picture of the screen's size. It is drawn in `picture` itself, which is about to
-    /// be drawn anew; nothing is done where background and graticule have not changed since the last call.
+    /// Prepares the rows that drawGraticule draws in a picture of the screen's size. It draws in `picture` itself,
+    /// whose content is lost; it does nothing where background and graticule have not changed since the last call.
     void prepare(Picture& picture, Colour gridColor, Graticule style, int divisions);
-    /// The pixels of a screen row, 0 to 400. Those behind the screen's right edge mean nothing.
+    /// The pixels of a screen row, 0 to 400. Those beyond the screen's right edge are padding.
     [[nodiscard]] const std::uint32_t* row(int y) const { return m_rows.data() + m_rowOf[y] * kRowPixels; }
 
 private:

@@ -12,8 +12,8 @@ namespace sixtrace {
 class MarkerLabel;
 class ScreenMouse;
 
-/// Keys for the zero marker that has the focus: the arrows move it by one screen unit, and trace, bar and readouts
-/// follow; Enter does what a double click does. Owned by the window.
+/// Keys for the zero marker that has the focus: the arrows move it by one screen unit, and the trace, the bar and the
+/// readouts follow; Enter does what a double click does. Owned by the window.
 class MarkerKeys : public QObject {
 public:
     /// `moved` is called after every key that may have changed something.

@@ -13,7 +13,7 @@
 namespace sixtrace {
 
 /// The heights of the counts -2048 to 2047, which is what converters of up to 12 bits give. The entry of a count is its
-/// lowest twelve bits, so that every count names an entry, though only these counts name their own.
+/// lowest twelve bits: any count names an entry, but only counts in this range name their own.
 using HeightsOfCounts = std::array<std::int32_t, 4096>;
 inline constexpr int kLeastCount = -2048;
 inline constexpr int kGreatestCount = 2047;
@@ -24,16 +24,16 @@ inline constexpr int kGreatestCount = 2047;
 /// A whole trace: its samples 0, 1 ... up to the end of its last column.
 struct SampleLane {
     int channel = 0;
-    const HeightsOfCounts* heights = nullptr; ///< they rise or fall with the count all the way
+    const HeightsOfCounts* heights = nullptr; ///< monotonic: all rising or all falling with the count
     double yPos = 0;                          ///< the height of a count of 0, not rounded
     std::optional<double> step;               ///< pixels a count, where wideStepGives has said so
     std::span<const ColumnEnd> columns;       ///< which samples fall on which column; not empty
     TraceColumn* out = nullptr;               ///< room for as many columns
 };
 
-/// Computes the points of several whole traces side by side. The sample arrays are sample-major, so this walks once
-/// through memory where a channel at a time would walk six times. Stores PlotX and PlotY of every sample visited. False
-/// where a count lies outside -2048 to 2047; what is stored then is not to be used.
+/// Computes the points of several whole traces side by side. The sample arrays are sample-major: one pass through
+/// memory does for all channels, where computing one channel after the other takes six. Stores PlotX and PlotY of every
+/// sample visited. False where a count lies outside -2048 to 2047; what is stored then is not to be used.
 [[nodiscard]] bool computeLanes(publicM& model, std::span<const SampleLane> lanes);
 
 /// What consecutive rows of samples of all six channels have in common, and the extremes of the counts in them. Two of

@@ -24,7 +24,7 @@ std::size_t numberOf(CursorHit line) {
 } // namespace
 
 void ScreenMouse::hold(CursorHit line) {
-    // A trace that is being dragged is not let go for a line.
+    // While a trace is dragged, a press on a line does not end that drag.
     if (std::holds_alternative<drag::Trace>(m_drag)) {
         return;
     }
@@ -46,7 +46,7 @@ void ScreenMouse::Picture2_MouseDown(double X, double Y) {
     }
     X = std::floor(X);
     Y = std::floor(Y);
-    // Whether a line is shown plays no part: a hidden cursor takes the press all the same.
+    // A hidden cursor line takes the press as well.
     if (const CursorHit line = cursorUnder(m_screen.cursors, X, Y); line != CursorHit::None) {
         hold(line);
         return;
@@ -59,14 +59,14 @@ void ScreenMouse::Picture2_MouseDown(double X, double Y) {
     if (pick.failed) {
         return;
     }
-    if (pick.channel >= 0) {
-        m_drag = drag::Trace{pick.channel, X};
+    if (pick.channel) {
+        m_drag = drag::Trace{*pick.channel, X};
     }
     if (m_screen.pointer != MousePointer::EastWest) {
         return;
     }
     m_pictures.beginExclusiveOr();
-    // The shape may be left over from a time cursor; then there is no trace to draw.
+    // The pointer may still have the shape of a time cursor that was near; then there is no trace to draw.
     if (auto* trace = std::get_if<drag::Trace>(&m_drag)) {
         trace->lastX = X;
         static_cast<void>(m_pictures.beginTraceDrag(trace->channel));
@@ -94,7 +94,7 @@ bool ScreenMouse::passVoltageCursors(double Y) {
 }
 
 bool ScreenMouse::passTimeCursors(double X) {
-    // Read out first: the time readouts lag the line by one move.
+    // The readouts come first, so that times lag the line by one move.
     printTime(m_model, m_screen);
     const auto* lines = std::get_if<drag::CursorLines>(&m_drag);
     if (lines != nullptr && lines->time) {
@@ -163,7 +163,7 @@ void ScreenMouse::image1_MouseMove(int Index, Qt::MouseButtons Button, double Y)
 
 void ScreenMouse::image1_MouseUp(int Index) {
     m_drag = drag::Nothing{};
-    // The border of a marker without data stays on.
+    // The border of a marker whose channel holds no capture is kept.
     if (m_model.AutoRun || m_model.ChannelPresent[Index] != 1) {
         return;
     }

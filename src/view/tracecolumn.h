@@ -17,7 +17,7 @@ struct TraceColumn {
 /// A screen column and where its samples end.
 struct ColumnEnd {
     std::int32_t x;
-    int end; ///< number of the sample behind the column's last
+    int end; ///< number of the first sample after the column
 };
 
 } // namespace sixtrace

@@ -115,7 +115,7 @@ void TraceLayers::sweep(const GraticuleRows& ground, Picture& picture) {
         m_composeRow(m_row, ground.row(y), picture.row(y));
     }
     for (std::size_t index = 0; index < m_used; ++index) {
-        // Behind the screen's last row end the traces that leave it there.
+        // A trace that reaches the screen's last row ends one row below it.
         m_layers[index].toggles[kSurfaceHeight] = {};
     }
     m_used = 0;

@@ -18,7 +18,7 @@ enum class CursorHit { None, Voltage1, Voltage2, Time1, Time2 };
 
 /// What looking for a trace under the pointer came to.
 struct TracePick {
-    int channel = -1;                    ///< the lowest channel whose trace lies within five units, or -1
+    std::optional<int> channel;          ///< the lowest channel whose trace lies within five units, if there is one
     std::optional<MousePointer> pointer; ///< the shape that the search leaves, if it sets one
     bool failed = false;                 ///< the search ended in a run-time error
 };

@@ -127,17 +127,19 @@ PointRun TracePoints::compute(publicM& model, int channel, const TraceScale& sca
     if (!(first <= last)) {
         return run;
     }
-    // Rows are the rounded first counter and those behind it. The counter's fraction never changes and is never a half:
+    // Rows are the rounded first counter and those after it. The counter's fraction never changes and is never a half:
     // it comes from 2/25 of a whole number.
     const double firstRow = std::nearbyint(first);
     if (!isSampleRow(firstRow)) {
-        run.complete = false;
+        run.error = ErrorNumber::SubscriptOutOfRange;
         return run;
     }
     run.firstRow = static_cast<int>(firstRow);
     const double held = kSampleRows - firstRow;
     const double wanted = countedSteps(first, last, held);
-    run.complete = wanted <= held;
+    if (wanted > held) {
+        run.error = ErrorNumber::SubscriptOutOfRange;
+    }
     const int count = static_cast<int>(std::min(wanted, held));
 
     constexpr int kWorthATable = 512;
@@ -172,7 +174,7 @@ bool TracePoints::computeTogether(publicM& model, std::span<const WholeTrace> tr
         return false;
     }
     for (std::size_t i = 0; i < traces.size(); ++i) {
-        runs[i] = {0, traces[i].count, true, m_columnsOf[traces[i].channel], false};
+        runs[i] = {0, traces[i].count, m_columnsOf[traces[i].channel]};
     }
     return true;
 }
@@ -221,15 +223,13 @@ void TracePoints::computeOneByOne(publicM& model, int channel, const TraceScale&
     for (int i = 0; i < count; ++i, counter += 1) {
         const auto x = toInt32(scale.x(counter));
         if (!x) {
-            run.complete = false;
-            run.overflow = true;
+            run.error = ErrorNumber::Overflow;
             return;
         }
         model.PlotX(channel, run.firstRow + i) = *x;
         const auto y = toInt32(scale.y(model.SampleData(channel, run.firstRow + i)));
         if (!y) {
-            run.complete = false;
-            run.overflow = true;
+            run.error = ErrorNumber::Overflow;
             return;
         }
         model.PlotY(channel, run.firstRow + i) = *y;

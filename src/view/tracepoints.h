@@ -3,10 +3,12 @@
 
 #include "capture/publicm.h"
 #include "platform/drawing/vectors.h"
+#include "platform/text/runtimeerror.h"
 #include "view/geometry.h"
 #include "view/tracecolumn.h"
 
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -16,10 +18,10 @@ namespace sixtrace {
 struct PointRun {
     int firstRow = 0;
     int count = 0;
-    bool complete = true; ///< false when a run-time error cut the run: a row that does not exist, or an overflow
     /// The same points by columns, in order; valid until the next computation.
     std::span<const TraceColumn> columns;
-    bool overflow = false; ///< whether a run that is not complete met an overflow
+    /// What cut the run, if anything did: an overflow, or a row that does not exist.
+    std::optional<ErrorNumber> error = std::nullopt;
 };
 
 /// Whether a rounded sample index names a row of the sample arrays.

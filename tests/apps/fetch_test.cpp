@@ -5,9 +5,7 @@
 #include <set>
 #include <sys/stat.h>
 
-using namespace sixtrace;
-using namespace sixtrace::test;
-
+namespace sixtrace::test {
 namespace {
 
 TEST_F(Fetch, OverTheSerialLineBringsTheNextCaptureEveryTime) {
@@ -402,3 +400,4 @@ TEST_F(Fetch, AnInstrumentReplacesNoLinkToARealDevice) {
 }
 
 } // namespace
+} // namespace sixtrace::test

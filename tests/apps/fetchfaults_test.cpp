@@ -7,9 +7,7 @@
 #include <array>
 #include <cstdio>
 
-using namespace sixtrace;
-using namespace sixtrace::test;
-
+namespace sixtrace::test {
 namespace {
 
 constexpr int kSerialBlock = 1024;
@@ -178,3 +176,4 @@ TEST_F(FetchFaults, OverUsbWhatIsNotWholeIsNothing) {
 }
 
 } // namespace
+} // namespace sixtrace::test

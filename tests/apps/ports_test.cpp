@@ -13,10 +13,9 @@
 #include <pty.h>
 #include <unistd.h>
 
-using namespace sixtrace;
-using namespace sixtrace::test;
 using namespace Qt::StringLiterals;
 
+namespace sixtrace::test {
 namespace {
 
 /// A terminal that this process keeps.
@@ -145,3 +144,4 @@ TEST_F(Ports, WrongUseEndsWith2) {
 }
 
 } // namespace
+} // namespace sixtrace::test

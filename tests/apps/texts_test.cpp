@@ -119,10 +119,10 @@ TEST(JsonTexts, ANameThatIsNoTextStandsInHexadecimalToo) {
 TEST(Batches, GiveTheGreatestCodeAndHaveEachFileOnce) {
     for (const int jobs : {1, 2, 5}) {
         std::vector<int> seen(1000);
-        const int code = runBatch(seen.size(), jobs, [&]() -> Work {
+        const ExitCode code = runBatch(seen.size(), jobs, [&]() -> Work {
             return [&seen](std::size_t i, Answer& answer) {
                 ++seen[i];
-                answer.code = std::max<int>(answer.code, i == 700 ? Failed : Done);
+                answer.code = std::max(answer.code, i == 700 ? Failed : Done);
             };
         });
         EXPECT_EQ(code, Failed);

@@ -9,7 +9,7 @@
 
 #include <csignal>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 class BitmapSaving : public PrintWindow {
@@ -114,4 +114,4 @@ TEST_F(BitmapSaving, ExistingFolderSurvivesAFailedSave) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -12,7 +12,7 @@
 
 #include <string_view>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 class Preview : public PrintWindow {
@@ -517,4 +517,4 @@ TEST_F(Preview, AnyPercentIsSurvived) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -3,7 +3,7 @@
 
 #include <QLabel>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 class PageSetup : public PrintWindow {
@@ -228,4 +228,4 @@ TEST_F(PageSetup, EveryCaptionHasATextOfBothLanguagesThatFits) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -10,7 +10,7 @@
 #include <limits>
 #include <string>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 std::string text(float value) {
@@ -118,4 +118,4 @@ TEST(NumberText, ReturnsBlanksBehindTheText) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-namespace sixtrace {
+namespace sixtrace::test {
 
 /// A capture without channels, a printer that keeps what it is given, and the picture of a sheet.
 class PageTest : public ::testing::Test {
@@ -55,4 +55,4 @@ protected:
     PageComposer composer{*model, settings, printer};
 };
 
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 constexpr Colour kWhite = 0xFFFFFF;
@@ -248,4 +248,4 @@ TEST_F(PageFrame, APrinterThatNamesItsQualityByANegativeNumberGetsASharpFrame) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

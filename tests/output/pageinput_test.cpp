@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 constexpr NumberMarks kMarks{};
@@ -91,4 +91,4 @@ TEST(PageInput, AMarginIsShownInCentimetresWithOneDecimal) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -3,7 +3,7 @@
 
 #include "platform/controls/toolbar.h"
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 class PrintCommands : public PrintWindow {
@@ -147,4 +147,4 @@ TEST_F(PrintCommands, AfterAPageTheNextFrameBringsTheScreensPositionsBack) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

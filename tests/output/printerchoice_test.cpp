@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 /// Collects what goes to the log.
@@ -33,10 +33,7 @@ private:
 
 class PrinterChoice : public ::testing::Test {
 protected:
-    bool choose(int flags = kPrintFlags) {
-        const auto chosen = choosePrinter(printer, dialog, flags, 0);
-        return chosen && chosen.value();
-    }
+    bool choose(int flags = kPrintFlags) { return choosePrinter(printer, dialog, flags, 0).ok(); }
     ScriptedPrinters devices;
     Printer printer{devices};
     PrinterDialog dialog;
@@ -65,7 +62,9 @@ TEST_F(PrinterChoice, CancelLeavesThePrinterAsItWasButTrackDefaultFalse) {
         return false;
     };
     EXPECT_TRUE(printer.TrackDefault);
-    EXPECT_FALSE(choose());
+    const Outcome chosen = choosePrinter(printer, dialog, kPrintFlags, 0);
+    ASSERT_FALSE(chosen);
+    EXPECT_EQ(chosen.error().code(), 32755);
     EXPECT_EQ(printer.properties().value(), before);
     EXPECT_FALSE(printer.TrackDefault);
     devices.standard = QStringLiteral("Lab");
@@ -227,4 +226,4 @@ TEST_F(PrinterChoice, TheTraceReducesSettingsToWords) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -19,7 +19,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 constexpr QRgb kGround = 0xFF400040; // of the screen
@@ -183,7 +183,7 @@ private:
 
 TEST_F(PaperTest, APageAsPdfHasItsTextAndLooksAsThePreview) {
     openWithCapture();
-    PdfPrinter paper(QPageSize(QPageSize::A4), false);
+    PdfPrinter paper(QPageSize(QPageSize::A4), QPageLayout::Portrait);
     Printer pdf(paper);
     PageComposer composer(*model, printing().settings(), pdf);
     ASSERT_TRUE(composer.PrintResult(pdf, 100, printing().inputs()));
@@ -487,4 +487,4 @@ TEST_F(PaperTest, APrinterThatHasGoneStillGetsADialogToChooseAnother) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 constexpr Colour kWhite = 0xFFFFFF;
@@ -393,4 +393,4 @@ TEST_F(PageTest, MarginsThatLeaveNoRoomEndTheComposition) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

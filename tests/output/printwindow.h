@@ -15,7 +15,7 @@
 #include <QRadioButton>
 #include <QTest>
 
-namespace sixtrace {
+namespace sixtrace::test {
 
 /// Dialogs that also answer questions and input boxes by script.
 class AnsweringDialogs : public ScriptedDialogs {
@@ -101,4 +101,4 @@ protected:
     AnsweringDialogs answering;
 };
 
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -14,7 +14,7 @@
 
 #include <csignal>
 
-namespace sixtrace {
+namespace sixtrace::test {
 
 namespace {
 
@@ -168,4 +168,4 @@ QByteArray PrivateQueue::waitForJob() {
     return {};
 }
 
-} // namespace sixtrace
+} // namespace sixtrace::test

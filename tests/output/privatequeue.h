@@ -4,7 +4,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-namespace sixtrace {
+namespace sixtrace::test {
 
 /// A print server of the test's own, on loopback, with one queue that makes PDF files of what it is given. It ends with
 /// this object, at the latest with the test program's time limit.
@@ -39,4 +39,4 @@ private:
 /// What a program prints on its standard output; empty where it fails.
 [[nodiscard]] QByteArray outputOf(const QString& program, const QStringList& arguments);
 
-} // namespace sixtrace
+} // namespace sixtrace::test

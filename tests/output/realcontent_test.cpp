@@ -5,7 +5,7 @@
 
 #include <string>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 std::string piece(const ZipContent& content, std::size_t from, std::size_t count) {
@@ -32,4 +32,4 @@ TEST(RealContent, APieceMayStartAndEndWithinAValue) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

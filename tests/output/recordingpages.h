@@ -8,7 +8,7 @@
 
 #include <vector>
 
-namespace sixtrace {
+namespace sixtrace::test {
 
 /// One thing drawn on a page, in twips.
 struct DrawnItem {
@@ -53,4 +53,4 @@ protected:
 using RecordingPrinter = Recording<Printer>;
 using RecordingSheet = Recording<PicturePage>;
 
-} // namespace sixtrace
+} // namespace sixtrace::test

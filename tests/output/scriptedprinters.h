@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-namespace sixtrace {
+namespace sixtrace::test {
 
 /// Printers that exist in a test only: they keep every document as PDF with the settings it was begun with, and answer
 /// the printer dialog by script. Paper of 11900 by 16840 twips, of which a border of 300 cannot be reached.
@@ -96,4 +96,4 @@ private:
     };
 };
 
-} // namespace sixtrace
+} // namespace sixtrace::test

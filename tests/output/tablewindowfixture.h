@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "output/datatable.h"
+#include "output/frmdata.h"
 #include "output/tablefixture.h"
 #include "platform/text/numbers.h"
 #include "shell/frmcomfixture.h"

@@ -6,7 +6,7 @@
 #include "capture/capturefile.h"
 #include "capture/mdllan.h"
 #include "capture/scenes.h"
-#include "output/datatable.h"
+#include "output/frmdata.h"
 #include "output/frmprintpreview.h"
 #include "output/frmprintsetup.h"
 #include "output/printing.h"

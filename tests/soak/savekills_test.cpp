@@ -147,7 +147,7 @@ QByteArray pageOf(const char* scene, const QString& capture) {
     UnseenScreen loaded(*model);
     SimpleWav(capture, loaded.scope());
     EXPECT_TRUE(QFile::remove(capture));
-    PdfPrinter paper(QPageSize(QPageSize::A4), false);
+    PdfPrinter paper(QPageSize(QPageSize::A4), QPageLayout::Portrait);
     const PageInputs inputs = pageInputs(loaded.state);
     const MdlPrinter settings;
     Printer printer(paper);

@@ -46,7 +46,7 @@ TEST_F(TracePickTest, TwoTracesAtTheSameSpotGiveTheLowerChannel) {
 TEST_F(TracePickTest, ReachesFiveUnitsInclusive) {
     EXPECT_EQ(pickTrace(*screen.model, 50, 205).channel, 1);
     EXPECT_EQ(pickTrace(*screen.model, 50, 195).channel, 1);
-    EXPECT_EQ(pickTrace(*screen.model, 50, 206).channel, -1);
+    EXPECT_EQ(pickTrace(*screen.model, 50, 206).channel, std::nullopt);
 }
 
 TEST_F(TracePickTest, TheReachIsMeasuredFromTheExactHeightNotFromItsPixel) {
@@ -54,7 +54,7 @@ TEST_F(TracePickTest, TheReachIsMeasuredFromTheExactHeightNotFromItsPixel) {
     screen.model->VoltPerCount[1] = 4.0F; // 0.4 of a row a count
     screen.model->SampleData(1, 50) = 1;  // at 199.6, drawn on row 200
     EXPECT_EQ(pickTrace(*screen.model, 50, 204).channel, 1);
-    EXPECT_EQ(pickTrace(*screen.model, 50, 205).channel, -1);
+    EXPECT_EQ(pickTrace(*screen.model, 50, 205).channel, std::nullopt);
     EXPECT_EQ(pickTrace(*screen.model, 50, 195).channel, 1);
 }
 
@@ -67,8 +67,8 @@ TEST_F(TracePickTest, APressAtAnIndexEqualToSampleCountPassesTheRangeTest) {
     screen.model->SampleCount[1] = 300; // two columns a sample: X = 600 is index 300
     screen.model->SampleData(1, 300) = 0;
     EXPECT_EQ(pickTrace(*screen.model, 600, 200).channel, 1);
-    EXPECT_EQ(pickTrace(*screen.model, 601, 200).channel, -1);
-    EXPECT_EQ(pickTrace(*screen.model, -1, 200).channel, -1);
+    EXPECT_EQ(pickTrace(*screen.model, 601, 200).channel, std::nullopt);
+    EXPECT_EQ(pickTrace(*screen.model, -1, 200).channel, std::nullopt);
     EXPECT_EQ(pickTrace(*screen.model, 0, 200).channel, 1) << "as does one at index 0";
 }
 
@@ -78,8 +78,8 @@ TEST_F(TracePickTest, BetweenTwoSamplesTheEvenOneIsCompared) {
     screen.model->SampleData(1, 2) = 100; // on row 100; all others on row 200
     EXPECT_EQ(pickTrace(*screen.model, 5, 100).channel, 1) << "sample 2.5";
     EXPECT_EQ(pickTrace(*screen.model, 3, 100).channel, 1) << "sample 1.5";
-    EXPECT_EQ(pickTrace(*screen.model, 6, 100).channel, -1);
-    EXPECT_EQ(pickTrace(*screen.model, 2, 100).channel, -1);
+    EXPECT_EQ(pickTrace(*screen.model, 6, 100).channel, std::nullopt);
+    EXPECT_EQ(pickTrace(*screen.model, 2, 100).channel, std::nullopt);
 }
 
 TEST_F(TracePickTest, APressBesideTheSamplesSetsTheArrowAndOneAboveThemLeavesTheShape) {
@@ -92,7 +92,7 @@ TEST_F(TracePickTest, APressBesideTheSamplesSetsTheArrowAndOneAboveThemLeavesThe
 TEST_F(TracePickTest, AChannelWithoutAVoltRowEndsTheSearchOnlyWhereItsHeightIsAskedFor) {
     screen.model->VoltIndexView[1] = -1;
     EXPECT_TRUE(pickTrace(*screen.model, 50, 200).failed);
-    EXPECT_EQ(pickTrace(*screen.model, 50, 200).channel, -1);
+    EXPECT_EQ(pickTrace(*screen.model, 50, 200).channel, std::nullopt);
     screen.model->ChannelXShift[1] = 100; // the pointer is left of its samples now
     EXPECT_EQ(pickTrace(*screen.model, 50, 200).channel, 3);
     EXPECT_EQ(hoverTrace(*screen.model, 50, 200).channel, 3);
@@ -102,7 +102,7 @@ TEST_F(TracePickTest, AnIndexOutsideTheArraysEndsTheSearch) {
     screen.model->SampleCount[1] = 2000000;
     const TracePick pick = pickTrace(*screen.model, 300, 200);
     EXPECT_TRUE(pick.failed);
-    EXPECT_EQ(pick.channel, -1);
+    EXPECT_EQ(pick.channel, std::nullopt);
     screen.model->SampleCount[1] = 0;
     EXPECT_TRUE(pickTrace(*screen.model, 300, 200).failed) << "a division by zero";
 }

@@ -28,7 +28,7 @@ Outcome BinaryFile::open(const QString& path) {
     close();
     const QFileInfo target(path);
     if (target.exists() && !target.isFile()) {
-        return RuntimeError::of(ErrorNumber::PathAccess); // a folder, or a device that would swallow the bytes
+        return RuntimeError::of(ErrorNumber::PathAccess); // a folder, or a device, which would lose the bytes
     }
     m_file.setFileName(path);
     if (!m_file.open(QIODevice::ReadWrite | QIODevice::Unbuffered)) {

@@ -9,15 +9,15 @@
 
 namespace sixtrace {
 
-/// A file open for binary access: made where it is missing, never cut. Bytes written from the start replace those that
-/// stand there; a longer file keeps its tail. Every write reaches the system at once, so that a transfer that breaks
-/// off leaves all that had come.
+/// A file that is open for binary access. A missing file is made; an existing file is not cut. Writing begins at its
+/// first byte and replaces the bytes there, so that a longer file keeps its rest. There is no buffer: when a transfer
+/// breaks off, the file holds all bytes that have come.
 class BinaryFile {
 public:
-    /// Opens at the first byte. An open file is closed before.
+    /// Closes what was open, and opens `path` at its first byte.
     Outcome open(const QString& path);
     [[nodiscard]] bool isOpen() const { return m_file.isOpen(); }
-    /// Writes behind the last write. Error 52 when no file is open.
+    /// Writes after the bytes of the last write. Error 52 when no file is open, 61 when the disk is full.
     Outcome write(const QByteArray& bytes);
     void close() { m_file.close(); }
 

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/files/descriptor.h"
+#include "platform/text/result.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -9,14 +12,15 @@
 
 namespace sixtrace {
 
-/// Files by the bytes of their names, without a desktop library: for programs that read thousands of files, and for
-/// names that are no text in any encoding.
+// Reading and writing files without a desktop library, under names of any bytes. Programs that read thousands of files
+// use it, and programs whose file names need not be text in any encoding.
 
-/// Why a file is not read.
-enum class FileRefusal { None, Missing, Folder, NoOrdinaryFile, Unreadable };
+/// Why a file cannot be read.
+enum class FileRefusal { Missing, Folder, NoOrdinaryFile, Unreadable };
 
-/// Reads an ordinary file by position, or bytes in memory by the same rules. A file of up to kResident bytes is read
-/// once, as a whole; of a longer one there is a window. An object serves one file after the other and keeps its memory.
+/// Reads an ordinary file by position, or bytes in memory in the same way. A file of up to kResident bytes is read once
+/// and kept in memory; of a longer file a window of that size is kept. One object can open one file after another and
+/// then keeps its memory.
 class ByteFile {
 public:
     static constexpr std::size_t kResident = 256 * 1024;
@@ -24,43 +28,48 @@ public:
     ByteFile() = default;
     ByteFile(const ByteFile&) = delete;
     ByteFile& operator=(const ByteFile&) = delete;
-    ~ByteFile() { close(); }
+    ~ByteFile() = default;
 
-    /// Opens `path` in place of what was open. A pipe or a device is refused, and not waited for.
-    [[nodiscard]] FileRefusal open(const std::string& path);
-    /// Opens bytes that stand in memory, as if they were the whole content of a file, in place of what was open. They
-    /// are not copied: they have to stay until close() or the next open.
+    /// Closes what was open and opens `path`. A pipe or a device is refused without waiting for it.
+    OutcomeOr<FileRefusal> open(const std::string& path);
+    /// Closes what was open and reads from these bytes as if they were the content of a file. They are not copied, so
+    /// they have to exist until close() or the next open.
     void openBytes(std::span<const std::byte> bytes);
     void close();
 
     [[nodiscard]] std::int64_t size() const { return m_size; }
-    /// Whether the whole file stands in memory, so that stretches stay where they are until the next open.
-    [[nodiscard]] bool isResident() const { return m_descriptor < 0; }
-    /// The bytes from `offset`, `count` or as many as there are; at most kResident. Unless isResident they stay until
-    /// the next call only.
+    /// Whether the whole file is in memory. The result of stretch() then stays valid until the next open.
+    [[nodiscard]] bool isResident() const { return !m_descriptor; }
+    /// `count` bytes from `offset` on, or fewer when the file ends before; at most kResident. The result is valid until
+    /// the next call, or longer where isResident().
     [[nodiscard]] std::span<const std::byte> stretch(std::int64_t offset, std::size_t count);
 
 private:
     [[nodiscard]] std::size_t readAt(std::int64_t offset, std::size_t count);
 
-    int m_descriptor = -1;
+    Descriptor m_descriptor; ///< none while the whole file is in memory
     std::int64_t m_size = 0;
-    std::unique_ptr<std::byte[]> m_room; ///< of the window on a file; only bytes that were read are looked at
+    std::unique_ptr<std::byte[]> m_room; ///< holds the window when a file is open; only bytes that were read are used
     std::size_t m_roomSize = 0;
-    std::span<const std::byte> m_window; ///< in m_room, or the bytes in memory
+    std::span<const std::byte> m_window; ///< part of m_room, or the bytes in memory
     std::int64_t m_windowStart = 0;
 };
 
-/// What becomes of a file that is there already.
+/// What to do when a file of the wanted name exists already.
 enum class Existing { Replaced, Kept };
 
-/// Writes a file that appears whole or not at all: into a new file beside it, then given its name in one step. A file
-/// that is replaced keeps its permissions; a link is followed. It does not wait for the disk, so it is for what can be
-/// made again after a power failure. Gives 0, or the errno of what failed: EEXIST where an
-/// existing file is to be kept, EISDIR for a folder.
-[[nodiscard]] int writeWholeFile(const std::string& path, std::span<const std::byte> content, Existing existing);
+/// Why a file could not be written.
+struct FileError {
+    int number = 0; ///< an `errno` value
 
-/// The sentence of an errno value as this program words it.
-[[nodiscard]] const char* fileErrorText(int error);
+    /// The sentence that this program prints for it.
+    [[nodiscard]] const char* text() const;
+};
+
+/// Writes a file that appears whole or not at all: the content goes into a new file in the same folder, which then gets
+/// the name in one step. A file that is replaced keeps its permissions, and a link is followed. The function does not
+/// wait for the disk, so it is for files that can be made again after a power failure. The error is EEXIST for an
+/// existing file that is to be kept, and EISDIR for a folder.
+OutcomeOr<FileError> writeWholeFile(const std::string& path, std::span<const std::byte> content, Existing existing);
 
 } // namespace sixtrace

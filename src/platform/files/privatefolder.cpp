@@ -18,7 +18,7 @@ namespace sixtrace {
 
 namespace {
 
-/// Makes a folder and those above it that are missing. A failure shows in what is done there next.
+/// Makes a folder, and the folders above it that are missing. On a failure, the next access to the folder fails.
 void makeMissing(const QString& folder) {
 #ifdef Q_OS_UNIX
     if (folder.isEmpty() || QFileInfo::exists(folder)) {
@@ -40,8 +40,8 @@ Result<QString> privateFolder() {
 }
 
 Result<QString> makePrivateFolder(const QString& path) {
-    const QString behind = QFileInfo(path).canonicalFilePath();
-    const QString place = behind.isEmpty() ? QDir::cleanPath(path) : behind;
+    const QString target = QFileInfo(path).canonicalFilePath();
+    const QString place = target.isEmpty() ? QDir::cleanPath(path) : target;
     makeMissing(QFileInfo(place).path());
     return privateFolderAt(place);
 }

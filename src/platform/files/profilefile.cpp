@@ -19,8 +19,8 @@ constexpr qint64 kWriteLimit = 16 * 1024 * 1024;
 constexpr int kLockPatienceMs = 3000;
 constexpr int kLockShortPatienceMs = 50;
 constexpr int kLockStuckMs = 5000;
-/// A lock that names no living process is left by one that was killed. A holder who lives is not robbed, however long
-/// he takes: the system's own lock on the file goes with him, and without it nobody takes the file away.
+/// After this time a lock file whose process no longer runs is removed; that process was killed. The lock of a running
+/// process is never removed, however long it lasts.
 constexpr int kLockOrphanedMs = 500;
 
 std::optional<QByteArray> contentOf(const QString& path, qint64 limit) {
@@ -33,13 +33,13 @@ std::optional<QByteArray> contentOf(const QString& path, qint64 limit) {
     }
     // No more room than the file needs: settings are a few hundred bytes, the limit is megabytes.
     const QByteArray content = file.read(std::min(limit, file.size() + 1));
-    // What a failing disk gives is not the whole; writing it back would lose the rest.
+    // A failing disk may give only a part of the file; writing that back would lose the rest.
     return file.error() == QFileDevice::NoError ? std::optional(content) : std::nullopt;
 }
 
 /// How long a write waits for the lock. It waits in the thread that paints the windows, and one choice of the user may
-/// be several keys: where a holder has not let go in the whole time, writes that follow soon do not wait as long again.
-/// A holder that works normally is done sooner than even they give up.
+/// set several keys. After one write has waited the whole time in vain, the writes of the next seconds wait only a
+/// short time. Even that is longer than a process that works normally holds the lock.
 class LockPatience {
 public:
     [[nodiscard]] int milliseconds(const QString& file) const {
@@ -56,21 +56,21 @@ private:
     QDeadlineTimer m_stuck;
 };
 
-/// The file that a link leads to, so that all who change it take the same lock, by whatever name they know it.
-QString behindLinks(const QString& file) {
+/// The file that a link leads to, so that all writers take the same lock, whatever name of the file they use.
+QString linkTarget(const QString& file) {
     const QString target = QFileInfo(file).canonicalFilePath();
     return target.isEmpty() ? file : target;
 }
 
-/// A file as it is, and as it shall be.
+/// The content of a file before and after a change.
 struct Change {
-    std::optional<QByteArray> before; ///< Nothing where there is no file.
+    std::optional<QByteArray> before; ///< nothing when there is no file
     QByteArray after;
 
-    [[nodiscard]] bool saysSoAlready() const { return before == after; }
+    [[nodiscard]] bool isNeedless() const { return before == after; }
 };
 
-/// What setting a key makes of a file, or nothing where the file cannot be read whole.
+/// The change that sets a key; nothing when the file cannot be read as a whole.
 std::optional<Change> changeOf(const QString& file, const QString& section, const QString& key, const QString& value) {
     Change change;
     if (QFileInfo::exists(file)) {
@@ -98,16 +98,15 @@ QString GetIniString(const QString& section, const QString& key, const QString& 
 }
 
 Outcome writeProfile(const QString& section, const QString& key, const QString& value, const QString& path) {
-    const QString file = behindLinks(path);
-    // A key that says so already needs no write, and none to wait for: the program sets the language at every start.
-    // The file is only ever replaced whole, so what is read here stood there at one moment, and that is when this
-    // counts.
-    if (const auto change = changeOf(file, section, key, value); change && change->saysSoAlready()) {
+    const QString file = linkTarget(path);
+    // A key that has the value already needs no write and no lock: the program sets the language at every start. The
+    // file is only replaced as a whole, so this reading without the lock sees one consistent content.
+    if (const auto change = changeOf(file, section, key, value); change && change->isNeedless()) {
         return success();
     }
     const QString lockName = file + QStringLiteral(".lock");
     if (const QFileInfo present(lockName); present.exists() && !present.isFile()) {
-        return RuntimeError::of(ErrorNumber::PathAccess); // reading a pipe in its place would wait for the other end
+        return RuntimeError::of(ErrorNumber::PathAccess); // a pipe of that name would make the reading of the lock wait
     }
     QLockFile lock(lockName);
     lock.setStaleLockTime(kLockOrphanedMs);
@@ -124,7 +123,7 @@ Outcome writeProfile(const QString& section, const QString& key, const QString& 
     if (!change) {
         return RuntimeError::of(ErrorNumber::PathAccess);
     }
-    return change->saysSoAlready() ? success() : writeWhole(file, change->after);
+    return change->isNeedless() ? success() : writeWhole(file, change->after);
 }
 
 } // namespace sixtrace

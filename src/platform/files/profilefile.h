@@ -8,33 +8,33 @@
 
 namespace sixtrace {
 
-/// A profile file as it stands at one moment, for reading many keys; without any where there is no such file.
+/// The present content of a profile file, for reading many keys. A missing file has no keys.
 [[nodiscard]] ProfileText profileTextOf(const QString& file);
 
-/// The value of a key in a profile file (sections in brackets, lines "key=value"), or `fallback` where the file, the
-/// section or the key is missing or the value is empty.
+/// The value of a key in a profile file. It is `fallback` when the file, the section or the key is missing, when the
+/// value is empty, and on every failure.
 ///
-/// Sections and keys compare without case; blanks around key, "=" and value are dropped, so is one pair of quotes
-/// around the value; a line that begins with ";" is a comment. The first key of the first section of that name counts.
-/// The file is UTF-8, a byte-order mark is tolerated, bytes that are no UTF-8 become replacement characters. Values are
-/// cut at 127 characters, before a character of which only the first half would fit. Whatever the file holds, reading
-/// is bounded by its size and never fails louder than `fallback`; a file above 1 MiB is read up to its last whole line
-/// there.
+/// The file has sections in brackets and lines "key=value". Upper and lower case do not matter in the names of sections
+/// and keys. Blanks around the key, the "=" and the value are dropped, and also one pair of quotes around the value. A
+/// line that begins with ";" is a comment. When a name occurs twice, the first section and its first key count. The
+/// file is UTF-8; a byte-order mark is allowed, and other bytes become replacement characters. A value is cut at 127
+/// UTF-16 units, and never inside a character. A file of more than 1 MiB is read up to its last whole line within that
+/// size.
 [[nodiscard]] QString readProfile(const QString& section, const QString& key, const QString& fallback,
                                   const QString& file);
 
-/// The same under the name by which settings are read.
+/// The same, under the name that the readers of settings use.
 [[nodiscard]] QString GetIniString(const QString& section, const QString& key, const QString& fallback,
                                    const QString& file);
 
-/// Sets one key, and changes nothing else: comments, order and the other keys keep their place, the section is added at
-/// the end where it is missing. The new file appears whole, by renaming, and under a lock, so that neither a crash nor
-/// a second running copy of the program loses a key. The file's permissions are kept; a link is followed, and the lock
-/// lies beside the file that it leads to. A file that is there but cannot be read is left alone. A lock that another
-/// process keeps for seconds loses the key, and the keys that follow soon wait but a moment for it.
+/// Sets one key. Comments, the order and the other keys stay; a missing section is added at the end. The new file
+/// appears whole, by renaming, and is written under a lock, so that neither a crash nor a second running copy of the
+/// program loses a key. The file keeps its permissions. A link is followed, and the lock file lies in the folder of its
+/// target. A file that exists but cannot be read is not changed. When another process holds the lock for seconds, the
+/// key is not written, and for some seconds further writes wait only a moment for the lock.
 ///
-/// Line ends in `value` would break the file and are written as blanks. Quotes around a value are written as they are,
-/// and reading drops them.
+/// Line ends in `value` would break the file, so they are written as blanks. Quotes around a value are written as they
+/// are, and reading drops them.
 Outcome writeProfile(const QString& section, const QString& key, const QString& value, const QString& path);
 
 } // namespace sixtrace

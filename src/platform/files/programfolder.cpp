@@ -17,8 +17,8 @@ QString ownFolder() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/sixtrace");
 }
 
-/// Where an install for all users keeps its files, seen from its programs (set by the build).
-QString beside(const QString& executables, const char* path) {
+/// A folder of an install for all users. The build gives its path relative to the folder of the programs.
+QString installFolder(const QString& executables, const char* path) {
     return QDir::cleanPath(executables + QLatin1Char('/') + QString::fromUtf8(path));
 }
 
@@ -34,18 +34,18 @@ QString programFolder() {
 }
 
 QString programFolderOf(const QString& executables) {
-    const QString installed = beside(executables, SIXTRACE_SHARED_FROM_PROGRAMS);
+    const QString installed = installFolder(executables, SIXTRACE_SHARED_FROM_PROGRAMS);
     const bool forAll = QFileInfo(installed).isDir();
     if (!forAll && QFileInfo(executables).isWritable()) {
         return withSeparator(QDir::toNativeSeparators(executables));
     }
     const QString own = ownFolder();
-    // It holds code that the program loads: nobody else may put anything there. One that is not this user's is left as
-    // it is, and what cannot be written there is told where it is written.
+    // The program loads code from this folder, so nobody else may write to it. A folder of another user is left as it
+    // is; later writes to it report their errors.
     static_cast<void>(makePrivateFolder(own));
     if (forAll) {
         furnishProgramFolder(own, installed);
-        furnishProgramFolder(own, beside(executables, SIXTRACE_LIBRARY_FROM_PROGRAMS));
+        furnishProgramFolder(own, installFolder(executables, SIXTRACE_LIBRARY_FROM_PROGRAMS));
     } else {
         furnishProgramFolder(own, executables);
     }

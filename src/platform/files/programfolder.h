@@ -5,24 +5,24 @@
 
 namespace sixtrace {
 
-/// The program's own folder: where settings, language files, captures and the transfer library lie.
-///
-/// `path` ends in the platform's separator and nowhere in two of them ("/" stays "/").
+// The program folder holds the settings, the language files, the captures and the transfer library.
+
+/// `path` with the platform's separator at its end, unless it ends in a separator already.
 [[nodiscard]] QString withSeparator(const QString& path);
 
-/// The executable's folder, with a separator at its end, unless that is an install for all users (the installed files
-/// lie below "share" beside it) or cannot be written: then a folder of this user's own below the desktop's data
-/// location, made when first asked for and furnished by furnishProgramFolder.
+/// The program folder, with a separator at its end. It is the folder of the executable, unless that belongs to an
+/// install for all users, whose files lie in a "share" folder, or cannot be written. Then it is a folder of this user
+/// in the desktop's data location, which is made and filled by furnishProgramFolder().
 [[nodiscard]] QString programFolder();
 /// The same for an executable in `executables`.
 [[nodiscard]] QString programFolderOf(const QString& executables);
 
-/// Gives a user's program folder what the program looks for there: links to the language and help files and to the
-/// transfer library of `installed`, and a copy of the library's settings, which are the user's to change. What the user
-/// has put there stays; a link whose target is gone is set anew.
+/// Fills a user's program folder with links to the language files, the help files and the transfer library of
+/// `installed`, and with a copy of the library's settings, which the user may change. Files that are there stay; a link
+/// whose target is gone is replaced.
 void furnishProgramFolder(const QString& own, const QString& installed);
 
-/// Makes `folder` below the program folder if it is missing. A failure is silent: the write that follows reports it.
+/// Makes `folder` when it is missing. A failure is not reported here; the write that follows reports it.
 void ensureFolder(const QString& folder);
 
 } // namespace sixtrace

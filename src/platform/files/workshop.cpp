@@ -22,8 +22,8 @@ namespace sixtrace {
 
 namespace {
 
-/// The first part of a workshop's name. It tells the machine: on a disk that several machines share, the lock may only
-/// be known where it was taken, and a folder of another machine proves nothing by being free here.
+/// The first part of a workshop's name. It names the machine: on a disk that several machines share, a lock may be
+/// known only on the machine that took it, so that a folder of another machine can look unlocked while it is in use.
 QString stemOf(const WorkshopKind& kind) {
     const QByteArray machine = QSysInfo::machineUniqueId() + '/' + QSysInfo::machineHostName().toUtf8();
     constexpr qsizetype kDigits = 8;
@@ -33,37 +33,16 @@ QString stemOf(const WorkshopKind& kind) {
 
 #ifdef Q_OS_UNIX
 
-/// A file descriptor that is closed with this object.
-class Handle {
-public:
-    explicit Handle(int descriptor)
-        : m_descriptor(descriptor) {}
-    Handle(const Handle&) = delete;
-    Handle& operator=(const Handle&) = delete;
-    ~Handle() {
-        if (m_descriptor >= 0) {
-            ::close(m_descriptor);
-        }
-    }
-    [[nodiscard]] bool isOpen() const { return m_descriptor >= 0; }
-    [[nodiscard]] int get() const { return m_descriptor; }
-
-private:
-    int m_descriptor;
-};
-
 constexpr int kFolderOnly = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
 
-/// The names in an open folder, or nothing where it does not let itself be read to its end.
-std::optional<std::vector<QByteArray>> namesIn(const Handle& folder) {
-    const int again = ::openat(folder.get(), ".", kFolderOnly);
-    const std::unique_ptr<DIR, int (*)(DIR*)> listing(again < 0 ? nullptr : ::fdopendir(again), ::closedir);
+/// The names in an open folder; nothing when it cannot be read to its end.
+std::optional<std::vector<QByteArray>> namesIn(const Descriptor& folder) {
+    Descriptor again(::openat(folder.number(), ".", kFolderOnly));
+    const std::unique_ptr<DIR, int (*)(DIR*)> listing(again ? ::fdopendir(again.number()) : nullptr, ::closedir);
     if (!listing) {
-        if (again >= 0) {
-            ::close(again);
-        }
         return std::nullopt;
     }
+    static_cast<void>(again.release()); // the listing closes it
     std::vector<QByteArray> names;
     errno = 0;
     while (const dirent* entry = ::readdir(listing.get())) {
@@ -75,19 +54,19 @@ std::optional<std::vector<QByteArray>> namesIn(const Handle& folder) {
     return errno == 0 ? std::optional(names) : std::nullopt;
 }
 
-bool isKnownFile(const Handle& folder, const QByteArray& name, const QRegularExpression& known) {
+bool isKnownFile(const Descriptor& folder, const QByteArray& name, const QRegularExpression& known) {
     struct stat found {};
-    return ::fstatat(folder.get(), name.constData(), &found, AT_SYMLINK_NOFOLLOW) == 0 && S_ISREG(found.st_mode) &&
+    return ::fstatat(folder.number(), name.constData(), &found, AT_SYMLINK_NOFOLLOW) == 0 && S_ISREG(found.st_mode) &&
            found.st_uid == ::geteuid() && known.match(QFile::decodeName(name)).hasMatch();
 }
 
-/// Removes one workshop if it is an orphan. What happens to the tree meanwhile does no harm: everything is reached from
-/// the folders that were opened and looked at, and the last step takes an empty folder only.
-void clearIfOrphan(const Handle& parent, const QByteArray& name, const QRegularExpression& known) {
-    const Handle folder(::openat(parent.get(), name.constData(), kFolderOnly | O_NOFOLLOW));
+/// Removes one workshop if it is an orphan. Changes that others make to the tree meanwhile do no harm: every file is
+/// reached through the folders that were opened and checked, and the last step removes an empty folder only.
+void clearIfOrphan(const Descriptor& parent, const QByteArray& name, const QRegularExpression& known) {
+    const Descriptor folder(::openat(parent.number(), name.constData(), kFolderOnly | O_NOFOLLOW));
     struct stat found {};
-    if (!folder.isOpen() || ::fstat(folder.get(), &found) != 0 || found.st_uid != ::geteuid() ||
-        (found.st_mode & (S_IRWXG | S_IRWXO)) != 0 || ::flock(folder.get(), LOCK_EX | LOCK_NB) != 0) {
+    if (!folder || ::fstat(folder.number(), &found) != 0 || found.st_uid != ::geteuid() ||
+        (found.st_mode & (S_IRWXG | S_IRWXO)) != 0 || ::flock(folder.number(), LOCK_EX | LOCK_NB) != 0) {
         return;
     }
     const auto names = namesIn(folder);
@@ -100,16 +79,17 @@ void clearIfOrphan(const Handle& parent, const QByteArray& name, const QRegularE
         }
     }
     for (const QByteArray& each : *names) {
-        if (::unlinkat(folder.get(), each.constData(), 0) != 0) {
+        if (::unlinkat(folder.number(), each.constData(), 0) != 0) {
             return;
         }
     }
-    static_cast<void>(::unlinkat(parent.get(), name.constData(), AT_REMOVEDIR)); // what stays is for a later run
+    static_cast<void>(
+        ::unlinkat(parent.number(), name.constData(), AT_REMOVEDIR)); // if it fails, a later run tries again
 }
 
 void clearOrphans(const QString& parent, const WorkshopKind& kind) {
-    const Handle folder(::open(QFile::encodeName(parent).constData(), kFolderOnly));
-    const auto names = folder.isOpen() ? namesIn(folder) : std::nullopt;
+    const Descriptor folder(::open(QFile::encodeName(parent).constData(), kFolderOnly));
+    const auto names = folder ? namesIn(folder) : std::nullopt;
     if (!names) {
         return;
     }
@@ -132,7 +112,7 @@ Workshop::Workshop(const QString& parent, const WorkshopKind& kind) {
 #ifdef Q_OS_UNIX
     clearOrphans(parent, kind);
 #endif
-    // Between its making and its locking another process may take the folder for an orphan. Then a new one is made.
+    // Another process may take the folder for an orphan before it is locked here. Then a new one is made.
     constexpr int kAttempts = 10;
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         m_folder = std::make_unique<QTemporaryDir>(parent + u'/' + stemOf(kind) + QStringLiteral("XXXXXX"));
@@ -159,35 +139,30 @@ QString Workshop::filePath(const QString& name) const {
     return isValid() ? path() + u'/' + name : QString();
 }
 
-/// Locks the folder for as long as this process lives: the kernel drops such a lock with the process, however it ends,
-/// where a process id in a file would have to be doubted once the number has passed on. Says whether it is ours.
+/// Locks the folder until release(). The kernel drops such a lock when the process ends, however it ends; a process id
+/// in a file would become doubtful as soon as another process can bear the number. True when the folder is ours.
 bool Workshop::hold() {
 #ifdef Q_OS_UNIX
     const QByteArray name = QFile::encodeName(m_folder->path());
-    m_lock = ::open(name.constData(), kFolderOnly | O_NOFOLLOW);
-    if (m_lock < 0) {
+    m_lock = Descriptor(::open(name.constData(), kFolderOnly | O_NOFOLLOW));
+    if (!m_lock) {
         return false;
     }
-    if (::flock(m_lock, LOCK_EX | LOCK_NB) != 0) {
-        return errno != EWOULDBLOCK; // where no folder can be locked, none is ever taken for an orphan
+    if (::flock(m_lock.number(), LOCK_EX | LOCK_NB) != 0) {
+        return errno != EWOULDBLOCK; // where folders cannot be locked, none is ever taken for an orphan
     }
     struct stat held {};
     struct stat named {};
-    return ::fstat(m_lock, &held) == 0 && ::lstat(name.constData(), &named) == 0 && held.st_dev == named.st_dev &&
-           held.st_ino == named.st_ino;
+    return ::fstat(m_lock.number(), &held) == 0 && ::lstat(name.constData(), &named) == 0 &&
+           held.st_dev == named.st_dev && held.st_ino == named.st_ino;
 #else
     return true;
 #endif
 }
 
 void Workshop::release() {
-    m_folder.reset(); // under the lock
-#ifdef Q_OS_UNIX
-    if (m_lock >= 0) {
-        ::close(m_lock);
-        m_lock = -1;
-    }
-#endif
+    m_folder.reset(); // while the lock still holds
+    m_lock.close();
 }
 
 } // namespace sixtrace

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/files/descriptor.h"
+
 #include <QRegularExpression>
 #include <QString>
 
@@ -10,18 +12,18 @@ class QTemporaryDir;
 
 namespace sixtrace {
 
-/// What the workshops of one kind of work are called, and which files that work makes there.
+/// The names of the workshops of one kind of work, and the files that this work makes there.
 struct WorkshopKind {
     QString prefix;           ///< of the folder's name
     QRegularExpression files; ///< matches the whole name of each file
 };
 
-/// A private folder for the files of one piece of work, made in a folder that the work names and gone with this object.
+/// A private folder for the files of one piece of work. It is made in a given folder and removed with this object.
 ///
-/// A process that is killed leaves its workshop behind, so that a new one first clears away the orphans of its kind
-/// beside it. An orphan is a folder of exactly such a name, made on this machine, owned by this user and closed to
-/// others, on which nobody holds the lock, and which holds nothing but plain files that the work is known to make. All
-/// else stays as it is, and no link is followed.
+/// A process that is killed leaves its workshop behind. A new workshop therefore first removes the orphans of its kind
+/// in the same folder. An orphan is a folder of exactly such a name that was made on this machine, is owned by this
+/// user and closed to others, is not locked, and holds nothing but plain files that the work is known to make.
+/// Everything else stays as it is, and no link is followed.
 class Workshop {
 public:
     Workshop(const QString& parent, const WorkshopKind& kind);
@@ -32,7 +34,7 @@ public:
     /// Whether the folder could be made.
     [[nodiscard]] bool isValid() const;
     [[nodiscard]] QString path() const;
-    /// The path of a file in it; empty where the folder could not be made.
+    /// The path of a file in it; empty when the folder could not be made.
     [[nodiscard]] QString filePath(const QString& name) const;
 
 private:
@@ -40,7 +42,7 @@ private:
     void release();
 
     std::unique_ptr<QTemporaryDir> m_folder;
-    int m_lock = -1; ///< the folder itself, open and locked
+    Descriptor m_lock; ///< the folder itself, open and locked
 };
 
 } // namespace sixtrace

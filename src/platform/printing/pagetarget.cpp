@@ -8,10 +8,6 @@
 
 namespace sixtrace {
 
-namespace {
-constexpr double kTwipsPerPoint = 20;
-}
-
 void PageTarget::Line(double x1, double y1, double x2, double y2) {
     drawLine(x1, y1, x2, y2);
     CurrentX = x2;
@@ -29,8 +25,8 @@ void PageTarget::LineBox(double left, double top, double width, double height) {
     CurrentY = bottom;
 }
 
-// A font whose pixels are twips: its measures are the same on every target, so that a preview breaks no line otherwise
-// than the printer. Rows of the channel list come with blanks between their columns, which stand only in this family.
+// One pixel of this font is a twip, so that texts have the same size on every target and the preview looks like the
+// printed page. The font is monospaced, since the rows of the channel list align their columns by blanks.
 QFont PageTarget::font() const {
     QFont font;
     font.setFamilies({QStringLiteral("DejaVu Sans Mono"), QStringLiteral("WenQuanYi Micro Hei Mono"),

@@ -12,12 +12,13 @@ namespace sixtrace {
 
 inline constexpr double kTwipsPerInch = 1440;
 inline constexpr double kTwipsPerCentimetre = 567;
+inline constexpr double kTwipsPerPoint = 20;
 
-/// The drawing operations that a page needs, so that a printer and a picture of a sheet are interchangeable. All
-/// lengths are twips, origin top left, Y downward. Lines are 1/96 inch wide. Dots of a line drawn on a page are dashes
-/// of three widths with gaps of three.
+/// The drawing operations of a page. A printer and a picture of a sheet both have them, so that one can stand for the
+/// other. All lengths are twips, with the origin at the top left and Y downward. Lines are 1/96 inch wide. A line of
+/// style Dot has dashes of three widths with gaps of three.
 ///
-/// What goes wrong while drawing is told by whoever finishes the page; a step that cannot be drawn is left out.
+/// A step that cannot be drawn is left out. The target reports the error when the page is finished.
 class PageTarget {
 public:
     PageTarget() = default;
@@ -25,7 +26,7 @@ public:
     PageTarget& operator=(const PageTarget&) = delete;
     virtual ~PageTarget() = default;
 
-    double CurrentX = 0; ///< the current point: where the next text begins, and a line that names only its end
+    double CurrentX = 0; ///< the current point, where the next text begins, and a line that is given by its end only
     double CurrentY = 0;
     Colour ForeColor = 0;
     sixtrace::DrawStyle DrawStyle = sixtrace::DrawStyle::Solid;
@@ -37,14 +38,14 @@ public:
     void LineTo(double x2, double y2) { Line(CurrentX, CurrentY, x2, y2); }
     /// The outline of a rectangle given by its upper left corner and its size.
     void LineBox(double left, double top, double width, double height);
-    /// Text with its upper left corner at the current point, which moves to the start of the next line.
+    /// Draws a text with its upper left corner at the current point, which then moves to the start of the next line.
     void PrintLine(const QString& text);
-    /// The same; the current point moves to the text's right end and stays on its line.
+    /// Does the same, but the current point moves to the right end of the text and stays on its line.
     void PrintText(const QString& text);
     /// A picture, stretched to a size.
     void PaintPicture(const QImage& picture, double left, double top, double width, double height);
 
-    /// Dots per inch at which a picture for this target is best made.
+    /// The best resolution for a picture that is pasted on this target, in dots per inch.
     [[nodiscard]] virtual double resolution() const = 0;
 
 protected:

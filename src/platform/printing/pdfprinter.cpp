@@ -11,8 +11,6 @@ namespace sixtrace {
 
 namespace {
 
-constexpr double kTwipsPerPoint = 20;
-
 class PdfJob final : public PrintJob {
 public:
     PdfJob(const QPageLayout& layout, int resolution, QByteArray& target)
@@ -39,10 +37,10 @@ private:
     std::unique_ptr<QPdfWriter> m_writer;
 };
 
-} // namespace
-
-Sheet sheetOf(const QPageSize& paper, bool landscape) {
-    const QSizeF points = landscape ? paper.size(QPageSize::Point).transposed() : paper.size(QPageSize::Point);
+/// The sheet of a paper; all of it can be printed.
+Sheet sheetOf(const QPageSize& paper, QPageLayout::Orientation side) {
+    const QSizeF upright = paper.size(QPageSize::Point);
+    const QSizeF points = side == QPageLayout::Landscape ? upright.transposed() : upright;
     Sheet sheet;
     sheet.Width = static_cast<int>(std::lround(points.width() * kTwipsPerPoint));
     sheet.Height = static_cast<int>(std::lround(points.height() * kTwipsPerPoint));
@@ -51,25 +49,26 @@ Sheet sheetOf(const QPageSize& paper, bool landscape) {
     return sheet;
 }
 
-PdfPrinter::PdfPrinter(const QPageSize& paper, bool landscape)
+} // namespace
+
+PdfPrinter::PdfPrinter(const QPageSize& paper, QPageLayout::Orientation side)
     : m_paper(paper)
-    , m_landscape(landscape) {}
+    , m_side(side) {}
 
 PrinterProperties PdfPrinter::initial(const QString& name) const {
     PrinterProperties properties;
     properties.DeviceName = name;
     properties.PaperSize = m_paper.windowsId();
-    properties.Orientation = m_landscape ? 2 : 1;
+    properties.Orientation = PrinterProperties::numberOf(m_side);
     return properties;
 }
 
 Result<Sheet> PdfPrinter::sheet(const PrinterProperties& properties) const {
-    return sheetOf(m_paper, properties.Orientation == 2);
+    return sheetOf(m_paper, properties.side());
 }
 
 Result<std::unique_ptr<PrintJob>> PdfPrinter::begin(const PrinterProperties& properties) {
-    const auto side = properties.Orientation == 2 ? QPageLayout::Landscape : QPageLayout::Portrait;
-    QPageLayout layout(m_paper, side, QMarginsF());
+    QPageLayout layout(m_paper, properties.side(), QMarginsF());
     layout.setMode(QPageLayout::FullPageMode);
     return std::unique_ptr<PrintJob>(std::make_unique<PdfJob>(layout, properties.PrintQuality, m_document));
 }

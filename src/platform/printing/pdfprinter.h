@@ -3,16 +3,16 @@
 
 #include "platform/printing/printer.h"
 
+#include <QPageLayout>
 #include <QPageSize>
 
 namespace sixtrace {
 
-/// One printer, whose paper is a PDF document in memory: for programs without a desktop. Each document replaces the one
-/// before.
+/// A printer that makes PDF documents in memory, for programs without a desktop. Each document replaces the one before.
 class PdfPrinter : public PrintDevices {
 public:
-    /// The paper that the printer has in, and how it lies.
-    PdfPrinter(const QPageSize& paper, bool landscape);
+    /// The paper of the printer, and how it lies.
+    PdfPrinter(const QPageSize& paper, QPageLayout::Orientation side);
 
     /// The last finished document; empty before the first.
     [[nodiscard]] const QByteArray& document() const { return m_document; }
@@ -22,16 +22,13 @@ public:
     [[nodiscard]] PrinterProperties initial(const QString& name) const override;
     [[nodiscard]] Result<Sheet> sheet(const PrinterProperties& properties) const override;
     [[nodiscard]] Result<std::unique_ptr<PrintJob>> begin(const PrinterProperties& properties) override;
-    /// Nobody is there to ask.
+    /// There is no dialog, as on a cancelled one.
     [[nodiscard]] bool ShowPrinter(PrinterDialog&, quintptr) override { return false; }
 
 private:
     QPageSize m_paper;
-    bool m_landscape;
+    QPageLayout::Orientation m_side;
     QByteArray m_document;
 };
-
-/// The sheet of a paper lying upright or on its side, all of it printable.
-[[nodiscard]] Sheet sheetOf(const QPageSize& paper, bool landscape);
 
 } // namespace sixtrace

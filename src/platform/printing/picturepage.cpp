@@ -15,7 +15,7 @@ constexpr double kLinesPerInch = 96;
 /// A sheet of A3 at 300 dots per inch has 17 million pixels, the frame of an A4 page at 600 has 12 million.
 constexpr double kMostPixels = 64e6;
 constexpr double kMostAcross = 32000; // pixels of a side: the painter's own limit
-/// Far outside of every picture, and far inside of what the painter can reckon with.
+/// Far outside every picture, and well within the range of the painter's coordinates.
 constexpr double kFarPixel = 1e6;
 
 } // namespace
@@ -50,7 +50,7 @@ void PicturePage::Cls() {
 }
 
 int PicturePage::pixelOf(double twips) const {
-    // A hair is added so that 15 twips, which no binary fraction of an inch is, are a whole pixel.
+    // A small amount is added: 15 twips are a whole pixel, but no exact binary fraction of an inch.
     return static_cast<int>(std::floor(std::clamp(twips * m_pixelsPerTwip + 1e-6, -kFarPixel, kFarPixel)));
 }
 
@@ -68,7 +68,7 @@ void PicturePage::PSet(double x, double y) {
     CurrentY = y;
 }
 
-/// A line along an axis, which patterns and sharp edges are for.
+/// Draws an upright or level line. Only such lines have patterns.
 void PicturePage::drawUpright(QPoint from, QPoint to) {
     const bool across = from.y() == to.y();
     const int start = across ? std::min(from.x(), to.x()) : std::min(from.y(), to.y());
@@ -140,7 +140,7 @@ void PicturePage::drawPicture(const QImage& picture, const QRectF& place) {
     const QPoint corner(pixelOf(place.left()), pixelOf(place.top()));
     const QSizeF size = place.size() * m_pixelsPerTwip;
     if (std::abs(size.width() - picture.width()) <= 1 && std::abs(size.height() - picture.height()) <= 1) {
-        painter.drawImage(corner, picture); // made for this place: no pixel of it is stretched
+        painter.drawImage(corner, picture); // it was made for this size, so that it need not be stretched
     } else {
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         painter.drawImage(QRectF(corner, size), picture);

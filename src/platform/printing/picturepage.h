@@ -8,9 +8,9 @@
 
 namespace sixtrace {
 
-/// A picture with a page's drawing operations: the sheet of a preview, or the frame that is pasted on a page. It knows
-/// no widget. Coordinates fall on whole pixels, so that lines along an axis are sharp at every resolution; a line keeps
-/// 1/96 inch. A picture too large for memory is made coarser instead.
+/// A picture with the drawing operations of a page: the sheet of a preview, or the frame that is pasted on a page. It
+/// uses no widget. Coordinates are rounded down to whole pixels, so that upright and level lines are sharp at every
+/// resolution. Lines stay 1/96 inch wide. A picture that would be too large for the memory gets a lower resolution.
 class PicturePage : public PageTarget {
 public:
     explicit PicturePage(double dotsPerInch);
@@ -20,7 +20,7 @@ public:
     /// Called with the picture when a page is finished.
     std::function<void(const QImage& image)> showPicture;
 
-    /// A new picture of a size in twips, filled with BackColor. False where that is no size at all.
+    /// Makes a new picture of a size in twips and fills it with BackColor. False when the size is not above 0.
     [[nodiscard]] bool setSize(double width, double height);
     [[nodiscard]] double Width() const { return m_width; }
     [[nodiscard]] double Height() const { return m_height; }
@@ -31,7 +31,7 @@ public:
     void PSet(double x, double y);
     /// Solid lines from the current point through all points, in twips. The current point moves to the last.
     void Polyline(std::span<const QPointF> points);
-    /// Lines with pattern become dots with gaps of four widths, as on the scope screen, instead of dashes.
+    /// From now on a line of style Dot has dots with gaps of four widths, as on the scope screen, instead of dashes.
     void setScreenDots() { m_dots = {1, 5}; }
 
     [[nodiscard]] const QImage& Image() const { return m_image; }
@@ -51,7 +51,7 @@ private:
     [[nodiscard]] int pixelOf(double twips) const;
     void drawUpright(QPoint from, QPoint to);
     [[nodiscard]] QPen pen() const;
-    /// What a line is moved by so that its pen's first pixel is the one that a point falls on.
+    /// The offset that makes the first pixel of the pen the pixel of the point.
     [[nodiscard]] QPointF penOffset() const;
     void fill(int x, int y, int width, int height);
 

@@ -4,6 +4,7 @@
 #include "platform/printing/pagetarget.h"
 #include "platform/text/runtimeerror.h"
 
+#include <QPageLayout>
 #include <QStringList>
 
 #include <memory>
@@ -13,7 +14,8 @@ class QPainter;
 
 namespace sixtrace {
 
-/// What is set on a printer. The numbers are those of printer drivers: paper 9 is A4, bin 7 chooses by itself.
+/// The settings of a printer. The numbers are those of printer drivers: paper 9 is A4, and bin 7 is the automatic
+/// choice.
 struct PrinterProperties {
     QString DeviceName;
     QString DriverName;
@@ -23,15 +25,20 @@ struct PrinterProperties {
     int PrintQuality = 600; ///< dots per inch
     int Orientation = 1;    ///< 1 upright, 2 on its side
     int Copies = 1;
-    int ColorMode = 2; ///< 1 black and white, 2 colour
-    int Duplex = 1;    ///< 1 one side, 2 turned over the long edge, 3 over the short one
-    /// Where the page goes instead of the device, when the user has asked for a file.
-    QString OutputFile;
+    int ColorMode = 2;  ///< 1 black and white, 2 colour
+    int Duplex = 1;     ///< 1 one side, 2 turned over the long edge, 3 over the short one
+    QString OutputFile; ///< the file that gets the page instead of the device; empty for none
+
+    [[nodiscard]] QPageLayout::Orientation side() const {
+        return Orientation == 2 ? QPageLayout::Landscape : QPageLayout::Portrait;
+    }
+    /// The number for Orientation.
+    [[nodiscard]] static int numberOf(QPageLayout::Orientation side) { return side == QPageLayout::Landscape ? 2 : 1; }
 
     friend bool operator==(const PrinterProperties&, const PrinterProperties&) = default;
 };
 
-/// A sheet and the part of it that the device reaches, in twips.
+/// A sheet and the part of it that can be printed, in twips.
 struct Sheet {
     int Width = 0;
     int Height = 0;
@@ -41,7 +48,7 @@ struct Sheet {
     double top = 0;
 };
 
-/// What goes into the printer dialog, and what comes back.
+/// The values of the printer dialog: set before it is shown, and changed by the user.
 struct PrinterDialog {
     static constexpr int kNoSelection = 0x4;
     static constexpr int kNoPageNumbers = 0x8;
@@ -50,7 +57,7 @@ struct PrinterDialog {
     static constexpr int kReturnContext = 0x100;
     static constexpr int kDisablePrintToFile = 0x80000;
 
-    QString Title; ///< of a dialog that only sets the printer; empty for the toolkit's own
+    QString Title; ///< of a dialog that only sets the printer; empty for the toolkit's title
     QString PrinterName;
     QString DriverName;
     QString Port;
@@ -63,10 +70,10 @@ struct PrinterDialog {
     int ColorMode = 2;
     int Duplex = 1;
     QString OutputFile;
-    quintptr hDC = 0; ///< nothing here has device contexts
+    quintptr hDC = 0; ///< always 0, since there are no device contexts
 };
 
-/// A document on its way to a device. Dropped unless finished.
+/// A document for a device. It is dropped unless it is finished.
 class PrintJob {
 public:
     PrintJob() = default;
@@ -75,13 +82,14 @@ public:
     virtual ~PrintJob() = default;
 
     [[nodiscard]] virtual QPagedPaintDevice& device() = 0;
-    /// Hands the document over; its painter has ended.
+    /// Hands the document to the device. Its painter has to be closed before.
     [[nodiscard]] virtual Outcome finish() = 0;
-    /// Throws the document away; its painter has ended.
+    /// Drops the document. Its painter has to be closed before.
     virtual void drop() = 0;
 };
 
-/// The printers of the machine, behind one interface, so that a file and a test's script stand in for them.
+/// The printers of the machine. A printer that makes a file, and the scripted printers of tests, have the same
+/// interface.
 class PrintDevices {
 public:
     PrintDevices() = default;
@@ -89,10 +97,10 @@ public:
     PrintDevices& operator=(const PrintDevices&) = delete;
     virtual ~PrintDevices() = default;
 
-    /// Names of all printers, the default one empty where there is none.
+    /// The names of all printers, and that of the default one, which is empty when there is none.
     [[nodiscard]] virtual QStringList names() const = 0;
     [[nodiscard]] virtual QString defaultName() const = 0;
-    /// How the named device stands when it is chosen.
+    /// The settings of a device when it is chosen.
     [[nodiscard]] virtual PrinterProperties initial(const QString& name) const = 0;
     [[nodiscard]] virtual Result<Sheet> sheet(const PrinterProperties& properties) const = 0;
     [[nodiscard]] virtual Result<std::unique_ptr<PrintJob>> begin(const PrinterProperties& properties) = 0;
@@ -100,8 +108,9 @@ public:
     [[nodiscard]] virtual bool ShowPrinter(PrinterDialog& dialog, quintptr windowHandle) = 0;
 };
 
-/// The program's printer: a device of the machine with the settings chosen for this run, and the page that is being
-/// drawn for it. A document begins with the first thing drawn. Made once; the devices outlive it.
+/// The program's printer: a device of the machine with the settings for this run of the program, and the page that is
+/// being drawn for it. A document begins with the first drawing operation. There is one object, and the devices outlive
+/// it.
 class Printer : public PageTarget {
 public:
     explicit Printer(PrintDevices& devices);
@@ -112,9 +121,9 @@ public:
 
     /// Names of the machine's printers.
     [[nodiscard]] QStringList Printers() const { return m_devices.names(); }
-    /// Device and settings; error 482 without any printer.
+    /// The device and its settings; error 482 without any printer.
     [[nodiscard]] Result<PrinterProperties> properties();
-    /// The sheet by the present settings; error 482 without any printer.
+    /// The sheet for the present settings; error 482 without any printer.
     [[nodiscard]] Result<Sheet> sheet();
     /// Makes another device the printer.
     void choose(const QString& deviceName);
@@ -128,10 +137,10 @@ public:
     void NewPage();
     /// Closes the document and hands it to the device.
     [[nodiscard]] Outcome EndDoc();
-    /// Throws the open document away.
+    /// Drops the open document.
     void KillDoc();
 
-    /// A driver may name its quality by a negative number instead of dots per inch.
+    /// Dots per inch. A driver may have a negative number for its quality; then it is the default.
     [[nodiscard]] double resolution() const override {
         return m_properties.PrintQuality > 0 ? m_properties.PrintQuality : PrinterProperties{}.PrintQuality;
     }
@@ -142,7 +151,7 @@ protected:
     void drawPicture(const QImage& picture, const QRectF& place) override;
 
 private:
-    /// The painter of the open document, which is begun if needed; null after an error, which EndDoc tells.
+    /// The painter of the open document, which is begun if there is none; null after an error, which EndDoc() returns.
     [[nodiscard]] QPainter* painter();
     [[nodiscard]] Outcome beginDocument();
     [[nodiscard]] Outcome beginPainter(const Sheet& sheet);

@@ -3,20 +3,13 @@
 
 #include "platform/files/wholefile.h"
 #include "platform/files/workshop.h"
+#include "platform/printing/printbox.h"
 
-#include <QComboBox>
-#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QLibrary>
-#include <QLineEdit>
-#include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QShowEvent>
-#include <QUuid>
 #include <QWidget>
 
 #include <cmath>
@@ -25,12 +18,6 @@
 namespace sixtrace {
 
 namespace {
-
-constexpr double kTwipsPerPoint = 20;
-
-QPageLayout::Orientation sideOf(int orientation) {
-    return orientation == 2 ? QPageLayout::Landscape : QPageLayout::Portrait;
-}
 
 QPrinter::DuplexMode duplexOf(int duplex) {
     if (duplex == 2) {
@@ -46,7 +33,7 @@ int numberOf(QPrinter::DuplexMode duplex) {
     return duplex == QPrinter::DuplexShortSide ? 3 : 1;
 }
 
-/// Paper sizes that drivers have no number for go by none; the printer's own stays then.
+/// Sets the paper by the number that drivers use for it. For any other number the printer keeps its paper.
 void setPaper(QPrinter& printer, int paperSize) {
     const QPageSize::PageSizeId id = QPageSize::id(paperSize);
     if (id != QPageSize::Custom) {
@@ -55,17 +42,17 @@ void setPaper(QPrinter& printer, int paperSize) {
 }
 
 void apply(QPrinter& printer, const PrinterProperties& properties) {
-    // The page reaches to the paper's edges; what lies outside the printable part is the program's to leave empty.
+    // Coordinates count from the paper's edges; the program keeps the part that cannot be printed empty.
     printer.setFullPage(true);
     if (properties.PrintQuality > 0) {
         printer.setResolution(properties.PrintQuality);
     }
     setPaper(printer, properties.PaperSize);
-    printer.setPageOrientation(sideOf(properties.Orientation));
+    printer.setPageOrientation(properties.side());
     printer.setCopyCount(properties.Copies);
     printer.setColorMode(properties.ColorMode == 1 ? QPrinter::GrayScale : QPrinter::Color);
     printer.setDuplex(duplexOf(properties.Duplex));
-    // Bins are counted from 0 here and from 1 there.
+    // The toolkit counts bins from 0, drivers count them from 1.
     printer.setPaperSource(static_cast<QPrinter::PaperSource>(properties.PaperBin - 1));
     printer.setDocName(QStringLiteral("Sixtrace"));
     printer.setCreator(QStringLiteral("Sixtrace"));
@@ -74,7 +61,7 @@ void apply(QPrinter& printer, const PrinterProperties& properties) {
     }
 }
 
-/// The printer of that name with its settings; null where the machine has none such.
+/// The printer of that name with these settings; null when the machine has no such printer.
 std::unique_ptr<QPrinter> printerFor(const PrinterProperties& properties) {
     if (properties.DeviceName == QtPrinters::pdfDevice()) {
         auto pdf = std::make_unique<QPrinter>(QPrinter::HighResolution);
@@ -96,16 +83,16 @@ WorkshopKind writingPages() {
     return {QStringLiteral("sixtrace-page"), QRegularExpression(QStringLiteral("page\\.pdf"))};
 }
 
-/// Whether the print server has refused the last document of this thread. The toolkit does not tell; the server's own
-/// library, where it is in use, remembers how the last request went.
+/// Whether the print server has refused the last document of this thread. The toolkit does not report that, but the
+/// server's own library, when it is in use, keeps the status of the last request.
 bool serverRefused() {
-    constexpr int kFirstError = 0x0400; // of the protocol's statuses
+    constexpr int kFirstError = 0x0400; // statuses of the protocol from here on are errors
     static QLibrary library(QStringLiteral("cups"), 2);
     static const auto lastError = reinterpret_cast<int (*)()>(library.resolve("cupsLastError"));
     return lastError != nullptr && lastError() >= kFirstError;
 }
 
-/// A document for a printer, or for a file, which gets it whole or not at all.
+/// A document for a printer, or for a file, which appears whole or not at all.
 class QtJob final : public PrintJob {
 public:
     explicit QtJob(std::unique_ptr<QPrinter> printer)
@@ -117,7 +104,7 @@ public:
         }
     }
 
-    /// Whether it has a place to go to.
+    /// Whether the folder could be made that a document for a file needs.
     [[nodiscard]] bool isReady() const { return !m_folder || m_folder->isValid(); }
 
     QPagedPaintDevice& device() override { return *m_printer; }
@@ -139,11 +126,11 @@ public:
 private:
     std::optional<Workshop> m_folder;
     std::unique_ptr<QPrinter> m_printer;
-    QString m_target; ///< empty where it goes to the printer
+    QString m_target; ///< empty for a document for the printer
 };
 
-/// What a printer cannot reach at the edges of its paper, in points, as the paper lies. Drivers tell it for the
-/// upright sheet whichever way the paper lies; lying, the sheet has its upper edge at the left.
+/// The part at each edge of the paper that the printer cannot reach, in points, for the paper as it lies. Drivers give
+/// it for the upright sheet in any case. The upper edge of that sheet is at the left when the sheet lies on its side.
 QMarginsF unreachable(const QPageLayout& layout) {
     const QMarginsF upright = layout.minimumMargins();
     if (layout.orientation() == QPageLayout::Portrait) {
@@ -151,81 +138,6 @@ QMarginsF unreachable(const QPageLayout& layout) {
     }
     return {upright.bottom(), upright.left(), upright.top(), upright.right()};
 }
-
-/// The toolkit's print dialog, which fills its parts when it shows; what it has of its own mind is put right then.
-/// Where the desktop brings a dialog of its own, none of these parts is there.
-class PrintBox : public QPrintDialog {
-public:
-    /// Sides and colours as they are set; the dialog forgets them as it is made.
-    PrintBox(QPrinter& printer, QWidget* owner, const PrinterProperties& set, bool isSetup)
-        : QPrintDialog(&printer, owner)
-        , m_isSetup(isSetup)
-        , m_duplex(set.Duplex)
-        , m_colorMode(set.ColorMode) {}
-
-    /// 1 black and white, 2 colour, as chosen; the printer that the dialog has filled does not always know.
-    [[nodiscard]] int colorMode() const {
-        const auto* grey = findChild<QRadioButton*>(QStringLiteral("grayscale"));
-        const bool isGrey = grey != nullptr ? grey->isChecked() : printer()->colorMode() == QPrinter::GrayScale;
-        return isGrey ? 1 : 2;
-    }
-
-protected:
-    void showEvent(QShowEvent* event) override {
-        QPrintDialog::showEvent(event);
-        if (event->spontaneous()) {
-            return;
-        }
-        if (auto* list = findChild<QComboBox*>(QStringLiteral("printers")); list != nullptr && list->count() > 0) {
-            list->setItemText(list->count() - 1, QtPrinters::pdfDevice());
-        }
-        showSet();
-        if (m_isSetup) {
-            makeSetup();
-        }
-    }
-
-private:
-    /// It would show how the device stands of itself, not how the user has set it.
-    void showSet() {
-        const char* const sides = m_duplex == 2 ? "duplexLong" : m_duplex == 3 ? "duplexShort" : "noDuplex";
-        const char* const colours = m_colorMode == 1 ? "grayscale" : "color";
-        for (const char* name : {sides, colours}) {
-            auto* choice = findChild<QRadioButton*>(QLatin1String(name));
-            if (choice != nullptr && choice->isEnabled()) {
-                choice->click();
-            }
-        }
-    }
-    /// There is nothing to print: no range of pages, no file to name, and no button that says so.
-    void makeSetup() {
-        for (const char* name : {"gbPrintRange", "lOutput", "filename", "fileBrowser"}) {
-            if (auto* part = findChild<QWidget*>(QLatin1String(name))) {
-                part->hide();
-            }
-        }
-        if (auto* file = findChild<QLineEdit*>(QStringLiteral("filename"))) {
-            // The dialog asks before a file is overwritten, also where none is written.
-            file->setText(QDir::temp().filePath(QUuid::createUuid().toString(QUuid::WithoutBraces) + u".pdf"));
-        }
-        const auto* strip = findChild<QDialogButtonBox*>();
-        if (strip == nullptr) {
-            return;
-        }
-        const QDialogButtonBox own(QDialogButtonBox::Ok);
-        for (QAbstractButton* button : strip->buttons()) {
-            if (strip->buttonRole(button) == QDialogButtonBox::AcceptRole) {
-                button->setText(own.button(QDialogButtonBox::Ok)->text());
-            } else if (strip->buttonRole(button) == QDialogButtonBox::ResetRole) {
-                button->click(); // shows copies, sides and colours, which are what this dialog is for
-            }
-        }
-    }
-
-    bool m_isSetup;
-    int m_duplex;
-    int m_colorMode;
-};
 
 } // namespace
 
@@ -259,7 +171,7 @@ PrinterProperties QtPrinters::initial(const QString& name) const {
     const int paper = printer.pageLayout().pageSize().windowsId();
     properties.PaperSize = paper;
     properties.PrintQuality = printer.resolution();
-    properties.Orientation = printer.pageLayout().orientation() == QPageLayout::Landscape ? 2 : 1;
+    properties.Orientation = PrinterProperties::numberOf(printer.pageLayout().orientation());
     properties.ColorMode = printer.colorMode() == QPrinter::Color ? 2 : 1;
     properties.Duplex = numberOf(printer.duplex());
     return properties;
@@ -274,7 +186,7 @@ Result<Sheet> QtPrinters::sheet(const PrinterProperties& properties) const {
     layout.setUnits(QPageLayout::Point);
     const auto twips = [](double points) { return static_cast<int>(std::lround(points * kTwipsPerPoint)); };
     const QSizeF paper = layout.fullRect(QPageLayout::Point).size();
-    // A document has no edges that a device could not reach.
+    // A file has no part that a device cannot reach.
     const bool isDocument = properties.DeviceName == pdfDevice();
     const QMarginsF edge = isDocument ? QMarginsF() : unreachable(layout);
     Sheet sheet;
@@ -315,18 +227,19 @@ bool QtPrinters::ShowPrinter(PrinterDialog& dialog, quintptr windowHandle) {
     properties.OutputFile = dialog.OutputFile;
     auto printer = printerFor(properties);
     if (printer == nullptr) {
-        // The printer has gone since it was chosen: the dialog is the way to another.
+        // The printer has gone since it was chosen. The user can choose another one in the dialog.
         printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
     }
     const bool isSetup = (dialog.Flags & PrinterDialog::kPrintSetup) != 0;
-    PrintBox box(*printer, QWidget::find(windowHandle), properties, isSetup);
+    PrintBox box(*printer, QWidget::find(windowHandle), properties,
+                 isSetup ? PrintBox::Purpose::Setup : PrintBox::Purpose::Print);
     if (isSetup && !dialog.Title.isEmpty()) {
         box.setWindowTitle(dialog.Title);
     }
     box.setOption(QAbstractPrintDialog::PrintSelection, (dialog.Flags & PrinterDialog::kNoSelection) == 0);
     box.setOption(QAbstractPrintDialog::PrintPageRange, (dialog.Flags & PrinterDialog::kNoPageNumbers) == 0);
-    // The toolkit's entry for a file is the program's own PDF device, one of the machine's like any other: it is not
-    // the mark "print to file" of the old dialogs, which the flags may forbid.
+    // The dialog needs its entry for a file, as that is the program's own PDF device. It is not the box "print to
+    // file", which the flags may forbid.
     box.setOption(QAbstractPrintDialog::PrintToFile, true);
     if (box.exec() != QDialog::Accepted) {
         return false;
@@ -340,7 +253,7 @@ bool QtPrinters::ShowPrinter(PrinterDialog& dialog, quintptr windowHandle) {
     }
     dialog.PrinterName = isPdf ? pdfDevice() : printer->printerName();
     dialog.Copies = printer->copyCount();
-    dialog.Orientation = printer->pageLayout().orientation() == QPageLayout::Landscape ? 2 : 1;
+    dialog.Orientation = PrinterProperties::numberOf(printer->pageLayout().orientation());
     dialog.ColorMode = box.colorMode();
     dialog.Duplex = numberOf(printer->duplex());
     dialog.PaperBin = static_cast<int>(printer->paperSource()) + 1;

@@ -5,8 +5,8 @@
 
 namespace sixtrace {
 
-/// The printers that the desktop knows, and its dialog for them. Behind them stands one of the program's own, which
-/// makes PDF files and is always there; it is the default where there is no other.
+/// The printers of the desktop, and its dialog for them. After them comes a printer of the program's own, which makes
+/// PDF files and always exists. It is the default when there is no other printer.
 class QtPrinters : public PrintDevices {
 public:
     [[nodiscard]] static QString pdfDevice();

@@ -20,8 +20,8 @@ bool isDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-/// Value of a well-formed decimal number in ASCII with at least one digit: sign, digits, point, digits, "e", sign,
-/// digits. Beyond the range of a 64-bit real it is infinite, below it 0.
+/// The value of a well-formed decimal number in ASCII with at least one digit: sign, digits, point, digits, "e", sign,
+/// digits. A number that is too large for a 64-bit real gives infinity, one that is too small gives 0.
 double valueOfDecimal(std::string_view text) {
     double value = 0;
     const bool negative = !text.empty() && text.front() == '-';
@@ -116,7 +116,7 @@ Decimal decimalOf(double value) {
     std::array<char, 48> buffer{};
     const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::fabs(value),
                                             std::chars_format::scientific, 14);
-    const std::string_view text(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
+    const std::string_view text(buffer.data(), end);
     const auto mark = text.find('e');
     Decimal decimal;
     decimal.digits = text[0];
@@ -128,7 +128,7 @@ Decimal decimalOf(double value) {
     return decimal;
 }
 
-/// Cuts `decimal` behind `decimals` places; halves go up in magnitude.
+/// Rounds `decimal` to so many decimals, halves away from zero.
 void roundAt(Decimal& decimal, int decimals) {
     const long keep = static_cast<long>(decimal.point) + decimals;
     if (keep < 0) {
@@ -159,9 +159,7 @@ void roundAt(Decimal& decimal, int decimals) {
 /// The digit at the place of 10^exponent.
 char digitAt(const Decimal& decimal, int exponent) {
     const int index = decimal.point - 1 - exponent;
-    return index >= 0 && static_cast<std::size_t>(index) < decimal.digits.size()
-               ? decimal.digits[static_cast<std::size_t>(index)]
-               : '0';
+    return index >= 0 && index < std::ssize(decimal.digits) ? decimal.digits[static_cast<std::size_t>(index)] : '0';
 }
 
 } // namespace

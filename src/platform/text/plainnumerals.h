@@ -5,8 +5,8 @@
 
 namespace sixtrace {
 
-/// For as long as it lives, C functions of this thread write numbers with a point as decimal mark, whatever the
-/// desktop's locale is: for libraries that make files with them.
+/// While an object exists, the C functions of this thread write numbers with a point as decimal mark in any locale. It
+/// is for libraries that write files with these functions.
 class PlainNumerals {
 public:
     PlainNumerals();

@@ -10,15 +10,16 @@ namespace {
 
 constexpr QByteArrayView kByteOrderMark = "\xEF\xBB\xBF";
 
-/// Line after line of some content. Reading and writing both see it by this walk, so that what one takes for a section
-/// or a key is one to the other too.
+/// Steps through the lines of a content. Reading and writing both use it, so that they agree on what is a section and
+/// what is a key.
 class ProfileLines {
 public:
     explicit ProfileLines(QByteArrayView content)
         : m_content(content)
         , m_next(content.startsWith(kByteOrderMark) ? kByteOrderMark.size() : 0) {}
 
-    /// Steps to the next line; false where there is none. What follows the last line feed is a line unless it is empty.
+    /// Steps to the next line; false when there is none. The text after the last line feed is a line unless it is
+    /// empty.
     bool next() {
         if (m_next >= m_content.size()) {
             return false;
@@ -69,7 +70,7 @@ bool sameName(const QString& a, const QString& b) {
     return a.compare(b, Qt::CaseInsensitive) == 0;
 }
 
-/// A value as reading gives it: never half of a character that takes two units.
+/// A value cut to the limit, never inside a character of two units.
 QString cutValue(const QString& value) {
     if (value.size() <= kProfileValueLimit) {
         return value;
@@ -88,7 +89,7 @@ QByteArrayView readablePart(QByteArrayView content) {
 } // namespace
 
 ProfileText::ProfileText(QByteArrayView content) {
-    Entries* entries = nullptr; // none before the first section, nor in one whose name was there before
+    Entries* entries = nullptr; // null before the first section, and in a section whose name has been there before
     ProfileLines lines(readablePart(content));
     while (lines.next()) {
         if (auto name = lines.section()) {
@@ -116,14 +117,14 @@ QByteArray withProfileKey(const QByteArray& content, const QString& section, con
     std::replace_if(
         told.begin(), told.end(), [](QChar c) { return c == u'\n' || c == u'\r' || c.isNull(); }, u' ');
     const QByteArray entry = key.toUtf8() + '=' + told.toUtf8();
-    // A carriage return at the very end becomes half of a line end with the first line that is added.
+    // The first line that is added turns a carriage return at the very end into a part of a line end.
     const bool halfEnd = content.endsWith('\r');
     const QByteArray lineEnd =
         halfEnd || content.contains("\r\n") ? QByteArrayLiteral("\r\n") : QByteArrayLiteral("\n");
     const QByteArray lastLineEnd = halfEnd ? QByteArrayLiteral("\n") : lineEnd;
 
-    std::optional<qsizetype> insertAt; // behind the last line of the section that says something
-    bool endsInLine = false;           // the line before that place lacks its line feed
+    std::optional<qsizetype> insertAt; // after the last line of the section that is not empty
+    bool endsInLine = false;           // the line before that place has no line feed
     bool inside = false;
     ProfileLines lines(content);
     while (lines.next()) {
@@ -133,7 +134,7 @@ QByteArray withProfileKey(const QByteArray& content, const QString& section, con
             }
             inside = sameName(*name, section);
         } else if (const auto old = inside ? lines.key() : std::nullopt; old && sameName(*old, key)) {
-            // A last line without an end stays one: no carriage return without its line feed.
+            // A last line without a line feed gets none, and then no carriage return either.
             const QByteArray end = lines.isEnded() ? lineEnd : QByteArray();
             return content.first(lines.begin()) + entry + end + content.sliced(lines.after());
         }

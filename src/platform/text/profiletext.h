@@ -9,17 +9,18 @@
 
 namespace sixtrace {
 
-/// The longest value that reading gives, in characters (UTF-16 units): values are read through a buffer of 128.
+/// The longest value that reading gives, in UTF-16 units.
 inline constexpr int kProfileValueLimit = 127;
-/// So much of a profile file is read, in bytes: settings and language files are a thousandth of it.
+/// The bytes of a profile file that are read at most. Settings and language files have a thousandth of that.
 inline constexpr qsizetype kProfileReadLimit = 1024 * 1024;
 
-/// What a profile file says at one moment. profilefile.h tells the rules. Building it takes time and room in proportion
-/// to the content, and a look-up the logarithm of it, whatever the content is.
+/// The content of a profile file, by the rules that profilefile.h states. For any content, the constructor takes time
+/// and memory in proportion to its size, and a look-up takes time in proportion to the logarithm.
 class ProfileText {
 public:
-    /// Of content beyond kProfileReadLimit, all from the line that the limit cuts is passed over.
+    /// Content that is longer than kProfileReadLimit is read up to its last whole line within the limit.
     explicit ProfileText(QByteArrayView content);
+    /// The value of a key; `fallback` when the key is missing or its value is empty.
     [[nodiscard]] QString value(const QString& section, const QString& key, const QString& fallback) const;
 
 private:
@@ -32,8 +33,8 @@ private:
     std::map<QString, Entries, WithoutCase> m_sections;
 };
 
-/// The content of a profile file once `key` of `section` is set: its line replaced, or added behind the last line of
-/// its section, or the section added at the end. Every other byte stays. The line ends as the others of the content do.
+/// The content of a profile file after `key` of `section` is set. Its line is replaced, or added after the last line of
+/// the section, or a new section is added at the end. All other bytes stay. The new line ends like the other lines.
 [[nodiscard]] QByteArray withProfileKey(const QByteArray& content, const QString& section, const QString& key,
                                         const QString& value);
 

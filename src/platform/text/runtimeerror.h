@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QString>
+#include "platform/text/result.h"
 
-#include <utility>
-#include <variant>
+#include <QString>
 
 namespace sixtrace {
 
-/// Numbers of the run-time errors that message boxes show. The numbering is part of the user's vocabulary ("32755:..."
-/// on a cancelled dialog), so it is fixed.
+/// The numbers of the run-time errors. Message boxes show them to the user, so they are fixed.
 enum class ErrorNumber : int {
     None = 0,
     InvalidCall = 5,
@@ -36,14 +34,14 @@ enum class ErrorNumber : int {
     CancelSelected = 32755,
 };
 
-/// A failed operation as a message box shows it: a number and a sentence.
+/// Why an operation failed, as a message box shows it: a number and a sentence.
 struct RuntimeError {
     ErrorNumber number = ErrorNumber::None;
     QString description;
 
     /// The error with the standard description of its number.
     [[nodiscard]] static RuntimeError of(ErrorNumber number);
-    /// The error that a failed system call maps to (`errno` values).
+    /// The error for the `errno` value of a failed system call.
     [[nodiscard]] static RuntimeError ofErrno(int errnoValue);
 
     [[nodiscard]] int code() const { return static_cast<int>(number); }
@@ -54,31 +52,8 @@ struct RuntimeError {
 /// its full stop).
 [[nodiscard]] QString describe(ErrorNumber number);
 
-/// A value, or the reason why there is none.
-template<typename T>
-class [[nodiscard]] Result {
-public:
-    Result(T value) // NOLINT(google-explicit-constructor): a value is a result
-        : m_content(std::move(value)) {}
-    Result(RuntimeError error) // NOLINT(google-explicit-constructor): so is an error
-        : m_content(std::move(error)) {}
-
-    [[nodiscard]] bool ok() const { return std::holds_alternative<T>(m_content); }
-    explicit operator bool() const { return ok(); }
-    /// The value; only when ok().
-    [[nodiscard]] const T& value() const { return std::get<T>(m_content); }
-    [[nodiscard]] T& value() { return std::get<T>(m_content); }
-    /// The error; only when not ok().
-    [[nodiscard]] const RuntimeError& error() const { return std::get<RuntimeError>(m_content); }
-
-private:
-    std::variant<T, RuntimeError> m_content;
-};
-
-/// The outcome of an operation that yields nothing but success or an error.
-using Outcome = Result<std::monostate>;
 [[nodiscard]] inline Outcome success() {
-    return Outcome(std::monostate{});
+    return kSuccess;
 }
 
 } // namespace sixtrace

@@ -8,7 +8,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 ErrorNumber numberOf(const Outcome& outcome) {
@@ -47,4 +47,4 @@ TEST(BinaryFile, AnOpenThatFailsSaysWhy) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -19,7 +19,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 class ProfileFile : public ::testing::Test {
@@ -472,4 +472,4 @@ TEST_F(ProfileFile, GetIniStringIsTheSameReading) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -12,7 +12,7 @@
 #include <sys/stat.h>
 #endif
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 /// Programs in "bin", and a user whose data lie in "home".
@@ -138,4 +138,4 @@ TEST_F(ProgramFolder, NeverEndsInTwoSeparators) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -12,7 +12,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 QByteArray contentOf(const QString& path) {
@@ -91,4 +91,4 @@ TEST(EnsureFolder, MakesAFolderAndItsParents) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -20,7 +20,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 const WorkshopKind kKind{u".work"_s, QRegularExpression(u"a\\.bin|b+"_s)};
@@ -205,4 +205,4 @@ TEST_F(WorkshopTest, ManyAtOnceNeverTakeEachOthersFiles) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -8,7 +8,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 constexpr NumberMarks kPoint{};
@@ -251,4 +251,4 @@ TEST(BooleanText, WritesTheTwoWords) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -10,7 +10,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 TEST(RuntimeError, NumbersAndSentencesAreThoseThatMessageBoxesShow) {
@@ -76,4 +76,4 @@ TEST(Result, HoldsAValueOrAnError) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test
