@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The block receiver against a sender that does whatever the bytes say: each byte that the receiver sends is answered
 // by the next record of the input, raw bytes or a block with a right check value.
+#include "acquire/crc16.h"
 #include "acquire/serialreceive.h"
 #include "require.h"
 #include "scratchfolder.h"

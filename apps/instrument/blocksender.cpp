@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "instrument/blocksender.h"
 
+#include "acquire/crc16.h"
 #include "acquire/serialline.h"
 
 namespace sixtrace {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "measuretext.h"
 
+#include "capture/measurementunits.h"
 #include "capture/numbertexts.h"
-#include "capture/unitladder.h"
 #include "jsontext.h"
 
 #include <algorithm>

@@ -28,9 +28,6 @@ inline constexpr int kShortData = 128;
 inline constexpr int kLongData = 1024;
 } // namespace line
 
-/// The check value of a block, CRC-16/XMODEM: polynomial 0x1021, initial value 0, no reflection, no final exclusive or.
-[[nodiscard]] std::uint16_t crc16(QByteArrayView data);
-
 /// The serial line as one transfer uses it. Once another transfer has taken the place of this one, it neither reads nor
 /// sends.
 class SerialLine {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "acquire/serialreceive.h"
+#include "acquire/crc16.h"
 
 #include "acquire/blockloop.h"
 #include "platform/files/filenames.h"

@@ -2,6 +2,7 @@
 // The older loop. It has no header block, drops a block that comes twice, and falls back to a checksum of one byte. It
 // shows nothing and cannot be cancelled. No part of the program calls it.
 #include "acquire/blockloop.h"
+#include "acquire/crc16.h"
 
 #include <QByteArrayView>
 

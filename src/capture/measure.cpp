@@ -337,6 +337,14 @@ void Measuring::measureEdges(const Levels& levels, double interval, ChannelMeasu
 }
 
 ChannelMeasures Measuring::measure(const ChannelRecord& channel, Sweep sweep) {
+    ChannelMeasures result = figuresOf(channel, sweep);
+    // A damaged file can name a probe factor with which a figure leaves the range of a double. There is no such figure.
+    std::replace_if(
+        result.values.begin(), result.values.end(), [](double value) { return std::isinf(value); }, kNone);
+    return result;
+}
+
+ChannelMeasures Measuring::figuresOf(const ChannelRecord& channel, Sweep sweep) {
     ChannelMeasures result;
     result.values.fill(kNone);
     const std::size_t count = measuredSamples(channel, sweep);

@@ -75,6 +75,7 @@ public:
     [[nodiscard]] ChannelMeasures measure(const ChannelRecord& channel, Sweep sweep);
 
 private:
+    [[nodiscard]] ChannelMeasures figuresOf(const ChannelRecord& channel, Sweep sweep);
     struct Levels {
         int top;
         int base;

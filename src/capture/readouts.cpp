@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "capture/readouts.h"
 
-#include "capture/unitladder.h"
+#include "capture/measurementunits.h"
 
 namespace sixtrace {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "capture/markerstrip.h"
 #include "capture/publicm.h"
 #include "capture/readouts.h"
-#include "capture/stripgeometry.h"
 
 #include <QString>
 

@@ -8,6 +8,7 @@
 #include "platform/controls/framepanel.h"
 #include "platform/controls/look.h"
 #include "platform/desktop/dialogs.h"
+#include "platform/desktop/overwritequestion.h"
 #include "platform/desktop/windowtofront.h"
 #include "platform/files/filenames.h"
 #include "platform/files/programfolder.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "output/printresult.h"
 
-#include "capture/stripgeometry.h"
+#include "capture/markerstrip.h"
 #include "output/pageframe.h"
 #include "platform/printing/picturepage.h"
 #include "platform/printing/printer.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shell/frmcomcontrols.h"
 
-#include "capture/stripgeometry.h"
+#include "capture/markerstrip.h"
 #include "platform/controls/arrowpair.h"
 #include "platform/controls/framepanel.h"
 #include "platform/controls/labels.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/geometry.h"
 
-#include "capture/stripgeometry.h"
+#include "capture/markerstrip.h"
 #include "platform/text/numbers.h"
 
 namespace sixtrace {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "acquire/crc16.h"
 #include "acquire/receivefixture.h"
 #include "support/openfiles.h"
 #include "support/printing.h"

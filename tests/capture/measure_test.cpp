@@ -319,6 +319,16 @@ TEST_F(MeasureTest, WhatTheFileDoesNotSayDoesNotExist) {
     EXPECT_TRUE(isNone(measure()[Measure::Overshoot]));
 }
 
+TEST_F(MeasureTest, AFigureBeyondTheRangeOfADoubleDoesNotExist) {
+    with({-1000, 1000});
+    channel.VoltPerCount = 1000;
+    channel.ProbeExp = 305;
+    const ChannelMeasures m = measure();
+    EXPECT_DOUBLE_EQ(m[Measure::Min], -1e308);
+    EXPECT_DOUBLE_EQ(m[Measure::Max], 1e308);
+    EXPECT_TRUE(isNone(m[Measure::PeakToPeak])) << "2e308";
+}
+
 TEST_F(MeasureTest, TheInstrumentsOwnFiguresAreTold) {
     with({1});
     EXPECT_TRUE(isNone(measure()[Measure::InstrumentFrequency])); // 0 is none

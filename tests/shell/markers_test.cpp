@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shell/capturewindow.h"
 
-#include "capture/stripgeometry.h"
+#include "capture/markerstrip.h"
 #include "platform/controls/framepanel.h"
 
 namespace sixtrace::test {
