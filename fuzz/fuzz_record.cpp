@@ -18,9 +18,8 @@ void checkMeasures(const ChannelMeasures& measures, std::size_t samples) {
     for (const double value : measures.values) {
         require(!std::isinf(value));
     }
-    if (!std::isnan(measures[Measure::Min])) {
-        require(measures[Measure::Min] <= measures[Measure::Max] && measures[Measure::PeakToPeak] >= 0);
-    }
+    // A figure that does not exist compares as false.
+    require(!(measures[Measure::Min] > measures[Measure::Max]) && !(measures[Measure::PeakToPeak] < 0));
     // Above 100 % where the widths differ much: the mean width is that of all pulses, the period that of whole cycles.
     require(std::isnan(measures[Measure::Duty]) || measures[Measure::Duty] >= 0);
 }
