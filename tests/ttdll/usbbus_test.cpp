@@ -210,8 +210,7 @@ TEST_F(UsbBus, PortsTellsMissingRightsAndWhatIsToBeDone) {
 
 TEST_F(UsbBus, PortsTellsDevicesThatAreNotTheWantedOne) {
     const Ran ran = run("other-device", "kqx ports; true");
-    EXPECT_TRUE(ran.out.contains("usb 1209:0002  /dev/bus/usb/001/002  not the instrument\n"))
-        << ran.out.toStdString();
+    EXPECT_TRUE(ran.out.contains("usb 1209:0002  /dev/bus/usb/001/002  not the instrument\n")) << ran.out.toStdString();
     EXPECT_TRUE(ran.out.contains("usb 1209:0001  absent\n")) << ran.out.toStdString();
     EXPECT_TRUE(ran.out.contains("if it has other ids, enter them in ")) << ran.out.toStdString();
 }
