@@ -86,8 +86,15 @@ QString probeFactorText(int probeExp) {
 }
 
 void FillVoltList(ScreenState& screen, int probeExp) {
-    if (const auto* texts = voltListTexts(probeExp)) {
-        screen.voltList = *texts;
+    const auto* texts = voltListTexts(probeExp);
+    if (texts == nullptr) {
+        return;
+    }
+    for (int row = 0; row < kVoltRows; ++row) {
+        // Most clicks find the list as it is. To see that is cheaper than to copy a shared text once more.
+        if (!screen.voltList[row].isSharedWith((*texts)[row])) {
+            screen.voltList[row] = (*texts)[row];
+        }
     }
 }
 
@@ -98,9 +105,9 @@ void List1_Click(const Scope& scope) {
         return;
     }
     selectChannel(scope, row);
-    screen.titles = frameTitles(screen.rows[row], languageOf(scope.model));
+    screen.titled = {screen.rows[row], languageOf(scope.model)};
     scope.duties.readoutsDue();
-    screen.measurements = measurementTexts(scope.model, row);
+    screen.measured = signalFigures(scope.model, row);
 }
 
 void List1_ItemCheck(const Scope& scope, int Item) {

@@ -29,20 +29,27 @@ QString peakToPeakText(double millivolts, NumberMarks marks) {
     return written(millivolts, voltageNotation(millivolts), marks);
 }
 
-MeasurementTexts measurementTexts(const publicM& model, int channel, NumberMarks marks) {
+std::optional<SignalFigures> signalFigures(const publicM& model, int channel) {
     const int c = channel;
     if (model.ChannelPresent.at(c) == 0) {
-        return {};
+        return std::nullopt;
     }
     const double millivolts =
         probeFactor(model.ProbeExp[c]) * (1.0 * model.PeakToPeak[c]) * double{model.VoltPerCount[c]};
-    return {frequencyText(model.Frequency[c], marks), periodText(model.Frequency[c], model.Period[c], marks),
-            peakToPeakText(millivolts, marks)};
+    return SignalFigures{model.Frequency[c], model.Period[c], millivolts};
 }
 
-FrameTitles frameTitles(const QString& row, Language language) {
-    const QString name = row.left(kTitleLength);
-    if (language == Language::Chinese) {
+MeasurementTexts measurementTexts(const std::optional<SignalFigures>& figures, NumberMarks marks) {
+    if (!figures) {
+        return {};
+    }
+    return {frequencyText(figures->frequency, marks), periodText(figures->frequency, figures->period, marks),
+            peakToPeakText(figures->peakToPeak, marks)};
+}
+
+FrameTitles frameTitles(const TitledRow& titled) {
+    const QString name = titled.row.left(kTitleLength);
+    if (titled.language == Language::Chinese) {
         return {name + u"光标", name + u"水平档位", name + u"垂直档位", name};
     }
     return {name + u"Cursor", name + u"TimeBase", name + u"Voltage", name};

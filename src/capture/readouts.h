@@ -7,6 +7,8 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace sixtrace {
 
 /// The three measurement texts of a channel, with their units.
@@ -24,17 +26,36 @@ struct MeasurementTexts {
 /// Text of a peak-to-peak voltage in millivolts; above 1000 in volts.
 [[nodiscard]] QString peakToPeakText(double millivolts, NumberMarks marks = NumberMarks::system());
 
-/// The texts of a channel of the model; all empty for a channel that the capture does not hold.
-[[nodiscard]] MeasurementTexts measurementTexts(const publicM& model, int channel,
+/// What the instrument and the samples say about the signal of a channel.
+struct SignalFigures {
+    float frequency = 0;   ///< hertz
+    float period = 0;      ///< microseconds
+    double peakToPeak = 0; ///< millivolts at the probe's tip
+
+    [[nodiscard]] bool operator==(const SignalFigures&) const = default;
+};
+
+/// The figures of a channel of the model; none for a channel that the capture does not hold.
+[[nodiscard]] std::optional<SignalFigures> signalFigures(const publicM& model, int channel);
+/// The texts of the figures; all empty where there are none.
+[[nodiscard]] MeasurementTexts measurementTexts(const std::optional<SignalFigures>& figures,
                                                 NumberMarks marks = NumberMarks::system());
 
-/// Titles of the frames for the selected row, whose first four characters name the channel.
+/// The row of the channel list that the frames are titled after, and in which language.
+struct TitledRow {
+    QString row; ///< empty before a row is selected
+    Language language = Language::Chinese;
+
+    [[nodiscard]] bool operator==(const TitledRow&) const = default;
+};
+
+/// Titles of the frames for a row, whose first four characters name the channel.
 struct FrameTitles {
     QString cursor;   ///< Frame1
     QString timeBase; ///< Frame2
     QString voltage;  ///< Frame3
     QString channel;  ///< Frame4
 };
-[[nodiscard]] FrameTitles frameTitles(const QString& row, Language language);
+[[nodiscard]] FrameTitles frameTitles(const TitledRow& titled);
 
 } // namespace sixtrace

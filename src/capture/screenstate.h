@@ -99,8 +99,8 @@ struct ScreenState {
     CursorTexts voltages;                    ///< LabY1, LabY2, their units, LabDy
     CursorTexts times;                       ///< LabX1, LabX2, their units, LabDx
     std::array<TimeReading, 2> timeReadings; ///< that `times` was written from
-    MeasurementTexts measurements;           ///< Frame4
-    FrameTitles titles;
+    std::optional<SignalFigures> measured;   ///< Frame4
+    TitledRow titled;
     MousePointer pointer = MousePointer::Arrow;
 
     // Appearance.

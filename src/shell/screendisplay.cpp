@@ -209,18 +209,27 @@ void ScreenDisplay::showReadouts() {
                 voltages);
     showVisible(std::array{c.LabX1, c.LabX2, c.LabDx, c.LabXX1, c.LabXX2, c.LabXX11, c.LabXX22, c.LabDDXX, c.labDDx},
                 times);
-    showText(*c.LabPe, m_screen.measurements.period);
-    showText(*c.labPPe, m_screen.measurements.frequency);
-    showText(*c.LabMaxx, m_screen.measurements.peakToPeak);
+    // The texts are compared with what stands there, because a language file may have changed it.
+    if (m_measured != m_screen.measured) {
+        m_measured = m_screen.measured;
+        m_measurements = measurementTexts(m_measured);
+    }
+    showText(*c.LabPe, m_measurements.period);
+    showText(*c.labPPe, m_measurements.frequency);
+    showText(*c.LabMaxx, m_measurements.peakToPeak);
+    if (m_titled != m_screen.titled) {
+        m_titled = m_screen.titled;
+        m_titles = frameTitles(m_titled);
+    }
     const auto showTitle = [](FramePanel& frame, const QString& title) {
         if (!title.isEmpty() && frame.caption() != title) {
             frame.setCaption(title);
         }
     };
-    showTitle(*c.Frame1, m_screen.titles.cursor);
-    showTitle(*c.Frame2, m_screen.titles.timeBase);
-    showTitle(*c.Frame3, m_screen.titles.voltage);
-    showTitle(*c.Frame4, m_screen.titles.channel);
+    showTitle(*c.Frame1, m_titles.cursor);
+    showTitle(*c.Frame2, m_titles.timeBase);
+    showTitle(*c.Frame3, m_titles.voltage);
+    showTitle(*c.Frame4, m_titles.channel);
     if (m_shownPaths != m_screen.pathsShown) {
         m_shownPaths = m_screen.pathsShown;
         c.Label4->setCaption(m_screen.loadedPath);

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "capture/readouts.h"
 #include "shell/frmcomcontrols.h"
 #include "view/scopescreen.h"
+
+#include <optional>
 
 class QAction;
 
@@ -42,8 +45,13 @@ private:
     FrmComControls m_controls;
     Ticks m_ticks;
     unsigned m_shownChanges = 0; ///< ScopeScreen::changes() when the picture was last shown
-    unsigned m_shownPaths = 0;   ///< ScreenState::pathsShown when the path was last shown
-    int m_frontMarker = -1;      ///< channel whose marker is on top of the others
+    // What the readouts were last written from, and how they were written.
+    std::optional<SignalFigures> m_measured;
+    MeasurementTexts m_measurements;
+    TitledRow m_titled;
+    FrameTitles m_titles;
+    unsigned m_shownPaths = 0; ///< ScreenState::pathsShown when the path was last shown
+    int m_frontMarker = -1;    ///< channel whose marker is on top of the others
 };
 
 } // namespace sixtrace

@@ -328,7 +328,7 @@ TEST_F(HostileCapture, OfAFileWithManyBlocksOnlyTheFirstOnesAndTheLastDrawAFrame
     EXPECT_TRUE(view->ticks[0]);
     EXPECT_TRUE(view->markers[0].shown);
     EXPECT_EQ(view->timeRow, 99 % 28);
-    EXPECT_EQ(view->titles.channel, u"D   "_s);
+    EXPECT_EQ(frameTitles(view->titled).channel, u"D   "_s);
     EXPECT_EQ(model->TimeIndexView[0], 98 % 28);
 }
 

@@ -367,7 +367,7 @@ TEST_F(SimpleWavTest, BlocksInAnotherOrderLeaveTheRowOfTheLastBlockCurrent) {
     load("V11", {{.mark = "CHC"}, {.mark = "CH1"}, {.mark = "CHA"}});
     EXPECT_EQ(view->selectedRow, 2);
     EXPECT_EQ(view->CurChannel, 2);
-    EXPECT_EQ(view->titles.channel, u"A   "_s);
+    EXPECT_EQ(frameTitles(view->titled).channel, u"A   "_s);
     load("V11", {{.mark = "CHD"}, {.mark = "CH1"}});
     EXPECT_EQ(view->selectedRow, 0);
     EXPECT_EQ(view->markers[0].back, model->LineColor[0]);

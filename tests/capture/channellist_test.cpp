@@ -56,7 +56,7 @@ TEST_F(ChannelRules, ASelectedChannelWithoutDataLeavesTheBar) {
     EXPECT_EQ(view->bar.maximum, 40);
     EXPECT_EQ(view->bar.value, 7);
     EXPECT_EQ(view->CurChannel, 2);
-    EXPECT_TRUE(view->measurements.frequency.isEmpty());
+    EXPECT_FALSE(view->measured.has_value());
 }
 
 TEST_F(ChannelRules, RowsBeyondTheListAreNoRows) {

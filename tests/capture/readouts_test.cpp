@@ -91,14 +91,14 @@ TEST(Measurements, ProbeExponent2With100CountsOf0Point4MillivoltsReadsFourVolts)
     model->ProbeExp[3] = 2;
     model->PeakToPeak[3] = 100;
     model->VoltPerCount[3] = 0.4F;
-    EXPECT_EQ(measurementTexts(*model, 3, kMarks).peakToPeak, QStringLiteral("4.000 V"));
+    EXPECT_EQ(measurementTexts(signalFigures(*model, 3), kMarks).peakToPeak, QStringLiteral("4.000 V"));
 }
 
 TEST(Measurements, ChannelThatTheCaptureLacksHasEmptyTexts) {
     auto model = std::make_unique<publicM>();
     model->Frequency[1] = 1000;
     model->PeakToPeak[1] = 100;
-    const MeasurementTexts texts = measurementTexts(*model, 1, kMarks);
+    const MeasurementTexts texts = measurementTexts(signalFigures(*model, 1), kMarks);
     EXPECT_TRUE(texts.frequency.isEmpty());
     EXPECT_TRUE(texts.period.isEmpty());
     EXPECT_TRUE(texts.peakToPeak.isEmpty());
@@ -106,13 +106,13 @@ TEST(Measurements, ChannelThatTheCaptureLacksHasEmptyTexts) {
 
 TEST(FrameTitles, TakeFourCharactersOfTheRowAndTheLanguage) {
     const QString row = QStringLiteral("A            5  nS");
-    EXPECT_EQ(frameTitles(row, Language::Chinese).cursor, QStringLiteral("A   光标"));
-    EXPECT_EQ(frameTitles(row, Language::Chinese).timeBase, QStringLiteral("A   水平档位"));
-    EXPECT_EQ(frameTitles(row, Language::Chinese).voltage, QStringLiteral("A   垂直档位"));
-    EXPECT_EQ(frameTitles(row, Language::English).cursor, QStringLiteral("A   Cursor"));
-    EXPECT_EQ(frameTitles(row, Language::English).timeBase, QStringLiteral("A   TimeBase"));
-    EXPECT_EQ(frameTitles(row, Language::English).voltage, QStringLiteral("A   Voltage"));
-    EXPECT_EQ(frameTitles(row, Language::English).channel, QStringLiteral("A   "));
+    EXPECT_EQ(frameTitles({row, Language::Chinese}).cursor, QStringLiteral("A   光标"));
+    EXPECT_EQ(frameTitles({row, Language::Chinese}).timeBase, QStringLiteral("A   水平档位"));
+    EXPECT_EQ(frameTitles({row, Language::Chinese}).voltage, QStringLiteral("A   垂直档位"));
+    EXPECT_EQ(frameTitles({row, Language::English}).cursor, QStringLiteral("A   Cursor"));
+    EXPECT_EQ(frameTitles({row, Language::English}).timeBase, QStringLiteral("A   TimeBase"));
+    EXPECT_EQ(frameTitles({row, Language::English}).voltage, QStringLiteral("A   Voltage"));
+    EXPECT_EQ(frameTitles({row, Language::English}).channel, QStringLiteral("A   "));
 }
 
 } // namespace

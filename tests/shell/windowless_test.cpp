@@ -309,8 +309,10 @@ protected:
         for (const CursorTexts& texts : {s.voltages, s.times}) {
             shown << texts.values[0] << texts.units[0] << texts.values[1] << texts.units[1] << texts.difference;
         }
-        shown << s.measurements.frequency << s.measurements.period << s.measurements.peakToPeak;
-        shown << s.titles.cursor << s.titles.timeBase << s.titles.voltage << s.titles.channel;
+        const MeasurementTexts measured = measurementTexts(s.measured);
+        shown << measured.frequency << measured.period << measured.peakToPeak;
+        const FrameTitles titles = frameTitles(s.titled);
+        shown << titles.cursor << titles.timeBase << titles.voltage << titles.channel;
         shown << place(s.cursors.voltage[0]) << place(s.cursors.voltage[1]) << place(s.cursors.time[0])
               << place(s.cursors.time[1]);
         const QString voltages = yes(showsVoltage(s.cursorsShown));
