@@ -32,12 +32,12 @@ enum class MousePointer { Arrow = 1, NorthSouth = 7, EastWest = 9 };
 
 /// A zero marker of the strip, and the flat label at the strip's end that stands in for it when it has left the strip.
 struct ZeroMarker {
-    double top = strip::kCentreTop; ///< twips; the master copy of the channel's vertical place
+    Twips top = strip::kCentreTop; ///< the master copy of the channel's vertical place
     bool shown = false;
     bool pressed = false; ///< has its border
     Colour back = 0;
     bool standInShown = false;
-    double standInTop = 0; ///< twips
+    Twips standInTop;
     Colour standInBack = 0;
 };
 
@@ -47,10 +47,10 @@ struct PositionBarState {
     int value = 0;
 };
 
-/// Where the cursor lines stand, screen units.
+/// Where the cursor lines stand.
 struct CursorPlaces {
-    std::array<double, 2> voltage{100, 300}; ///< Y of Line1(0) and Line1(1)
-    std::array<double, 2> time{180, 420};    ///< X of Line2(0) and Line2(1)
+    std::array<ScreenY, 2> voltage{ScreenY{100}, ScreenY{300}}; ///< Line1(0) and Line1(1)
+    std::array<ScreenX, 2> time{ScreenX{180}, ScreenX{420}};    ///< Line2(0) and Line2(1)
 };
 
 /// The texts of one pair of cursors. The difference has no unit of its own.

@@ -18,7 +18,7 @@ void hideStandIns(ScreenState& screen);
 void takeBarRange(const Scope& scope, int channel);
 /// The bar takes the place of a channel's marker, at its ends for a marker beyond them. Raises no change.
 void placeBarAtMarker(ScreenState& screen, int channel);
-/// Top of a marker that stands where the bar says, twips.
-[[nodiscard]] double markerTopOfBar(const PositionBarState& bar);
+/// Top of a marker that stands where the bar says.
+[[nodiscard]] Twips markerTopOfBar(const PositionBarState& bar);
 
 } // namespace sixtrace

@@ -23,12 +23,12 @@ bool isShown(const publicM& model, const PerChannel<bool>& selected, int channel
 bool deriveSteps(publicM& model, int channel, const std::optional<PageArea>& page) {
     const int c = channel;
     model.SampleStep[c] = model.SampleInterval[c];
-    const auto milliseconds = page ? msPerPixel(model, channel, page->width) : msPerPixel(model, channel);
+    const auto milliseconds = page ? msPerPixel(model, channel, *page) : msPerPixel(model, channel);
     if (!milliseconds) {
         return false;
     }
     model.MsPerPixel[c] = *milliseconds;
-    const auto volts = page ? voltPerPixel(model, channel, page->height) : voltPerPixel(model, channel);
+    const auto volts = page ? voltPerPixel(model, channel, *page) : voltPerPixel(model, channel);
     if (!volts) {
         return false;
     }

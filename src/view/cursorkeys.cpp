@@ -120,7 +120,7 @@ void CursorKeys::step(std::size_t line, int units) {
     // The line has moved and the pointer has not: its shape goes by what lies below it now.
     if (!m_mouse.holdsAnything() && m_Picture2.underMouse()) {
         const QPointF at = m_Picture2.mapFromGlobal(QPointF(QCursor::pos()));
-        m_mouse.Picture2_MouseMove(at.x(), at.y());
+        m_mouse.Picture2_MouseMove(ScreenX(at.x()), ScreenY(at.y()));
     }
     m_moved();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/cursorreadouts.h"
 
+#include "capture/measurementunits.h"
 #include "view/geometry.h"
 
 #include <cmath>
@@ -31,41 +32,42 @@ TimeUnit timeUnit(int row, TimeLadder ladder) {
     return row < seconds ? TimeUnit{"mS", 1e-3} : TimeUnit{"S", 1e-6};
 }
 
-/// Microseconds in the unit, divided where the unit is the greater one, so that no factor is rounded.
-double inUnit(double microseconds, const TimeUnit& unit) {
-    return unit.perMicrosecond >= 1 ? microseconds * unit.perMicrosecond
-                                    : microseconds / std::round(1 / unit.perMicrosecond);
+/// A time in the unit. It is divided where the unit is greater than a microsecond: 0.001 is no exact binary fraction.
+double inUnit(Microseconds time, const TimeUnit& unit) {
+    return unit.perMicrosecond >= 1 ? time.number() * unit.perMicrosecond
+                                    : time.number() / std::round(1 / unit.perMicrosecond);
 }
 
 } // namespace
 
-CursorReadout voltageAt(const publicM& model, int channel, double y, NumberMarks marks) {
+CursorReadout voltageAt(const publicM& model, int channel, ScreenY y, NumberMarks marks) {
     const int c = channel;
     const int exponent = model.ProbeExp[c];
-    const double volts =
-        probeFactor(exponent) * (model.ChannelYPos[c] - y) * static_cast<double>(model.VoltPerPixel[c]);
+    const Volts voltage(probeFactor(exponent) * (model.ChannelYPos[c] - y.number()) *
+                        static_cast<double>(model.VoltPerPixel[c]));
     if (model.VoltIndexView[c] < 7 - 3 * exponent) {
-        return {Format(volts * 1000, valueFormat(), marks), QStringLiteral("mV")};
+        return {Format(millivoltsOf(voltage).number(), valueFormat(), marks), QStringLiteral("mV")};
     }
-    return {Format(volts, valueFormat(), marks), QStringLiteral(" V")};
+    return {Format(voltage.number(), valueFormat(), marks), QStringLiteral(" V")};
 }
 
-std::optional<TimeReading> timeReadingAt(const publicM& model, int channel, double x, TimeLadder ladder) {
+std::optional<TimeReading> timeReadingAt(const publicM& model, int channel, ScreenX x, TimeLadder ladder) {
     const auto scale = pickScale(model, channel);
     if (!scale) {
         return std::nullopt;
     }
     const int c = channel;
-    const double microseconds = scale->sampleAt(x) * static_cast<double>(model.SampleInterval[c]);
+    const Microseconds time(scale->sampleAt(x) * static_cast<double>(model.SampleInterval[c]));
     const TimeUnit unit = timeUnit(model.TimeIndexView[c], ladder);
-    return TimeReading{inUnit(microseconds, unit), QLatin1String(unit.name)};
+    return TimeReading{inUnit(time, unit), QLatin1String(unit.name)};
 }
 
 CursorReadout readoutOf(const TimeReading& reading, NumberMarks marks) {
     return {Format(reading.value, valueFormat(), marks), reading.unit};
 }
 
-std::optional<CursorReadout> timeAt(const publicM& model, int channel, double x, TimeLadder ladder, NumberMarks marks) {
+std::optional<CursorReadout> timeAt(const publicM& model, int channel, ScreenX x, TimeLadder ladder,
+                                    NumberMarks marks) {
     const auto reading = timeReadingAt(model, channel, x, ladder);
     return reading ? std::optional(readoutOf(*reading, marks)) : std::nullopt;
 }

@@ -18,7 +18,7 @@ struct CursorReadout {
 
 /// Voltage at the height `y` of the screen against the channel's zero line, by VoltPerPixel as last drawn: in "mV"
 /// below the volt row 7 - 3 ProbeExp, else in " V" (with its blank).
-[[nodiscard]] CursorReadout voltageAt(const publicM& model, int channel, double y,
+[[nodiscard]] CursorReadout voltageAt(const publicM& model, int channel, ScreenY y,
                                       NumberMarks marks = NumberMarks::system());
 
 /// The two places that read times out choose their units by different rows; both are meant.
@@ -28,10 +28,10 @@ enum class TimeLadder {
 };
 
 /// Time at the column `x` since the channel's first sample; nothing where the channel's scale has no meaning.
-[[nodiscard]] std::optional<TimeReading> timeReadingAt(const publicM& model, int channel, double x, TimeLadder ladder);
+[[nodiscard]] std::optional<TimeReading> timeReadingAt(const publicM& model, int channel, ScreenX x, TimeLadder ladder);
 [[nodiscard]] CursorReadout readoutOf(const TimeReading& reading, NumberMarks marks = NumberMarks::system());
 /// Both at once.
-[[nodiscard]] std::optional<CursorReadout> timeAt(const publicM& model, int channel, double x, TimeLadder ladder,
+[[nodiscard]] std::optional<CursorReadout> timeAt(const publicM& model, int channel, ScreenX x, TimeLadder ladder,
                                                   NumberMarks marks = NumberMarks::system());
 
 /// The absolute difference of two readouts as they are shown: it works from the rounded texts.

@@ -76,12 +76,12 @@ void printTime(const publicM& model, ScreenState& screen) {
     }
 }
 
-void moveVoltageCursor(const publicM& model, ScreenState& screen, std::size_t cursor, double y) {
+void moveVoltageCursor(const publicM& model, ScreenState& screen, std::size_t cursor, ScreenY y) {
     screen.cursors.voltage[cursor] = y;
     readVoltage(model, screen, cursor);
 }
 
-void moveTimeCursor(ScreenState& screen, std::size_t cursor, double x) {
+void moveTimeCursor(ScreenState& screen, std::size_t cursor, ScreenX x) {
     screen.cursors.time[cursor] = x;
 }
 

@@ -14,10 +14,10 @@ void UpdateVoltCursors(const publicM& model, ScreenState& screen);
 /// Updates the readouts of the time cursors, if these are chosen and the selected channel holds a capture.
 void printTime(const publicM& model, ScreenState& screen);
 
-/// Moves a voltage cursor (0 or 1) to a height of the screen and updates its readout.
-void moveVoltageCursor(const publicM& model, ScreenState& screen, std::size_t cursor, double y);
-/// Moves a time cursor (0 or 1) to a column of the screen. The next printTime updates its readout.
-void moveTimeCursor(ScreenState& screen, std::size_t cursor, double x);
+/// Moves a voltage cursor (0 or 1) and updates its readout.
+void moveVoltageCursor(const publicM& model, ScreenState& screen, std::size_t cursor, ScreenY y);
+/// Moves a time cursor (0 or 1). The next printTime updates its readout.
+void moveTimeCursor(ScreenState& screen, std::size_t cursor, ScreenX x);
 /// Computes a difference anew from the texts of its two values.
 void refreshDifference(CursorTexts& texts);
 

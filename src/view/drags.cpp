@@ -129,7 +129,7 @@ bool beginTraceDrag(const publicM& model, int channel, Picture& picture2, Pictur
     return true;
 }
 
-bool moveTraceDrag(publicM& model, int channel, float delta, const Picture& picHidden0, Picture& picHidden1,
+bool moveTraceDrag(publicM& model, int channel, ScreenX delta, const Picture& picHidden0, Picture& picHidden1,
                    Picture& picture2) {
     const int c = channel;
     picHidden1.BitBlt(0, 0, kScreenWidth, kScreenHeight, picHidden0, 0, 0);
@@ -138,7 +138,8 @@ bool moveTraceDrag(publicM& model, int channel, float delta, const Picture& picH
     if (viewRow < 0 || viewRow >= kTimeBaseRows || fileRow < 0 || fileRow >= kTimeBaseRows) {
         return false;
     }
-    const auto step = static_cast<double>(delta);
+    // A step of the shift is a 32-bit real.
+    const auto step = static_cast<double>(static_cast<float>(delta.number()));
     model.ChannelXShift[c] = static_cast<float>(static_cast<double>(model.ChannelXShift[c]) +
                                                 step * model.TimeBaseTable[viewRow] / model.TimeBaseTable[fileRow]);
 
@@ -176,7 +177,7 @@ bool beginMarkerDrag(const publicM& model, int channel, Picture& picture2, Pictu
     return true;
 }
 
-bool moveMarkerDrag(publicM& model, int channel, double markerTop, const Picture& picHidden0, Picture& picture2) {
+bool moveMarkerDrag(publicM& model, int channel, Twips markerTop, const Picture& picHidden0, Picture& picture2) {
     const int c = channel;
     picture2.BitBlt(0, 0, kScreenWidth, kScreenHeight, picHidden0, 0, 0);
     const auto zeroLine = zeroLineOfMarker(markerTop);

@@ -15,8 +15,8 @@ namespace sixtrace {
 struct FrameInputs {
     Graticule graticule = Graticule::Dotted;
     TraceStyle style = TraceStyle::Lines;
-    PerChannel<bool> selected{};    ///< ticks of the channel list
-    PerChannel<double> markerTop{}; ///< tops of the markers, twips
+    PerChannel<bool> selected{};   ///< ticks of the channel list
+    PerChannel<Twips> markerTop{}; ///< tops of the markers
 };
 
 [[nodiscard]] FrameInputs frameInputs(const ScreenState& screen);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "capture/publicm.h"
+#include "platform/drawing/lengths.h"
 
 #include <cstdint>
 #include <optional>
@@ -17,13 +18,15 @@ inline constexpr int kSurfaceHeight = 401;
 /// 12.
 [[nodiscard]] int divisionsAcross(int fileKind);
 
-/// Screen Y of the zero line of a marker whose top stands at `top` twips: its centre's share of the strip, halves to
-/// even. Nothing where that does not fit 16 bits.
-[[nodiscard]] std::optional<std::int16_t> zeroLineOfMarker(double top);
+/// ChannelYPos for a marker with this top: the place of its centre on the strip as a row of the screen, halves to even.
+/// Nothing where that does not fit 16 bits.
+[[nodiscard]] std::optional<std::int16_t> zeroLineOfMarker(Twips top);
+/// How far a marker goes along the strip when its zero line goes that far on the screen.
+[[nodiscard]] Twips wayOnStrip(ScreenY way);
 
 /// ChannelYPos of all six channels from the tops of their markers. False where one does not fit 16 bits; those before
 /// it are set then.
-[[nodiscard]] bool deriveZeroLines(publicM& model, const PerChannel<double>& markerTops);
+[[nodiscard]] bool deriveZeroLines(publicM& model, const PerChannel<Twips>& markerTops);
 
 /// The map from a channel's samples to the screen, for the present state of the model. Compute it anew after a change.
 struct TraceScale {
@@ -41,8 +44,8 @@ struct TraceScale {
     [[nodiscard]] double x(double sample) const { return x0 + sample * dx; }
     /// Y of a count. Not rounded, not clipped; a count of 0 lies on the zero line, positive ones above it.
     [[nodiscard]] double y(double count) const { return yPos - count * perCount * height / divisor; }
-    /// The sample index under an X, with its fraction.
-    [[nodiscard]] double sampleAt(double screenX) const { return (screenX - x0) / dx; }
+    /// The sample index under a column of the screen, with its fraction.
+    [[nodiscard]] double sampleAt(ScreenX column) const { return (column.number() - x0) / dx; }
 };
 
 /// The scale for plotting, with a step by ScreenPoints; nothing where TimeIndex, TimeIndexView or VoltIndexView name no
@@ -55,20 +58,23 @@ struct TraceScale {
 /// VoltIndexView names no row still tells times.
 [[nodiscard]] std::optional<TraceScale> pickScale(const publicM& model, int channel);
 
-/// The frame of a printed page, and where a channel's zero line lies in it. All in the page's units.
+/// The frame of a printed page, and where a channel's zero line lies in it, counted from its top.
 struct PageArea {
-    double width = 0;
-    double height = 0;
-    double zeroLine = 0;
+    Twips width;
+    Twips height;
+    Twips zeroLine;
 };
 
-/// The scale for plotting on a page. The shift enters it unchanged, in screen units, and the step comes from
-/// the number of samples held, not from those per screen. Nothing where a table row does not exist or SampleCount is 0.
+/// The scale for plotting on a page, whose X, Y and steps are twips. Two things differ from the screen: the shift
+/// enters the scale unchanged, so that a screen unit of it counts as a twip, and the step comes from the number of
+/// samples held, not from those per screen. Nothing where a table row does not exist or SampleCount is 0.
 [[nodiscard]] std::optional<TraceScale> pageScale(const publicM& model, int channel, const PageArea& page);
 
-/// Milliseconds and volts per unit of a channel as it is shown on a picture of that width or height; nothing where the
-/// row does not exist.
-[[nodiscard]] std::optional<float> msPerPixel(const publicM& model, int channel, double width = kScreenWidth);
-[[nodiscard]] std::optional<float> voltPerPixel(const publicM& model, int channel, double height = kScreenHeight);
+/// Milliseconds and volts per unit of a channel as it is shown: per screen unit, or per twip of a page. Nothing where
+/// the row does not exist.
+[[nodiscard]] std::optional<float> msPerPixel(const publicM& model, int channel);
+[[nodiscard]] std::optional<float> msPerPixel(const publicM& model, int channel, const PageArea& page);
+[[nodiscard]] std::optional<float> voltPerPixel(const publicM& model, int channel);
+[[nodiscard]] std::optional<float> voltPerPixel(const publicM& model, int channel, const PageArea& page);
 
 } // namespace sixtrace

@@ -61,7 +61,7 @@ bool ScopeScreen::beginTraceDrag(int channel) {
     return sixtrace::beginTraceDrag(m_model, channel, m_pictures.Picture2, *m_pictures.picHidden[1]);
 }
 
-bool ScopeScreen::moveTraceDrag(int channel, float delta) {
+bool ScopeScreen::moveTraceDrag(int channel, ScreenX delta) {
     m_copy.bringUpToDate();
     ++m_changes;
     return sixtrace::moveTraceDrag(m_model, channel, delta, *m_pictures.picHidden[0], *m_pictures.picHidden[1],

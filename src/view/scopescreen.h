@@ -42,7 +42,7 @@ public:
     void beginExclusiveOr() { m_pictures.Picture2.drawMode = DrawMode::XorPen; }
     /// The drags of a trace, sideways and with its marker: see view/drags.h. False where a run-time error ended a step.
     bool beginTraceDrag(int channel);
-    bool moveTraceDrag(int channel, float delta);
+    bool moveTraceDrag(int channel, ScreenX delta);
     void beginMarkerDrag(int channel);
     void moveMarkerDrag(int channel);
 

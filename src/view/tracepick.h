@@ -11,10 +11,10 @@ namespace sixtrace {
 enum class CursorHit { None, Voltage1, Voltage2, Time1, Time2 };
 
 /// The first cursor less than two units from the pointer, in the order of the enumeration; visibility plays no part.
-[[nodiscard]] CursorHit cursorUnder(const CursorPlaces& places, double x, double y);
+[[nodiscard]] CursorHit cursorUnder(const CursorPlaces& places, ScreenX x, ScreenY y);
 /// The same for one kind of lines only.
-[[nodiscard]] bool onVoltageCursor(const CursorPlaces& places, double y);
-[[nodiscard]] bool onTimeCursor(const CursorPlaces& places, double x);
+[[nodiscard]] bool onVoltageCursor(const CursorPlaces& places, ScreenY y);
+[[nodiscard]] bool onTimeCursor(const CursorPlaces& places, ScreenX x);
 
 /// What looking for a trace under the pointer came to.
 struct TracePick {
@@ -25,9 +25,9 @@ struct TracePick {
 
 /// Looks for a trace at a press: channels that the capture holds, shown or not. A channel whose samples the pointer
 /// lies beside sets the arrow; one that is merely too far above or below leaves the shape.
-[[nodiscard]] TracePick pickTrace(const publicM& model, double x, double y);
+[[nodiscard]] TracePick pickTrace(const publicM& model, ScreenX x, ScreenY y);
 
 /// The same for a pointer that only moves: every miss sets the arrow.
-[[nodiscard]] TracePick hoverTrace(const publicM& model, double x, double y);
+[[nodiscard]] TracePick hoverTrace(const publicM& model, ScreenX x, ScreenY y);
 
 } // namespace sixtrace

@@ -321,17 +321,17 @@ TEST_F(SimpleWavTest, PeakToPeakThatOverflowsKeepsItsOldValue) {
 
 TEST_F(SimpleWavTest, TheMarkerIsPlacedByTheZeroLevel) {
     load("V11", {{.zeroLevel = 100}, {.mark = "CH2", .zeroLevel = 0}, {.mark = "CHA", .zeroLevel = -100}});
-    EXPECT_EQ(view->markers[0].top, -105.0); // 6030 x 0 / 200 - 210 / 2
-    EXPECT_EQ(view->markers[1].top, 2910.0);
-    EXPECT_EQ(view->markers[2].top, 5925.0);
-    EXPECT_EQ(view->markers[3].top, 3000.0); // never placed
+    EXPECT_EQ(view->markers[0].top, Twips(-105.0)); // 6030 x 0 / 200 - 210 / 2
+    EXPECT_EQ(view->markers[1].top, Twips(2910.0));
+    EXPECT_EQ(view->markers[2].top, Twips(5925.0));
+    EXPECT_EQ(view->markers[3].top, Twips(3000.0)); // never placed
 }
 
 TEST_F(SimpleWavTest, AZeroLevelThatOverflowsKeepsItsOldValue) {
     load("V11", {{.zeroLevel = 40}});
     load("V11", {{.zeroLevel = -2147483647 - 1}});
     EXPECT_EQ(model->ZeroLevel[0], 60);
-    EXPECT_EQ(view->markers[0].top, 6030.0 * 60 / 200 - 105);
+    EXPECT_EQ(view->markers[0].top, Twips(6030.0 * 60 / 200 - 105));
 }
 
 TEST_F(SimpleWavTest, TheVoltListFollowsTheLastProbeAndStaysForAForeignOne) {

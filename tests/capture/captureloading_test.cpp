@@ -35,7 +35,7 @@ TEST_F(Loading, AnOpenedFileIsLoadedNamedAndTheCurrentMarkerClamped) {
     EXPECT_TRUE(view->tableLoaded);
     EXPECT_EQ(view->loadedPath, path());
     EXPECT_EQ(view->CurChannel, 2);
-    EXPECT_EQ(view->markers[2].top, -1612.5);
+    EXPECT_EQ(view->markers[2].top, Twips(-1612.5));
     EXPECT_TRUE(view->markers[2].standInShown);
     EXPECT_FALSE(view->markers[2].shown);
     EXPECT_FALSE(view->markers[1].standInShown) << "the others keep their markers, outside as they are";

@@ -109,7 +109,7 @@ TEST_F(OpenBinFileTest, StoresEveryFrequencyInChannel0) {
 TEST_F(OpenBinFileTest, StoresTheZeroLevelRawAndMovesNoMarker) {
     ASSERT_EQ(open({{.zeroLevel = -30}}), BinFileOutcome::Loaded);
     EXPECT_EQ(model->ZeroLevel[0], -30);
-    EXPECT_EQ(view->markers[0].top, 3000.0);
+    EXPECT_EQ(view->markers[0].top, Twips(3000.0));
 }
 
 TEST_F(OpenBinFileTest, VoltIndexViewIsVoltIndexFile) {

@@ -23,17 +23,17 @@ protected:
         screen.model->VoltIndexView[0] = static_cast<std::int16_t>(row);
         screen.model->ProbeExp[0] = static_cast<std::int16_t>(probe);
         screen.model->VoltPerPixel[0] = *voltPerPixel(*screen.model, 0);
-        return voltageAt(*screen.model, 0, y, kPoint);
+        return voltageAt(*screen.model, 0, ScreenY(y), kPoint);
     }
     QString unitOfTime(int row, TimeLadder ladder) {
         screen.model->TimeIndex[0] = row;
         screen.model->TimeIndexView[0] = static_cast<std::int16_t>(row);
-        return timeAt(*screen.model, 0, 100, ladder, kPoint)->unit;
+        return timeAt(*screen.model, 0, ScreenX(100), ladder, kPoint)->unit;
     }
     QString valueOfTime(int row, TimeLadder ladder, double x) {
         screen.model->TimeIndex[0] = row;
         screen.model->TimeIndexView[0] = static_cast<std::int16_t>(row);
-        return timeAt(*screen.model, 0, x, ladder, kPoint)->value;
+        return timeAt(*screen.model, 0, ScreenX(x), ladder, kPoint)->value;
     }
     TestScreen screen;
 };
@@ -90,7 +90,7 @@ TEST_F(CursorReadouts, TimesCountMicrosecondsFromTheFirstSample) {
     screen.model->SampleInterval[0] = 250000.0F;
     EXPECT_EQ(valueOfTime(25, TimeLadder::OfPrintTime, 180), text("45.00"));
     screen.model->SampleCount[0] = 0;
-    EXPECT_FALSE(timeAt(*screen.model, 0, 180, TimeLadder::OfCombo3, kPoint));
+    EXPECT_FALSE(timeAt(*screen.model, 0, ScreenX(180), TimeLadder::OfCombo3, kPoint));
 }
 
 TEST(CursorDifference, WorksFromTheRoundedTexts) {

@@ -28,7 +28,7 @@ TEST(TraceDrag, MovesPlotXByExactlyOneDeltaAndDrawsTheMovedTraceOnTheCleanFrame)
     screen.draw();
     ASSERT_TRUE(beginTraceDrag(*screen.model, 0, screen.picture2, screen.picHidden1));
     // Sample 0 stands at X = 0, which counts as off the screen: the walk from the left shifts it and sample 1.
-    ASSERT_TRUE(moveTraceDrag(*screen.model, 0, 7, screen.picHidden0, screen.picHidden1, screen.picture2));
+    ASSERT_TRUE(moveTraceDrag(*screen.model, 0, ScreenX(7), screen.picHidden0, screen.picHidden1, screen.picture2));
     for (int i = 0; i < 593; ++i) {
         ASSERT_EQ(screen.model->PlotX(0, i), i + 7) << i;
     }
@@ -69,10 +69,10 @@ TEST(TraceDrag, AShiftIsTakenAtTheTimeBaseOfTheView) {
     screen.model->TimeIndexView[0] = 13; // 0.1 ms
     screen.model->TimeIndexFile[0] = 10; // 0.01 ms
     screen.draw();
-    ASSERT_TRUE(moveTraceDrag(*screen.model, 0, 3, screen.picHidden0, screen.picHidden1, screen.picture2));
+    ASSERT_TRUE(moveTraceDrag(*screen.model, 0, ScreenX(3), screen.picHidden0, screen.picHidden1, screen.picture2));
     EXPECT_FLOAT_EQ(screen.model->ChannelXShift[0], 30);
     screen.model->TimeIndex[0] = 16; // the row of the file counts, even where a damaged index has left it stale
-    ASSERT_TRUE(moveTraceDrag(*screen.model, 0, 3, screen.picHidden0, screen.picHidden1, screen.picture2));
+    ASSERT_TRUE(moveTraceDrag(*screen.model, 0, ScreenX(3), screen.picHidden0, screen.picHidden1, screen.picture2));
     EXPECT_FLOAT_EQ(screen.model->ChannelXShift[0], 60);
 }
 
@@ -81,7 +81,8 @@ TEST(TraceDrag, EachPositionIsRoundedByItselfWithHalvesToTheEvenInteger) {
         TestScreen screen;
         screen.addChannel(0, 600, 600);
         screen.draw();
-        ASSERT_TRUE(moveTraceDrag(*screen.model, 0, delta, screen.picHidden0, screen.picHidden1, screen.picture2));
+        ASSERT_TRUE(moveTraceDrag(*screen.model, 0, ScreenX(double{delta}), screen.picHidden0, screen.picHidden1,
+                                  screen.picture2));
         // Sample 0 is the first that the walk from the left shifts, whatever the distance.
         EXPECT_EQ(screen.model->PlotX(0, 0), std::nearbyint(0 + double{delta})) << delta;
         if (delta > 0) {
@@ -98,8 +99,8 @@ TEST(TraceDrag, APositionBeyond32BitsEndsItBeforeThePictureIsShown) {
         screen.addChannel(0, 600, 600);
         screen.draw();
         screen.model->PlotX(0, 0) = delta == 0.5F ? 0 : std::numeric_limits<std::int32_t>::max() - 500;
-        const bool shown =
-            moveTraceDrag(*screen.model, 0, delta, screen.picHidden0, screen.picHidden1, screen.picture2);
+        const bool shown = moveTraceDrag(*screen.model, 0, ScreenX(double{delta}), screen.picHidden0, screen.picHidden1,
+                                         screen.picture2);
         EXPECT_EQ(shown, delta == 0.5F) << delta;
     }
 }
@@ -112,7 +113,8 @@ int pixelsOfEvenSamples(int samples) {
         screen.model->PlotX(0, i) = 1 + i * 598 / samples;
         screen.model->PlotY(0, i) = i % 2 == 0 ? 50 : 350;
     }
-    static_cast<void>(moveTraceDrag(*screen.model, 0, 0, screen.picHidden0, screen.picHidden1, screen.picture2));
+    static_cast<void>(
+        moveTraceDrag(*screen.model, 0, ScreenX(0), screen.picHidden0, screen.picHidden1, screen.picture2));
     int pixels = 0;
     for (int x = 0; x < 600; ++x) {
         pixels += screen.picture2.Point(x, 50) == kGhostColour ? 1 : 0;
@@ -138,7 +140,7 @@ TEST(TraceDrag, ATraceWhollyBesideTheScreenIsMovedAndNothingIsDrawn) {
     screen.addChannel(0, 600, 600);
     screen.model->ChannelXShift[0] = -2000;
     screen.draw();
-    ASSERT_TRUE(moveTraceDrag(*screen.model, 0, 5, screen.picHidden0, screen.picHidden1, screen.picture2));
+    ASSERT_TRUE(moveTraceDrag(*screen.model, 0, ScreenX(5), screen.picHidden0, screen.picHidden1, screen.picture2));
     EXPECT_EQ(screen.model->PlotX(0, 100), -2000 + 100 + 5);
     EXPECT_EQ(screen.model->PlotX(0, 599), -2000 + 599 + 10) << "the walk from the right passes the last sample again";
     EXPECT_TRUE(sameRows(screen.picture2, screen.picHidden0, 600, 400));
@@ -149,7 +151,7 @@ TEST(TraceDrag, CountsFromAHostileFileEndItInsideTheArrays) {
     screen.addChannel(0, 600, 2000000000);
     screen.draw();
     EXPECT_FALSE(beginTraceDrag(*screen.model, 0, screen.picture2, screen.picHidden1));
-    EXPECT_FALSE(moveTraceDrag(*screen.model, 0, 5, screen.picHidden0, screen.picHidden1, screen.picture2));
+    EXPECT_FALSE(moveTraceDrag(*screen.model, 0, ScreenX(5), screen.picHidden0, screen.picHidden1, screen.picture2));
 }
 
 TEST(MarkerDrag, TheGhostIsTheTraceByExclusiveOrInBlue) {
@@ -182,7 +184,8 @@ TEST(MarkerDrag, MovesZeroLineAndVisibleSamplesAndStepsOverSamplesOfOneColumn) {
     screen.picture2.drawMode = DrawMode::XorPen;
     screen.picture2.ForeColor = kGhostColour;
     ASSERT_TRUE(beginMarkerDrag(*screen.model, 0, screen.picture2, screen.picHidden0));
-    ASSERT_TRUE(moveMarkerDrag(*screen.model, 0, 2910 + 603, screen.picHidden0, screen.picture2)); // a tenth: 40 rows
+    ASSERT_TRUE(
+        moveMarkerDrag(*screen.model, 0, Twips(2910 + 603), screen.picHidden0, screen.picture2)); // a tenth: 40 rows
     EXPECT_EQ(screen.model->ChannelYPos[0], 240);
     EXPECT_EQ(screen.model->PlotY(0, 0), 240);
     EXPECT_EQ(screen.model->PlotY(0, 700), 240);
@@ -200,7 +203,7 @@ TEST(MarkerDrag, ATraceThatLiesWhollyLeftOfTheScreenIsWalkedThroughAndNothingIsD
     screen.picture2.drawMode = DrawMode::XorPen;
     screen.picture2.ForeColor = kGhostColour;
     ASSERT_TRUE(beginMarkerDrag(*screen.model, 0, screen.picture2, screen.picHidden0));
-    ASSERT_TRUE(moveMarkerDrag(*screen.model, 0, 2910 + 603, screen.picHidden0, screen.picture2));
+    ASSERT_TRUE(moveMarkerDrag(*screen.model, 0, Twips(2910 + 603), screen.picHidden0, screen.picture2));
     EXPECT_EQ(screen.model->PlotY(0, 300), 240);
     EXPECT_TRUE(sameRows(screen.picture2, screen.picHidden0, 600, 400));
 }

@@ -8,6 +8,7 @@
 #include "support/flatcapture.h"
 #include "support/printing.h"
 #include "view/offscreenscope.h"
+#include "view/scene.h"
 #include "view/screenmouse.h"
 
 #include <QFile>

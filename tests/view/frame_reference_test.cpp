@@ -128,7 +128,7 @@ void randomise(TestScreen& screen, std::mt19937& random, const FrameKind& kind) 
         model.VoltIndexView[c] = static_cast<std::int16_t>(between(0, 9));
         model.VoltPerCount[c] = static_cast<float>(between(1, 4000)) / 100.0F;
         model.ChannelXShift[c] = static_cast<float>(between(-900, 900)) / 3.0F;
-        screen.inputs.markerTop[c] = between(-400, 6400);
+        screen.inputs.markerTop[c] = Twips(between(-400, 6400));
         if (kind.sharedTimeBase && channel > 0) {
             model.ScreenPoints[c] = model.ScreenPoints[0];
             model.SampleCount[c] = model.SampleCount[0];

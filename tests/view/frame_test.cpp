@@ -102,7 +102,7 @@ TEST(Frame, TheZeroLinesOfAllSixChannelsComeFromTheirMarkersWhetherShownOrNot) {
     TestScreen screen;
     for (std::size_t c = 0; c < kChannels; ++c) {
         screen.inputs.markerTop[c] =
-            6030.0 * static_cast<double>(c) / 8 - 105; // centred at an eighth of the strip each
+            Twips(6030.0 * static_cast<double>(c) / 8 - 105); // centred at an eighth of the strip each
     }
     screen.draw();
     EXPECT_EQ(screen.model->ChannelYPos, (PerChannel<std::int16_t>{0, 50, 100, 150, 200, 250}));
@@ -273,7 +273,7 @@ TEST(Frame, ARunTimeErrorEndsItQuietlyAndChannelsBehindItAreNotDrawn) {
     screen.addChannel(1, 0, 600); // a division by zero
     screen.addChannel(2, 600, 600);
     screen.model->SampleData(0, 3) = 40;
-    screen.inputs.markerTop[2] = 1000;
+    screen.inputs.markerTop[2] = Twips{1000};
     screen.picHidden0.ForeColor = 0x123456;
     screen.picHidden0.PSet(5, 5);
     screen.draw();
@@ -285,7 +285,7 @@ TEST(Frame, ARunTimeErrorEndsItQuietlyAndChannelsBehindItAreNotDrawn) {
 TEST(Frame, AMarkerBeyondSixteenBitsEndsTheFrameBehindTheGraticule) {
     TestScreen screen;
     screen.addChannel(0, 600, 600);
-    screen.inputs.markerTop[3] = 1e9;
+    screen.inputs.markerTop[3] = Twips{1e9};
     screen.draw();
     EXPECT_TRUE(pixelsOf(screen.picture2, kRed).empty());
     EXPECT_EQ(screen.picture2.Point(0, 0), screen.model->GridColor);

@@ -25,7 +25,7 @@ struct TestScreen {
         model->FileKind = 4;
         picture2.BackColor = model->BackColor;
         picture2.Cls();
-        inputs.markerTop.fill(2910); // (105 + 2910) / 6030 * 400 = 200
+        inputs.markerTop.fill(Twips{2910}); // (105 + 2910) / 6030 * 400 = 200
     }
 
     void addChannel(int channel, int points, int samples) {
@@ -44,6 +44,11 @@ struct TestScreen {
 
     void draw() { renderer.PicReDrawT(*model, inputs, picture2, picHidden0); }
 };
+
+/// Places of the cursor lines: rows of the voltage cursors, columns of the time cursors.
+inline CursorPlaces placesAt(double y1, double y2, double x1, double x2) {
+    return {{ScreenY(y1), ScreenY(y2)}, {ScreenX(x1), ScreenX(x2)}};
+}
 
 inline bool sameRows(const Picture& a, const Picture& b, int width, int height) {
     for (int y = 0; y < height; ++y) {

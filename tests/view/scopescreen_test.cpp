@@ -74,7 +74,7 @@ TEST_F(ScreenPictures, EveryStepOfADragChangesThePicture) {
     unsigned changes = screen().changes();
     EXPECT_TRUE(screen().beginTraceDrag(0));
     EXPECT_EQ(screen().changes(), ++changes);
-    EXPECT_TRUE(screen().moveTraceDrag(0, 5));
+    EXPECT_TRUE(screen().moveTraceDrag(0, ScreenX(5)));
     EXPECT_EQ(screen().changes(), ++changes);
     screen().PicReDrawT();
     EXPECT_EQ(screen().changes(), ++changes);
@@ -110,16 +110,16 @@ TEST_F(ScreenPictures, ATraceThatIsTakenIsDrawnOnTheWorkingPictureAndOnNoPage) {
 TEST_F(ScreenPictures, AFrameThatIsDrawnDuringADragIsTheGroundOfItsNextStep) {
     ASSERT_EQ(scope->Picture2.Point(53, 250), model->LineColor[2]);
     EXPECT_TRUE(screen().beginTraceDrag(0));
-    marker(2).top = 5171.25; // A goes from row 250 to row 350
+    marker(2).top = Twips(5171.25); // A goes from row 250 to row 350
     screen().PicReDrawT();
-    EXPECT_TRUE(screen().moveTraceDrag(0, 5));
+    EXPECT_TRUE(screen().moveTraceDrag(0, ScreenX(5)));
     EXPECT_EQ(scope->Picture2.Point(53, 350), model->LineColor[2]);
     EXPECT_NE(scope->Picture2.Point(53, 250), model->LineColor[2]);
 }
 
 TEST_F(ScreenPictures, AMarkersDragKeepsTheOtherTraces) {
     screen().beginMarkerDrag(0);
-    marker(0).top = 5171.25; // row 350
+    marker(0).top = Twips(5171.25); // row 350
     screen().moveMarkerDrag(0);
     EXPECT_EQ(scope->Picture2.Point(53, 250), model->LineColor[2]);
 }

@@ -121,21 +121,21 @@ TEST_F(TimeVoltRules, AListWithoutAChosenEntryChangesNothing) {
 TEST_F(TimeVoltRules, AMarkerOutsideTheNewRangeStaysAndTheBarGoesToItsEnd) {
     for (const double divisions : {11.0, -11.0}) {
         const double top = 3000 + divisions * 753.75;
-        marker(0).top = top;
+        marker(0).top = Twips(top);
         chooseVoltRow(rules(), 5); // ten divisions either way
         EXPECT_EQ(state().bar.maximum, 20);
         EXPECT_EQ(state().bar.value, divisions > 0 ? 20 : 0);
-        EXPECT_EQ(marker(0).top, top);
+        EXPECT_EQ(marker(0).top, Twips(top));
         chooseVoltRow(rules(), 0);
         EXPECT_EQ(state().bar.maximum, 800);
         EXPECT_EQ(state().bar.value, divisions > 0 ? 411 : 389);
-        EXPECT_EQ(marker(0).top, top);
+        EXPECT_EQ(marker(0).top, Twips(top));
     }
 }
 
 TEST_F(TimeVoltRules, ABarBetweenTwoValuesTakesTheEvenOne) {
     for (const auto& [halves, value] : {std::pair{1, 10}, {3, 12}, {5, 12}, {-1, 10}, {-3, 8}}) {
-        marker(0).top = 3000 + halves * 376.875;
+        marker(0).top = Twips(3000 + halves * 376.875);
         chooseVoltRow(rules(), 9);
         EXPECT_EQ(state().bar.value, value) << halves;
     }
@@ -185,7 +185,7 @@ TEST_F(TimeVoltRules, ABarOfAChannelWithoutDataTellsAndMovesNothing) {
     state().bar.value = 3;
     VScroll1_Change(rules());
     EXPECT_FALSE(state().CenterPoint);
-    EXPECT_EQ(marker(1).top, 3000);
+    EXPECT_EQ(marker(1).top, Twips(3000));
     EXPECT_EQ(frames(), before);
 }
 
@@ -194,16 +194,16 @@ TEST_F(TimeVoltRules, AStepOfTheBarIsADivision) {
     Combo3_Click(rules());
     state().bar.value = 101;
     VScroll1_Change(rules());
-    EXPECT_EQ(marker(0).top, 3753.75);
+    EXPECT_EQ(marker(0).top, Twips(3753.75));
     EXPECT_TRUE(marker(0).shown);
     EXPECT_EQ(model->ChannelYPos[0], 256);
     EXPECT_EQ(state().voltages.values[0], number("1560.00"));
     state().bar.value = 104;
     VScroll1_Change(rules());
-    EXPECT_EQ(marker(0).top, 6015);
+    EXPECT_EQ(marker(0).top, Twips(6015));
     EXPECT_FALSE(marker(0).shown);
     EXPECT_TRUE(marker(0).standInShown);
-    EXPECT_EQ(marker(0).standInTop, 5865);
+    EXPECT_EQ(marker(0).standInTop, Twips(5865));
     EXPECT_EQ(marker(0).standInBack, model->LineColor[0]);
 }
 
@@ -213,7 +213,7 @@ TEST_F(TimeVoltRules, ABarThatIsNotLiveHasNoEffectAtAll) {
     state().bar.value = 0;
     VScroll1_Change(rules());
     EXPECT_EQ(state().CenterPoint, QStringLiteral("shown"));
-    EXPECT_EQ(marker(0).top, 2910);
+    EXPECT_EQ(marker(0).top, Twips(2910));
 }
 
 TEST_F(TimeVoltRules, DuringTimedAcquisitionTheListsMoveAndShowWhatIsSoAtItsEnd) {
