@@ -10,7 +10,7 @@ namespace strip {
 inline constexpr Twips kHeight{6030};
 inline constexpr Twips kMarkerHeight{210};
 inline constexpr Twips kMarkerWidth{360};
-/// Divisions of the screen, which the strip's height stands for.
+/// The strip is as high as the screen, which has eight divisions.
 inline constexpr double kDivisions = 8;
 /// Top of a marker that the position bar shows at its middle.
 inline constexpr Twips kCentreTop{3000};
