@@ -12,7 +12,7 @@ namespace sixtrace {
 
 namespace {
 
-/// Rows that a walk over the samples may touch: those of the arrays, whatever the count says.
+/// How many samples of a channel may be accessed: its SampleCount, but no more than the arrays hold.
 int rowsOf(const publicM& model, int channel) {
     return std::clamp(model.SampleCount[channel], 0, kSampleRows);
 }
@@ -36,8 +36,8 @@ void penToSample(const publicM& model, int channel, int sample, Picture& picture
 
 /// Adds one distance to many coordinates, each sum rounded, halves to the even integer.
 ///
-/// Unless the distance lies about halfway between two integers, every sum rounds as the distance alone does, and the
-/// addition is one of integers: a step of a drag moves ten thousand coordinates.
+/// Unless the distance lies about halfway between two integers, the rounded sum is the sum with the rounded distance.
+/// Then integers are added, which is faster: a step of a drag moves ten thousand coordinates.
 class Shift {
 public:
     explicit Shift(double delta)
@@ -77,8 +77,8 @@ struct VisibleRange {
     int last = -1; ///< the last with X below 600, or -1
 };
 
-/// Shifts from both ends inward up to the first and the last visible sample. A trace that lies wholly beside the screen
-/// is passed by one walk entirely, and its end sample by the other as well.
+/// Shifts the samples from both ends up to the first and the last visible one. Of a trace that lies entirely outside
+/// the screen, one of the two loops shifts all samples, and the other shifts the sample that it begins with once more.
 bool shiftToVisible(const publicM& model, int channel, SampleArray<std::int32_t>& coordinates, const Shift& shift,
                     VisibleRange& range) {
     const int rows = rowsOf(model, channel);
@@ -93,7 +93,7 @@ bool shiftToVisible(const publicM& model, int channel, SampleArray<std::int32_t>
         }
     }
     if (!countFits(model, channel)) {
-        return false; // the walk from the far end begins outside the arrays
+        return false; // the loop from the end would begin outside the arrays
     }
     for (int i = rows - 1; i >= 0; --i) {
         if (!shift(coordinates(channel, i))) {

@@ -10,8 +10,8 @@ namespace sixtrace {
 /// Pure blue: what a trace is drawn with while it is dragged.
 inline constexpr Colour kGhostColour = rgb(0, 0, 255);
 
-/// Begins the sideways drag of a trace: its ghost by exclusive-or over the trace on `picture2`, and plainly on
-/// `picHidden1`. False where a run-time error ended it.
+/// Begins the sideways drag of a trace: draws it in blue, by exclusive-or over itself on `picture2` and with an opaque
+/// pen on `picHidden1`. False where a run-time error ended it.
 bool beginTraceDrag(const publicM& model, int channel, Picture& picture2, Picture& picHidden1);
 
 /// Moves a trace sideways: ChannelXShift and PlotX follow, Y is not computed anew. `picture2` then shows the clean
@@ -20,8 +20,8 @@ bool beginTraceDrag(const publicM& model, int channel, Picture& picture2, Pictur
 bool moveTraceDrag(publicM& model, int channel, ScreenX delta, const Picture& picHidden0, Picture& picHidden1,
                    Picture& picture2);
 
-/// Begins the drag of a marker: the ghost of its trace by exclusive-or on `picture2`, of which `picHidden0` keeps a
-/// copy. False where a run-time error ended it.
+/// Begins the drag of a marker: draws its trace, the ghost, by exclusive-or on `picture2` and copies that picture to
+/// `picHidden0`. False where a run-time error ended it.
 bool beginMarkerDrag(const publicM& model, int channel, Picture& picture2, Picture& picHidden0);
 
 /// Redraws the ghost after the marker has moved to `markerTop`: ChannelYPos and the visible part of PlotY

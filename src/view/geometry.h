@@ -24,21 +24,22 @@ inline constexpr int kSurfaceHeight = 401;
 /// How far a marker goes along the strip when its zero line goes that far on the screen.
 [[nodiscard]] Twips wayOnStrip(ScreenY way);
 
-/// ChannelYPos of all six channels from the tops of their markers. False where one does not fit 16 bits; those before
-/// it are set then.
+/// Sets ChannelYPos of all six channels from the tops of their markers. False where one does not fit 16 bits; those of
+/// the channels before it are set all the same.
 [[nodiscard]] bool deriveZeroLines(publicM& model, const PerChannel<Twips>& markerTops);
 
-/// The map from a channel's samples to the screen, for the present state of the model. Compute it anew after a change.
+/// The map from a channel's samples to the screen, for the present state of the model. After a change it has to be
+/// computed again.
 struct TraceScale {
     double zoom = 0;               ///< time base of the capture by that of the view
     double x0 = 0;                 ///< X of sample 0; zooming keeps the middle of the screen, X = 300, in place
     double dx = 0;                 ///< X per sample
     double yPos = 0;               ///< ChannelYPos
     double perCount = 0;           ///< VoltPerCount
-    double divisor = 0;            ///< of the Y formula: volts per division times 8 divisions times 1000 millivolts
+    double divisor = 0;            ///< of the Y formula: millivolts of the eight divisions; 0 without a volt range
     double height = kScreenHeight; ///< of the picture that the eight divisions fill
 
-    /// Whether there is a volt range to place counts by. A scale for picking may lack it: X and time need none.
+    /// Whether y() may be used. A scale for picking may lack a volt range, which X and times do not need.
     [[nodiscard]] bool placesHeights() const { return divisor != 0; }
     /// X of a sample index, which may have a fraction. Not rounded, not clipped.
     [[nodiscard]] double x(double sample) const { return x0 + sample * dx; }
@@ -54,8 +55,8 @@ struct TraceScale {
 
 /// The scale for picking and for time readouts, with a step by SampleCount; nothing where TimeIndex or TimeIndexView
 /// name no table row or SampleCount is 0. Where SampleCount and ScreenPoints differ it addresses another sample than
-/// the one that is drawn under a pointer. Its y means something only where it places heights: a capture whose
-/// VoltIndexView names no row still tells times.
+/// the one that is drawn under a pointer. Its y() may be used only where placesHeights() is true: a capture whose
+/// VoltIndexView names no row has times all the same.
 [[nodiscard]] std::optional<TraceScale> pickScale(const publicM& model, int channel);
 
 /// The frame of a printed page, and where a channel's zero line lies in it, counted from its top.

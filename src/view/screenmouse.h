@@ -31,9 +31,9 @@ struct Marker {
 } // namespace drag
 using Drag = std::variant<drag::Nothing, drag::CursorLines, drag::Trace, drag::Marker>;
 
-/// The mouse over the screen and the marker strip: which of its presses takes hold of what, and what moves with it.
-/// Arrow keys move the same things by the same functions. Knows no widget: positions come in, the state and the
-/// pictures change.
+/// The mouse over the screen and the marker strip: what a press takes hold of, and what then moves with the pointer.
+/// Arrow keys move cursor lines and markers by the same functions. The class knows no widget: it is given positions and
+/// changes the state and the pictures.
 class ScreenMouse {
 public:
     ScreenMouse(const Scope& scope, ScopeScreen& pictures)
@@ -53,9 +53,8 @@ public:
     void image1_MouseMove(int Index, Qt::MouseButtons Button, Twips Y);
     void image1_MouseUp(int Index);
 
-    /// Moves a cursor line by screen units, downward or to the right, as far as it stays on the screen. While the mouse
-    /// holds something else nothing moves.
-    /// False where the key is refused.
+    /// Moves a cursor line by screen units, downward or to the right, if it stays on the screen. False, and nothing
+    /// moves, during timed acquisition and while the mouse holds something else.
     bool moveCursorBy(CursorHit line, int units);
     /// Moves a zero marker so that its zero line goes down by `way`. It does not go where its stand-by label would
     /// replace it.

@@ -16,15 +16,15 @@ enum class CursorHit { None, Voltage1, Voltage2, Time1, Time2 };
 [[nodiscard]] bool onVoltageCursor(const CursorPlaces& places, ScreenY y);
 [[nodiscard]] bool onTimeCursor(const CursorPlaces& places, ScreenX x);
 
-/// What looking for a trace under the pointer came to.
+/// The result of looking for a trace under the pointer.
 struct TracePick {
     std::optional<int> channel;          ///< the lowest channel whose trace lies within five units, if there is one
     std::optional<MousePointer> pointer; ///< the shape that the search leaves, if it sets one
     bool failed = false;                 ///< the search ended in a run-time error
 };
 
-/// Looks for a trace at a press: channels that the capture holds, shown or not. A channel whose samples the pointer
-/// lies beside sets the arrow; one that is merely too far above or below leaves the shape.
+/// Looks for a trace at a press, among the channels that the capture holds, shown or not. A channel without a sample in
+/// the pointer's column sets the arrow; one whose trace is too far above or below leaves the shape as it is.
 [[nodiscard]] TracePick pickTrace(const publicM& model, ScreenX x, ScreenY y);
 
 /// The same for a pointer that only moves: every miss sets the arrow.

@@ -6,10 +6,8 @@
 
 #include <cmath>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
-
-using test::CaptureTest;
 
 class ChannelRules : public CaptureTest {
 protected:
@@ -59,7 +57,7 @@ TEST_F(ChannelRules, ASelectedChannelWithoutDataLeavesTheBar) {
     EXPECT_TRUE(view->measurements.frequency.isEmpty());
 }
 
-TEST_F(ChannelRules, RowsBeyondTheListAreNoRows) {
+TEST_F(ChannelRules, RowsThatTheListDoesNotHaveCannotBeSelected) {
     selectRow(view->scope(), 5);
     EXPECT_EQ(view->CurChannel, 5);
     selectRow(view->scope(), 6);
@@ -108,7 +106,7 @@ TEST_F(ChannelRules, ATickDrawsAFrameUnlessTimedAcquisitionWillDoSo) {
     EXPECT_FALSE(view->markers[4].shown);
 }
 
-TEST_F(ChannelRules, MarkersBeyondTheStandByPlacesAloneAreReplaced) {
+TEST_F(ChannelRules, OnlyMarkersBeyondTheStandByPlacesAreReplaced) {
     for (const auto& [top, standIn] : {std::pair{-75.0, 0.0}, {-75.5, -75.0}, {5865.0, 0.0}, {5865.5, 5865.0}}) {
         ZeroMarker& marker = view->markers[1];
         marker.top = Twips(top);
@@ -133,4 +131,4 @@ TEST_F(ChannelRules, AMarkerWithoutAPlaceLeavesTheBar) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

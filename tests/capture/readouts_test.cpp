@@ -6,7 +6,7 @@
 #include <cmath>
 #include <limits>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 constexpr NumberMarks kMarks{};
@@ -119,4 +119,4 @@ TEST(FrameTitles, TakeFourCharactersOfTheRowAndTheLanguage) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

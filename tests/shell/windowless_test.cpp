@@ -5,7 +5,7 @@
 #include "platform/controls/framepanel.h"
 #include "shell/capturewindow.h"
 #include "view/cursors.h"
-#include "view/offscreenscope.h"
+#include "view/scopescreen.h"
 #include "view/screenmouse.h"
 #include "view/timevoltcontrols.h"
 

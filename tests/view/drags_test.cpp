@@ -8,12 +8,8 @@
 #include <cmath>
 #include <limits>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
-
-using testing::samePicture;
-using testing::sameRows;
-using testing::TestScreen;
 
 void copy(Picture& target, const Picture& source) {
     target.BitBlt(0, 0, source.width(), source.height(), source, 0, 0);
@@ -27,7 +23,7 @@ TEST(TraceDrag, MovesPlotXByExactlyOneDeltaAndDrawsTheMovedTraceOnTheCleanFrame)
     }
     screen.draw();
     ASSERT_TRUE(beginTraceDrag(*screen.model, 0, screen.picture2, screen.picHidden1));
-    // Sample 0 stands at X = 0, which counts as off the screen: the walk from the left shifts it and sample 1.
+    // Sample 0 has X = 0, which counts as outside the screen: the loop from the left shifts it and sample 1.
     ASSERT_TRUE(moveTraceDrag(*screen.model, 0, ScreenX(7), screen.picHidden0, screen.picHidden1, screen.picture2));
     for (int i = 0; i < 593; ++i) {
         ASSERT_EQ(screen.model->PlotX(0, i), i + 7) << i;
@@ -47,7 +43,7 @@ TEST(TraceDrag, MovesPlotXByExactlyOneDeltaAndDrawsTheMovedTraceOnTheCleanFrame)
     EXPECT_TRUE(sameRows(screen.picture2, expected, 600, 400));
 }
 
-TEST(TraceDrag, ThePressDrawsTheTracePlainlyInBlueOnTheWorkingPicture) {
+TEST(TraceDrag, ThePressDrawsTheTraceInOpaqueBlueOnTheWorkingPicture) {
     TestScreen screen;
     screen.addChannel(0, 600, 600);
     screen.model->SampleData(0, 599) = 60; // from row 200 up to row 140 in the last column, whose end is left out
@@ -71,7 +67,7 @@ TEST(TraceDrag, AShiftIsTakenAtTheTimeBaseOfTheView) {
     screen.draw();
     ASSERT_TRUE(moveTraceDrag(*screen.model, 0, ScreenX(3), screen.picHidden0, screen.picHidden1, screen.picture2));
     EXPECT_FLOAT_EQ(screen.model->ChannelXShift[0], 30);
-    screen.model->TimeIndex[0] = 16; // the row of the file counts, even where a damaged index has left it stale
+    screen.model->TimeIndex[0] = 16; // TimeIndexFile counts, even where a damaged TimeIndex differs from it
     ASSERT_TRUE(moveTraceDrag(*screen.model, 0, ScreenX(3), screen.picHidden0, screen.picHidden1, screen.picture2));
     EXPECT_FLOAT_EQ(screen.model->ChannelXShift[0], 60);
 }
@@ -83,7 +79,7 @@ TEST(TraceDrag, EachPositionIsRoundedByItselfWithHalvesToTheEvenInteger) {
         screen.draw();
         ASSERT_TRUE(moveTraceDrag(*screen.model, 0, ScreenX(double{delta}), screen.picHidden0, screen.picHidden1,
                                   screen.picture2));
-        // Sample 0 is the first that the walk from the left shifts, whatever the distance.
+        // The loop from the left shifts sample 0 first, whatever the distance.
         EXPECT_EQ(screen.model->PlotX(0, 0), std::nearbyint(0 + double{delta})) << delta;
         if (delta > 0) {
             for (int i = 1; i < 500; ++i) {
@@ -93,7 +89,7 @@ TEST(TraceDrag, EachPositionIsRoundedByItselfWithHalvesToTheEvenInteger) {
     }
 }
 
-TEST(TraceDrag, APositionBeyond32BitsEndsItBeforeThePictureIsShown) {
+TEST(TraceDrag, APositionBeyond32BitsEndsTheStepBeforeThePictureIsShown) {
     for (const float delta : {1000.0F, 0.5F, 3e9F, -3e9F, std::numeric_limits<float>::quiet_NaN()}) {
         TestScreen screen;
         screen.addChannel(0, 600, 600);
@@ -135,14 +131,14 @@ TEST(TraceDrag, TwoAndAHalfTimes600SamplesAreThinnedByTheEvenTwo) {
     EXPECT_GT(pixelsOfEvenSamples(1504), 100);
 }
 
-TEST(TraceDrag, ATraceWhollyBesideTheScreenIsMovedAndNothingIsDrawn) {
+TEST(TraceDrag, ATraceOutsideTheScreenIsMovedAndNotDrawn) {
     TestScreen screen;
     screen.addChannel(0, 600, 600);
     screen.model->ChannelXShift[0] = -2000;
     screen.draw();
     ASSERT_TRUE(moveTraceDrag(*screen.model, 0, ScreenX(5), screen.picHidden0, screen.picHidden1, screen.picture2));
     EXPECT_EQ(screen.model->PlotX(0, 100), -2000 + 100 + 5);
-    EXPECT_EQ(screen.model->PlotX(0, 599), -2000 + 599 + 10) << "the walk from the right passes the last sample again";
+    EXPECT_EQ(screen.model->PlotX(0, 599), -2000 + 599 + 10) << "the loop from the right shifts the last sample again";
     EXPECT_TRUE(sameRows(screen.picture2, screen.picHidden0, 600, 400));
 }
 
@@ -195,7 +191,7 @@ TEST(MarkerDrag, MovesZeroLineAndVisibleSamplesAndStepsOverSamplesOfOneColumn) {
     EXPECT_EQ(screen.picture2.Point(303, 241), screen.picHidden0.Point(303, 241));
 }
 
-TEST(MarkerDrag, ATraceThatLiesWhollyLeftOfTheScreenIsWalkedThroughAndNothingIsDrawn) {
+TEST(MarkerDrag, ATraceLeftOfTheScreenIsMovedAndNotDrawn) {
     TestScreen screen;
     screen.addChannel(0, 600, 600);
     screen.model->ChannelXShift[0] = -2000;
@@ -209,4 +205,4 @@ TEST(MarkerDrag, ATraceThatLiesWhollyLeftOfTheScreenIsWalkedThroughAndNothingIsD
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -7,8 +7,8 @@
 #include "capture/settings.h"
 #include "support/flatcapture.h"
 #include "support/printing.h"
-#include "view/offscreenscope.h"
 #include "view/scene.h"
+#include "view/scopescreen.h"
 #include "view/screenmouse.h"
 
 #include <QFile>
@@ -19,11 +19,11 @@
 #include <memory>
 #include <vector>
 
-namespace sixtrace::testing {
+namespace sixtrace::test {
 
 /// The whole scope without a window, and the flat capture: ch1 on row 200 and A on row 250, ch1 selected. The cursors
 /// stand on rows 100 and 300 and columns 180 and 420.
-class FlatScope : public ::testing::Test, protected test::FlatCapture {
+class FlatScope : public ::testing::Test, protected FlatCapture {
 protected:
     FlatScope() {
         model->fillTables();
@@ -56,4 +56,4 @@ protected:
     std::unique_ptr<ScreenMouse> mouse;
 };
 
-} // namespace sixtrace::testing
+} // namespace sixtrace::test

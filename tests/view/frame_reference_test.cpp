@@ -9,12 +9,8 @@
 #include <cmath>
 #include <random>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
-
-using testing::samePicture;
-using testing::sameRows;
-using testing::TestScreen;
 
 /// Draws the channels of a screen one segment at a time. Positions are computed here, sample by sample.
 class Reference {
@@ -283,4 +279,4 @@ TEST(FrameReference, HeightsHalfwayBetweenTwoPixelsGoToTheEvenOne) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

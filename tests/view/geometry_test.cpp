@@ -5,10 +5,8 @@
 
 #include <gtest/gtest.h>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
-
-using testing::TestScreen;
 
 TEST(Geometry, WithEqualTimeBasesAndNoShiftTheFirstSampleIsAt0AndSampleScreenPointsAt600) {
     TestScreen screen;
@@ -19,7 +17,7 @@ TEST(Geometry, WithEqualTimeBasesAndNoShiftTheFirstSampleIsAt0AndSampleScreenPoi
     EXPECT_DOUBLE_EQ(scale->x(1200), 600);
 }
 
-TEST(Geometry, TwiceTheTimeHalvesTheSpreadAroundTheMiddleWhichStays) {
+TEST(Geometry, TwiceTheTimePerDivisionHalvesTheTraceAroundTheMiddleOfTheScreen) {
     TestScreen screen;
     screen.addChannel(0, 600, 600);
     screen.model->TimeIndex[0] = 12;     // 0.05 ms
@@ -41,7 +39,7 @@ TEST(Geometry, AShiftIsTakenAtTheTimeBaseOfTheCapture) {
     EXPECT_NEAR(plotScale(*screen.model, 0)->x0, 300 - 260 * 0.5, 1e-9);
 }
 
-TEST(Geometry, ACaptureOfFileKind3Draws10DivisionsWhileMsPerPixelStillReckonsWith12) {
+TEST(Geometry, ACaptureOfFileKind3Draws10DivisionsWhileMsPerPixelCounts12) {
     EXPECT_EQ(divisionsAcross(2), 10);
     EXPECT_EQ(divisionsAcross(3), 10);
     for (const int kind : {0, 1, 4, 5, 6}) {
@@ -126,4 +124,4 @@ TEST(Geometry, ThereIsNoScaleWithoutTableRowsOrCounts) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -3,10 +3,8 @@
 
 #include <gtest/gtest.h>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
-
-using testing::TestScreen;
 
 TEST(PicReDraw, DrawsAFlatTraceOfZerosOnAScreenOf500Columns) {
     // (0 + 128) / 256 * 400 + 200 - 200 = 200, and 1024 points run from X = 0 to 500 * 1023 / 1024 = 499.5.
@@ -44,4 +42,4 @@ TEST(SampleToScreenY, HoldsTheSameFormulaRoundedTo16Bits) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

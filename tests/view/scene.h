@@ -6,8 +6,10 @@
 #include "view/geometry.h"
 
 #include <memory>
+#include <set>
+#include <utility>
 
-namespace sixtrace::testing {
+namespace sixtrace::test {
 
 /// A screen with a model in which channels can be set up by hand: one pixel a count, one sample a pixel, zero line in
 /// the middle, unless a test says otherwise.
@@ -63,4 +65,35 @@ inline bool samePicture(const Picture& a, const Picture& b) {
     return sameRows(a, b, a.width(), a.height());
 }
 
-} // namespace sixtrace::testing
+inline constexpr Colour kRed = 255; ///< of the trace of channel 0
+
+/// Columns and rows at which a picture shows a colour.
+inline std::set<std::pair<int, int>> pixelsOf(const Picture& picture, Colour colour) {
+    std::set<std::pair<int, int>> pixels;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.Point(x, y) == colour) {
+                pixels.insert({x, y});
+            }
+        }
+    }
+    return pixels;
+}
+
+inline std::set<int> columnsOf(const Picture& picture, Colour colour) {
+    std::set<int> columns;
+    for (const auto& [x, y] : pixelsOf(picture, colour)) {
+        columns.insert(x);
+    }
+    return columns;
+}
+
+inline std::set<int> range(int first, int last) {
+    std::set<int> numbers;
+    for (int i = first; i <= last; ++i) {
+        numbers.insert(i);
+    }
+    return numbers;
+}
+
+} // namespace sixtrace::test

@@ -4,10 +4,10 @@
 #include "view/cursors.h"
 #include "view/flatscope.h"
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
-class TimeVoltRules : public testing::FlatScope {
+class TimeVoltRules : public FlatScope {
 protected:
     void SetUp() override { loadFlat(); }
     [[nodiscard]] unsigned frames() const { return scope->screen().changes(); }
@@ -88,12 +88,12 @@ TEST_F(TimeVoltRules, BeforeAChannelIsChosenTheVoltControlsRefuse) {
     VScroll1_Scroll(rules());
     EXPECT_FALSE(state().CenterPoint);
     stepTimeRow(rules(), Step::Up);
-    EXPECT_EQ(model->TimeIndexView[0], 11) << "the time arrows do not ask for it";
+    EXPECT_EQ(model->TimeIndexView[0], 11) << "the time arrows do not need it";
 }
 
-TEST_F(TimeVoltRules, WithNoRowSelectedEverythingIsQuiet) {
+TEST_F(TimeVoltRules, WithNoRowSelectedTheControlsChangeNothing) {
     selectRow(rules(), -1);
-    ASSERT_EQ(state().CurChannel, 0) << "the channel stays the bar's";
+    ASSERT_EQ(state().CurChannel, 0) << "the bar keeps its channel";
     const unsigned before = frames();
     for (const Step step : {Step::Up, Step::Down}) {
         stepVoltRow(rules(), step);
@@ -163,7 +163,7 @@ TEST_F(TimeVoltRules, ANewTimeBaseIsDrawnAndReadOut) {
     EXPECT_EQ(state().times.difference, number("6,000.00"));
 }
 
-TEST_F(TimeVoltRules, TheHeightOfTheZeroLineIsToldInChineseInBothLanguages) {
+TEST_F(TimeVoltRules, TheHeightOfTheZeroLineIsShownInChineseInBothLanguages) {
     state().bar.value = 105;
     for (const bool english : {false, true}) {
         model->LanguageId = english ? 1 : 0;
@@ -176,7 +176,7 @@ TEST_F(TimeVoltRules, TheHeightOfTheZeroLineIsToldInChineseInBothLanguages) {
     }
 }
 
-TEST_F(TimeVoltRules, ABarOfAChannelWithoutDataTellsAndMovesNothing) {
+TEST_F(TimeVoltRules, ABarOfAChannelWithoutDataShowsAndMovesNothing) {
     selectRow(rules(), 1);
     VScroll1_Scroll(rules());
     EXPECT_FALSE(state().CenterPoint);
@@ -216,7 +216,7 @@ TEST_F(TimeVoltRules, ABarThatIsNotLiveHasNoEffectAtAll) {
     EXPECT_EQ(marker(0).top, Twips(2910));
 }
 
-TEST_F(TimeVoltRules, DuringTimedAcquisitionTheListsMoveAndShowWhatIsSoAtItsEnd) {
+TEST_F(TimeVoltRules, DuringTimedAcquisitionTheListsMoveAndAfterItTheyShowTheModelAgain) {
     model->AutoRun = true;
     const QString row = state().rows[0];
     const unsigned before = frames();
@@ -262,4 +262,4 @@ TEST_F(TimeVoltRules, RowsThatTheListsDoNotHaveLeaveTheirEntries) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -5,11 +5,8 @@
 
 #include <gtest/gtest.h>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
-
-using testing::placesAt;
-using testing::TestScreen;
 
 TEST(CursorHit, TakesTheFirstLineLessThanTwoUnitsAway) {
     const CursorPlaces places;
@@ -86,7 +83,7 @@ TEST_F(TracePickTest, BetweenTwoSamplesTheEvenOneIsCompared) {
     EXPECT_EQ(pickAt(2, 100).channel, std::nullopt);
 }
 
-TEST_F(TracePickTest, APressBesideTheSamplesSetsTheArrowAndOneAboveThemLeavesTheShape) {
+TEST_F(TracePickTest, APressInAColumnWithoutSamplesSetsTheArrowAndOneAboveTheTraceLeavesTheShape) {
     EXPECT_EQ(pickAt(-5, 200).pointer, MousePointer::Arrow);
     EXPECT_EQ(pickAt(50, 100).pointer, std::nullopt);
     EXPECT_EQ(hoverAt(50, 100).pointer, MousePointer::Arrow);
@@ -112,4 +109,4 @@ TEST_F(TracePickTest, AnIndexOutsideTheArraysEndsTheSearch) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

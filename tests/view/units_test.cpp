@@ -3,7 +3,6 @@
 #include "capture/measurementunits.h"
 #include "capture/readouts.h"
 #include "capture/zeromarkers.h"
-#include "view/cursorreadouts.h"
 #include "view/cursors.h"
 #include "view/drags.h"
 #include "view/screenmouse.h"
@@ -14,7 +13,7 @@
 #include <functional>
 #include <type_traits>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 template<typename... Units>
@@ -87,4 +86,4 @@ TEST(Units, SecondsBecomeMicrosecondsAndVoltsMillivolts) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test
