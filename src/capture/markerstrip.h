@@ -3,10 +3,9 @@
 
 #include "platform/drawing/lengths.h"
 
-namespace sixtrace {
-
 /// The marker strip left of the screen. Tops count from the strip's upper edge.
-namespace strip {
+namespace sixtrace::strip {
+
 inline constexpr Twips kHeight{6030};
 inline constexpr Twips kMarkerHeight{210};
 inline constexpr Twips kMarkerWidth{360};
@@ -25,6 +24,5 @@ inline constexpr Twips kDragBottom{5895};
 [[nodiscard]] constexpr double zeroLine(Twips top) {
     return (kMarkerHeight / 2 + top) / kHeight;
 }
-} // namespace strip
 
-} // namespace sixtrace
+} // namespace sixtrace::strip
