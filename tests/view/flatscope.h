@@ -7,6 +7,7 @@
 #include "capture/settings.h"
 #include "support/flatcapture.h"
 #include "support/printing.h"
+#include "view/cursors.h"
 #include "view/scene.h"
 #include "view/scopescreen.h"
 #include "view/screenmouse.h"
@@ -54,6 +55,22 @@ protected:
     std::unique_ptr<publicM> model = std::make_unique<publicM>();
     std::unique_ptr<OffscreenScope> scope;
     std::unique_ptr<ScreenMouse> mouse;
+};
+
+/// A mouse over the flat capture. Places are screen units.
+class Mouse : public FlatScope {
+protected:
+    void SetUp() override { loadFlat(); }
+    void press(double x, double y) { mouse->Picture2_MouseDown(ScreenX(x), ScreenY(y)); }
+    void moveTo(double x, double y) { mouse->Picture2_MouseMove(ScreenX(x), ScreenY(y)); }
+    void show(CursorType type) {
+        state().cursorChoice = type;
+        Combo3_Click(rules());
+    }
+    [[nodiscard]] const drag::CursorLines* lines() const { return std::get_if<drag::CursorLines>(&mouse->held()); }
+    [[nodiscard]] const drag::Trace* trace() const { return std::get_if<drag::Trace>(&mouse->held()); }
+    [[nodiscard]] DrawMode drawMode() const { return scope->Picture2.drawMode; }
+    [[nodiscard]] unsigned frames() const { return scope->screen().changes(); }
 };
 
 } // namespace sixtrace::test

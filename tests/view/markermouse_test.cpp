@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The mouse on the zero markers.
-#include "view/mousefixture.h"
+#include "view/flatscope.h"
 
 namespace sixtrace::test {
 namespace {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Keys move cursor lines and markers.
-#include "view/mousefixture.h"
+#include "view/flatscope.h"
 
 namespace sixtrace::test {
 namespace {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The mouse over the screen: cursor lines and traces.
-#include "view/mousefixture.h"
+#include "view/flatscope.h"
 
 namespace sixtrace::test {
 namespace {
