@@ -2,6 +2,7 @@
 #pragma once
 
 #include "capture/mdllan.h"
+#include "capture/measurementunits.h"
 #include "capture/publicm.h"
 #include "platform/text/numbers.h"
 
@@ -18,19 +19,18 @@ struct MeasurementTexts {
     QString peakToPeak; ///< of LabMaxx
 };
 
-/// Frequency text of a signal of `frequency` hertz.
-[[nodiscard]] QString frequencyText(float frequency, NumberMarks marks = NumberMarks::system());
-/// Period text of a signal: `period` in microseconds, its unit chosen by `frequency` in hertz, so that both texts
-/// change their unit together.
-[[nodiscard]] QString periodText(float frequency, float period, NumberMarks marks = NumberMarks::system());
-/// Text of a peak-to-peak voltage in millivolts; above 1000 in volts.
-[[nodiscard]] QString peakToPeakText(double millivolts, NumberMarks marks = NumberMarks::system());
+/// Text of a signal's frequency.
+[[nodiscard]] QString frequencyText(Hertz frequency, NumberMarks marks = NumberMarks::system());
+/// Text of a signal's period. The frequency chooses the unit, so that both texts change their unit together.
+[[nodiscard]] QString periodText(Hertz frequency, Microseconds period, NumberMarks marks = NumberMarks::system());
+/// Text of a peak-to-peak voltage.
+[[nodiscard]] QString peakToPeakText(Millivolts voltage, NumberMarks marks = NumberMarks::system());
 
 /// What the instrument and the samples say about the signal of a channel.
 struct SignalFigures {
-    float frequency = 0;   ///< hertz
-    float period = 0;      ///< microseconds
-    double peakToPeak = 0; ///< millivolts at the probe's tip
+    Hertz frequency;
+    Microseconds period;
+    Millivolts peakToPeak; ///< at the probe's tip
 
     [[nodiscard]] bool operator==(const SignalFigures&) const = default;
 };

@@ -46,8 +46,8 @@ TEST_F(Preview, ShowsThePageAt100PercentAtTheOrigin) {
     EXPECT_EQ(preview.windowTitle(), QStringLiteral("打印预览 ( 显示比例：100%)"));
     EXPECT_EQ(printing().settings().PaperWidth, 11900);
     EXPECT_EQ(printing().settings().PaperHeight, 16840);
-    EXPECT_EQ(page().Width(), 11900);
-    EXPECT_EQ(page().Height(), 16840);
+    EXPECT_EQ(page().Width().number(), 11900);
+    EXPECT_EQ(page().Height().number(), 16840);
     EXPECT_EQ(page().pos(), QPoint(0, 0));
     EXPECT_EQ(page().size(), QSize(793, 1123));
     ASSERT_FALSE(page().Picture().isNull());
@@ -77,7 +77,7 @@ TEST_F(Preview, CustomPercent0IsRefusedAndAskedForAgain) {
     EXPECT_EQ(answering.presets[0], QStringLiteral("100"));
     EXPECT_EQ(answering.messages, QStringList(3, QStringLiteral("您输入的数值有误，请重新输入")));
     EXPECT_EQ(answering.messageIcons, std::vector(3, MessageIcon::Critical));
-    EXPECT_EQ(page().Width(), 5950);
+    EXPECT_EQ(page().Width().number(), 5950);
     EXPECT_EQ(printing().preview()->windowTitle(), QStringLiteral("打印预览 ( 显示比例：50%)"));
 }
 
@@ -123,33 +123,33 @@ TEST_F(Preview, Page2OfOnePageGetsTheRangeMessageWith1AsTheUpperLimit) {
 TEST_F(Preview, PictureSmallerThanTheWindowOnAnAxisStandsCentredAndCannotBeDraggedOnThatAxis) {
     openPreview();
     typePercent("70"); // 8330 by 11788: narrower than 11400, taller than 9210
-    EXPECT_EQ(page().Left(), 1535);
-    EXPECT_EQ(page().Top(), 0);
+    EXPECT_EQ(page().Left().number(), 1535);
+    EXPECT_EQ(page().Top().number(), 0);
     drag(-40, -40);
-    EXPECT_EQ(page().Left(), 1535);
-    EXPECT_EQ(page().Top(), -600);
+    EXPECT_EQ(page().Left().number(), 1535);
+    EXPECT_EQ(page().Top().number(), -600);
     typePercent("40"); // 4760 by 6736
-    EXPECT_EQ(page().Left(), 3320);
-    EXPECT_EQ(page().Top(), 1237);
+    EXPECT_EQ(page().Left().number(), 3320);
+    EXPECT_EQ(page().Top().number(), 1237);
     drag(40, -40);
-    EXPECT_EQ(page().Left(), 3320);
-    EXPECT_EQ(page().Top(), 1237);
+    EXPECT_EQ(page().Left().number(), 3320);
+    EXPECT_EQ(page().Top().number(), 1237);
 }
 
 TEST_F(Preview, DraggingNeverBringsTheNearEdgeInsideNorLetsTheFarEdgeLeave) {
     openPreview();
     drag(10, 10);
-    EXPECT_EQ(page().Left(), 0);
+    EXPECT_EQ(page().Left().number(), 0);
     drag(-20, -100);
-    EXPECT_EQ(page().Left(), -300);
-    EXPECT_EQ(page().Top(), -1500);
+    EXPECT_EQ(page().Left().number(), -300);
+    EXPECT_EQ(page().Top().number(), -1500);
     drag(-300, -300);
-    EXPECT_EQ(page().Left(), 11400 - 11900);
-    EXPECT_EQ(page().Top(), -6000);
+    EXPECT_EQ(page().Left().number(), 11400 - 11900);
+    EXPECT_EQ(page().Top().number(), -6000);
     drag(-10, -300);
-    EXPECT_EQ(page().Top(), 9210 - 16840);
+    EXPECT_EQ(page().Top().number(), 9210 - 16840);
     drag(5, 0);
-    EXPECT_EQ(page().Left(), -425);
+    EXPECT_EQ(page().Left().number(), -425);
     drag(300, 600);
     EXPECT_EQ(page().pos(), QPoint(0, 0));
 }
@@ -161,15 +161,15 @@ TEST_F(Preview, ThePointOfThePressStaysThroughAllMovesOfADrag) {
     // The place is told inside of the picture, which follows: a hand that moves by 20 and then rests is 20 away from
     // the press once, and at it from then on.
     move(page(), press + QPoint(0, -20), Qt::LeftButton);
-    EXPECT_EQ(page().Top(), -300);
+    EXPECT_EQ(page().Top().number(), -300);
     move(page(), press, Qt::LeftButton);
-    EXPECT_EQ(page().Top(), -300);
+    EXPECT_EQ(page().Top().number(), -300);
     move(page(), press + QPoint(-3, -40), Qt::LeftButton);
-    EXPECT_EQ(page().Left(), -45);
-    EXPECT_EQ(page().Top(), -900);
+    EXPECT_EQ(page().Left().number(), -45);
+    EXPECT_EQ(page().Top().number(), -900);
     move(page(), press + QPoint(2, 10), Qt::LeftButton);
-    EXPECT_EQ(page().Left(), -15);
-    EXPECT_EQ(page().Top(), -750);
+    EXPECT_EQ(page().Left().number(), -15);
+    EXPECT_EQ(page().Top().number(), -750);
     QTest::mouseRelease(&page(), Qt::LeftButton, {}, press);
 }
 
@@ -185,8 +185,8 @@ TEST_F(Preview, AScaleChosenBeforeASetupIsThePresentOneBehindIt) {
         });
         choose("mnuSetup");
         EXPECT_EQ(preview.ViewPercent, 150);
-        EXPECT_EQ(page().Width(), 17850);
-        EXPECT_EQ(page().Height(), 25260);
+        EXPECT_EQ(page().Width().number(), 17850);
+        EXPECT_EQ(page().Height().number(), 25260);
         EXPECT_EQ(page().pos(), QPoint(0, 0)) << "it is applied again";
         EXPECT_EQ(preview.windowTitle(), QStringLiteral("打印预览 ( 显示比例：150%)"));
         preview.close();
@@ -224,23 +224,23 @@ TEST_F(Preview, ChosenAgainItHasThePaperOfThePrinterOfTheMoment) {
     lying.Orientation = 2;
     printing().printer().set(lying);
     item("mnuPrintView").trigger();
-    EXPECT_EQ(page().Width(), 8420);
-    EXPECT_EQ(page().Height(), 5950);
-    EXPECT_EQ(page().Left(), 1490);
+    EXPECT_EQ(page().Width().number(), 8420);
+    EXPECT_EQ(page().Height().number(), 5950);
+    EXPECT_EQ(page().Left().number(), 1490);
 }
 
 TEST_F(Preview, ArrowKeysBringWhatLiesInTheirDirectionIntoSightAndEscapeCloses) {
     frmPrintPreview& preview = openPreview();
     QTest::keyClick(&preview, Qt::Key_Down);
-    EXPECT_EQ(page().Top(), -600);
+    EXPECT_EQ(page().Top().number(), -600);
     QTest::keyClick(&preview, Qt::Key_Right);
-    EXPECT_EQ(page().Left(), 11400 - 11900) << "the far edge does not leave";
+    EXPECT_EQ(page().Left().number(), 11400 - 11900) << "the far edge does not leave";
     QTest::keyClick(&preview, Qt::Key_Left);
-    EXPECT_EQ(page().Left(), 0);
+    EXPECT_EQ(page().Left().number(), 0);
     QTest::keyClick(&preview, Qt::Key_Up);
-    EXPECT_EQ(page().Top(), 0);
+    EXPECT_EQ(page().Top().number(), 0);
     QTest::keyClick(&preview, Qt::Key_Up);
-    EXPECT_EQ(page().Top(), 0);
+    EXPECT_EQ(page().Top().number(), 0);
     QTest::keyClick(&preview, Qt::Key_A);
     EXPECT_TRUE(preview.isVisible());
     QTest::keyClick(&preview, Qt::Key_Escape);
@@ -272,7 +272,7 @@ TEST_F(Preview, FullPageFitsTheWindow) {
     choose("mnuViewFullPage");
     EXPECT_EQ(preview.ViewPercent, 54); // (9210 - 200) / 16840
     EXPECT_EQ(preview.windowTitle(), QStringLiteral("打印预览 ( 显示比例：54%)"));
-    EXPECT_EQ(page().Left(), (11400 - 6426) / 2);
+    EXPECT_EQ(page().Left().number(), (11400 - 6426) / 2);
     choose("mnuView100");
     EXPECT_EQ(preview.ViewPercent, 100);
 }
@@ -284,7 +284,7 @@ TEST_F(Preview, WithoutRedrawingThePageIsComposedOnceAndStretched) {
     EXPECT_EQ(composed.width(), 397); // 5950 twips
     typePercent("200");
     EXPECT_EQ(page().Picture().cacheKey(), composed.cacheKey());
-    EXPECT_EQ(page().Width(), 23800);
+    EXPECT_EQ(page().Width().number(), 23800);
 }
 
 TEST_F(Preview, WithRedrawingEveryScaleComposesThePageAnew) {
@@ -295,7 +295,7 @@ TEST_F(Preview, WithRedrawingEveryScaleComposesThePageAnew) {
     EXPECT_EQ(page().Picture().width(), 1587);
     choose("mnuViewFullPage"); // 54 % is composed at a scale of 0.5
     EXPECT_EQ(page().Picture().width(), 397);
-    EXPECT_EQ(page().Width(), 6426);
+    EXPECT_EQ(page().Width().number(), 6426);
 }
 
 TEST_F(Preview, MarginsChangedInTheSetupComposeThePageOnceMore) {
@@ -412,7 +412,7 @@ TEST_F(Preview, WithoutAPrinterTheFiguresOfA4Stand) {
     openPreview();
     EXPECT_EQ(printing().settings().PaperWidth, 11907);
     EXPECT_EQ(printing().settings().PaperHeight, 16840);
-    EXPECT_EQ(page().Width(), 11907);
+    EXPECT_EQ(page().Width().number(), 11907);
     choose("mnuPrint");
     EXPECT_EQ(answering.messages, QStringList{QStringLiteral("482\r\nPrinter error")});
 }
@@ -433,8 +433,8 @@ TEST_F(Preview, ResizingTheWindowPlacesThePageAnew) {
     frmPrintPreview& preview = openPreview();
     drag(-20, -100);
     preview.resize(1000, 1226); // 15000 by 18000 twips inside
-    EXPECT_EQ(page().Left(), 1550);
-    EXPECT_EQ(page().Top(), 580);
+    EXPECT_EQ(page().Left().number(), 1550);
+    EXPECT_EQ(page().Top().number(), 580);
     preview.resize(760, 640);
     EXPECT_EQ(page().pos(), QPoint(0, 0));
 }
@@ -507,8 +507,8 @@ TEST_F(Preview, AnyPercentIsSurvived) {
         typePercent(percent);
         preview.grab();
         if (preview.ViewPercent > 100) {
-            EXPECT_EQ(page().Left(), 0) << percent;
-            EXPECT_EQ(page().Top(), 0) << percent;
+            EXPECT_EQ(page().Left().number(), 0) << percent;
+            EXPECT_EQ(page().Top().number(), 0) << percent;
         }
         drag(-100, 100);
     }

@@ -242,7 +242,7 @@ TEST_F(FrmComOpen, MarkersStandWhereTheFilesZeroLevelsSay) {
     write(QStringLiteral("capture.bin"), captureBytes(*captureForm("V11"), {block}));
     open(QStringLiteral("capture.bin"));
     // 100 - 50 of 200 steps down a strip of 6030 twips, less half a marker's 210.
-    EXPECT_DOUBLE_EQ(control<MarkerLabel>("image1(2)").Top(), 6030 * 50 / 200.0 - 105);
+    EXPECT_DOUBLE_EQ(control<MarkerLabel>("image1(2)").Top().number(), 6030 * 50 / 200.0 - 105);
 }
 
 TEST_F(FrmComOpen, MissingFileIsReportedAndNothingElseHappens) {
