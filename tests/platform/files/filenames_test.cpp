@@ -19,6 +19,12 @@ TEST(FileNames, ThePathEndsBeforeTheLastSeparatorAndAPathWithoutOneIsAnError) {
     EXPECT_EQ(getPath(u"c.bin"_s).error().number, ErrorNumber::InvalidCall);
 }
 
+TEST(WithSeparator, AddsOneAndNeverTwo) {
+    EXPECT_EQ(withSeparator(u"/some/where"_s), u"/some/where/"_s);
+    EXPECT_EQ(withSeparator(u"/some/where/"_s), u"/some/where/"_s);
+    EXPECT_EQ(withSeparator(u"/"_s), u"/"_s);
+}
+
 TEST(FileNames, AnExtensionIsAddedOnlyToANameWithoutOne) {
     EXPECT_EQ(withExtension(u"/a.b/table"_s, u".txt"_s), u"/a.b/table.txt"_s);
     EXPECT_EQ(withExtension(u"/a/table.dat"_s, u".txt"_s), u"/a/table.dat"_s);

@@ -12,6 +12,8 @@
 #include <sys/stat.h>
 #endif
 
+using namespace Qt::StringLiterals;
+
 namespace sixtrace::test {
 namespace {
 
@@ -131,10 +133,12 @@ TEST_F(ProgramFolder, IsFurnishedFromTheExecutablesFolderToo) {
     EXPECT_EQ(read("home/sixtrace/libttdll.so"), "library");
 }
 
-TEST_F(ProgramFolder, NeverEndsInTwoSeparators) {
-    EXPECT_EQ(withSeparator(QStringLiteral("/")), QStringLiteral("/"));
-    EXPECT_EQ(withSeparator(QStringLiteral("/a")), QStringLiteral("/a/"));
-    EXPECT_EQ(withSeparator(QStringLiteral("/a/")), QStringLiteral("/a/"));
+TEST(EnsureFolder, MakesAFolderAndItsParents) {
+    const QTemporaryDir folder;
+    ensureFolder(folder.filePath(u"a/b"_s));
+    EXPECT_TRUE(QFileInfo(folder.filePath(u"a/b"_s)).isDir());
+    ensureFolder(folder.filePath(u"a/b"_s));
+    EXPECT_TRUE(QFileInfo(folder.filePath(u"a/b"_s)).isDir());
 }
 
 } // namespace

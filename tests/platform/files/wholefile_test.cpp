@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/files/wholefile.h"
 
-#include "platform/files/programfolder.h"
 #include "support/hardships.h"
 #include "support/printing.h"
 
@@ -74,20 +73,6 @@ TEST(WriteWhole, LeavesDevicesAlone) {
     const Outcome outcome = writeWhole(u"/dev/null"_s, "x");
     ASSERT_FALSE(outcome);
     EXPECT_EQ(outcome.error().code(), 75);
-}
-
-TEST(WithSeparator, AddsOneAndNeverTwo) {
-    EXPECT_EQ(withSeparator(u"/some/where"_s), u"/some/where/"_s);
-    EXPECT_EQ(withSeparator(u"/some/where/"_s), u"/some/where/"_s);
-    EXPECT_EQ(withSeparator(u"/"_s), u"/"_s);
-}
-
-TEST(EnsureFolder, MakesAFolderAndItsParents) {
-    const QTemporaryDir folder;
-    ensureFolder(folder.filePath(u"a/b"_s));
-    EXPECT_TRUE(QFileInfo(folder.filePath(u"a/b"_s)).isDir());
-    ensureFolder(folder.filePath(u"a/b"_s));
-    EXPECT_TRUE(QFileInfo(folder.filePath(u"a/b"_s)).isDir());
 }
 
 } // namespace

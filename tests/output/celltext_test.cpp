@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "output/numbertext.h"
+#include "output/celltext.h"
 
 #include <gtest/gtest.h>
 
