@@ -4,8 +4,7 @@
 #include "platform/controls/positionbar.h"
 #include "platform/controls/toolbar.h"
 #include "support/openfiles.h"
-
-using namespace Qt::StringLiterals;
+#include "support/strings.h"
 
 namespace sixtrace::test {
 namespace {

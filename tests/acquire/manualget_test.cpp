@@ -2,10 +2,9 @@
 #include "acquire/acquirefixture.h"
 
 #include "shell/frmmessageout.h"
+#include "support/strings.h"
 
 #include <QRegularExpression>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

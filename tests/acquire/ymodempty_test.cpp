@@ -6,7 +6,7 @@
 #include "acquire/ttycalls.h"
 #include "platform/ports/mscomm.h"
 #include "support/openfiles.h"
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <QCoreApplication>
 #include <QTimer>
@@ -16,8 +16,6 @@
 #include <algorithm>
 #include <chrono>
 #include <thread>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

@@ -5,6 +5,7 @@
 #include "capture/capturewriter.h"
 #include "capture/scenes.h"
 #include "support/sourcefolder.h"
+#include "support/strings.h"
 
 #include <QDir>
 #include <QFile>
@@ -12,8 +13,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTemporaryDir>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {
@@ -225,7 +224,7 @@ TEST_F(KqxData, ManyJobsPrintInTheOrderOfTheNames) {
     for (int i = 0; i < 300; ++i) {
         auto blocks = twoBlocks();
         blocks[0].scanPoint = i;
-        const QString name = QStringLiteral("f%1.bin").arg(i);
+        const QString name = u"f%1.bin"_s.arg(i);
         if (i % 50 == 49) {
             put(name, "KQX???");
         } else {
@@ -424,7 +423,7 @@ TEST_F(KqxData, ThumbnailsAreSmallSmoothAndOpaque) {
         const QByteArray told = python("import struct\nb = open('thumb.tmp', 'rb').read()\n"
                                        "print(b[1:4], *struct.unpack('>IIBB', b[16:26]))");
         // Kind 2 has no transparency.
-        EXPECT_EQ(told, QStringLiteral("b'PNG' %1 %2 8 2\n").arg(std::min(size, 601)).arg(height).toUtf8());
+        EXPECT_EQ(told, u"b'PNG' %1 %2 8 2\n"_s.arg(std::min(size, 601)).arg(height).toUtf8());
     }
     put(u"bad.bin"_s, "KQXV11");
     const Ran bad = kqx({u"screen"_s, u"--thumbnail"_s, u"128"_s, u"bad.bin"_s, u"bad.tmp"_s});

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "apps/program.h"
 
+#include "support/strings.h"
+
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

@@ -3,6 +3,7 @@
 #include "capture/capturewriter.h"
 #include "capture/scenes.h"
 #include "support/sourcefolder.h"
+#include "support/strings.h"
 
 #include <QFile>
 #include <QImage>
@@ -10,8 +11,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTemporaryDir>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

@@ -2,6 +2,8 @@
 // kqx open against something that bears the program's name on a session bus of the test's own.
 #include "apps/program.h"
 
+#include "support/strings.h"
+
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -11,8 +13,6 @@
 #include <QTemporaryDir>
 
 #include <memory>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

@@ -3,13 +3,12 @@
 #include "apps/program.h"
 #include "capture/capturewriter.h"
 #include "capture/scenes.h"
+#include "support/strings.h"
 
 #include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

@@ -4,6 +4,7 @@
 #include "fetchfixture.h"
 
 #include "platform/ports/mscomm.h"
+#include "support/strings.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>
@@ -12,8 +13,6 @@
 
 #include <pty.h>
 #include <unistd.h>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {
@@ -101,7 +100,7 @@ TEST_F(Ports, ABusyPortNamesItsHolder) {
     ASSERT_TRUE(holder.setPortOpen(true).ok());
     pin(terminal.name(), u"com12"_s);
     const Ran ran = kqx({u"ports"_s});
-    const QString process = QStringLiteral("(process %1)").arg(QCoreApplication::applicationPid());
+    const QString process = u"(process %1)"_s.arg(QCoreApplication::applicationPid());
     EXPECT_TRUE(ran.out.contains(u"12 com12 (pinned)  %1  busy ("_s.arg(terminal.name()).toUtf8()))
         << ran.out.toStdString();
     EXPECT_TRUE(ran.out.contains("    end ") && ran.out.contains(QByteArray(process.toUtf8() + ", which has it open")))

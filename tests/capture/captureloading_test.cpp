@@ -5,6 +5,8 @@
 #include "support/scripteddialogs.h"
 
 namespace sixtrace {
+
+using test::ScriptedDialogs;
 namespace {
 
 /// Open, New and the older reader without a main window.

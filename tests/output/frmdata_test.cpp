@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "output/tablewindowfixture.h"
 #include "platform/controls/toolbar.h"
+#include "support/strings.h"
 
 #include <QAbstractItemModelTester>
 #include <QClipboard>
@@ -44,8 +45,8 @@ TEST_F(DataTableWindow, AnAbsentChannelKeepsItsHeadTextButAllItsCellsStayEmpty) 
             EXPECT_EQ(shown(row, absent), QString());
         }
     }
-    EXPECT_EQ(shown(0, 3), text("A / 1"));
-    EXPECT_EQ(shown(50, 4), text("49"));
+    EXPECT_EQ(shown(0, 3), u"A / 1"_s);
+    EXPECT_EQ(shown(50, 4), u"49"_s);
 }
 
 TEST_F(DataTableWindow, ACaptureOf40SamplesOrFewerIsFilledInOneGoAndALongerOneRowByRow) {
@@ -65,8 +66,8 @@ TEST_F(DataTableWindow, ACaptureOf40SamplesOrFewerIsFilledInOneGoAndALongerOneRo
 TEST_F(DataTableWindow, ProbeExp1GivesAHeadWith10AndAValueSuchAs12_5StaysAsItIs) {
     load();
     openAndFill({block('1', 12.5F, {1, -1}, 1), block('2', 1, {1}, 2)});
-    EXPECT_EQ(shown(0, 1), text("ch1 / 10"));
-    EXPECT_EQ(shown(0, 2), text("ch2 / 100"));
+    EXPECT_EQ(shown(0, 1), u"ch1 / 10"_s);
+    EXPECT_EQ(shown(0, 2), u"ch2 / 100"_s);
     EXPECT_EQ(shown(1, 1), marked("12.5"));
     EXPECT_EQ(shown(2, 1), marked("-12.5"));
 }
@@ -78,21 +79,21 @@ TEST_F(DataTableWindow, TheHeadOfAChannelThatTheFileLacksShowsFactor1AndBeforeAn
     const std::array names{"ch1", "ch2", "A", "B", "C", "D"};
     EXPECT_EQ(shown(0, 0), QString());
     for (int col = 1; col <= 6; ++col) {
-        EXPECT_EQ(shown(0, col), text(names.at(static_cast<std::size_t>(col) - 1)) + text(" / 10"));
+        EXPECT_EQ(shown(0, col), QString::fromUtf8(names.at(static_cast<std::size_t>(col) - 1)) + u" / 10"_s);
     }
     openAndFill({block('2', 1, {1}, 2)});
     for (int col = 1; col <= 6; ++col) {
-        EXPECT_EQ(shown(0, col),
-                  text(names.at(static_cast<std::size_t>(col) - 1)) + (col == 2 ? text(" / 100") : text(" / 1")));
+        EXPECT_EQ(shown(0, col), QString::fromUtf8(names.at(static_cast<std::size_t>(col) - 1)) +
+                                     (col == 2 ? u" / 100"_s : u" / 1"_s));
     }
 }
 
 TEST_F(DataTableWindow, ASampleOf0Shows0) {
     load();
     openAndFill({block('1', -3.7F, {0, 1}), block('D', 20, {0})});
-    EXPECT_EQ(shown(1, 1), text("0"));
+    EXPECT_EQ(shown(1, 1), u"0"_s);
     EXPECT_EQ(shown(2, 1), marked("-3.7"));
-    EXPECT_EQ(shown(1, 6), text("0"));
+    EXPECT_EQ(shown(1, 6), u"0"_s);
 }
 
 TEST_F(DataTableWindow, TheTextFilesFirstLineIsWhateverLabel1SaysInTheCurrentLanguage) {
@@ -101,12 +102,13 @@ TEST_F(DataTableWindow, TheTextFilesFirstLineIsWhateverLabel1SaysInTheCurrentLan
     for (const auto& [language, unit] : {std::pair("mnuEnglish", "Unit: mV"), {"mnuChinese", "单位：（mV）"}}) {
         item(language).trigger();
         openAndFill({block('1', 1, {1})});
-        EXPECT_EQ(part<QLabel>("Label1").text(), text(unit));
-        saveAs(path(text(language)));
-        EXPECT_TRUE(read(text(language) + text(".txt")).startsWith((text(unit) + text("\r\n")).toLocal8Bit()));
+        EXPECT_EQ(part<QLabel>("Label1").text(), QString::fromUtf8(unit));
+        saveAs(path(QString::fromUtf8(language)));
+        EXPECT_TRUE(read(QString::fromUtf8(language) + u".txt"_s)
+                        .startsWith((QString::fromUtf8(unit) + u"\r\n"_s).toLocal8Bit()));
     }
     item("mnuEnglish").trigger();
-    EXPECT_EQ(part<QLabel>("Label1").text(), text("单位：（mV）")) << "a table that is loaded keeps its captions";
+    EXPECT_EQ(part<QLabel>("Label1").text(), u"单位：（mV）"_s) << "a table that is loaded keeps its captions";
 }
 
 TEST_F(DataTableWindow, EveryCaptionComesFromTheLanguageFile) {
@@ -114,31 +116,31 @@ TEST_F(DataTableWindow, EveryCaptionComesFromTheLanguageFile) {
     load();
     item("mnuEnglish").trigger();
     open({block('1', 1, {1})});
-    EXPECT_EQ(table()->windowTitle(), text("Data Table"));
-    EXPECT_EQ(part<QPushButton>("CmdSave").text(), text("Save As ..."));
-    EXPECT_EQ(part<QAction>("mnuSelectNone").text(), text("Select None"));
+    EXPECT_EQ(table()->windowTitle(), u"Data Table"_s);
+    EXPECT_EQ(part<QPushButton>("CmdSave").text(), u"Save As ..."_s);
+    EXPECT_EQ(part<QAction>("mnuSelectNone").text(), u"Select None"_s);
     item("mnuChinese").trigger();
     open({block('1', 1, {1})});
-    EXPECT_EQ(table()->windowTitle(), text("数值列表"));
-    EXPECT_EQ(part<QPushButton>("CmdSave").text(), text("另存为 ..."));
-    EXPECT_EQ(part<QPushButton>("CmdExit").text(), text("退出"));
-    EXPECT_EQ(box(0).text(), text("序号"));
-    EXPECT_EQ(box(1).text(), text(" ch1"));
-    EXPECT_EQ(part<QAction>("mnuSelectAll").text(), text("全选"));
+    EXPECT_EQ(table()->windowTitle(), u"数值列表"_s);
+    EXPECT_EQ(part<QPushButton>("CmdSave").text(), u"另存为 ..."_s);
+    EXPECT_EQ(part<QPushButton>("CmdExit").text(), u"退出"_s);
+    EXPECT_EQ(box(0).text(), u"序号"_s);
+    EXPECT_EQ(box(1).text(), u" ch1"_s);
+    EXPECT_EQ(part<QAction>("mnuSelectAll").text(), u"全选"_s);
 }
 
 TEST_F(DataTableWindow, WithoutLanguageFilesItHasTheCaptionsOfTheDesign) {
     load();
     item("mnuTabular").trigger();
-    EXPECT_EQ(table()->windowTitle(), text("数值列表"));
-    EXPECT_EQ(part<QLabel>("Label1").text(), text("单位：（mV）"));
+    EXPECT_EQ(table()->windowTitle(), u"数值列表"_s);
+    EXPECT_EQ(part<QLabel>("Label1").text(), u"单位：（mV）"_s);
     const std::array captions{"sequence", " ch1", " ch2", " A", " B", " C", " D"};
     for (int col = 0; col < 7; ++col) {
-        EXPECT_EQ(box(col).text(), text(captions.at(static_cast<std::size_t>(col))));
+        EXPECT_EQ(box(col).text(), QString::fromUtf8(captions.at(static_cast<std::size_t>(col))));
         EXPECT_TRUE(box(col).isChecked());
     }
-    EXPECT_EQ(part<QPushButton>("CmdSave").text(), text("Save As ..."));
-    EXPECT_EQ(part<QPushButton>("CmdExit").text(), text("Exit"));
+    EXPECT_EQ(part<QPushButton>("CmdSave").text(), u"Save As ..."_s);
+    EXPECT_EQ(part<QPushButton>("CmdExit").text(), u"Exit"_s);
 }
 
 TEST_F(DataTableWindow, IsLoadedUnseenBehindACaptureAndShownByTheMenu) {
@@ -146,7 +148,7 @@ TEST_F(DataTableWindow, IsLoadedUnseenBehindACaptureAndShownByTheMenu) {
     EXPECT_EQ(table(), nullptr);
     openAndFill({block('1', 1, ramp(60, 1))});
     EXPECT_FALSE(table()->isVisible());
-    EXPECT_EQ(shown(60, 1), text("59")) << "filled without ever being seen";
+    EXPECT_EQ(shown(60, 1), u"59"_s) << "filled without ever being seen";
     item("mnuTabular").trigger();
     EXPECT_TRUE(table()->isVisible());
     EXPECT_FALSE(table()->isModal());
@@ -221,7 +223,7 @@ TEST_F(DataTableWindow, ACaptureClosesItAndBringsAFreshOneWithAllTicks) {
     EXPECT_FALSE(table()->isVisible());
     EXPECT_TRUE(box(0).isChecked());
     EXPECT_EQ(table()->MSFlexGrid1().Rows(), 4);
-    EXPECT_EQ(shown(3, 1), text("10"));
+    EXPECT_EQ(shown(3, 1), u"10"_s);
 }
 
 TEST_F(DataTableWindow, ACaptureThatComesInMidFillStartsAnew) {
@@ -231,7 +233,7 @@ TEST_F(DataTableWindow, ACaptureThatComesInMidFillStartsAnew) {
     openAndFill({block('2', 1, ramp(50, 3))});
     EXPECT_EQ(cells().rowCount(), 50);
     EXPECT_EQ(shown(50, 1), QString());
-    EXPECT_EQ(shown(50, 2), text("147"));
+    EXPECT_EQ(shown(50, 2), u"147"_s);
 }
 
 TEST_F(DataTableWindow, OpenTakesItAwayEvenWhenItsDialogIsCancelled) {
@@ -241,14 +243,14 @@ TEST_F(DataTableWindow, OpenTakesItAwayEvenWhenItsDialogIsCancelled) {
     EXPECT_EQ(table(), nullptr);
     item("mnuTabular").trigger();
     fill();
-    EXPECT_EQ(shown(3, 1), text("2")) << "a fresh one shows the capture that is still there";
+    EXPECT_EQ(shown(3, 1), u"2"_s) << "a fresh one shows the capture that is still there";
 }
 
 TEST_F(DataTableWindow, ARefusedFileLeavesNoneLoaded) {
     load();
     openAndFill({block('1', 1, ramp(3, 1))});
-    write(text("bad.bin"), "KQXV02");
-    dialogs.files.emplace_back(FileChoice{path(text("bad.bin")), 1});
+    write(u"bad.bin"_s, "KQXV02");
+    dialogs.files.emplace_back(FileChoice{path(u"bad.bin"_s), 1});
     item("mnuOpen").trigger();
     EXPECT_EQ(table(), nullptr);
 }
@@ -264,8 +266,8 @@ TEST_F(DataTableWindow, AFullCaptureHas10231RowsAndTheItemModelKeepsItsPromises)
     item("mnuTabular").trigger();
     fill();
     EXPECT_EQ(cells().rowCount(), 10231);
-    EXPECT_EQ(shown(10231, 0), text("10231"));
-    EXPECT_EQ(shown(10231, 6), text("15345")); // 10230 x 3 x 0.5
+    EXPECT_EQ(shown(10231, 0), u"10231"_s);
+    EXPECT_EQ(shown(10231, 6), u"15345"_s); // 10230 x 3 x 0.5
 }
 
 TEST_F(DataTableWindow, TheFillLetsOtherEventsRunBetweenItsStretches) {
@@ -316,8 +318,8 @@ TEST_F(DataTableWindow, TheSequenceColumnStaysWhenTheOthersScrollAway) {
     EXPECT_EQ(view.horizontalHeader()->height(), 26);
     EXPECT_EQ(view.rowHeight(7), 22);
     EXPECT_FALSE(view.verticalHeader()->viewport()->visibleRegion().isEmpty());
-    EXPECT_EQ(cells().headerData(0, Qt::Vertical, Qt::DisplayRole).toString(), text("1"));
-    EXPECT_EQ(cells().headerData(59, Qt::Vertical, Qt::DisplayRole).toString(), text("60"));
+    EXPECT_EQ(cells().headerData(0, Qt::Vertical, Qt::DisplayRole).toString(), u"1"_s);
+    EXPECT_EQ(cells().headerData(59, Qt::Vertical, Qt::DisplayRole).toString(), u"60"_s);
 }
 
 TEST_F(DataTableWindow, TheFillTellsTheViewOfEveryRowOnceAndOfNoneBeforeItIsWritten) {
@@ -358,22 +360,22 @@ TEST_F(DataTableWindow, CopyTakesTheWholeSelectionAsTabSeparatedText) {
     item("mnuTabular").trigger();
     auto& view = part<QTableView>("MSFlexGrid1");
     const auto copied = [&view] {
-        QApplication::clipboard()->setText(text("before"));
+        QApplication::clipboard()->setText(u"before"_s);
         QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
         return QApplication::clipboard()->text();
     };
     view.clearSelection();
-    EXPECT_EQ(copied(), text("before")) << "nothing selected, nothing copied";
+    EXPECT_EQ(copied(), u"before"_s) << "nothing selected, nothing copied";
     auto* const selection = view.selectionModel();
     const QModelIndex first = cells().index(0, 1);
     selection->select(QItemSelection(first, cells().index(2, 2)), QItemSelectionModel::ClearAndSelect);
-    EXPECT_EQ(copied(), text("5\t8\n6\t9\n7\t"));
+    EXPECT_EQ(copied(), u"5\t8\n6\t9\n7\t"_s);
     selection->select(first, QItemSelectionModel::ClearAndSelect);
     selection->select(cells().index(2, 2), QItemSelectionModel::Select);
     selection->select(cells().index(1, 2), QItemSelectionModel::Select);
-    EXPECT_EQ(copied(), text("5\t\n\t9\n\t"));
+    EXPECT_EQ(copied(), u"5\t\n\t9\n\t"_s);
     view.selectAll();
-    EXPECT_EQ(copied(), text("5\t8\t\t\t\t\n6\t9\t\t\t\t\n7\t\t\t\t\t")) << "the values, not the heads";
+    EXPECT_EQ(copied(), u"5\t8\t\t\t\t\n6\t9\t\t\t\t\n7\t\t\t\t\t"_s) << "the values, not the heads";
 }
 
 TEST_F(DataTableWindow, TheHeadTellsThatTheProbeFactorIsNotInTheValues) {
@@ -381,10 +383,10 @@ TEST_F(DataTableWindow, TheHeadTellsThatTheProbeFactorIsNotInTheValues) {
     load();
     const auto tip = [this] { return cells().headerData(3, Qt::Horizontal, Qt::ToolTipRole).toString(); };
     openAndFill({block('1', 1, {5})});
-    EXPECT_EQ(tip(), text("数值为仪器输入端的电压，未乘以探头系数。"));
+    EXPECT_EQ(tip(), u"数值为仪器输入端的电压，未乘以探头系数。"_s);
     item("mnuEnglish").trigger();
     openAndFill({block('1', 1, {5})});
-    EXPECT_EQ(tip(), text("Values are voltages at the instrument's input, without the probe factor."));
+    EXPECT_EQ(tip(), u"Values are voltages at the instrument's input, without the probe factor."_s);
 }
 
 TEST_F(DataTableWindow, TheSelectMenuIsReachedByTheMenuKeyToo) {

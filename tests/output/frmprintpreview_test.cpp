@@ -4,6 +4,7 @@
 
 #include "capture/mdllan.h"
 #include "platform/controls/captions.h"
+#include "support/strings.h"
 
 #include <QMenu>
 #include <QMenuBar>
@@ -43,7 +44,7 @@ TEST_F(Preview, ShowsThePageAt100PercentAtTheOrigin) {
     frmPrintPreview& preview = openPreview();
     EXPECT_FALSE(preview.isModal());
     EXPECT_EQ(preview.menuBar()->height(), 26) << "what is above the page counts with it";
-    EXPECT_EQ(preview.windowTitle(), QStringLiteral("打印预览 ( 显示比例：100%)"));
+    EXPECT_EQ(preview.windowTitle(), u"打印预览 ( 显示比例：100%)"_s);
     EXPECT_EQ(printing().settings().PaperWidth, 11900);
     EXPECT_EQ(printing().settings().PaperHeight, 16840);
     EXPECT_EQ(page().Width(), 11900);
@@ -60,25 +61,25 @@ TEST_F(Preview, ShowsThePageAt100PercentAtTheOrigin) {
 TEST_F(Preview, InEnglishTitleAndMenusFollow) {
     item("mnuEnglish").trigger();
     frmPrintPreview& preview = openPreview();
-    EXPECT_EQ(preview.windowTitle(), QStringLiteral("Print preview ( Show Scale：100%)"));
-    EXPECT_EQ(in<QAction>(preview, "mnuViewFullPage").text(), QStringLiteral("Full Page"));
-    EXPECT_EQ(in<QAction>(preview, "mnuHelp").text(), QStringLiteral("&Help"));
+    EXPECT_EQ(preview.windowTitle(), u"Print preview ( Show Scale：100%)"_s);
+    EXPECT_EQ(in<QAction>(preview, "mnuViewFullPage").text(), u"Full Page"_s);
+    EXPECT_EQ(in<QAction>(preview, "mnuHelp").text(), u"&Help"_s);
     typePercent("x");
-    EXPECT_EQ(answering.prompts[0], QStringLiteral("Please input the percent:"));
-    EXPECT_EQ(answering.messages.back(), QStringLiteral("Input error ,please try again"));
+    EXPECT_EQ(answering.prompts[0], u"Please input the percent:"_s);
+    EXPECT_EQ(answering.messages.back(), u"Input error ,please try again"_s);
 }
 
 TEST_F(Preview, CustomPercent0IsRefusedAndAskedForAgain) {
     openPreview();
-    answering.inputs = {QStringLiteral("0"), QStringLiteral("-50"), QStringLiteral("1,5"), QStringLiteral("50")};
+    answering.inputs = {u"0"_s, u"-50"_s, u"1,5"_s, u"50"_s};
     choose("mnuViewCustomize");
     EXPECT_EQ(answering.prompts.size(), 4);
-    EXPECT_EQ(answering.prompts[0], QStringLiteral("请输入欲显示的百分比，"));
-    EXPECT_EQ(answering.presets[0], QStringLiteral("100"));
-    EXPECT_EQ(answering.messages, QStringList(3, QStringLiteral("您输入的数值有误，请重新输入")));
+    EXPECT_EQ(answering.prompts[0], u"请输入欲显示的百分比，"_s);
+    EXPECT_EQ(answering.presets[0], u"100"_s);
+    EXPECT_EQ(answering.messages, QStringList(3, u"您输入的数值有误，请重新输入"_s));
     EXPECT_EQ(answering.messageIcons, std::vector(3, MessageIcon::Critical));
     EXPECT_EQ(page().Width(), 5950);
-    EXPECT_EQ(printing().preview()->windowTitle(), QStringLiteral("打印预览 ( 显示比例：50%)"));
+    EXPECT_EQ(printing().preview()->windowTitle(), u"打印预览 ( 显示比例：50%)"_s);
 }
 
 TEST_F(Preview, CustomPercent150WithTheSameViewPercentRedrawsNothing) {
@@ -108,13 +109,13 @@ TEST_F(Preview, EmptyAndCancelledPercentsChangeNothing) {
 
 TEST_F(Preview, Page2OfOnePageGetsTheRangeMessageWith1AsTheUpperLimit) {
     frmPrintPreview& preview = openPreview();
-    answering.inputs.emplace_back(QStringLiteral("2"));
+    answering.inputs.emplace_back(u"2"_s);
     choose("mnuViewPage");
-    EXPECT_EQ(answering.prompts, QStringList{QStringLiteral("请输入欲显示的页码，")});
-    EXPECT_EQ(answering.presets, QStringList{QStringLiteral("1")});
-    EXPECT_EQ(answering.messages, QStringList{QStringLiteral("请输入大于 0 并且不大于 1 之整数")});
+    EXPECT_EQ(answering.prompts, QStringList{u"请输入欲显示的页码，"_s});
+    EXPECT_EQ(answering.presets, QStringList{u"1"_s});
+    EXPECT_EQ(answering.messages, QStringList{u"请输入大于 0 并且不大于 1 之整数"_s});
     EXPECT_EQ(answering.messageIcons, std::vector{MessageIcon::Critical});
-    answering.inputs.emplace_back(QStringLiteral("1"));
+    answering.inputs.emplace_back(u"1"_s);
     choose("mnuViewPage");
     EXPECT_EQ(answering.messages.size(), 1);
     EXPECT_EQ(preview.PageNow, 1);
@@ -180,7 +181,7 @@ TEST_F(Preview, AScaleChosenBeforeASetupIsThePresentOneBehindIt) {
         typePercent("150");
         drag(-100, -100);
         QTimer::singleShot(0, form.get(), [this] {
-            field(*printing().setup(), "txtMargin(1)").setText(QStringLiteral("2"));
+            field(*printing().setup(), "txtMargin(1)").setText(u"2"_s);
             press(*printing().setup(), "cmdYes");
         });
         choose("mnuSetup");
@@ -188,7 +189,7 @@ TEST_F(Preview, AScaleChosenBeforeASetupIsThePresentOneBehindIt) {
         EXPECT_EQ(page().Width(), 17850);
         EXPECT_EQ(page().Height(), 25260);
         EXPECT_EQ(page().pos(), QPoint(0, 0)) << "it is applied again";
-        EXPECT_EQ(preview.windowTitle(), QStringLiteral("打印预览 ( 显示比例：150%)"));
+        EXPECT_EQ(preview.windowTitle(), u"打印预览 ( 显示比例：150%)"_s);
         preview.close();
         unloadClosed();
     }
@@ -271,7 +272,7 @@ TEST_F(Preview, FullPageFitsTheWindow) {
     frmPrintPreview& preview = openPreview();
     choose("mnuViewFullPage");
     EXPECT_EQ(preview.ViewPercent, 54); // (9210 - 200) / 16840
-    EXPECT_EQ(preview.windowTitle(), QStringLiteral("打印预览 ( 显示比例：54%)"));
+    EXPECT_EQ(preview.windowTitle(), u"打印预览 ( 显示比例：54%)"_s);
     EXPECT_EQ(page().Left(), (11400 - 6426) / 2);
     choose("mnuView100");
     EXPECT_EQ(preview.ViewPercent, 100);
@@ -313,7 +314,7 @@ TEST_F(Preview, MarginsChangedInTheSetupComposeThePageOnceMore) {
     inSetup([](frmPrintSetup& setup) { press(setup, "cmdNo"); });
     EXPECT_EQ(page().Picture().cacheKey(), before);
     inSetup([](frmPrintSetup& setup) {
-        field(setup, "txtMargin(1)").setText(QStringLiteral("3"));
+        field(setup, "txtMargin(1)").setText(u"3"_s);
         press(setup, "cmdYes");
     });
     EXPECT_NE(page().Picture().cacheKey(), before);
@@ -327,7 +328,7 @@ TEST_F(Preview, EachMarginAndTheScaleOfTheSetupComposeThePageOnceMore) {
         QTimer::singleShot(0, form.get(), [this, changed] {
             frmPrintSetup* setup = printing().setup();
             ASSERT_NE(setup, nullptr);
-            field(*setup, changed).setText(QStringLiteral("5"));
+            field(*setup, changed).setText(u"5"_s);
             press(*setup, "cmdYes");
         });
         choose("mnuSetup");
@@ -342,7 +343,7 @@ TEST_F(Preview, EachMarginAndTheScaleOfTheSetupComposeThePageOnceMore) {
 TEST_F(Preview, Copies3GivesThreeSeparatePrintJobs) {
     openPreview();
     devices.answer = [](PrinterDialog& box) {
-        box.PrinterName = QStringLiteral("Lab");
+        box.PrinterName = u"Lab"_s;
         box.Copies = 3;
         return true;
     };
@@ -350,7 +351,7 @@ TEST_F(Preview, Copies3GivesThreeSeparatePrintJobs) {
     ASSERT_EQ(devices.documents.size(), 3U);
     for (const auto& document : devices.documents) {
         EXPECT_EQ(document.properties.Copies, 1) << "or each of them would come three times";
-        EXPECT_EQ(document.properties.DeviceName, QStringLiteral("Lab"));
+        EXPECT_EQ(document.properties.DeviceName, u"Lab"_s);
         EXPECT_TRUE(document.pdf.startsWith("%PDF"));
     }
     EXPECT_EQ(devices.shown.front().Flags, 0x80004);
@@ -367,13 +368,12 @@ TEST_F(Preview, HelpIsOneMessageOfFourLines) {
     openPreview();
     choose("mnuHelp");
     ASSERT_EQ(answering.messages.size(), 1);
-    const QStringList lines = answering.messages[0].split(QStringLiteral("\r\n"));
+    const QStringList lines = answering.messages[0].split(u"\r\n"_s);
     ASSERT_EQ(lines.size(), 4);
-    EXPECT_EQ(lines[0], QStringLiteral("1. 虚线是代表列印的边界，真正列印时不会印出来。"));
-    EXPECT_EQ(lines[1], QStringLiteral("2. 这个程式没有卷轴，但是用滑鼠拖曳图片就可以看到所有的列印资料。"));
-    EXPECT_EQ(lines[2],
-              QStringLiteral("3.如果要在每次改变显示比例时都重新绘图，请至功能表的 /档案/版面设定/ 内设定。"));
-    EXPECT_EQ(lines[3], QStringLiteral("4. 在表单上按滑鼠右键亦可显示 \"检视\" 功能表。"));
+    EXPECT_EQ(lines[0], u"1. 虚线是代表列印的边界，真正列印时不会印出来。"_s);
+    EXPECT_EQ(lines[1], u"2. 这个程式没有卷轴，但是用滑鼠拖曳图片就可以看到所有的列印资料。"_s);
+    EXPECT_EQ(lines[2], u"3.如果要在每次改变显示比例时都重新绘图，请至功能表的 /档案/版面设定/ 内设定。"_s);
+    EXPECT_EQ(lines[3], u"4. 在表单上按滑鼠右键亦可显示 \"检视\" 功能表。"_s);
     item("mnuEnglish").trigger();
     choose("mnuHelp");
     EXPECT_EQ(answering.messages.back(), answering.messages.front()) << "in every language";
@@ -381,14 +381,14 @@ TEST_F(Preview, HelpIsOneMessageOfFourLines) {
 
 TEST_F(Preview, HasTheMenusOfItsDesignInChinese) {
     frmPrintPreview& preview = openPreview();
-    const std::array expected{std::pair("mnuSetup", QStringLiteral("页面设定 ...")),
-                              std::pair("mnuPrint", QStringLiteral("打印 ...")),
-                              std::pair("mnuClose", QStringLiteral("关闭")),
-                              std::pair("mnuView100", QStringLiteral("100%")),
-                              std::pair("mnuViewFullPage", QStringLiteral("整页")),
-                              std::pair("mnuViewCustomize", QStringLiteral("自订百分比 ...")),
-                              std::pair("mnuViewPage", QStringLiteral("切换页码 ...")),
-                              std::pair("mnuHelp", QStringLiteral("说明"))};
+    const std::array expected{std::pair("mnuSetup", u"页面设定 ..."_s),
+                              std::pair("mnuPrint", u"打印 ..."_s),
+                              std::pair("mnuClose", u"关闭"_s),
+                              std::pair("mnuView100", u"100%"_s),
+                              std::pair("mnuViewFullPage", u"整页"_s),
+                              std::pair("mnuViewCustomize", u"自订百分比 ..."_s),
+                              std::pair("mnuViewPage", u"切换页码 ..."_s),
+                              std::pair("mnuHelp", u"说明"_s)};
     for (const auto& [name, caption] : expected) {
         EXPECT_EQ(in<QAction>(preview, name).text(), caption) << name;
     }
@@ -402,7 +402,7 @@ TEST_F(Preview, APageThatCannotBeComposedIsShownAsFarAsItCame) {
     EXPECT_EQ(preview.ViewPercent, 100);
     devices.answer = [](PrinterDialog&) { return true; };
     choose("mnuPrint");
-    EXPECT_EQ(answering.messages, QStringList{QStringLiteral("11\r\nDivision by zero")});
+    EXPECT_EQ(answering.messages, QStringList{u"11\r\nDivision by zero"_s});
     EXPECT_TRUE(devices.documents.empty());
 }
 
@@ -414,7 +414,7 @@ TEST_F(Preview, WithoutAPrinterTheFiguresOfA4Stand) {
     EXPECT_EQ(printing().settings().PaperHeight, 16840);
     EXPECT_EQ(page().Width(), 11907);
     choose("mnuPrint");
-    EXPECT_EQ(answering.messages, QStringList{QStringLiteral("482\r\nPrinter error")});
+    EXPECT_EQ(answering.messages, QStringList{u"482\r\nPrinter error"_s});
 }
 
 TEST_F(Preview, ClosingLosesScaleAndRuleButNoMargins) {
@@ -451,8 +451,7 @@ TEST_F(Preview, EveryCaptionOfBothWindowsStandsInBothLanguageFiles) {
                 }
                 ++captions;
                 const QString key = control->objectName().remove(u'(').remove(u')');
-                EXPECT_EQ(GetLanString(*model, window->objectName(), key, QStringLiteral("(none)")),
-                          captionOf(*control))
+                EXPECT_EQ(GetLanString(*model, window->objectName(), key, u"(none)"_s), captionOf(*control))
                     << language << " " << key.toStdString();
             }
             EXPECT_GE(captions, 9);
@@ -474,30 +473,23 @@ TEST_F(PrintWindowsOfTheDesign, WithoutLanguageFilesTheyKeepTheirCaptions) {
             if (control == nullptr) {
                 control = window.findChild<QObject*>(name);
             }
-            found << (control == nullptr ? QStringLiteral("(none)") : captionOf(*control));
+            found << (control == nullptr ? u"(none)"_s : captionOf(*control));
         }
         return found;
     };
     frmPrintPreview& preview = openPreview();
-    EXPECT_EQ(
-        captions(*preview.menuBar(),
-                 {QStringLiteral("mnuFile"), QStringLiteral("mnuSetup"), QStringLiteral("mnuPrint"),
-                  QStringLiteral("mnuClose"), QStringLiteral("mnuView"), QStringLiteral("mnuView100"),
-                  QStringLiteral("mnuViewFullPage"), QStringLiteral("mnuViewCustomize"), QStringLiteral("mnuViewPage"),
-                  QStringLiteral("mnuHelp")}),
-        (QStringList{QStringLiteral("文件(&F)"), QStringLiteral("页面设定 ..."), QStringLiteral("打印 ..."),
-                     QStringLiteral("关闭"), QStringLiteral("检视(&V)"), QStringLiteral("100%"), QStringLiteral("整页"),
-                     QStringLiteral("自订百分比 ..."), QStringLiteral("切换页码 ..."), QStringLiteral("说明")}));
+    EXPECT_EQ(captions(*preview.menuBar(),
+                       {u"mnuFile"_s, u"mnuSetup"_s, u"mnuPrint"_s, u"mnuClose"_s, u"mnuView"_s, u"mnuView100"_s,
+                        u"mnuViewFullPage"_s, u"mnuViewCustomize"_s, u"mnuViewPage"_s, u"mnuHelp"_s}),
+              (QStringList{u"文件(&F)"_s, u"页面设定 ..."_s, u"打印 ..."_s, u"关闭"_s, u"检视(&V)"_s, u"100%"_s,
+                           u"整页"_s, u"自订百分比 ..."_s, u"切换页码 ..."_s, u"说明"_s}));
     frmPrintSetup& setup = openSetup();
-    EXPECT_EQ(setup.windowTitle(), QStringLiteral("页面设置"));
+    EXPECT_EQ(setup.windowTitle(), u"页面设置"_s);
     EXPECT_EQ(
-        captions(setup, {QStringLiteral("Labela(0)"), QStringLiteral("Labela(1)"), QStringLiteral("Labela(2)"),
-                         QStringLiteral("Labela(3)"), QStringLiteral("optRePrint(0)"), QStringLiteral("optRePrint(1)"),
-                         QStringLiteral("cmdDefault"), QStringLiteral("cmdYes"), QStringLiteral("cmdNo")}),
-        (QStringList{QStringLiteral("上边界："), QStringLiteral("下边界："), QStringLiteral("左边界："),
-                     QStringLiteral("右边界："), QStringLiteral("每次改变显示比例时都重新绘图"),
-                     QStringLiteral("不重新绘图，但是重新设定原始图片的比例"), QStringLiteral("预设值"),
-                     QStringLiteral("确定"), QStringLiteral("取消")}));
+        captions(setup, {u"Labela(0)"_s, u"Labela(1)"_s, u"Labela(2)"_s, u"Labela(3)"_s, u"optRePrint(0)"_s,
+                         u"optRePrint(1)"_s, u"cmdDefault"_s, u"cmdYes"_s, u"cmdNo"_s}),
+        (QStringList{u"上边界："_s, u"下边界："_s, u"左边界："_s, u"右边界："_s, u"每次改变显示比例时都重新绘图"_s,
+                     u"不重新绘图，但是重新设定原始图片的比例"_s, u"预设值"_s, u"确定"_s, u"取消"_s}));
 }
 
 TEST_F(Preview, AnyPercentIsSurvived) {

@@ -5,7 +5,7 @@
 #include "output/printresult.h"
 #include "output/recordingpages.h"
 #include "output/scriptedprinters.h"
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@ protected:
         settings.PaperHeight = 16840;
         inputs.frame.markerTop.fill(2910); // (210 / 2 + 2910) / 6030 is half of the strip
         for (int channel = 0; channel < kChannels; ++channel) {
-            inputs.rows[static_cast<std::size_t>(channel)] = channelLabel(channel) + QStringLiteral(" 5 mS 1 V");
+            inputs.rows[static_cast<std::size_t>(channel)] = channelLabel(channel) + u" 5 mS 1 V"_s;
         }
     }
     void addChannel(int channel, int samples = 100) {

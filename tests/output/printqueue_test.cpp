@@ -7,6 +7,7 @@
 #include "platform/files/wholefile.h"
 #include "platform/printing/pdfprinter.h"
 #include "platform/printing/qtprinters.h"
+#include "support/strings.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -55,29 +56,23 @@ protected:
     }
     /// The main window with a capture, over printers of the machine.
     void openOver(PrintDevices& machine) {
-        form = std::make_unique<FrmCom>(*model, FrmComServices{answering,
-                                                               [this] { return path(QStringLiteral(".")); },
-                                                               [this] { ++ends; },
-                                                               [](const QString&) {},
-                                                               {},
-                                                               &machine});
+        form = std::make_unique<FrmCom>(
+            *model,
+            FrmComServices{
+                answering, [this] { return path(u"."_s); }, [this] { ++ends; }, [](const QString&) {}, {}, &machine});
         form->show();
         loadSix();
     }
     /// A PDF document rendered at 96 dots per inch, the preview's resolution.
     [[nodiscard]] QImage rendered(const QByteArray& pdf) const {
-        write(QStringLiteral("rendered.pdf"), pdf);
-        static_cast<void>(
-            outputOf(QStringLiteral("pdftoppm"),
-                     {QStringLiteral("-r"), QStringLiteral("96"), QStringLiteral("-png"), QStringLiteral("-singlefile"),
-                      path(QStringLiteral("rendered.pdf")), path(QStringLiteral("rendered"))}));
-        return QImage(path(QStringLiteral("rendered.png"))).convertToFormat(QImage::Format_RGB32);
+        write(u"rendered.pdf"_s, pdf);
+        static_cast<void>(outputOf(u"pdftoppm"_s, {u"-r"_s, u"96"_s, u"-png"_s, u"-singlefile"_s,
+                                                   path(u"rendered.pdf"_s), path(u"rendered"_s)}));
+        return QImage(path(u"rendered.png"_s)).convertToFormat(QImage::Format_RGB32);
     }
     [[nodiscard]] QString textOf(const QByteArray& pdf) const {
-        write(QStringLiteral("text.pdf"), pdf);
-        return QString::fromUtf8(
-            outputOf(QStringLiteral("pdftotext"),
-                     {QStringLiteral("-layout"), path(QStringLiteral("text.pdf")), QStringLiteral("-")}));
+        write(u"text.pdf"_s, pdf);
+        return QString::fromUtf8(outputOf(u"pdftotext"_s, {u"-layout"_s, path(u"text.pdf"_s), u"-"_s}));
     }
     /// Every row of the list stands in the text of the page, and every label once more.
     void expectLegend(const QString& pageText) const {
@@ -217,7 +212,7 @@ TEST_F(PaperTest, APageGoesThroughARealPrintQueue) {
     PrivateQueue* const queue = startedQueue();
     ASSERT_NE(queue, nullptr);
     AcceptingPrinters machine;
-    ASSERT_TRUE(machine.names().contains(QStringLiteral("Test"))) << machine.names().join(u' ').toStdString();
+    ASSERT_TRUE(machine.names().contains(u"Test"_s)) << machine.names().join(u' ').toStdString();
     openOver(machine);
     frmPrintPreview& preview = openPreview();
     const QImage shown = in<PageView>(preview, "imgView(1)").Picture();
@@ -242,30 +237,30 @@ TEST_F(PaperTest, APageForAFileComesWholeAndAFailureLeavesTheOldFile) {
     PrivateQueue* const queue = startedQueue();
     ASSERT_NE(queue, nullptr);
     AcceptingPrinters machine;
-    machine.file = path(QStringLiteral("page.pdf"));
-    write(QStringLiteral("page.pdf"), "old");
+    machine.file = path(u"page.pdf"_s);
+    write(u"page.pdf"_s, "old");
     openOver(machine);
     const std::int32_t held = model->SampleCount[5];
     model->SampleCount[5] = 0; // ends the page behind its legend
     item("mnuPrint").trigger();
-    EXPECT_EQ(answering.messages, QStringList{QStringLiteral("11\r\nDivision by zero")});
-    EXPECT_EQ(read(QStringLiteral("page.pdf")), "old");
+    EXPECT_EQ(answering.messages, QStringList{u"11\r\nDivision by zero"_s});
+    EXPECT_EQ(read(u"page.pdf"_s), "old");
 
     model->SampleCount[5] = held;
     item("mnuPrint").trigger();
-    const QByteArray document = read(QStringLiteral("page.pdf"));
+    const QByteArray document = read(u"page.pdf"_s);
     EXPECT_TRUE(document.startsWith("%PDF"));
     expectLegend(textOf(document));
 
-    machine.file = path(QStringLiteral("no/such/page.pdf"));
+    machine.file = path(u"no/such/page.pdf"_s);
     item("mnuPrint").trigger();
-    EXPECT_EQ(answering.messages.back(), QStringLiteral("76\r\nPath not found"));
+    EXPECT_EQ(answering.messages.back(), u"76\r\nPath not found"_s);
 }
 
 TEST_F(PaperTest, AQueueTellsItsPaperAndAPrinterThatHasGoneIsError482) {
     ASSERT_NE(startedQueue(), nullptr);
     const QtPrinters machine;
-    const PrinterProperties present = machine.initial(QStringLiteral("Test"));
+    const PrinterProperties present = machine.initial(u"Test"_s);
     EXPECT_EQ(present.PaperSize, 9);
     EXPECT_EQ(present.Orientation, 1);
     const auto sheet = machine.sheet(present);
@@ -275,7 +270,7 @@ TEST_F(PaperTest, AQueueTellsItsPaperAndAPrinterThatHasGoneIsError482) {
     EXPECT_LE(sheet.value().ScaleWidth, sheet.value().Width);
 
     PrinterProperties gone;
-    gone.DeviceName = QStringLiteral("Gone");
+    gone.DeviceName = u"Gone"_s;
     const auto missing = machine.sheet(gone);
     ASSERT_FALSE(missing);
     EXPECT_EQ(missing.error().code(), 482);
@@ -284,12 +279,12 @@ TEST_F(PaperTest, AQueueTellsItsPaperAndAPrinterThatHasGoneIsError482) {
 TEST_F(PaperTest, APageThatTheQueueRefusesIsTold) {
     PrivateQueue* const queue = startedQueue();
     ASSERT_NE(queue, nullptr);
-    ASSERT_TRUE(queue->run(QStringLiteral("cupsreject"), {QStringLiteral("Test")})) << queue->error.toStdString();
+    ASSERT_TRUE(queue->run(u"cupsreject"_s, {u"Test"_s})) << queue->error.toStdString();
     AcceptingPrinters machine;
     openOver(machine);
     item("mnuPrint").trigger();
-    ASSERT_TRUE(queue->run(QStringLiteral("cupsaccept"), {QStringLiteral("Test")})) << queue->error.toStdString();
-    EXPECT_EQ(answering.messages, QStringList{QStringLiteral("482\r\nPrinter error")});
+    ASSERT_TRUE(queue->run(u"cupsaccept"_s, {u"Test"_s})) << queue->error.toStdString();
+    EXPECT_EQ(answering.messages, QStringList{u"482\r\nPrinter error"_s});
     EXPECT_EQ(answering.messageIcons, std::vector{MessageIcon::Exclamation});
     item("mnuPrint").trigger();
     EXPECT_EQ(answering.messages.size(), 1) << "a queue that takes the page is silent";
@@ -298,16 +293,16 @@ TEST_F(PaperTest, APageThatTheQueueRefusesIsTold) {
 TEST_F(PaperTest, AQueueStandsAsItsOwnDefaultsSay) {
     PrivateQueue* const queue = startedQueue();
     ASSERT_NE(queue, nullptr);
-    ASSERT_TRUE(queue->add(QStringLiteral("Sides"), QStringLiteral("Duplex=DuplexTumble")));
+    ASSERT_TRUE(queue->add(u"Sides"_s, u"Duplex=DuplexTumble"_s));
     const QtPrinters machine;
-    EXPECT_EQ(machine.initial(QStringLiteral("Sides")).Duplex, 3);
-    EXPECT_EQ(machine.initial(QStringLiteral("Test")).Duplex, 1);
+    EXPECT_EQ(machine.initial(u"Sides"_s).Duplex, 3);
+    EXPECT_EQ(machine.initial(u"Test"_s).Duplex, 1);
 }
 
 TEST_F(PaperTest, PaperOnItsSideTurnsTheEdgesThatTheDeviceCannotReach) {
     ASSERT_NE(startedQueue(), nullptr);
     const QtPrinters machine;
-    PrinterProperties properties = machine.initial(QStringLiteral("Test"));
+    PrinterProperties properties = machine.initial(u"Test"_s);
     // The driver reaches from 18, 36 to 577, 806 points of A4's 595 by 842.
     const Sheet upright = machine.sheet(properties).value();
     EXPECT_EQ(upright.ScaleWidth, 11180);
@@ -354,7 +349,7 @@ TEST_F(PaperTest, TheDialogStartsFromWhatIsSetAndAcceptedUntouchedChangesNothing
     ASSERT_NE(startedQueue(), nullptr);
     QtPrinters machine;
     PrinterDialog dialog;
-    dialog.PrinterName = QStringLiteral("Test");
+    dialog.PrinterName = u"Test"_s;
     dialog.PrintQuality = 600;
     dialog.PaperSize = 9;
     dialog.Orientation = 2;
@@ -364,12 +359,12 @@ TEST_F(PaperTest, TheDialogStartsFromWhatIsSetAndAcceptedUntouchedChangesNothing
     dialog.Flags = 0x10C;
     showToolkitInEnglish();
     DialogWatch watch([](QPrintDialog& box) {
-        EXPECT_TRUE(acceptButton(box).contains(QStringLiteral("Print")));
+        EXPECT_TRUE(acceptButton(box).contains(u"Print"_s));
         box.accept();
     });
     EXPECT_TRUE(machine.ShowPrinter(dialog, 0));
     EXPECT_EQ(watch.seen, 1);
-    EXPECT_EQ(dialog.PrinterName, QStringLiteral("Test"));
+    EXPECT_EQ(dialog.PrinterName, u"Test"_s);
     EXPECT_EQ(dialog.Copies, 2);
     EXPECT_EQ(dialog.Duplex, 3);
     EXPECT_EQ(dialog.ColorMode, 1);
@@ -382,22 +377,22 @@ TEST_F(PaperTest, TheSetupIsASetupByTitleAndButtonAndHasNoPagesToChoose) {
     ASSERT_NE(startedQueue(), nullptr);
     QtPrinters machine;
     PrinterDialog dialog;
-    dialog.Title = QStringLiteral("Printer Setup");
-    dialog.PrinterName = QStringLiteral("Test");
+    dialog.Title = u"Printer Setup"_s;
+    dialog.PrinterName = u"Test"_s;
     dialog.PrintQuality = 600;
     dialog.PaperSize = 9;
     dialog.Orientation = 1;
     dialog.Flags = 0x14C;
     showToolkitInEnglish();
     DialogWatch watch([](QPrintDialog& box) {
-        EXPECT_EQ(box.windowTitle(), QStringLiteral("Printer Setup"));
-        EXPECT_TRUE(acceptButton(box).contains(QStringLiteral("OK"))) << acceptButton(box).toStdString();
+        EXPECT_EQ(box.windowTitle(), u"Printer Setup"_s);
+        EXPECT_TRUE(acceptButton(box).contains(u"OK"_s)) << acceptButton(box).toStdString();
         for (const char* name : {"gbPrintRange", "filename", "fileBrowser", "lOutput"}) {
             const auto* part = box.findChild<QWidget*>(QLatin1String(name));
             ASSERT_NE(part, nullptr) << name;
             EXPECT_FALSE(part->isVisible()) << name;
         }
-        auto* copies = box.findChild<QSpinBox*>(QStringLiteral("copies"));
+        auto* copies = box.findChild<QSpinBox*>(u"copies"_s);
         ASSERT_NE(copies, nullptr);
         EXPECT_TRUE(copies->isVisible()) << "what a printer is set to can be seen";
         copies->setValue(3);
@@ -411,25 +406,25 @@ TEST_F(PaperTest, TheSetupIsASetupByTitleAndButtonAndHasNoPagesToChoose) {
 TEST_F(PaperTest, TheDevicesEndWithThePdfDeviceWhichIsChosenLikeAnyOther) {
     ASSERT_NE(startedQueue(), nullptr);
     QtPrinters machine;
-    EXPECT_EQ(machine.names().last(), QStringLiteral("Sixtrace PDF"));
-    EXPECT_TRUE(machine.names().contains(QStringLiteral("Test")));
-    EXPECT_EQ(machine.defaultName(), QStringLiteral("Test")) << "a real printer comes first";
+    EXPECT_EQ(machine.names().last(), u"Sixtrace PDF"_s);
+    EXPECT_TRUE(machine.names().contains(u"Test"_s));
+    EXPECT_EQ(machine.defaultName(), u"Test"_s) << "a real printer comes first";
     PrinterDialog dialog;
-    dialog.PrinterName = QStringLiteral("Test");
+    dialog.PrinterName = u"Test"_s;
     dialog.PrintQuality = 600;
     dialog.Orientation = 1;
     dialog.Flags = 0x80004; // the preview's, which knows no print to file
-    const QString file = path(QStringLiteral("chosen.pdf"));
+    const QString file = path(u"chosen.pdf"_s);
     DialogWatch watch([&file](QPrintDialog& box) {
-        auto* list = box.findChild<QComboBox*>(QStringLiteral("printers"));
+        auto* list = box.findChild<QComboBox*>(u"printers"_s);
         ASSERT_NE(list, nullptr);
-        EXPECT_EQ(list->itemText(list->count() - 1), QStringLiteral("Sixtrace PDF"));
+        EXPECT_EQ(list->itemText(list->count() - 1), u"Sixtrace PDF"_s);
         list->setCurrentIndex(list->count() - 1);
-        box.findChild<QLineEdit*>(QStringLiteral("filename"))->setText(file);
+        box.findChild<QLineEdit*>(u"filename"_s)->setText(file);
         box.accept();
     });
     EXPECT_TRUE(machine.ShowPrinter(dialog, 0));
-    EXPECT_EQ(dialog.PrinterName, QStringLiteral("Sixtrace PDF"));
+    EXPECT_EQ(dialog.PrinterName, u"Sixtrace PDF"_s);
     EXPECT_EQ(dialog.OutputFile, file);
 }
 
@@ -447,7 +442,7 @@ public:
 
 TEST_F(PaperTest, WithoutAnyQueuePreviewAndPrintingWorkOnThePdfDevice) {
     NoQueues machine;
-    machine.file = path(QStringLiteral("page.pdf"));
+    machine.file = path(u"page.pdf"_s);
     openOver(machine);
     openPreview();
     ASSERT_FALSE(page().Picture().isNull());
@@ -456,20 +451,19 @@ TEST_F(PaperTest, WithoutAnyQueuePreviewAndPrintingWorkOnThePdfDevice) {
     EXPECT_TRUE(groundOf(page().Picture()).isValid()) << "a page with its frame, not a blank sheet";
     item("mnuPrint").trigger();
     EXPECT_TRUE(answering.messages.isEmpty()) << answering.messages.join(u'/').toStdString();
-    const QByteArray document = read(QStringLiteral("page.pdf"));
+    const QByteArray document = read(u"page.pdf"_s);
     ASSERT_TRUE(document.startsWith("%PDF"));
     expectLegend(textOf(document));
     machine.file.clear();
     item("mnuPrint").trigger();
-    EXPECT_EQ(answering.messages, QStringList{QStringLiteral("52\r\nBad file name or number")})
-        << "a document needs a name";
+    EXPECT_EQ(answering.messages, QStringList{u"52\r\nBad file name or number"_s}) << "a document needs a name";
 }
 
 TEST_F(PaperTest, APrinterThatHasGoneStillGetsADialogToChooseAnother) {
     ASSERT_NE(startedQueue(), nullptr);
     QtPrinters machine;
     PrinterDialog dialog;
-    dialog.PrinterName = QStringLiteral("Gone");
+    dialog.PrinterName = u"Gone"_s;
     dialog.PrintQuality = 600;
     dialog.Orientation = 1;
     int shown = 0;
@@ -483,7 +477,7 @@ TEST_F(PaperTest, APrinterThatHasGoneStillGetsADialogToChooseAnother) {
     answer.start(10);
     EXPECT_FALSE(machine.ShowPrinter(dialog, 0));
     EXPECT_EQ(shown, 1);
-    EXPECT_EQ(dialog.PrinterName, QStringLiteral("Gone")) << "Cancel leaves what was filled in";
+    EXPECT_EQ(dialog.PrinterName, u"Gone"_s) << "Cancel leaves what was filled in";
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 // margins of 567 leave 10166 by 15106.
 #include "output/pagefixture.h"
 #include "output/pageframe.h"
+#include "support/strings.h"
 
 #include <gtest/gtest.h>
 
@@ -19,9 +20,9 @@ TEST_F(PageTest, ChannelWithWhiteLineColorHasABlackLegendRowButAWhiteLabelAndTra
     print();
     const auto texts = printer.of(DrawnItem::Kind::Text);
     ASSERT_EQ(texts.size(), 2U);
-    EXPECT_EQ(texts[0].text, QStringLiteral("ch1 5 mS 1 V"));
+    EXPECT_EQ(texts[0].text, u"ch1 5 mS 1 V"_s);
     EXPECT_EQ(texts[0].colour, 0U);
-    EXPECT_EQ(texts[1].text, QStringLiteral("ch1"));
+    EXPECT_EQ(texts[1].text, u"ch1"_s);
     EXPECT_EQ(texts[1].colour, kWhite);
     // The trace lies on the middle line; 30 twips right of a tick, only it can be white there.
     const QImage& frame = printer.frame().picture;
@@ -103,7 +104,7 @@ TEST_F(PageTest, AnUntickedChannelIsNowhereOnThePage) {
     print();
     EXPECT_EQ(printer.drawn.size(), withBoth - 3) << "legend row, label and tick";
     for (const DrawnItem& text : printer.of(DrawnItem::Kind::Text)) {
-        EXPECT_FALSE(text.text.startsWith(QStringLiteral("A"))) << text.text.toStdString();
+        EXPECT_FALSE(text.text.startsWith(u"A"_s)) << text.text.toStdString();
     }
     const QRgb trace = pixelOfColour(model->LineColor[2]);
     const auto traced = [trace](const QImage& frame) {
@@ -220,10 +221,10 @@ TEST_F(PageTest, LegendRowsAndLabelsAreInTheColoursOfTheirChannels) {
     print();
     const auto texts = printer.of(DrawnItem::Kind::Text);
     ASSERT_EQ(texts.size(), 4U);
-    EXPECT_EQ(texts[0].text, QStringLiteral("ch2 5 mS 1 V"));
-    EXPECT_EQ(texts[1].text, QStringLiteral("C   5 mS 1 V"));
-    EXPECT_EQ(texts[2].text, QStringLiteral("ch2"));
-    EXPECT_EQ(texts[3].text, QStringLiteral("C  "));
+    EXPECT_EQ(texts[0].text, u"ch2 5 mS 1 V"_s);
+    EXPECT_EQ(texts[1].text, u"C   5 mS 1 V"_s);
+    EXPECT_EQ(texts[2].text, u"ch2"_s);
+    EXPECT_EQ(texts[3].text, u"C  "_s);
     for (std::size_t i = 0; i < texts.size(); ++i) {
         EXPECT_EQ(texts[i].colour, i % 2 == 0 ? kRed : kBlue) << i;
     }

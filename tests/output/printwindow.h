@@ -9,6 +9,7 @@
 #include "shell/frmcomfixture.h"
 
 #include "capture/scenes.h"
+#include "support/strings.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -51,12 +52,10 @@ public:
 class PrintWindow : public test::FrmComTest {
 protected:
     void open() {
-        form = std::make_unique<FrmCom>(*model, FrmComServices{answering,
-                                                               [this] { return path(QStringLiteral(".")); },
-                                                               [this] { ++ends; },
-                                                               [](const QString&) {},
-                                                               {},
-                                                               &devices});
+        form = std::make_unique<FrmCom>(
+            *model,
+            FrmComServices{
+                answering, [this] { return path(u"."_s); }, [this] { ++ends; }, [](const QString&) {}, {}, &devices});
         form->show();
     }
     void openWithCapture() {
@@ -64,12 +63,12 @@ protected:
         loadSix();
     }
     void loadSix() {
-        const auto blocks = sceneBlocks(QStringLiteral("six"), 1);
+        const auto blocks = sceneBlocks(u"six"_s, 1);
         ASSERT_TRUE(blocks.has_value());
         const CaptureForm* form11 = captureForm("V11");
         ASSERT_NE(form11, nullptr);
-        write(QStringLiteral("six.bin"), captureBytes(*form11, *blocks));
-        answering.files.emplace_back(FileChoice{path(QStringLiteral("six.bin")), 1});
+        write(u"six.bin"_s, captureBytes(*form11, *blocks));
+        answering.files.emplace_back(FileChoice{path(u"six.bin"_s), 1});
         item("mnuOpen").trigger();
         ASSERT_EQ(model->ChannelPresent[5], 1);
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "support/strings.h"
+
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -19,7 +21,7 @@ public:
     [[nodiscard]] bool start();
     /// The file of the finished job; empty where none has come after a while.
     [[nodiscard]] QByteArray waitForJob();
-    [[nodiscard]] QString jobFile() const { return m_folder.filePath(QStringLiteral("job.pdf")); }
+    [[nodiscard]] QString jobFile() const { return m_folder.filePath(u"job.pdf"_s); }
 
     /// Adds another queue of the same kind, with an option of the driver.
     [[nodiscard]] bool add(const QString& name, const QString& option);

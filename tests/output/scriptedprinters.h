@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/printing/printer.h"
+#include "support/strings.h"
 
 #include <QBuffer>
 #include <QPdfWriter>
@@ -21,8 +22,8 @@ public:
         QByteArray pdf;
     };
 
-    QStringList installed{QStringLiteral("Office"), QStringLiteral("Lab")};
-    QString standard = QStringLiteral("Office");
+    QStringList installed{u"Office"_s, u"Lab"_s};
+    QString standard = u"Office"_s;
     std::vector<Document> documents; ///< finished ones
     int dropped = 0;
     std::vector<PrinterDialog> shown;                 ///< dialogs as they were filled
@@ -37,8 +38,8 @@ public:
     PrinterProperties initial(const QString& name) const override {
         PrinterProperties properties;
         properties.DeviceName = name;
-        properties.DriverName = QStringLiteral("driver of ") + name;
-        properties.Port = QStringLiteral("port of ") + name;
+        properties.DriverName = u"driver of "_s + name;
+        properties.Port = u"port of "_s + name;
         if (standing) {
             standing(properties);
         }

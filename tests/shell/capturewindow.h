@@ -11,6 +11,7 @@
 #include "platform/controls/ticklist.h"
 #include "shell/frmcomfixture.h"
 #include "support/flatcapture.h"
+#include "support/strings.h"
 
 #include <QMouseEvent>
 
@@ -23,8 +24,8 @@ namespace sixtrace::test {
 class CaptureWindow : public FrmComTest, protected FlatCapture {
 protected:
     void open(const std::vector<CaptureBlock>& blocks) {
-        write(QStringLiteral("capture.bin"), captureBytes(*captureForm("V11"), blocks));
-        dialogs.files.emplace_back(FileChoice{path(QStringLiteral("capture.bin")), 1});
+        write(u"capture.bin"_s, captureBytes(*captureForm("V11"), blocks));
+        dialogs.files.emplace_back(FileChoice{path(u"capture.bin"_s), 1});
         item("mnuOpen").trigger();
     }
     void openScene(const char* name) { open(*sceneBlocks(QString::fromLatin1(name), 1)); }
@@ -42,14 +43,14 @@ protected:
     [[nodiscard]] PictureBox& screen() const { return control<PictureBox>("Picture2"); }
     [[nodiscard]] PictureBox& hidden(int index) const {
         static_cast<void>(form->pictures().background()); // makes the copy, which otherwise waits for a drag
-        return control<PictureBox>(qPrintable(elementName(QStringLiteral("picHidden"), index)));
+        return control<PictureBox>(qPrintable(elementName(u"picHidden"_s, index)));
     }
     [[nodiscard]] QImage screenImage() const { return screen().picture().view().copy(); }
     [[nodiscard]] MarkerLabel& marker(int channel) const {
-        return control<MarkerLabel>(qPrintable(elementName(QStringLiteral("image1"), channel)));
+        return control<MarkerLabel>(qPrintable(elementName(u"image1"_s, channel)));
     }
     [[nodiscard]] MarkerLabel& standIn(int channel) const {
-        return control<MarkerLabel>(qPrintable(elementName(QStringLiteral("ZLabel"), channel)));
+        return control<MarkerLabel>(qPrintable(elementName(u"ZLabel"_s, channel)));
     }
     [[nodiscard]] CursorLine& line(const char* name) const { return dynamic_cast<CursorLine&>(control<QObject>(name)); }
     [[nodiscard]] QString caption(const char* name) const { return control<ReadoutLabel>(name).caption(); }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "shell/capturewindow.h"
 
+#include "support/strings.h"
+
 namespace sixtrace::test {
 namespace {
 
@@ -47,13 +49,13 @@ TEST_F(CursorWindow, ChoosingATypeReadsTheLinesOutWhereTheyStand) {
     cursorType().setListIndex(3);
     // Lines on rows 100 and 300 around the zero line on row 200, 10 mV a row.
     EXPECT_EQ(caption("LabY1"), number("1000.00"));
-    EXPECT_EQ(caption("LabYY11"), QStringLiteral("mV"));
+    EXPECT_EQ(caption("LabYY11"), u"mV"_s);
     EXPECT_EQ(caption("LabY2"), number("-1000.00"));
     EXPECT_EQ(caption("LabDy"), number("2,000.00"));
     // Lines on columns 180 and 420, 2.5 microseconds a column.
     EXPECT_EQ(caption("LabX1"), number("450.00"));
     EXPECT_EQ(caption("LabX2"), number("1050.00"));
-    EXPECT_EQ(caption("LabXX22"), QStringLiteral("uS"));
+    EXPECT_EQ(caption("LabXX22"), u"uS"_s);
     EXPECT_EQ(caption("LabDx"), number("600.00"));
 }
 
@@ -181,18 +183,18 @@ TEST_F(CursorWindow, ACursorMovesInItsOwnTypeOnly) {
 TEST_F(CursorWindow, Row16IsInMicrosecondsAfterTheChoiceAndInMillisecondsAfterTheNextMove) {
     control<ListCombo>("Combo1").setListIndex(16);
     cursorType().setListIndex(2);
-    EXPECT_EQ(caption("LabXX11"), QStringLiteral("uS"));
+    EXPECT_EQ(caption("LabXX11"), u"uS"_s);
     hover(screen(), 5, 5);
-    EXPECT_EQ(caption("LabXX11"), QStringLiteral("mS"));
+    EXPECT_EQ(caption("LabXX11"), u"mS"_s);
 }
 
 TEST_F(CursorWindow, Rows22To24AreInSecondsAfterTheChoiceAndInMillisecondsAfterTheNextMove) {
     for (const int row : {22, 24}) {
         control<ListCombo>("Combo1").setListIndex(row);
         cursorType().setListIndex(3);
-        EXPECT_EQ(caption("LabXX22"), QStringLiteral("S")) << row;
+        EXPECT_EQ(caption("LabXX22"), u"S"_s) << row;
         hover(screen(), 5, 5);
-        EXPECT_EQ(caption("LabXX22"), QStringLiteral("mS")) << row;
+        EXPECT_EQ(caption("LabXX22"), u"mS"_s) << row;
         cursorType().setListIndex(0);
     }
 }
@@ -285,7 +287,7 @@ TEST_F(CursorWindow, ReadoutsThatAnotherHandHasChangedComeBackAtTheNextMove) {
     hover(screen(), 50, 50);
     for (const char* name : {"LabX1", "LabX2", "LabDx", "LabDy"}) {
         const QString shown = caption(name);
-        control<ReadoutLabel>(name).setCaption(QStringLiteral("?"));
+        control<ReadoutLabel>(name).setCaption(u"?"_s);
         hover(screen(), 50, 51);
         EXPECT_EQ(caption(name), shown) << name;
     }
@@ -416,7 +418,7 @@ TEST_F(CursorWindow, ChoosingAVoltRangeReadsTheVoltageCursorsOutAnew) {
     cursorType().setListIndex(1);
     control<ListCombo>("Combo2").setListIndex(7); // 1 V a division: 20 mV a row
     EXPECT_EQ(caption("LabY1"), number("2.00"));
-    EXPECT_EQ(caption("LabYY11"), QStringLiteral(" V"));
+    EXPECT_EQ(caption("LabYY11"), u" V"_s);
     EXPECT_EQ(caption("LabDy"), number("4.00"));
     // One division below the middle: the zero line goes to (105 + 3000 + 753.75) / 6030 x 400 = 255.97, row 256.
     control<PositionBar>("VScroll1").setValue(51);
@@ -442,7 +444,7 @@ TEST_F(CursorWindow, ChoosingATimeBaseReadsTheTimeCursorsOutAnew) {
     // Ten times the time a division: the trace begins at column 270, a column holds ten samples of 2.5 microseconds.
     EXPECT_EQ(caption("LabX1"), number("-2250.00"));
     EXPECT_EQ(caption("LabX2"), number("3750.00"));
-    EXPECT_EQ(caption("LabXX11"), QStringLiteral("uS"));
+    EXPECT_EQ(caption("LabXX11"), u"uS"_s);
     EXPECT_EQ(caption("LabDx"), number("6,000.00"));
 }
 

@@ -6,6 +6,7 @@
 #include "shell/frmcom.h"
 #include "support/scripteddialogs.h"
 #include "support/sourcefolder.h"
+#include "support/strings.h"
 
 #include <QAction>
 #include <QApplication>
@@ -25,7 +26,7 @@ protected:
     void SetUp() override { applyLook(*qApp); }
 
     [[nodiscard]] QString path(const QString& name) const { return m_folder.filePath(name); }
-    [[nodiscard]] QString iniFile() const { return path(QStringLiteral("vkq.ini")); }
+    [[nodiscard]] QString iniFile() const { return path(u"vkq.ini"_s); }
 
     void write(const QString& name, const QByteArray& bytes) const {
         QFile file(path(name));

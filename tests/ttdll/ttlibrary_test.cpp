@@ -2,7 +2,7 @@
 // The transfer library as the program loads it: the six functions, and what they do when the other end misbehaves.
 #include "platform/ports/ttlink.h"
 
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <QDir>
 #include <QFile>
@@ -19,8 +19,6 @@
 #include <sys/un.h>
 #include <unistd.h>
 #include <vector>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

@@ -6,6 +6,8 @@
 #include "view/flatscope.h"
 
 namespace sixtrace {
+
+using test::ScriptedDialogs;
 namespace {
 
 class AppearanceRules : public testing::FlatScope {

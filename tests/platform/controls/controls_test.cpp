@@ -8,6 +8,7 @@
 #include "platform/controls/positionbar.h"
 #include "platform/controls/ticklist.h"
 #include "platform/desktop/qtdialogs.h"
+#include "support/strings.h"
 
 #include <QApplication>
 #include <QtTest/QtTest>
@@ -28,12 +29,10 @@ struct RecordedList : TickList {
         : TickList(nullptr) {
         resize(521, 88);
         for (int row = 0; row < 6; ++row) {
-            addRow(QStringLiteral("row %1").arg(row));
+            addRow(u"row %1"_s.arg(row));
         }
-        QObject::connect(this, &TickList::ItemCheck, this,
-                         [this](int row) { events.append(QStringLiteral("check %1").arg(row)); });
-        QObject::connect(this, &TickList::Click, this,
-                         [this] { events.append(QStringLiteral("click %1").arg(ListIndex())); });
+        QObject::connect(this, &TickList::ItemCheck, this, [this](int row) { events.append(u"check %1"_s.arg(row)); });
+        QObject::connect(this, &TickList::Click, this, [this] { events.append(u"click %1"_s.arg(ListIndex())); });
     }
     QStringList events;
 };
@@ -45,14 +44,14 @@ TEST_F(TickListControl, SettingATickByCodeMakesTheRowCurrentAndRaisesCheckThenCl
     list.setSelected(3, true);
     EXPECT_EQ(list.ListIndex(), 3);
     EXPECT_TRUE(list.Selected(3));
-    EXPECT_EQ(list.events, (QStringList{QStringLiteral("check 3"), QStringLiteral("click 3")}));
+    EXPECT_EQ(list.events, (QStringList{u"check 3"_s, u"click 3"_s}));
 }
 
 TEST_F(TickListControl, ClearingATickThatIsAlreadyClearStillMovesTheRowAndRaisesBoth) {
     RecordedList list;
     list.setSelected(5, false);
     EXPECT_EQ(list.ListIndex(), 5);
-    EXPECT_EQ(list.events, (QStringList{QStringLiteral("check 5"), QStringLiteral("click 5")}));
+    EXPECT_EQ(list.events, (QStringList{u"check 5"_s, u"click 5"_s}));
 }
 
 TEST_F(TickListControl, UsersClickOnTheBoxTicksItAndRaisesCheckThenClick) {
@@ -60,7 +59,7 @@ TEST_F(TickListControl, UsersClickOnTheBoxTicksItAndRaisesCheckThenClick) {
     list.show();
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.tickRect(2).center());
     EXPECT_TRUE(list.Selected(2));
-    EXPECT_EQ(list.events, (QStringList{QStringLiteral("check 2"), QStringLiteral("click 2")}));
+    EXPECT_EQ(list.events, (QStringList{u"check 2"_s, u"click 2"_s}));
 }
 
 TEST_F(TickListControl, UsersClickOnTheTextSelectsTheRowAndLeavesItsTick) {
@@ -69,7 +68,7 @@ TEST_F(TickListControl, UsersClickOnTheTextSelectsTheRowAndLeavesItsTick) {
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, QPoint(200, list.tickRect(4).center().y()));
     EXPECT_FALSE(list.Selected(4));
     EXPECT_EQ(list.ListIndex(), 4);
-    EXPECT_EQ(list.events, QStringList{QStringLiteral("click 4")});
+    EXPECT_EQ(list.events, QStringList{u"click 4"_s});
 }
 
 TEST_F(TickListControl, SpaceTicksTheCurrentRowAndArrowsMoveIt) {
@@ -79,15 +78,14 @@ TEST_F(TickListControl, SpaceTicksTheCurrentRowAndArrowsMoveIt) {
     QTest::keyClick(&list, Qt::Key_Down);
     QTest::keyClick(&list, Qt::Key_Space);
     EXPECT_TRUE(list.Selected(1));
-    EXPECT_EQ(list.events,
-              (QStringList{QStringLiteral("click 1"), QStringLiteral("check 1"), QStringLiteral("click 1")}));
+    EXPECT_EQ(list.events, (QStringList{u"click 1"_s, u"check 1"_s, u"click 1"_s}));
 }
 
 TEST_F(TickListControl, SettingTheIndexByCodeRaisesClickEvenOnTheSameRow) {
     RecordedList list;
     list.setListIndex(2);
     list.setListIndex(2);
-    EXPECT_EQ(list.events, (QStringList{QStringLiteral("click 2"), QStringLiteral("click 2")}));
+    EXPECT_EQ(list.events, (QStringList{u"click 2"_s, u"click 2"_s}));
 }
 
 TEST_F(TickListControl, RowsThatDoNotExistChangeNothing) {
@@ -95,7 +93,7 @@ TEST_F(TickListControl, RowsThatDoNotExistChangeNothing) {
     list.setSelected(6, true);
     list.setSelected(-1, true);
     list.setListIndex(6);
-    list.setList(9, QStringLiteral("x"));
+    list.setList(9, u"x"_s);
     EXPECT_TRUE(list.events.isEmpty());
     EXPECT_EQ(list.List(6), QString());
     EXPECT_FALSE(list.Selected(6));
@@ -124,7 +122,7 @@ TEST_F(TickListControl, ShowsTextChipAndTickAtTheirPlaces) {
 struct RecordedCombo : ListCombo {
     RecordedCombo()
         : ListCombo(nullptr) {
-        addItems({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
+        addItems({u"a"_s, u"b"_s, u"c"_s});
         QObject::connect(this, &ListCombo::Click, this, [this] { ++clicks; });
     }
     int clicks = 0;
@@ -142,9 +140,9 @@ TEST_F(ListComboControl, SettingTheIndexByCodeRaisesClickOnlyWhenItChanges) {
 
 TEST_F(ListComboControl, GivingItATextSelectsTheEntryWithoutAClick) {
     RecordedCombo combo;
-    combo.setText(QStringLiteral("c"));
+    combo.setText(u"c"_s);
     EXPECT_EQ(combo.ListIndex(), 2);
-    combo.setText(QStringLiteral("no such entry"));
+    combo.setText(u"no such entry"_s);
     EXPECT_EQ(combo.ListIndex(), 2);
     EXPECT_EQ(combo.clicks, 0);
 }
@@ -161,8 +159,8 @@ TEST_F(ListComboControl, ChoiceByTheUserRaisesClick) {
 TEST_F(ListComboControl, RewritingTheShownEntryKeepsTheChoice) {
     RecordedCombo combo;
     combo.setListIndex(1);
-    combo.setList(1, QStringLiteral("B"));
-    EXPECT_EQ(combo.Text(), QStringLiteral("B"));
+    combo.setList(1, u"B"_s);
+    EXPECT_EQ(combo.Text(), u"B"_s);
     EXPECT_EQ(combo.clicks, 1);
 }
 
@@ -172,11 +170,9 @@ struct RecordedBar : PositionBar {
         resize(9, 401);
         setRange(0, 800);
         setValue(400);
-        QObject::connect(this, &PositionBar::Change, this,
-                         [this] { events.append(QStringLiteral("change %1").arg(Value())); });
-        QObject::connect(this, &PositionBar::Scroll, this,
-                         [this] { events.append(QStringLiteral("scroll %1").arg(Value())); });
-        QObject::connect(this, &PositionBar::ScrollEnd, this, [this] { events.append(QStringLiteral("end")); });
+        QObject::connect(this, &PositionBar::Change, this, [this] { events.append(u"change %1"_s.arg(Value())); });
+        QObject::connect(this, &PositionBar::Scroll, this, [this] { events.append(u"scroll %1"_s.arg(Value())); });
+        QObject::connect(this, &PositionBar::ScrollEnd, this, [this] { events.append(u"end"_s); });
     }
     QStringList events;
 };
@@ -189,9 +185,9 @@ TEST_F(PositionBarControl, DragRaisesScrollWithTheNewValueAndChangeOnceAtItsEnd)
     const QPoint grip = bar.thumbRect().center();
     QTest::mousePress(&bar, Qt::LeftButton, {}, grip);
     QTest::mouseMove(&bar, QPoint(grip.x(), 400));
-    EXPECT_EQ(bar.events, QStringList{QStringLiteral("scroll 800")});
+    EXPECT_EQ(bar.events, QStringList{u"scroll 800"_s});
     QTest::mouseRelease(&bar, Qt::LeftButton, {}, QPoint(grip.x(), 400));
-    EXPECT_EQ(bar.events, (QStringList{QStringLiteral("scroll 800"), QStringLiteral("change 800")}));
+    EXPECT_EQ(bar.events, (QStringList{u"scroll 800"_s, u"change 800"_s}));
 }
 
 TEST_F(PositionBarControl, DragThatComesBackSaysThatItIsOverAndChangesNothing) {
@@ -202,8 +198,7 @@ TEST_F(PositionBarControl, DragThatComesBackSaysThatItIsOverAndChangesNothing) {
     QTest::mouseMove(&bar, QPoint(grip.x(), 400));
     QTest::mouseMove(&bar, grip);
     QTest::mouseRelease(&bar, Qt::LeftButton, {}, grip);
-    EXPECT_EQ(bar.events,
-              (QStringList{QStringLiteral("scroll 800"), QStringLiteral("scroll 400"), QStringLiteral("end")}));
+    EXPECT_EQ(bar.events, (QStringList{u"scroll 800"_s, u"scroll 400"_s, u"end"_s}));
 }
 
 TEST_F(PositionBarControl, ArrowsStepByOneAndTheLowerOneGivesTheLargerValue) {
@@ -237,8 +232,8 @@ using ArrowPairControl = Controls;
 TEST_F(ArrowPairControl, RightAndUpperArrowsRaiseUpClickTheOthersDownClick) {
     QStringList events;
     const auto record = [&events](const ArrowPair& arrows) {
-        QObject::connect(&arrows, &ArrowPair::UpClick, &arrows, [&events] { events.append(QStringLiteral("up")); });
-        QObject::connect(&arrows, &ArrowPair::DownClick, &arrows, [&events] { events.append(QStringLiteral("down")); });
+        QObject::connect(&arrows, &ArrowPair::UpClick, &arrows, [&events] { events.append(u"up"_s); });
+        QObject::connect(&arrows, &ArrowPair::DownClick, &arrows, [&events] { events.append(u"down"_s); });
     };
     ArrowPair sideways(Qt::Horizontal, nullptr);
     sideways.resize(33, 20);
@@ -250,8 +245,7 @@ TEST_F(ArrowPairControl, RightAndUpperArrowsRaiseUpClickTheOthersDownClick) {
     QTest::mouseClick(&sideways, Qt::LeftButton, {}, QPoint(8, 10));
     QTest::mouseClick(&upright, Qt::LeftButton, {}, QPoint(8, 8));
     QTest::mouseClick(&upright, Qt::LeftButton, {}, QPoint(8, 25));
-    EXPECT_EQ(events, (QStringList{QStringLiteral("up"), QStringLiteral("down"), QStringLiteral("up"),
-                                   QStringLiteral("down")}));
+    EXPECT_EQ(events, (QStringList{u"up"_s, u"down"_s, u"up"_s, u"down"_s}));
 }
 
 using ReadoutLabelControl = Controls;
@@ -260,10 +254,10 @@ TEST_F(ReadoutLabelControl, TooWideTextShrinksUntilItFitsAndStandsAsToolTip) {
     ReadoutLabel label(nullptr);
     label.resize(78, 18);
     label.show();
-    label.setCaption(QStringLiteral("12.00"));
+    label.setCaption(u"12.00"_s);
     EXPECT_EQ(label.paintedPixels(), 13);
     EXPECT_TRUE(label.toolTip().isEmpty());
-    const QString wide = QStringLiteral("-1234567890.00");
+    const QString wide = u"-1234567890.00"_s;
     label.setCaption(wide);
     EXPECT_LT(label.paintedPixels(), 13);
     EXPECT_LE(QFontMetrics(interfaceFont(label.paintedPixels())).horizontalAdvance(wide), 78);
@@ -282,7 +276,7 @@ TEST_F(ReadoutLabelControl, NoTextGetsSmallerThan9Pixels) {
 TEST_F(ReadoutLabelControl, TextGivenBeforeTheLabelIsSeenFitsWhenItIs) {
     ReadoutLabel label(nullptr);
     label.resize(78, 18);
-    const QString wide = QStringLiteral("-1234567890.00");
+    const QString wide = u"-1234567890.00"_s;
     label.setCaption(wide);
     label.show();
     EXPECT_LE(QFontMetrics(interfaceFont(label.paintedPixels())).horizontalAdvance(wide), 78);
@@ -294,9 +288,9 @@ TEST_F(ReadoutLabelControl, LeadingBlankOfAUnitIsKeptButNotPainted) {
     ReadoutLabel plain(nullptr);
     blank.resize(26, 18);
     plain.resize(26, 18);
-    blank.setCaption(QStringLiteral(" V"));
-    plain.setCaption(QStringLiteral("V"));
-    EXPECT_EQ(blank.text(), QStringLiteral(" V"));
+    blank.setCaption(u" V"_s);
+    plain.setCaption(u"V"_s);
+    EXPECT_EQ(blank.text(), u" V"_s);
     EXPECT_EQ(blank.grab().toImage(), plain.grab().toImage());
 }
 
@@ -323,7 +317,7 @@ TEST_F(PictureBoxControl, CursorLinesLieOverThePictureAndLeaveItUntouched) {
     box.resize(40, 30);
     box.picture().BackColor = 0;
     box.picture().Cls();
-    CursorLine line(box, QStringLiteral("Line1(0)"), 0, 10, 44, 10, rgb(128, 255, 255));
+    CursorLine line(box, u"Line1(0)"_s, 0, 10, 44, 10, rgb(128, 255, 255));
     QImage shown = box.grab().toImage();
     EXPECT_EQ(shown.pixelColor(0, 10), QColor(128, 255, 255));
     EXPECT_EQ(shown.pixelColor(39, 10), QColor(128, 255, 255));
@@ -342,7 +336,7 @@ using MarkerLabelControl = Controls;
 
 TEST_F(MarkerLabelControl, KeepsItsTopInTwipsWhileTheWidgetFollowsToTheNearestPixel) {
     QWidget strip;
-    MarkerLabel marker(QStringLiteral("1->"), 360, 210, &strip);
+    MarkerLabel marker(u"1->"_s, 360, 210, &strip);
     marker.setTop(1402.5);
     EXPECT_DOUBLE_EQ(marker.Top(), 1402.5);
     EXPECT_EQ(marker.y(), 94) << "93.5 pixels";
@@ -359,8 +353,8 @@ TEST_F(MarkerLabelControl, TextContrastsWithItsBack) {
 }
 
 TEST(FileFilters, PairsBecomeNameFiltersWithoutNamingAPatternTwice) {
-    EXPECT_EQ(nameFilters(QStringLiteral("KQX bin (*.bin)|*.bin|所有文件|*.*")),
-              (QStringList{QStringLiteral("KQX bin (*.bin)"), QStringLiteral("所有文件 (*)")}));
+    EXPECT_EQ(nameFilters(u"KQX bin (*.bin)|*.bin|所有文件|*.*"_s),
+              (QStringList{u"KQX bin (*.bin)"_s, u"所有文件 (*)"_s}));
     EXPECT_TRUE(nameFilters(QString()).isEmpty());
 }
 

@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 __extension__ using Wide = __int128;
@@ -377,4 +377,4 @@ TEST(Picture, BitBltOntoItselfMovesARowsPixels) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

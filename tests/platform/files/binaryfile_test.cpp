@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/files/binaryfile.h"
 
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <QFile>
 #include <QTemporaryDir>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

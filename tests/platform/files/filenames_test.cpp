@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/files/filenames.h"
 
-#include "support/printing.h"
-
-using namespace Qt::StringLiterals;
+#include "support/strings.h"
 
 namespace sixtrace::test {
 namespace {

@@ -2,7 +2,7 @@
 #include "platform/files/profilefile.h"
 
 #include "support/hardships.h"
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <QDir>
 #include <QFile>
@@ -16,8 +16,6 @@
 #include <unistd.h>
 
 #include <vector>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/files/programfolder.h"
 
+#include "support/strings.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -12,8 +14,6 @@
 #include <sys/stat.h>
 #endif
 
-using namespace Qt::StringLiterals;
-
 namespace sixtrace::test {
 namespace {
 
@@ -22,7 +22,7 @@ class ProgramFolder : public ::testing::Test {
 protected:
     void SetUp() override {
         m_dataHome = qgetenv("XDG_DATA_HOME");
-        qputenv("XDG_DATA_HOME", m_folder.filePath(QStringLiteral("home")).toUtf8());
+        qputenv("XDG_DATA_HOME", m_folder.filePath(u"home"_s).toUtf8());
         QDir().mkpath(at("bin"));
     }
     void TearDown() override {

@@ -2,14 +2,12 @@
 #include "platform/files/wholefile.h"
 
 #include "support/hardships.h"
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

@@ -2,7 +2,7 @@
 #include "platform/files/workshop.h"
 
 #include "platform/files/wholefile.h"
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <QDir>
 #include <QFile>
@@ -17,8 +17,6 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

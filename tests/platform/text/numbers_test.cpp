@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/text/numbers.h"
 
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <cmath>
 #include <limits>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {
