@@ -29,7 +29,8 @@ private:
     [[nodiscard]] static std::size_t index(int channel, int sample) {
         return static_cast<std::size_t>(channel) + std::size_t{kChannels} * static_cast<std::size_t>(sample);
     }
-    alignas(64) std::array<T, kSize> m_data{}; ///< from the start of a cache line, as wide stores like it
+    /// From the start of a cache line, as wide stores like it. Vectors read and write eight elements where a row has six.
+    alignas(64) std::array<T, kSize + 2> m_data{};
 };
 
 /// The capture model: the one shared record of the program. It says what the instrument recorded, how each channel is

@@ -7,35 +7,36 @@ namespace sixtrace {
 
 namespace {
 
-/// Computes rows one sample at a time.
-void computeRows(LaneRows& lanes, const std::int16_t* samples, std::int32_t* plotX, std::int32_t* plotY, int rows) {
-    for (int row = 0; row < rows; ++row) {
-        for (std::size_t channel = 0; channel < kChannels; ++channel) {
-            const std::int16_t count = samples[channel];
-            plotX[channel] = lanes.x[channel];
-            plotY[channel] = lanes.heights[channel][entryOfCount(count)];
-            lanes.least[channel] = std::min(lanes.least[channel], count);
-            lanes.greatest[channel] = std::max(lanes.greatest[channel], count);
-        }
-        samples += kChannels;
-        plotX += kChannels;
-        plotY += kChannels;
+/// Lanes of all channels for the vectors, where one time scale and a step for each channel allow it.
+std::optional<SixLanes> sixLanes(publicM& model, std::span<const SampleLane> lanes) {
+    if (lanes.size() != kChannels) {
+        return std::nullopt;
     }
+    SixLanes six;
+    six.samples = model.SampleData.channel(0);
+    six.plotX = model.PlotX.channel(0);
+    six.plotY = model.PlotY.channel(0);
+    six.columns = lanes[0].columns;
+    for (const SampleLane& lane : lanes) {
+        if (!lane.step || lane.columns.data() != six.columns.data()) {
+            return std::nullopt;
+        }
+        six.yPos[lane.channel] = lane.yPos;
+        six.step[lane.channel] = *lane.step;
+        six.out[lane.channel] = lane.out;
+    }
+    return six;
 }
 
+/// Computes lanes one sample at a time.
 class Lanes {
 public:
     Lanes(publicM& model, std::span<const SampleLane> lanes)
         : m_samples(model.SampleData.channel(0))
         , m_plotX(model.PlotX.channel(0))
         , m_plotY(model.PlotY.channel(0)) {
-        m_wide = lanes.size() == kChannels;
         for (const SampleLane& source : lanes) {
-            const int channel = source.channel;
-            m_wide = m_wide && source.step.has_value();
-            m_rows.heights[channel] = source.heights->data();
-            m_rows.yPos[channel] = source.yPos;
-            m_rows.step[channel] = source.step.value_or(0);
+            m_heights[source.channel] = source.heights->data();
             m_lanes[m_count++] = {source.channel,
                                   source.heights->data(),
                                   source.columns.data(),
@@ -81,29 +82,36 @@ private:
     void begin(const Lane& lane, int sample) {
         const std::int16_t count = m_samples[sample * kChannels + lane.channel];
         const int channel = lane.channel;
-        m_rows.x[channel] = lane.column->x;
-        m_rows.least[channel] = count;
-        m_rows.greatest[channel] = count;
+        m_x[channel] = lane.column->x;
+        m_least[channel] = count;
+        m_greatest[channel] = count;
     }
 
-    /// The last row of a stretch may be the last of all, after which vectors must not read.
+    /// The common case of six channels, from row to row.
     void computeAll(int first, int end) {
-        const int last = end - 1;
-        const int start = m_wide ? last : first;
-        if (m_wide) {
-            computeRowsWide(m_rows, m_samples + first * kChannels, m_plotX + first * kChannels,
-                            m_plotY + first * kChannels, last - first);
+        const std::int16_t* samples = m_samples + first * kChannels;
+        std::int32_t* plotX = m_plotX + first * kChannels;
+        std::int32_t* plotY = m_plotY + first * kChannels;
+        for (int row = first; row < end; ++row) {
+            for (std::size_t channel = 0; channel < kChannels; ++channel) {
+                const std::int16_t count = samples[channel];
+                plotX[channel] = m_x[channel];
+                plotY[channel] = m_heights[channel][entryOfCount(count)];
+                m_least[channel] = std::min(m_least[channel], count);
+                m_greatest[channel] = std::max(m_greatest[channel], count);
+            }
+            samples += kChannels;
+            plotX += kChannels;
+            plotY += kChannels;
         }
-        computeRows(m_rows, m_samples + start * kChannels, m_plotX + start * kChannels, m_plotY + start * kChannels,
-                    end - start);
     }
 
     void computeSome(int first, int end) {
         for (std::size_t i = 0; i < m_count; ++i) {
             const Lane& lane = m_lanes[i];
             const int channel = lane.channel;
-            std::int16_t least = m_rows.least[channel];
-            std::int16_t greatest = m_rows.greatest[channel];
+            std::int16_t least = m_least[channel];
+            std::int16_t greatest = m_greatest[channel];
             for (int at = first * kChannels + lane.channel; at < end * kChannels; at += kChannels) {
                 const std::int16_t count = m_samples[at];
                 least = std::min(least, count);
@@ -111,8 +119,8 @@ private:
                 m_plotX[at] = lane.column->x;
                 m_plotY[at] = lane.heights[entryOfCount(count)];
             }
-            m_rows.least[channel] = least;
-            m_rows.greatest[channel] = greatest;
+            m_least[channel] = least;
+            m_greatest[channel] = greatest;
         }
     }
 
@@ -125,8 +133,8 @@ private:
                 continue;
             }
             const int channel = lane.channel;
-            const std::int16_t least = m_rows.least[channel];
-            const std::int16_t greatest = m_rows.greatest[channel];
+            const std::int16_t least = m_least[channel];
+            const std::int16_t greatest = m_greatest[channel];
             m_inRange = m_inRange && least >= kLeastCount && greatest <= kGreatestCount;
             // The least count has the greatest height, or the least where a scale runs downwards.
             const auto [top, bottom] =
@@ -150,14 +158,20 @@ private:
     std::int32_t* m_plotY;
     PerChannel<Lane> m_lanes; ///< the first m_count have columns left
     std::size_t m_count = 0;
-    bool m_wide = false; ///< whether vectors may compute the rows of all channels
-    LaneRows m_rows;
+    PerChannel<const std::int32_t*> m_heights{};
+    // Of each lane's present column.
+    PerChannel<std::int32_t> m_x{};
+    PerChannel<std::int16_t> m_least{};
+    PerChannel<std::int16_t> m_greatest{};
     bool m_inRange = true;
 };
 
 } // namespace
 
 bool computeLanes(publicM& model, std::span<const SampleLane> lanes) {
+    if (const auto six = sixLanes(model, lanes)) {
+        return computeSixLanesWide(*six);
+    }
     return Lanes(model, lanes).compute();
 }
 

@@ -36,23 +36,24 @@ struct SampleLane {
 /// sample visited. False where a count lies outside -2048 to 2047; what is stored then is not to be used.
 [[nodiscard]] bool computeLanes(publicM& model, std::span<const SampleLane> lanes);
 
-/// What consecutive rows of samples of all six channels have in common, and the extremes of the counts in them. Two of
-/// the eight values stand for no channel.
-struct LaneRows {
+/// Whole traces of all six channels whose columns end at the same samples: one time scale for all.
+struct SixLanes {
+    /// Eight values where vectors read them; two stand for no channel.
     template<typename T>
     using Values = NumberedArray<T, 8>;
 
-    Values<const std::int32_t*> heights{};
-    Values<double> yPos{};
-    Values<double> step{};
-    Values<std::int32_t> x{};
-    Values<std::int16_t> least{};
-    Values<std::int16_t> greatest{};
+    const std::int16_t* samples = nullptr; ///< the first row of samples; two more elements stand after the last row
+    std::int32_t* plotX = nullptr;
+    std::int32_t* plotY = nullptr;
+    Values<double> yPos{};              ///< as in SampleLane
+    Values<double> step{};              ///< as in SampleLane
+    std::span<const ColumnEnd> columns; ///< not empty
+    PerChannel<TraceColumn*> out{};     ///< room for as many columns
 };
 
 /// Whether vectors compute exactly the given heights, for every count, from a step and the height of a count of 0.
 [[nodiscard]] bool wideStepGives(double step, double yPos, const HeightsOfCounts& heights);
-/// Computes rows by vectors. Two samples have to stand after the last row.
-void computeRowsWide(LaneRows& lanes, const std::int16_t* samples, std::int32_t* plotX, std::int32_t* plotY, int rows);
+/// The same as computeLanes, by vectors.
+[[nodiscard]] bool computeSixLanesWide(const SixLanes& lanes);
 
 } // namespace sixtrace

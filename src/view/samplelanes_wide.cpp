@@ -2,6 +2,7 @@
 // This file is compiled once for each kind of vectors that a processor may have; the best one is chosen at run time.
 #include "view/samplelanes.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -24,12 +25,12 @@ using Integers = hn::Rebind<std::int32_t, Doubles>;
 using Counts = hn::Rebind<std::int16_t, Doubles>;
 constexpr std::size_t kLanes = hn::MaxLanes(Doubles());
 constexpr std::size_t kParts = (kChannels + kLanes - 1) / kLanes; ///< vectors in a row
-constexpr std::size_t kInLastPart = kChannels - (kParts - 1) * kLanes;
 /// A row of counts and two more are one vector, or single counts where there are no vectors.
 using NarrowCounts = hn::CappedTag<std::int16_t, 8>;
 constexpr std::size_t kNarrowLanes = hn::MaxLanes(NarrowCounts());
 using RowOfCounts = std::array<hn::Vec<NarrowCounts>, 8 / kNarrowLanes>;
 using RowOfDoubles = std::array<hn::Vec<Doubles>, kParts>;
+using RowOfIntegers = std::array<hn::Vec<Integers>, kParts>;
 
 /// Neighbouring doubles are 1/1048576 apart here, and whole numbers there.
 constexpr double kFine = 0x1.8p32;
@@ -68,54 +69,103 @@ HWY_INLINE RowOfCounts load(const std::int16_t* counts) {
     }
     return row;
 }
-HWY_INLINE void store(const RowOfCounts& row, std::int16_t* counts) {
-    for (std::size_t i = 0; i < row.size(); ++i) {
-        hn::StoreU(row[i], NarrowCounts(), counts + i * kNarrowLanes);
+
+/// Stores the values of a row and two more.
+HWY_INLINE void store(const RowOfIntegers& row, std::int32_t* out) {
+    for (std::size_t part = 0; part < kParts; ++part) {
+        hn::StoreU(row[part], Integers(), out + part * kLanes);
     }
 }
-
-/// Stores the values of a row's part, and nothing after the row.
-template<class Values>
-HWY_INLINE void store(Values values, std::size_t part, std::int32_t* row) {
-    const Integers tag;
-    if (kInLastPart == kLanes || part + 1 < kParts) {
-        hn::StoreU(values, tag, row + part * kLanes);
-    } else if constexpr (kInLastPart * 2 == kLanes) {
-        hn::StoreU(hn::LowerHalf(values), hn::Half<Integers>(), row + part * kLanes);
-    } else {
-        hn::BlendedStore(values, hn::FirstN(tag, kInLastPart), tag, row + part * kLanes);
-    }
+/// Stores the values of a row and nothing after them.
+HWY_INLINE void storeExactly(const RowOfIntegers& row, std::int32_t* out) {
+    std::array<std::int32_t, kParts * kLanes> values;
+    store(row, values.data());
+    std::copy_n(values.data(), kChannels, out);
 }
 
-void computeRows(LaneRows& lanes, const std::int16_t* samples, std::int32_t* plotX, std::int32_t* plotY, int rows) {
+bool computeSixLanes(const SixLanes& lanes) {
     RowOfDoubles step;
     RowOfDoubles zeroLine;
-    std::array<hn::Vec<Integers>, kParts> x;
     for (std::size_t part = 0; part < kParts; ++part) {
         step[part] = hn::LoadU(Doubles(), lanes.step.data() + part * kLanes);
         zeroLine[part] = hn::Add(hn::LoadU(Doubles(), lanes.yPos.data() + part * kLanes), hn::Set(Doubles(), kFine));
-        x[part] = hn::LoadU(Integers(), lanes.x.data() + part * kLanes);
     }
-    RowOfCounts least = load(lanes.least.data());
-    RowOfCounts greatest = load(lanes.greatest.data());
-    for (int row = 0; row < rows; ++row) {
-        const RowOfCounts counts = load(samples);
-        for (std::size_t i = 0; i < counts.size(); ++i) {
-            least[i] = hn::Min(least[i], counts[i]);
-            greatest[i] = hn::Max(greatest[i], counts[i]);
-        }
+    const auto heights = [&](const std::int16_t* counts) HWY_ATTR {
+        RowOfIntegers row;
         for (std::size_t part = 0; part < kParts; ++part) {
-            const auto integers = hn::PromoteTo(Integers(), hn::LoadU(Counts(), samples + part * kLanes));
-            const auto values = hn::PromoteTo(Doubles(), integers);
-            store(x[part], part, plotX);
-            store(heightsOf(values, step[part], zeroLine[part]), part, plotY);
+            const auto integers = hn::PromoteTo(Integers(), hn::LoadU(Counts(), counts + part * kLanes));
+            row[part] = heightsOf(hn::PromoteTo(Doubles(), integers), step[part], zeroLine[part]);
         }
-        samples += kChannels;
-        plotX += kChannels;
-        plotY += kChannels;
+        return row;
+    };
+    const auto heightsOfCounts = [&](const RowOfCounts& counts) HWY_ATTR {
+        std::array<std::int16_t, 8> values;
+        for (std::size_t i = 0; i < counts.size(); ++i) {
+            hn::StoreU(counts[i], NarrowCounts(), values.data() + i * kNarrowLanes);
+        }
+        return heights(values.data());
+    };
+
+    const std::int16_t* samples = lanes.samples;
+    std::int32_t* plotX = lanes.plotX;
+    std::int32_t* plotY = lanes.plotY;
+    PerChannel<TraceColumn*> out = lanes.out;
+    RowOfCounts leastOfAll = load(samples);
+    RowOfCounts greatestOfAll = leastOfAll;
+    const int lastRow = lanes.columns.back().end - 1;
+    int row = 0;
+    for (const ColumnEnd& column : lanes.columns) {
+        RowOfIntegers x;
+        x.fill(hn::Set(Integers(), column.x));
+        const RowOfIntegers firstY = heights(samples);
+        RowOfIntegers y = firstY;
+        RowOfCounts least = load(samples);
+        RowOfCounts greatest = least;
+        for (; row < column.end; ++row) {
+            const RowOfCounts counts = load(samples);
+            for (std::size_t i = 0; i < counts.size(); ++i) {
+                least[i] = hn::Min(least[i], counts[i]);
+                greatest[i] = hn::Max(greatest[i], counts[i]);
+            }
+            y = heights(samples);
+            if (row < lastRow) {
+                store(x, plotX);
+                store(y, plotY);
+            } else {
+                storeExactly(x, plotX);
+                storeExactly(y, plotY);
+            }
+            samples += kChannels;
+            plotX += kChannels;
+            plotY += kChannels;
+        }
+        // The least count has the greatest height, or the least where a scale runs downwards.
+        const RowOfIntegers ofLeast = heightsOfCounts(least);
+        const RowOfIntegers ofGreatest = heightsOfCounts(greatest);
+        std::array<std::array<std::int32_t, kParts * kLanes>, 4> values;
+        store(firstY, values[0].data());
+        store(y, values[1].data());
+        for (std::size_t part = 0; part < kParts; ++part) {
+            hn::StoreU(hn::Min(ofLeast[part], ofGreatest[part]), Integers(), values[2].data() + part * kLanes);
+            hn::StoreU(hn::Max(ofLeast[part], ofGreatest[part]), Integers(), values[3].data() + part * kLanes);
+        }
+        for (std::size_t channel = 0; channel < kChannels; ++channel) {
+            *out[channel]++ = {column.x, values[0][channel], values[1][channel], values[2][channel],
+                               values[3][channel]};
+        }
+        for (std::size_t i = 0; i < least.size(); ++i) {
+            leastOfAll[i] = hn::Min(leastOfAll[i], least[i]);
+            greatestOfAll[i] = hn::Max(greatestOfAll[i], greatest[i]);
+        }
     }
-    store(least, lanes.least.data());
-    store(greatest, lanes.greatest.data());
+    std::array<std::int16_t, 8> least;
+    std::array<std::int16_t, 8> greatest;
+    for (std::size_t i = 0; i < leastOfAll.size(); ++i) {
+        hn::StoreU(leastOfAll[i], NarrowCounts(), least.data() + i * kNarrowLanes);
+        hn::StoreU(greatestOfAll[i], NarrowCounts(), greatest.data() + i * kNarrowLanes);
+    }
+    return *std::min_element(least.begin(), least.begin() + kChannels) >= kLeastCount &&
+           *std::max_element(greatest.begin(), greatest.begin() + kChannels) <= kGreatestCount;
 }
 
 } // namespace sixtrace::HWY_NAMESPACE
@@ -125,14 +175,14 @@ HWY_AFTER_NAMESPACE();
 namespace sixtrace {
 
 HWY_EXPORT(stepGives);
-HWY_EXPORT(computeRows);
+HWY_EXPORT(computeSixLanes);
 
 bool wideStepGives(double step, double yPos, const HeightsOfCounts& heights) {
     return HWY_DYNAMIC_DISPATCH(stepGives)(step, yPos, heights);
 }
 
-void computeRowsWide(LaneRows& lanes, const std::int16_t* samples, std::int32_t* plotX, std::int32_t* plotY, int rows) {
-    HWY_DYNAMIC_DISPATCH(computeRows)(lanes, samples, plotX, plotY, rows);
+bool computeSixLanesWide(const SixLanes& lanes) {
+    return HWY_DYNAMIC_DISPATCH(computeSixLanes)(lanes);
 }
 
 } // namespace sixtrace

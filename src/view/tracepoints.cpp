@@ -163,7 +163,11 @@ bool TracePoints::computeTogether(publicM& model, std::span<const WholeTrace> tr
         if (trace.count < 1 || trace.count > kSampleRows || !allFit(trace.scale, 0, trace.count)) {
             return false;
         }
-        const std::vector<ColumnEnd>& ends = m_tables->columns[c].of(trace.scale, 0, trace.count);
+        // Channels of one time scale have one table.
+        const auto alike = std::ranges::find_if(traces, [&](const WholeTrace& other) {
+            return other.scale.x0 == trace.scale.x0 && other.scale.dx == trace.scale.dx && other.count == trace.count;
+        });
+        const std::vector<ColumnEnd>& ends = m_tables->columns[alike->channel].of(trace.scale, 0, trace.count);
         m_columnsOf[c].resize(ends.size());
         HeightTable& table = m_tables->heights[c];
         const HeightsOfCounts& heights = table.of(trace.scale);

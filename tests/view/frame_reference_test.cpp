@@ -100,6 +100,7 @@ struct FrameKind {
     bool scans = true;           ///< slow scans, too
     int tallest = 32767;         ///< greatest count
     bool sharedTimeBase = false; ///< all channels begin and end their columns together
+    bool allShown = false; ///< six traces; of four, one is as long as can be and one runs downwards with the count
 };
 
 /// Up to six channels of random length, step, height and place.
@@ -113,11 +114,14 @@ void randomise(TestScreen& screen, std::mt19937& random, const FrameKind& kind) 
     model.FileKind = static_cast<std::int16_t>(between(1, 6));
     for (int channel = 0; channel < kChannels; ++channel) {
         const int c = channel;
-        model.ChannelPresent[c] = between(0, 3) > 0 ? 1 : 0;
-        screen.inputs.selected[c] = between(0, 4) > 0;
+        model.ChannelPresent[c] = kind.allShown || between(0, 3) > 0 ? 1 : 0;
+        screen.inputs.selected[c] = kind.allShown || between(0, 4) > 0;
         // 15 points a screen are 40 columns a sample, 6000 are a tenth of one.
         const int points = between(0, 3) == 0 ? between(15, 60) : between(60, 6000);
-        const int samples = between(0, 2) == 0 ? points : between(1, std::min(kSampleRows, 2 * points));
+        const bool full = kind.allShown && between(0, 3) == 0;
+        const int samples = full                 ? kSampleRows
+                            : between(0, 2) == 0 ? points
+                                                 : between(1, std::min(kSampleRows, 2 * points));
         const bool backward = kind.leftward && between(0, 1) == 1;
         model.ScreenPoints[c] = backward ? -points : points;
         model.SampleCount[c] = samples;
@@ -126,7 +130,8 @@ void randomise(TestScreen& screen, std::mt19937& random, const FrameKind& kind) 
         model.TimeIndexView[c] = static_cast<std::int16_t>(std::clamp(model.TimeIndex[c] + between(-3, 3), 0, 27));
         model.ScanPoint[c] = between(0, points);
         model.VoltIndexView[c] = static_cast<std::int16_t>(between(0, 9));
-        model.VoltPerCount[c] = static_cast<float>(between(1, 4000)) / 100.0F;
+        const int direction = kind.allShown && between(0, 3) == 0 ? -1 : 1;
+        model.VoltPerCount[c] = static_cast<float>(direction * between(1, 4000)) / 100.0F;
         model.ChannelXShift[c] = static_cast<float>(between(-900, 900)) / 3.0F;
         screen.inputs.markerTop[c] = between(-400, 6400);
         if (kind.sharedTimeBase && channel > 0) {
@@ -214,8 +219,9 @@ TEST(FrameReference, EveryKindOfVectorsThatThisProcessorHasDrawsTheSameFrames) {
         const std::int64_t target = left & -left;
         SCOPED_TRACE(hwy::TargetName(target));
         const OneKindOfVectors chosen(target);
-        compareRandomFrames(seed, 40, {.scans = false, .tallest = 2047, .sharedTimeBase = true});
-        compareRandomFrames(seed, 40, {.scans = false, .tallest = 2047});
+        compareRandomFrames(seed, 40, {.scans = false, .tallest = 2047, .sharedTimeBase = true, .allShown = true});
+        compareRandomFrames(seed, 20, {.scans = false, .tallest = 2060, .sharedTimeBase = true, .allShown = true});
+        compareRandomFrames(seed, 20, {.scans = false, .tallest = 2047, .allShown = true});
     }
 }
 
