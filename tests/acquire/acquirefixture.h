@@ -145,4 +145,11 @@ private:
     QTemporaryDir m_folder;
 };
 
+class AutoGet : public AcquireTest {
+protected:
+    [[nodiscard]] QTimer& timer() const { return acquisition().timer(); }
+};
+
+class ManualGet : public AcquireTest {};
+
 } // namespace sixtrace::test

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // kqx fetch against the simulated instrument, program against program.
-#include "fetchfixture.h"
+#include "apps/fetchfixture.h"
 
 #include "support/strings.h"
 
@@ -39,7 +39,7 @@ TEST_F(Fetch, ANumberOfCapturesGetsANumberOfFilesNamedByDateAndTime) {
     for (const QString& file : files) {
         EXPECT_TRUE(file.startsWith(u'D') && file.endsWith(u".bin"_s)) << file.toStdString();
     }
-    // Four files fall into two minutes at most, so that one of these has a second.
+    // The four files come within two minutes at most, so at least one of these minutes has two files.
     EXPECT_FALSE(files.filter(u"-2.bin"_s).isEmpty()) << files.join(u' ').toStdString();
 }
 
@@ -80,7 +80,7 @@ TEST_F(Fetch, WhatGoesWrongOverUsbLeavesNoFileAndTheNextFetchIsClean) {
     serveScript("silence@0\nstop@4\nunplug@2\nlost-block@1\nclean\n");
     for (int fault = 0; fault < 4; ++fault) {
         const Ran ran = fetchUsb();
-        // Where not even a header comes there is no instrument. A lost block is missed at the end.
+        // Without a header kqx reports that there is no instrument. A lost block is noticed at the end.
         EXPECT_EQ(ran.exitCode, fault == 0 ? 3 : 1) << fault << ran.err.toStdString();
     }
     EXPECT_TRUE(got().isEmpty());
@@ -158,33 +158,6 @@ TEST_F(Fetch, TheFolderOfARunningFetchStaysAndThatOfAKilledOneGoesWithTheNext) {
     EXPECT_EQ(files.filter(u".bin"_s), files);
 }
 
-TEST_F(Fetch, TheInstrumentEndsOnASignalAndTakesItsNamesAway) {
-    serve({});
-    EXPECT_TRUE(QFileInfo::exists(path(u"line"_s)));
-    EXPECT_TRUE(QFileInfo::exists(path(u"instrument.socket"_s)));
-    stop();
-    EXPECT_EQ(instrument.exitCode(), 0);
-    EXPECT_FALSE(QFileInfo(path(u"line"_s)).isSymLink());
-    EXPECT_FALSE(QFileInfo::exists(path(u"instrument.socket"_s)));
-}
-
-TEST_F(Fetch, TheInstrumentEndsByItselfWhenItsClientIsGone) {
-    serve({u"--idle"_s, u"1"_s});
-    EXPECT_EQ(fetchUsb().exitCode, 0);
-    EXPECT_TRUE(instrument.waitForFinished(20000));
-    EXPECT_EQ(instrument.exitCode(), 0);
-}
-
-TEST_F(Fetch, TheInstrumentReplacesALinkAndASocketButNothingElse) {
-    QFile precious(path(u"line"_s));
-    ASSERT_TRUE(precious.open(QIODevice::WriteOnly));
-    precious.write("mine");
-    precious.close();
-    const Ran ran = test::run(u"sixtrace-instrument"_s, {u"--serial"_s, precious.fileName()});
-    EXPECT_EQ(ran.exitCode, 1);
-    EXPECT_EQ(contentOf(precious.fileName()), "mine");
-}
-
 TEST_F(Fetch, ASilentInstrumentIsNoInstrument) {
     serveScript("silence@0\n");
     const Ran ran = fetchSerial({u"--timeout"_s, u"0.05"_s});
@@ -248,7 +221,7 @@ TEST_F(Fetch, DevicesAndPipesAreRefusedAndLinksFollowed) {
     serve({});
     const QString pipe = path(u"pipe"_s);
     ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-    const QString device = path(u"device"_s); // a link to one, so that a failure harms nobody
+    const QString device = path(u"device"_s); // a link to a device, so that a failing test damages nothing
     ASSERT_TRUE(QFile::link(u"/dev/null"_s, device));
     for (const QString& target : {pipe, device}) {
         const Ran ran = fetch({u"--usb"_s, u"--force"_s, u"-o"_s, target});
@@ -261,7 +234,7 @@ TEST_F(Fetch, DevicesAndPipesAreRefusedAndLinksFollowed) {
     EXPECT_EQ(QFileInfo(device).symLinkTarget(), u"/dev/null"_s);
 
     const QString link = path(u"link"_s);
-    ASSERT_TRUE(QFile::link(path(u"got/end.bin"_s), link)); // leads to what is not there yet
+    ASSERT_TRUE(QFile::link(path(u"got/end.bin"_s), link)); // the target does not exist yet
     EXPECT_EQ(fetch({u"--usb"_s, u"-o"_s, link}).exitCode, 0);
     EXPECT_TRUE(QFileInfo(link).isSymLink());
     EXPECT_EQ(contentOf(path(u"got/end.bin"_s)), capture("noise", 1) + '\0');
@@ -305,7 +278,7 @@ TEST_F(Fetch, TheOtherCommandsRefuseDevicesAndFollowLinksToo) {
 TEST_F(Fetch, AMinuteMayBringAnyNumberOfFilesAndNoneIsReplaced) {
     serve({});
     const QDateTime now = QDateTime::currentDateTime();
-    for (int minute = 0; minute < 3; ++minute) { // as if the clock had been set back
+    for (int minute = 0; minute < 3; ++minute) { // the clock may have been set back meanwhile
         const QString stem = now.addSecs(60 * minute).toString(u"'D'yyMMddHHmm"_s);
         write(path(u"got/%1.bin"_s.arg(stem)), "mine");
         write(path(u"got/%1-2.bin"_s.arg(stem)), "mine too");
@@ -344,50 +317,6 @@ TEST_F(Fetch, EightAtOnceIntoOneFolderLoseNoCapture) {
     }
     EXPECT_EQ(names.size(), kAtOnce);
     EXPECT_EQ(found, wanted);
-}
-
-TEST_F(Fetch, ASecondInstrumentIsRefusedAndTheFirstServesOn) {
-    serve({});
-    for (const auto& [option, name] : {std::pair("--usb", "instrument.socket"), std::pair("--serial", "line")}) {
-        const Ran ran = run(u"sixtrace-instrument"_s, {QString::fromLatin1(option), path(QString::fromLatin1(name))});
-        EXPECT_EQ(ran.exitCode, 1);
-        EXPECT_TRUE(ran.err.contains("another instrument serves there")) << ran.err.toStdString();
-    }
-    EXPECT_EQ(fetchUsb().exitCode, 0);
-    EXPECT_EQ(fetchSerial().exitCode, 0);
-}
-
-TEST_F(Fetch, AnInstrumentTakesOnlyItsOwnSocketAway) {
-    serve({});
-    const QString socketFile = path(u"instrument.socket"_s);
-    ASSERT_TRUE(QFile::remove(socketFile));
-    QProcess second;
-    second.start(QStringLiteral(SIXTRACE_BIN "/sixtrace-instrument"),
-                 {u"--usb"_s, socketFile, u"--scene"_s, u"noise"_s, u"--idle"_s, u"120"_s});
-    ASSERT_TRUE(second.waitForReadyRead(60000)) << second.readAllStandardError().toStdString();
-    stop();
-    EXPECT_EQ(fetchUsb().exitCode, 0) << "the second one's socket is still there";
-    ::kill(static_cast<pid_t>(second.processId()), SIGTERM);
-    ASSERT_TRUE(second.waitForFinished(60000));
-    EXPECT_FALSE(QFileInfo::exists(socketFile));
-}
-
-TEST_F(Fetch, WhatAKilledInstrumentHasLeftIsReplaced) {
-    serve({});
-    instrument.kill();
-    ASSERT_TRUE(instrument.waitForFinished(60000));
-    EXPECT_TRUE(QFileInfo(path(u"line"_s)).isSymLink());
-    serve({});
-    EXPECT_EQ(fetchUsb().exitCode, 0);
-    EXPECT_EQ(fetchSerial().exitCode, 0);
-}
-
-TEST_F(Fetch, AnInstrumentReplacesNoLinkToARealDevice) {
-    ASSERT_TRUE(QFile::link(u"/dev/null"_s, path(u"line"_s)));
-    const Ran ran = run(u"sixtrace-instrument"_s, {u"--serial"_s, path(u"line"_s)});
-    EXPECT_EQ(ran.exitCode, 1);
-    EXPECT_TRUE(ran.err.contains("leads to /dev/null")) << ran.err.toStdString();
-    EXPECT_EQ(QFileInfo(path(u"line"_s)).symLinkTarget(), u"/dev/null"_s);
 }
 
 } // namespace

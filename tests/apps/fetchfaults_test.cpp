@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// What kqx fetch makes of each fault of each link, at the first, a middle and the last block. The table is printed.
+// The result of kqx fetch for each fault of each link at the first, a middle and the last block. The test prints a table of the results.
 #include "acquire/ptypeer.h"
-#include "fetchfixture.h"
+#include "apps/fetchfixture.h"
 #include "instrument/blocksender.h"
 #include "support/strings.h"
 
@@ -14,11 +14,11 @@ namespace {
 constexpr int kSerialBlock = 1024;
 constexpr int kUsbBlock = 64;
 
-/// A fault at one place, and what has to come of it.
+/// A fault at one place and the expected result.
 struct Row {
     QByteArray fault;
     int exitCode = 0;
-    QByteArray said; ///< what the sentence holds
+    QByteArray said; ///< part of the expected message
 };
 
 class FetchFaults : public Fetch {
@@ -85,7 +85,7 @@ TEST_F(FetchFaults, OverTheSerialLineWhatIsAskedForAgainIsWholeAndAllElseIsNothi
         for (const char* healed : {"lost-block", "lost-byte", "crc", "complement", "sequence", "noise"}) {
             rows.push_back({healed + at, 0, ""});
         }
-        // Read as a header, the repeated block tells a size that is none: nothing behind it counts.
+        // The repeated block is read as a header. The size in it is no number, so no later data is stored.
         rows.push_back({"repeat" + at, 1, "data came twice or beyond its size; " + came(0)});
         rows.push_back({"early-end" + at, 1, "the file is not whole; " + before});
         rows.push_back({"silence" + at, 1, "did not answer as it should; " + before});
@@ -126,8 +126,7 @@ TEST_F(FetchFaults, ABlockLaterThanTheTimeOutLeavesAWholeFileOrNone) {
 }
 
 TEST_F(FetchFaults, ARepeatedBlockThatReadsAsAHeaderOfTheSameSizeIsNoCapture) {
-    // 2461 bytes in three blocks. The first one begins as a header of 2461 bytes does, so that its repeat begins the
-    // file anew and the two behind it bring the other 1437 bytes.
+    // 2461 bytes in three blocks. The first block begins like the header of a file of 2461 bytes, so its repeat starts the file again, and the two blocks after it bring the other 1437 bytes.
     const QByteArray content = QByteArray("x\0"
                                           "2461\0",
                                           7) +

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "program.h"
+#include "apps/program.h"
 
 #include "capture/scenes.h"
 #include "support/strings.h"
@@ -28,7 +28,7 @@ inline QByteArray capture(const char* scene, std::uint32_t seed) {
     return captureBytes(*captureForm("V11"), *sceneBlocks(QString::fromLatin1(scene), seed));
 }
 
-/// A folder with a companion of its own beside its transfer library, and an instrument that serves both links there.
+/// A folder with a copy of kqx and of the transfer library, and a simulated instrument that serves both links there.
 class Fetch : public ::testing::Test {
 protected:
     Fetch() {
@@ -101,7 +101,7 @@ protected:
     Ran fetchUsb(const QStringList& more = {}) {
         return fetch(QStringList{u"--usb"_s, u"-o"_s, path(u"got"_s)} + more);
     }
-    /// A fetch over the serial line that has begun its work, and waits long for an instrument that has gone silent.
+    /// A fetch over the serial line that has begun and now waits for an instrument that has gone silent.
     void startSilentFetch(QProcess& process) const {
         process.start(path(u"kqx"_s),
                       {u"fetch"_s, u"--serial"_s, path(u"line"_s), u"-o"_s, path(u"got"_s), u"--timeout"_s, u"1"_s});
@@ -117,7 +117,7 @@ protected:
         }
         ASSERT_TRUE(hasBegun());
     }
-    /// The content of the file that a fetch has named.
+    /// The content of the file whose name a fetch has printed.
     [[nodiscard]] static QByteArray fetched(const Ran& ran) { return contentOf(QString::fromUtf8(ran.out).trimmed()); }
 
     QTemporaryDir folder;

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// kqx ports against a terminal that is pinned as com1 and the simulated instrument. What the bus brings is tested where
-// it is emulated.
-#include "fetchfixture.h"
+// kqx ports with a terminal that is pinned as com1, and with the simulated instrument. tests/ttdll/usbbus_test.cpp tests devices on the USB bus.
+#include "apps/fetchfixture.h"
 
 #include "platform/ports/mscomm.h"
 #include "support/strings.h"
@@ -17,7 +16,7 @@
 namespace sixtrace::test {
 namespace {
 
-/// A terminal that this process keeps.
+/// A pseudo terminal that this process holds.
 class Terminal {
 public:
     Terminal() {
@@ -51,7 +50,7 @@ protected:
     void pin(const QString& device, const QString& name) const {
         ASSERT_TRUE(QFile::link(device, path(u"ports/"_s + name)));
     }
-    /// What the command tells; it has to end with 0 exactly when a way opens.
+    /// The output of kqx ports --json. The exit code has to be 0 if one of the ways opens, otherwise 1.
     QJsonObject json() {
         const Ran ran = kqx({u"ports"_s, u"--json"_s});
         EXPECT_EQ(ran.exitCode, ran.out.contains("\"state\": \"open\"") ? 0 : 1) << ran.err.toStdString();
@@ -111,7 +110,7 @@ TEST_F(Ports, ABusyPortNamesItsHolder) {
 
 TEST_F(Ports, APinWhoseDeviceHasGoneIsAbsent) {
     pin(u"/dev/ttyUSB-gone"_s, u"com16"_s);
-    pin(u"/dev/ttyUSB-gone"_s, u"com17"_s); // the program knows sixteen
+    pin(u"/dev/ttyUSB-gone"_s, u"com17"_s); // the program has sixteen port numbers
     const QJsonObject all = json();
     const QJsonObject gone = way(all, u"name"_s, u"com16"_s);
     EXPECT_EQ(gone.value(u"state"_s).toString(), u"absent"_s);

@@ -8,7 +8,7 @@
 
 namespace sixtrace::test {
 
-/// How a program ended, and what it said.
+/// How a program ended, and its output.
 struct Ran {
     int exitCode = -1; ///< -1 when it did not start, crashed or took longer than a minute
     QByteArray out;

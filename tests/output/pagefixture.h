@@ -55,4 +55,8 @@ protected:
     PageComposer composer{*model, settings, printer};
 };
 
+inline constexpr Colour kWhite = 0xFFFFFF;
+inline constexpr Colour kBlue = 0xFF0000;
+inline constexpr Colour kRed = 0x0000FF;
+
 } // namespace sixtrace::test

@@ -12,9 +12,11 @@
 #include "support/strings.h"
 
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
+#include <string_view>
 
 namespace sixtrace::test {
 
@@ -98,6 +100,30 @@ protected:
 
     ScriptedPrinters devices;
     AnsweringDialogs answering;
+};
+
+class Preview : public PrintWindow {
+protected:
+    void SetUp() override {
+        PrintWindow::SetUp();
+        installLanguages();
+        openWithCapture();
+    }
+    /// A drag with the left button, in pixels of the picture.
+    void drag(int dx, int dy) {
+        const QPoint start = QPoint(400, 300) - page().pos();
+        QTest::mousePress(&page(), Qt::LeftButton, {}, start);
+        move(page(), start + QPoint(dx, dy), Qt::LeftButton);
+        QTest::mouseRelease(&page(), Qt::LeftButton, {}, start);
+    }
+    static void move(QWidget& widget, QPoint to, Qt::MouseButtons buttons) {
+        QMouseEvent event(QEvent::MouseMove, QPointF(to), widget.mapToGlobal(QPointF(to)), Qt::NoButton, buttons, {});
+        QCoreApplication::sendEvent(&widget, &event);
+    }
+    void typePercent(const char* answer) {
+        answering.inputs.emplace_back(QString::fromLatin1(answer));
+        choose("mnuViewCustomize");
+    }
 };
 
 } // namespace sixtrace::test

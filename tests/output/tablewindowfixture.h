@@ -73,4 +73,6 @@ protected:
     }
 };
 
+class DataTableWindow : public TableWindow {};
+
 } // namespace sixtrace::test

@@ -85,4 +85,24 @@ protected:
     }
 };
 
+class CursorWindow : public CaptureWindow {
+protected:
+    void SetUp() override {
+        CaptureWindow::SetUp();
+        openFlat();
+    }
+    [[nodiscard]] bool shown(std::initializer_list<const char*> labels) const {
+        bool all = true;
+        bool none = true;
+        for (const char* name : labels) {
+            const bool hidden = control<QWidget>(name).isHidden();
+            all = all && !hidden;
+            none = none && hidden;
+        }
+        EXPECT_TRUE(all || none) << "all of a pair or none";
+        return all;
+    }
+    [[nodiscard]] Qt::CursorShape pointer() const { return screen().cursor().shape(); }
+};
+
 } // namespace sixtrace::test

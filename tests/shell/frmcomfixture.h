@@ -7,6 +7,7 @@
 #include "support/scripteddialogs.h"
 #include "support/sourcefolder.h"
 #include "support/strings.h"
+#include "view/geometry.h"
 
 #include <QAction>
 #include <QApplication>
@@ -72,5 +73,22 @@ protected:
 private:
     QTemporaryDir m_folder;
 };
+
+class Languages : public FrmComTest {};
+
+/// The picture of an empty screen, drawn without the window.
+struct EmptyScreen {
+    Picture picture{kSurfaceWidth, kSurfaceHeight};
+
+    explicit EmptyScreen(publicM& model) {
+        Picture copy(kSurfaceWidth, kSurfaceHeight);
+        picture.BackColor = 4194368;
+        FrameRenderer().PicReDrawT(model, FrameInputs{}, picture, copy);
+    }
+};
+
+inline bool samePixels(const Picture& one, const Picture& other) {
+    return one.view() == other.view();
+}
 
 } // namespace sixtrace::test
