@@ -27,8 +27,8 @@ says_nothing() { [ ! -s err ] || complain "standard error says \"$(cat err)\""; 
 says() { printf '%s\n' "$1" | cmp -s - err || complain "instead of \"$1\" standard error says \"$(cat err)\""; }
 kqx="$bin/kqx"
 
-# Twelve scenes in six forms, repeated with other noise until there are 200 captures. Eight scenes have one channel, three have
-# six and one has none: 156 channels in 72 files, and 116 in the 56 of the third round, which ends in scan-d.
+# Twelve scenes in six forms, repeated with other noise until there are 200 captures. Eight scenes have one channel, three
+# have six and one has none: 156 channels in 72 files, and 116 in the 56 of the third round, which ends in scan-d.
 number=0
 for seed in 1 2 3; do
     for scene in sine square ramp noise six full scan-a scan-b scan-c scan-d lengths empty; do
@@ -42,7 +42,8 @@ for seed in 1 2 3; do
 done
 holds 200 captures
 
-# Three damaged captures: a sine that is cut, six traces with an unknown tag, and a sine whose sample count is the greatest possible number.
+# Three damaged captures: a sine that is cut, six traces with an unknown tag, and a sine whose sample count is the greatest
+# possible number.
 truncate -s 700 captures/c001.bin
 printf V12 | dd of=captures/c100.bin bs=1 seek=3 conv=notrunc 2>/dev/null
 printf '\377\377\377\177' | dd of=captures/c150.bin bs=1 seek=21 conv=notrunc 2>/dev/null

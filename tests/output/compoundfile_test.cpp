@@ -31,7 +31,7 @@ std::uint32_t next(const QByteArray& file, std::uint32_t sector) {
     return at32(file, placeOf(table) + static_cast<qsizetype>(sector % 128) * 4);
 }
 
-/// The content of a chain of sectors, followed as a reader does.
+/// The content of a chain of sectors, found in the way of a reader.
 QByteArray chain(const QByteArray& file, std::uint32_t sector) {
     QByteArray content;
     while (sector != 0xFFFFFFFE) {
@@ -53,7 +53,8 @@ QByteArray pattern(qsizetype size) {
 }
 
 TEST(CompoundFile, GivesTheStreamBackAlongItsChainOfSectors) {
-    // Around whole sectors, around the end of the first sector table and of the header's last one but one.
+    // Sizes around a whole number of sectors, around the end of the first sector table, and around the end of the last
+    // but one table that the header can list.
     for (const qsizetype size : {4096, 4097, 4607, 4608, 126 * 512, 126 * 512 + 1, 127 * 512, 128 * 512, 1'500'000}) {
         const QByteArray stream = pattern(size);
         const Result<QByteArray> made = compoundFile(u"Workbook"_s, stream);
@@ -99,7 +100,7 @@ TEST(CompoundFile, FillsAShortStreamWithZeros) {
 }
 
 TEST(CompoundFile, RefusesAStreamThatItsHeaderCannotDescribe) {
-    // 109 tables of 128 sectors, of which one is the directory's and 109 are the tables' own.
+    // 109 tables describe 109 x 128 sectors. The directory takes one of them and the tables take 109.
     const qsizetype most = (109 * 128 - 110) * 512;
     EXPECT_TRUE(compoundFile(u"Workbook"_s, QByteArray(most, 'x')));
     const Result<QByteArray> refused = compoundFile(u"Workbook"_s, QByteArray(most + 1, 'x'));

@@ -230,7 +230,7 @@ TEST_F(DataTableWindow, ACaptureThatComesInMidFillStartsAnew) {
 TEST_F(DataTableWindow, OpenTakesItAwayEvenWhenItsDialogIsCancelled) {
     load();
     openAndFill({block('1', 1, ramp(3, 1))});
-    item("mnuOpen").trigger(); // no scripted answer: cancelled
+    item("mnuOpen").trigger(); // the dialog has no scripted answer, so it is cancelled
     EXPECT_EQ(table(), nullptr);
     item("mnuTabular").trigger();
     fill();

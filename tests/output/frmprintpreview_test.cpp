@@ -163,7 +163,7 @@ TEST_F(Preview, WithRedrawingEveryScaleComposesThePageAnew) {
     EXPECT_EQ(page().Picture().width(), 794);
     typePercent("200");
     EXPECT_EQ(page().Picture().width(), 1587);
-    choose("mnuViewFullPage"); // 54 % is composed at a scale of 0.5
+    choose("mnuViewFullPage"); // at 54 % the page is composed at a scale of 0.5
     EXPECT_EQ(page().Picture().width(), 397);
     EXPECT_EQ(page().Width(), 6426);
 }
@@ -234,7 +234,7 @@ TEST_F(Preview, CancelledPrintEndsWithoutAWord) {
 }
 
 TEST_F(Preview, APageThatCannotBeComposedIsShownAsFarAsItCame) {
-    model->SampleCount[5] = 0; // its trace divides by the samples held
+    model->SampleCount[5] = 0; // a division by the number of samples fails
     frmPrintPreview& preview = openPreview();
     ASSERT_FALSE(page().Picture().isNull());
     EXPECT_TRUE(answering.messages.isEmpty());

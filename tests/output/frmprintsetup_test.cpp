@@ -15,7 +15,7 @@ protected:
         installLanguages();
         open();
     }
-    /// Types a margin and accepts. True where the window has gone.
+    /// Types a margin and clicks OK. True if the window has closed.
     bool accepts(const char* name, const char* typed) {
         frmPrintSetup& setup = openSetup();
         field(setup, name).setText(QString::fromLatin1(typed));
@@ -161,7 +161,7 @@ TEST_F(PageSetup, AcceptingStoresMarginsInTwipsScaleAndRule) {
     in<QRadioButton>(setup, "optRePrint(0)").click();
     field(setup, "txtZoom").setText(u"75"_s);
     press(setup, "cmdYes");
-    EXPECT_EQ(printing().settings().PrintMarginTop, 850); // 850.5 to the even one
+    EXPECT_EQ(printing().settings().PrintMarginTop, 850); // 850.5 is rounded to the even number
     EXPECT_EQ(printing().settings().PrintMarginBottom, 1134);
     EXPECT_EQ(printing().previewScale().BaseZoom, 75);
     EXPECT_TRUE(printing().previewScale().RePrintOnZoom);

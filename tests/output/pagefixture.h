@@ -11,7 +11,7 @@
 
 namespace sixtrace::test {
 
-/// A capture without channels, a printer that keeps what it is given, and the picture of a sheet.
+/// A capture without channels, a printer that records what is drawn, and the picture of a sheet.
 class PageTest : public ::testing::Test {
 protected:
     PageTest() {

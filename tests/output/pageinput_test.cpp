@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What is typed into page setup and preview, and where the page goes.
+// The texts that users type into page setup and preview, and the place of the page in the preview.
 #include "output/pagesetup.h"
 #include "output/previewgeometry.h"
 #include "support/strings.h"
@@ -14,7 +14,7 @@ constexpr NumberMarks kMarks{};
 TEST(PageInput, MarginsAreAbove0AndAtMost10Centimetres) {
     EXPECT_EQ(marginOfText(u"10"_s, kMarks), 5670);
     EXPECT_EQ(marginOfText(u"0.1"_s, kMarks), 57);   // 56.7
-    EXPECT_EQ(marginOfText(u"2.5"_s, kMarks), 1418); // 1417.5 to the even one
+    EXPECT_EQ(marginOfText(u"2.5"_s, kMarks), 1418); // 1417.5 is rounded to the even number
     for (const char* bad : {"0", "10.1", "1,5", "", "-1", "x", "1 cm", "1e1x", "nan", "inf"}) {
         EXPECT_FALSE(marginOfText(QString::fromUtf8(bad), kMarks)) << bad;
     }
@@ -45,7 +45,7 @@ TEST(PageInput, AWholePageIsDecidedByTheTighterSide) {
 
 TEST(PageInput, APictureSmallerThanTheWindowStandsCentredElseAtTheOrigin) {
     EXPECT_EQ(placeOnAxis(1000, 1500), 250);
-    EXPECT_EQ(placeOnAxis(1000, 1001), 0); // 0.5 to the even one
+    EXPECT_EQ(placeOnAxis(1000, 1001), 0); // 0.5 is rounded to the even number
     EXPECT_EQ(placeOnAxis(1500, 1500), 0);
     EXPECT_EQ(placeOnAxis(2000, 1500), 0);
 }
@@ -71,7 +71,7 @@ TEST(PageInput, APictureBeyond32BitsStandsAtTheOriginAndCanBeDragged) {
 
 TEST(PageInput, APictureOneTwipSmallerThanTheWindowStandsAtTheOriginAndMovesByThatTwip) {
     EXPECT_EQ(placeOnAxis(1499, 1500), 0);
-    EXPECT_EQ(dragOnAxis(-10, 0, 1499, 1500), 1); // it hides -1 at the far edge
+    EXPECT_EQ(dragOnAxis(-10, 0, 1499, 1500), 1); // the picture is 1 smaller than the window
     EXPECT_EQ(dragOnAxis(10, 0, 1499, 1500), 0);
 }
 

@@ -18,7 +18,7 @@ TEST_F(PageTest, ChannelWithWhiteLineColorHasABlackLegendRowButAWhiteLabelAndTra
     EXPECT_EQ(texts[0].colour, 0U);
     EXPECT_EQ(texts[1].text, u"ch1"_s);
     EXPECT_EQ(texts[1].colour, kWhite);
-    // The trace lies on the middle line; 30 twips right of a tick, only it can be white there.
+    // The trace lies on the middle line. At this column, 30 twips right of a tick, only the trace can be white.
     const QImage& frame = printer.frame().picture;
     const int middle = frame.height() * 6399 / 6409 / 2;
     int white = 0;
@@ -41,7 +41,7 @@ TEST_F(PageTest, TextHangsFromTheCurrentPointAndTheNextRowBelowIt) {
     print();
     const auto texts = printer.of(DrawnItem::Kind::Text);
     ASSERT_EQ(texts.size(), 4U);
-    // A base line lies below the upper edge of its row, by less than the 12 points that the letters are high.
+    // The base line of a text lies below the upper edge of its row, by less than the font size of 12 points.
     EXPECT_GT(texts[0].place.top(), 567 + 120);
     EXPECT_LT(texts[0].place.top(), 567 + 300);
     EXPECT_GT(texts[1].place.top(), texts[0].place.top() + 200);

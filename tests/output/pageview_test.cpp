@@ -46,8 +46,8 @@ TEST_F(Preview, ThePointOfThePressStaysThroughAllMovesOfADrag) {
     openPreview();
     const QPoint press(300, 200);
     QTest::mousePress(&page(), Qt::LeftButton, {}, press);
-    // The place is told inside of the picture, which follows: a hand that moves by 20 and then rests is 20 away from
-    // the press once, and at it from then on.
+    // Places of the mouse are relative to the picture, which follows the mouse. When the mouse moves by 20 pixels and
+    // then rests, its place is once 20 pixels away from the place of the press, and then the place of the press again.
     move(page(), press + QPoint(0, -20), Qt::LeftButton);
     EXPECT_EQ(page().Top(), -300);
     move(page(), press, Qt::LeftButton);

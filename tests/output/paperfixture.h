@@ -11,14 +11,16 @@
 
 namespace sixtrace::test {
 
-inline constexpr QRgb kGround = 0xFF400040; // of the screen
-inline constexpr double kSamePage = 3;      // of 255; a page without its frame is some 60 away
+/// The background colour of the screen.
+inline constexpr QRgb kGround = 0xFF400040;
+/// The greatest mean difference of two equal pages, of 255. A page without its frame differs by about 60.
+inline constexpr double kSamePage = 3;
 
-/// The machine's printers, whose dialog is answered as soon as it would show.
+/// The printers of the machine, with a dialog that is accepted without being shown.
 class AcceptingPrinters : public QtPrinters {
 public:
     int shown = 0;
-    QString file; ///< where the user wants the page instead
+    QString file; ///< the file that the user chooses instead of paper
     bool ShowPrinter(PrinterDialog& dialog, quintptr) override {
         ++shown;
         dialog.ColorMode = 2;
@@ -31,7 +33,8 @@ public:
 class PaperTest : public PrintWindow {
 protected:
     static void TearDownTestSuite() { sharedQueue().reset(); }
-    /// The one print server of this process: whoever has talked to one goes on asking it. Null where it cannot start.
+    /// The only print server of this process, since the printing library keeps asking the first one. Null if it cannot
+    /// start.
     static PrivateQueue* startedQueue() {
         if (sharedQueue() == nullptr) {
             sharedQueue() = std::make_unique<PrivateQueue>();
@@ -42,7 +45,7 @@ protected:
         }
         return sharedQueue().get();
     }
-    /// The main window with a capture, over printers of the machine.
+    /// Makes the main window with a capture and with printers of the machine.
     void openOver(PrintDevices& machine) {
         form = std::make_unique<FrmCom>(
             *model,
@@ -62,7 +65,7 @@ protected:
         write(u"text.pdf"_s, pdf);
         return QString::fromUtf8(outputOf(u"pdftotext"_s, {u"-layout"_s, path(u"text.pdf"_s), u"-"_s}));
     }
-    /// Every row of the list stands in the text of the page, and every label once more.
+    /// Expects each word of the channel list in the text of the page, and each label twice.
     void expectLegend(const QString& pageText) const {
         for (int channel = 0; channel < kChannels; ++channel) {
             const QStringList words =
@@ -73,8 +76,8 @@ protected:
             EXPECT_GE(pageText.count(words.front()), 2) << "legend and label";
         }
     }
-    /// How far two pictures of a page are apart: the mean difference of their colours, 0 to 255, at a third of their
-    /// size, where it no longer counts on which pixel a thin line or the edge of a letter falls.
+    /// The mean difference of the colours of two pictures of a page, 0 to 255. Both are scaled to a third, where it
+    /// does not matter on which pixel a thin line or the edge of a letter falls.
     [[nodiscard]] static double difference(const QImage& first, const QImage& second) {
         const QSize size = first.size() / 3;
         const QImage a = first.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
@@ -89,7 +92,8 @@ protected:
         }
         return sum / 3 / (static_cast<double>(size.width()) * size.height());
     }
-    /// Which share of a trace's pixels in the preview lies on paper, too, give or take two pixels and a blurred edge.
+    /// The share of a trace's pixels in the preview that are on the paper too, at most two pixels away; edges may be
+    /// blurred.
     [[nodiscard]] double shareOfTrace(int channel, const QImage& onPaper, const QImage& shown) const {
         const QColor colour = toQColor(model->LineColor[static_cast<std::size_t>(channel)]);
         const auto apart = [&colour](QRgb pixel) {
@@ -136,13 +140,13 @@ protected:
             model->SampleData(0, row) = 0;
         }
     }
-    /// The frame's outline in a picture: the rectangle of pixels in the colour of the screen's ground.
+    /// The rectangle of the frame in a picture: it encloses all pixels in the background colour of the screen.
     [[nodiscard]] static QRect groundOf(const QImage& picture) {
         QRect ground;
         for (int y = 0; y < picture.height(); ++y) {
             for (int x = 0; x < picture.width(); ++x) {
                 const QRgb pixel = picture.pixel(x, y);
-                // 0x400040, or what the renderer's arithmetic makes of it.
+                // 0x400040, which the renderer may change a little by rounding.
                 if (std::abs(qRed(pixel) - 0x40) < 4 && qGreen(pixel) < 4 && std::abs(qBlue(pixel) - 0x40) < 4) {
                     ground |= QRect(x, y, 1, 1);
                 }

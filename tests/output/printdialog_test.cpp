@@ -17,7 +17,7 @@
 namespace sixtrace::test {
 namespace {
 
-/// Looks at the toolkit's print dialog as soon as it shows, and lets it go.
+/// Inspects the toolkit's print dialog as soon as it is shown, and closes it.
 class DialogWatch : public QTimer {
 public:
     explicit DialogWatch(std::function<void(QPrintDialog&)> look) {
@@ -111,7 +111,7 @@ TEST_F(PaperTest, TheDevicesEndWithThePdfDeviceWhichIsChosenLikeAnyOther) {
     dialog.PrinterName = u"Test"_s;
     dialog.PrintQuality = 600;
     dialog.Orientation = 1;
-    dialog.Flags = 0x80004; // the preview's, which knows no print to file
+    dialog.Flags = 0x80004; // the flags of the preview, which has no printing to a file
     const QString file = path(u"chosen.pdf"_s);
     DialogWatch watch([&file](QPrintDialog& box) {
         auto* list = box.findChild<QComboBox*>(u"printers"_s);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A page on its way to paper: through a real print queue, and as PDF, read back by programs that are not ours.
+// Pages in a real print queue and as PDF. Programs of others read the results.
 #include "output/paperfixture.h"
 
 #include "platform/printing/pdfprinter.h"
@@ -32,7 +32,7 @@ TEST_F(PaperTest, APageAsPdfHasItsTextAndLooksAsThePreview) {
     PicturePage flattened(96);
     ASSERT_TRUE(composer.PrintResult(flattened, 100, printing().inputs()));
     expectSamePage(onPaper, shown, flattened.Image());
-    // The dashed box is the preview's alone: the left line of it stands at 567 twips, 37 pixels.
+    // Only the preview has the dashed box, whose left line is at 567 twips, pixel 37.
     int dashes = 0;
     int printed = 0;
     for (int y = shown.height() / 2 + 100; y < shown.height() - 60; ++y) {
@@ -76,7 +76,7 @@ TEST_F(PaperTest, APageForAFileComesWholeAndAFailureLeavesTheOldFile) {
     write(u"page.pdf"_s, "old");
     openOver(machine);
     const std::int32_t held = model->SampleCount[5];
-    model->SampleCount[5] = 0; // ends the page behind its legend
+    model->SampleCount[5] = 0; // ends the page after its legend
     item("mnuPrint").trigger();
     EXPECT_EQ(answering.messages, QStringList{u"11\r\nDivision by zero"_s});
     EXPECT_EQ(read(u"page.pdf"_s), "old");
@@ -100,7 +100,7 @@ TEST_F(PaperTest, AQueueTellsItsPaperAndAPrinterThatHasGoneIsError482) {
     EXPECT_EQ(present.Orientation, 1);
     const auto sheet = machine.sheet(present);
     ASSERT_TRUE(sheet);
-    EXPECT_NEAR(sheet.value().Width, 11906, 20); // 210 mm, to the point
+    EXPECT_NEAR(sheet.value().Width, 11906, 20); // 210 mm, within a point
     EXPECT_NEAR(sheet.value().Height, 16838, 20);
     EXPECT_LE(sheet.value().ScaleWidth, sheet.value().Width);
 
@@ -138,7 +138,7 @@ TEST_F(PaperTest, PaperOnItsSideTurnsTheEdgesThatTheDeviceCannotReach) {
     ASSERT_NE(startedQueue(), nullptr);
     const QtPrinters machine;
     PrinterProperties properties = machine.initial(u"Test"_s);
-    // The driver reaches from 18, 36 to 577, 806 points of A4's 595 by 842.
+    // The driver can print from (18, 36) to (577, 806) on A4, which has 595 by 842 points.
     const Sheet upright = machine.sheet(properties).value();
     EXPECT_EQ(upright.ScaleWidth, 11180);
     EXPECT_EQ(upright.ScaleHeight, 15400);
@@ -154,7 +154,7 @@ TEST_F(PaperTest, PaperOnItsSideTurnsTheEdgesThatTheDeviceCannotReach) {
     EXPECT_EQ(lying.top, 360);
 }
 
-/// The machine's printers where the machine has none.
+/// The printers of a machine that has none.
 class NoQueues : public QtPrinters {
 public:
     QStringList names() const override { return {pdfDevice()}; }
@@ -172,7 +172,7 @@ TEST_F(PaperTest, WithoutAnyQueuePreviewAndPrintingWorkOnThePdfDevice) {
     openOver(machine);
     openPreview();
     ASSERT_FALSE(page().Picture().isNull());
-    EXPECT_EQ(printing().settings().PaperWidth, 11900); // A4 to the point
+    EXPECT_EQ(printing().settings().PaperWidth, 11900); // A4, within a point
     EXPECT_EQ(printing().settings().PaperHeight, 16840);
     EXPECT_TRUE(groundOf(page().Picture()).isValid()) << "a page with its frame, not a blank sheet";
     item("mnuPrint").trigger();

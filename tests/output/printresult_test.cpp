@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Sheet of every test: 11900 by 16840 twips with an unprintable border of 300, so 11300 by 16240 can be reached;
+// The sheet of each test has 11900 by 16840 twips. A border of 300 cannot be printed, which leaves 11300 by 16240;
 // margins of 567 leave 10166 by 15106.
 #include "output/pagefixture.h"
 #include "output/pageframe.h"
@@ -12,7 +12,8 @@ namespace {
 TEST_F(PageTest, LegendWithNoShownChannelLetsTheFrameStart110TwipsBelowTheTopMargin) {
     print();
     ASSERT_EQ(printer.drawn.size(), 1U);
-    // left 567 + 567, top 567 + 110; width 10166 - 567 = 9599, height 9599 * 2 / 3 = 6399.33; 10 more of each pasted.
+    // left 567 + 567, top 567 + 110; width 10166 - 567 = 9599, height 9599 * 2 / 3 = 6399.33; the pasted picture is 10
+    // larger in both.
     EXPECT_EQ(printer.frame().place, QRectF(1134, 677, 9609, 6409));
 }
 
@@ -163,7 +164,7 @@ TEST_F(PageTest, TracesDivideByTheSamplesHeldAndTakeTheShiftUnscaled) {
     EXPECT_EQ(model->PlotX(0, 10), 1020);
     EXPECT_EQ(model->PlotX(0, 99), 9563);
     EXPECT_EQ(model->PlotY(0, 10), 2400);
-    EXPECT_EQ(model->PlotY(0, 11), 3200); // 3199.5 to the even one
+    EXPECT_EQ(model->PlotY(0, 11), 3200); // 3199.5 is rounded to the even number
     EXPECT_FLOAT_EQ(model->VoltPerPixel[0], static_cast<float>(0.5 * 8 / 6399));
     EXPECT_FLOAT_EQ(model->MsPerPixel[0], static_cast<float>(model->TimeBaseTable[10] * 12 / 9599));
 }

@@ -22,7 +22,7 @@ namespace {
 
 constexpr int kPatience = 30'000; // milliseconds
 
-/// A port of the loopback that nobody listens on just now.
+/// A port of the loopback interface on which no server listens at the moment.
 quint16 freePort() {
     const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     sockaddr_in address{};
@@ -37,7 +37,7 @@ quint16 freePort() {
     return bound ? ntohs(address.sin_port) : quint16{0};
 }
 
-/// The server lies where ordinary users' paths do not lead.
+/// The server is in a folder that the search path of ordinary users does not name.
 QString systemProgram(const QString& name) {
     return QStandardPaths::findExecutable(name, {u"/usr/sbin"_s, u"/usr/bin"_s});
 }
@@ -78,7 +78,7 @@ bool PrivateQueue::run(const QString& program, const QStringList& arguments) {
 }
 
 bool PrivateQueue::writeSettings() {
-    // Where the server runs as root its filters run as somebody else, who has to get at these folders.
+    // If root runs the server, its filters run as another user, who needs access to these folders.
     using Permission = QFileDevice::Permission;
     const QFileDevice::Permissions readable = Permission::ReadOwner | Permission::WriteOwner | Permission::ExeOwner |
                                               Permission::ReadGroup | Permission::ExeGroup | Permission::ReadOther |
@@ -113,11 +113,11 @@ bool PrivateQueue::start() {
         error = u"no port or no folder"_s;
         return false;
     }
-    // Read by the printing library of this program and by the commands below.
+    // The printing library of this program and the commands below read this variable.
     qputenv("CUPS_SERVER", QByteArray("127.0.0.1:") + QByteArray::number(m_port));
     m_server.setStandardOutputFile(QProcess::nullDevice());
     m_server.setStandardErrorFile(QProcess::nullDevice());
-    // A test that falls over takes its server with it.
+    // The server ends when the test program crashes.
     m_server.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
     m_server.start(systemProgram(u"cupsd"_s), {u"-f"_s, u"-c"_s, m_folder.filePath(u"cupsd.conf"_s), u"-s"_s,
                                                m_folder.filePath(u"cups-files.conf"_s)});
@@ -149,7 +149,7 @@ QByteArray PrivateQueue::waitForJob() {
     while (!clock.hasExpired(kPatience)) {
         QFile file(jobFile());
         if (file.open(QIODevice::ReadOnly)) {
-            // The queue wraps the document in its printer's job language.
+            // The queue puts the document between lines of the printer's job language.
             const QByteArray content = file.readAll();
             const QByteArray end("%%EOF");
             const qsizetype first = content.indexOf("%PDF");

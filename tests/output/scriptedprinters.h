@@ -13,8 +13,8 @@
 
 namespace sixtrace::test {
 
-/// Printers that exist in a test only: they keep every document as PDF with the settings it was begun with, and answer
-/// the printer dialog by script. Paper of 11900 by 16840 twips, of which a border of 300 cannot be reached.
+/// Printers for tests. They keep each document as PDF with the settings it was begun with, and answer the printer
+/// dialog by script. The paper has 11900 by 16840 twips, with a border of 300 that cannot be printed.
 class ScriptedPrinters : public PrintDevices {
 public:
     struct Document {
@@ -27,11 +27,11 @@ public:
     std::vector<Document> documents; ///< finished ones
     int dropped = 0;
     std::vector<PrinterDialog> shown;                 ///< dialogs as they were filled
-    std::function<bool(PrinterDialog&)> answer;       ///< none cancels
+    std::function<bool(PrinterDialog&)> answer;       ///< without one the dialog is cancelled
     int unprintable = 600;                            ///< twips of width and height, both edges together
-    std::function<void(PrinterProperties&)> standing; ///< how the devices stand of themselves
-    bool gone = false;                                ///< no sheet can be told
-    bool broken = false;                              ///< no document can be begun
+    std::function<void(PrinterProperties&)> standing; ///< changes the default settings of the devices
+    bool gone = false;                                ///< whether asking for the sheet fails
+    bool broken = false;                              ///< whether beginning a document fails
 
     QStringList names() const override { return installed; }
     QString defaultName() const override { return standard; }

@@ -12,7 +12,7 @@
 namespace sixtrace::test {
 namespace {
 
-/// The text file by its rule, character by character: behind each cell blanks up to the next multiple of 14.
+/// The expected text file: each cell is padded with blanks to the next multiple of 14.
 QByteArray byRule(const TableExport& table) {
     QByteArray file = table.unit.toLocal8Bit() + "\r\n";
     for (int row = 0; row < table.cells.Rows(); ++row) {
@@ -42,7 +42,7 @@ std::array<bool, TableCells::kCols> mix(unsigned bits) {
     return ticked;
 }
 
-/// Channels of different lengths, one without samples, negative and broken values.
+/// Channels of different lengths, one of them without samples, with negative and fractional values.
 Table uneven() {
     Table table;
     hold(*table.model, 0, 20, {-3, 0, 7});

@@ -27,7 +27,7 @@ inline CaptureBlock block(char id, float voltPerCount, const std::vector<std::in
             .samples = samples};
 }
 
-/// The main window with its data table behind the real commands.
+/// The main window with its data table, operated by the commands of the menus.
 class TableWindow : public FrmComTest {
 protected:
     /// Opens a capture of these blocks through the menu.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Workbooks as programs that are not ours find them, cell by cell.
+// Compares workbooks cell by cell with what programs of others read from them.
 #include "output/biffworkbook.h"
 #include "output/tablefixture.h"
 #include "support/sourcefolder.h"
@@ -17,7 +17,7 @@
 namespace sixtrace::test {
 namespace {
 
-/// What a cell holds. Readers that turn a sheet into text do not tell numbers from texts.
+/// The content of a cell. Readers that print a sheet as text do not distinguish numbers from texts.
 struct Found {
     QString kind; ///< "number", "text" or "any"
     QString value;
@@ -26,7 +26,7 @@ struct Found {
 using Place = std::pair<int, int>;
 using Sheet = std::map<Place, Found>;
 
-/// The cells of a workbook as `reader` finds them.
+/// The cells of a workbook as `reader` reads them.
 void readBack(const char* reader, const QString& path, Sheet& sheet) {
     QProcess process;
     process.start(u"/usr/bin/python3"_s, {QStringLiteral(SIXTRACE_SOURCE_DIR "/tests/output/read_workbook.py"),
@@ -46,8 +46,8 @@ bool isEmpty(const TableExport& what, int row, int col) {
     return what.cells.TextMatrix(row, col).isEmpty();
 }
 
-/// The layout told in words: unit in A1, all heads, below them at their places the ticked columns whose first cell
-/// holds something.
+/// The expected layout: the unit in A1, all heads, and below them, each in its own column, the ticked columns whose
+/// first cell is not empty.
 std::map<Place, QString> layout(const TableExport& what) {
     std::map<Place, QString> cells{{{0, 0}, what.unit}};
     for (int col = 1; col <= 6; ++col) {
@@ -119,7 +119,7 @@ TEST_F(Workbooks, OfAFullCaptureAreTheTableCellByCell) {
         std::vector<std::int16_t> samples;
         samples.reserve(kSampleRows);
         for (int i = 0; i < kSampleRows; ++i) {
-            samples.push_back(static_cast<std::int16_t>(i * 6367 + channel * 9001)); // wraps over all counts
+            samples.push_back(static_cast<std::int16_t>(i * 6367 + channel * 9001)); // the values go through all counts
         }
         hold(*table.model, channel, 20.0F / static_cast<float>(channel + 1) / 3, samples);
     }
@@ -223,7 +223,8 @@ TEST_F(Workbooks, ALongHeadIsKeptUpToTheLongestTextOfACell) {
 }
 
 TEST_F(Workbooks, KeepNumbersOfEveryKindExactly) {
-    // Whole numbers of 30 bits and hundredths of them have a short form; just beyond its ends the long one begins.
+    // Whole numbers of 30 bits, and hundredths of them, have a short form. These values are at its limits and just
+    // beyond.
     const std::vector<double> numbers{0,         1,           -1,         0.01,       -0.01,      0.29,       1.15,
                                       536870911, 536870912,   -536870912, -536870913, 5368709.11, 5368709.12, 0.001,
                                       1e-45,     3.402823e38, 0.1,        12.5,       -72,        1234.567};

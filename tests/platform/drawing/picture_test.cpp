@@ -74,7 +74,7 @@ TEST(Picture, AnExclusiveOrPolylineTouchesEachVertexOnce) {
     for (std::size_t i = 0; i + 1 < vertices.size(); ++i) {
         EXPECT_EQ(picture.Point(vertices[i].first, vertices[i].second), 0x102030 ^ 0x0000FF);
     }
-    EXPECT_EQ(picture.Point(38, 3), 0x102030); // the last point stays with the pen
+    EXPECT_EQ(picture.Point(38, 3), 0x102030); // the last point of a line is not drawn
 }
 
 TEST(Picture, AnExclusiveOrPolylineDrawnTwiceVanishes) {

@@ -14,8 +14,7 @@
 namespace sixtrace::test {
 namespace {
 
-/// The visible pixels of a line, step by step along its longer axis, the rule taken at its word. `lit` says by the step
-/// which ones are drawn.
+/// The visible pixels of a line, computed step by step along its longer axis. `lit` says which steps are drawn.
 template<typename Lit>
 Pixels naiveLine(std::int64_t x1, std::int64_t y1, std::int64_t x2, std::int64_t y2, int width, int height,
                  bool withLast, Lit lit) {
@@ -25,7 +24,7 @@ Pixels naiveLine(std::int64_t x1, std::int64_t y1, std::int64_t x2, std::int64_t
     const std::int64_t n = alongX ? std::llabs(dx) : std::llabs(dy);
     const std::int64_t d = alongX ? std::llabs(dy) : std::llabs(dx);
     Pixels pixels;
-    // Walk over the visible stretch of the longer axis only; a whole line may have 2^32 steps.
+    // Only the visible part of the longer axis is walked: a whole line may have 2^32 steps.
     const std::int64_t size = alongX ? width : height;
     for (std::int64_t place = 0; place < size; ++place) {
         const std::int64_t k = alongX ? (dx >= 0 ? place - x1 : x1 - place) : (dy >= 0 ? place - y1 : y1 - place);
@@ -58,10 +57,10 @@ TEST(Picture, ALineWorkedOutByHand) {
 
 TEST(Picture, HalvesGoTowardsTheEndPoint) {
     Paper picture(8, 8);
-    picture.Line(0, 0, 2, 1); // at k = 1 the offset is a half: 1
+    picture.Line(0, 0, 2, 1); // at k = 1 the offset is 0.5, rounded to 1
     EXPECT_EQ(drawn(picture), (std::set<Pixel>{{0, 0}, {1, 1}, {2, 1}}));
     picture.Cls();
-    picture.Line(2, 1, 0, 0); // the same line backwards ends elsewhere
+    picture.Line(2, 1, 0, 0); // the reversed line has another middle pixel
     EXPECT_EQ(drawn(picture), (std::set<Pixel>{{2, 1}, {1, 0}, {0, 0}}));
 }
 
@@ -116,7 +115,7 @@ TEST(Picture, RandomLinesThroughTheSurfaceFromFarOutsideAreClippedExactly) {
         std::int32_t y1 = any(i);
         std::int32_t x2 = any(i + 1);
         std::int32_t y2 = any(i + 2);
-        if (i % 2 == 1) { // mirrored at a point near the middle, so that it surely crosses
+        if (i % 2 == 1) { // the second end is mirrored at a point near the middle, so that the line crosses the picture
             x2 = static_cast<std::int32_t>(
                 std::max<std::int64_t>(-2147483647LL, 49 - std::int64_t{x1} + near(random) / 10));
             y2 = static_cast<std::int32_t>(
@@ -127,7 +126,7 @@ TEST(Picture, RandomLinesThroughTheSurfaceFromFarOutsideAreClippedExactly) {
         visible += expected.empty() ? 0 : 1;
         ASSERT_EQ(drawn(picture), expected) << x1 << ',' << y1 << " to " << x2 << ',' << y2;
     }
-    EXPECT_GT(visible, 1000); // the comparison is about lines that can be seen
+    EXPECT_GT(visible, 1000); // enough of the lines are visible
 }
 
 TEST(Picture, TheLongestLinesOfAllAreClippedExactly) {

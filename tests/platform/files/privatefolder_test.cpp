@@ -14,7 +14,7 @@
 namespace sixtrace::test {
 namespace {
 
-/// A cache of the user's in a folder of the test's.
+/// The user's cache folder lies in a folder of the test.
 class PrivateFolderOfTheUser : public ::testing::Test {
 protected:
     PrivateFolderOfTheUser() { qputenv("XDG_CACHE_HOME", QFile::encodeName(cache())); }
@@ -84,7 +84,7 @@ TEST(PrivateFolder, APlantedLinkNamedAutoGetIsRemovedAndNotFollowed) {
 }
 
 #if defined(Q_OS_UNIX)
-/// A mask for new files, for the length of a test.
+/// Sets the mask for new files during a test.
 class Mask {
 public:
     explicit Mask(mode_t mask)

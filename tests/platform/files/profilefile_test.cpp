@@ -87,7 +87,7 @@ TEST_F(ProfileFile, TheLockOfALinkLiesBesideTheFileThatItLeadsTo) {
     QTemporaryDir elsewhere;
     const QString link = elsewhere.filePath(u"link.ini"_s);
     ASSERT_TRUE(QFile::link(path(), link));
-    // Another copy of the program that knows the file itself holds its lock: the write by the link waits, in vain.
+    // Another process holds the lock of the file itself. The write through the link waits for it and gives up.
     const pid_t pid = fork();
     ASSERT_GE(pid, 0);
     if (pid == 0) {
@@ -125,7 +125,7 @@ TEST_F(ProfileFile, WritesBehindOneThatWaitedInVainForTheLockWaitAMomentOnlyAndH
         const bool good = lock.tryLock(0) && write(locked[1], "x", 1) == 1;
         char byte = 0;
         const bool told = read(release[0], &byte, 1) == 1;
-        sleep(2); // sooner than a write that waits as long as ever would give up
+        sleep(2); // shorter than the usual wait of a write
         lock.unlock();
         _exit(good && told ? 0 : 1);
     }
@@ -211,7 +211,7 @@ TEST_F(ProfileFile, AReadOnlyFolderRefusesWritesAndKeepsTheFile) {
 TEST_F(ProfileFile, AnUnreadableFileReadsAsNothingAndIsNotReplaced) {
     put("[A]\nk=1\n");
     ASSERT_TRUE(QFile::setPermissions(path(), QFile::Permissions()));
-    // Everybody may make files here, so that only the file itself stands in the way.
+    // All users may make files here, so only the file's own permissions can refuse.
     ASSERT_TRUE(QFile::setPermissions(QFileInfo(path()).path(), QFile::Permissions(0x7777)));
     {
         const test::OrdinaryUser user;

@@ -71,8 +71,9 @@ TEST_F(ProgramFolder, OfAnInstallForAllUsersIsTheUsersOwnAndHasWhatTheProgramLoo
     EXPECT_EQ(read("home/sixtrace/libttdll.so"), "library");
     EXPECT_EQ(read("home/sixtrace/ttdll.ini"), "[Link]\n");
     EXPECT_FALSE(QFileInfo::exists(at("home/sixtrace/other.txt")));
-    EXPECT_TRUE(QFileInfo(at("home/sixtrace/English.Lan")).isSymLink()); // an upgrade reaches every user
-    EXPECT_FALSE(QFileInfo(at("home/sixtrace/ttdll.ini")).isSymLink());  // the user's to change
+    EXPECT_TRUE(
+        QFileInfo(at("home/sixtrace/English.Lan")).isSymLink());        // a link, so that an upgrade reaches every user
+    EXPECT_FALSE(QFileInfo(at("home/sixtrace/ttdll.ini")).isSymLink()); // a copy, which the user may change
     EXPECT_TRUE(QFileInfo(at("home/sixtrace/ttdll.ini")).isWritable());
 }
 
@@ -96,7 +97,7 @@ TEST_F(ProgramFolder, LinkWhoseTargetIsGoneIsSetAnew) {
 }
 
 TEST_F(ProgramFolder, OfAFolderThatCannotBeWrittenIsTheUsersOwn) {
-    // A folder that is not there cannot be written by anybody, root included.
+    // Nobody can write to a folder that does not exist, not even root.
     EXPECT_EQ(programFolderOf(at("gone")), at("home/sixtrace/"));
     EXPECT_TRUE(QFileInfo(at("home/sixtrace")).isDir());
 }

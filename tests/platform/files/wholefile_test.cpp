@@ -53,7 +53,7 @@ TEST(WriteWhole, NamesAMissingFolder) {
 TEST(WriteWhole, NamesAFullDiskAndLeavesTheFileAsItWas) {
     const QTemporaryDir folder;
     ASSERT_TRUE(writeWhole(folder.filePath(u"a"_s), "old"));
-    for (const qsizetype size : {200, 100'000}) { // less and more than a buffer would take
+    for (const qsizetype size : {200, 100'000}) { // smaller and larger than a buffer
         for (const rlim_t room : {rlim_t{0}, rlim_t{100}, rlim_t{199}}) {
             const Outcome outcome = [&] {
                 const test::SmallDisk disk(room);

@@ -97,14 +97,14 @@ TEST_F(ProfileFile, BytesOfAnyKindAreRead) {
 }
 
 TEST_F(ProfileFile, AValueIsNotCutInsideACharacter) {
-    // 126 characters, then one of two units, of which the first would be the 127th.
+    // 126 characters, then a character of two UTF-16 units, the first of which would be number 127.
     put("[A]\nk=" + QByteArray(126, 'x') + "\xF0\x9F\x98\x80\nj=" + QByteArray(125, 'x') + "\xF0\x9F\x98\x80z\n");
     EXPECT_EQ(get(u"A"_s, u"k"_s), QString(126, u'x'));
     EXPECT_EQ(get(u"A"_s, u"j"_s), QString(125, u'x') + u"\U0001F600"_s);
 }
 
 TEST_F(ProfileFile, ReadingAndWritingSeeTheSameSections) {
-    // A no-break space, an ideographic space, and a byte-order mark behind blanks.
+    // A no-break space, an ideographic space, and a byte-order mark after blanks.
     for (const QByteArray start : {"\xC2\xA0", "\xE3\x80\x80", " \xEF\xBB\xBF", "\xEF\xBB\xBF"}) {
         put("[B]\ni=0\n" + start + "[A]\nk=1\n" + start + ";j=2\n");
         ASSERT_TRUE(set(u"A"_s, u"k"_s, u"2"_s));
@@ -117,7 +117,7 @@ TEST_F(ProfileFile, ReadingAndWritingSeeTheSameSections) {
 }
 
 TEST_F(ProfileFile, TheLineThatTheLimitCutsIsNotRead) {
-    // 4 + 1048560 bytes and the 12 up to "k=1" are 1 MiB, so that "k=12" is cut there.
+    // 4 + 1048560 bytes and the 12 bytes up to "k=1" are 1 MiB, so "k=12" is cut after "k=1".
     put("[A]\n;" + QByteArray(1048560 - 1, 'x') + "\nj=8\nabc\nk=12\n");
     EXPECT_EQ(get(u"A"_s, u"j"_s), u"8"_s);
     EXPECT_EQ(get(u"A"_s, u"k"_s), u"fallback"_s);
