@@ -49,7 +49,7 @@ struct Scene {
         model.VoltIndexView[0] = 6;
         model.VoltPerCount[0] = 10.0F; // 0.5 V a division: 50 counts
         inputs.selected[0] = true;
-        inputs.markerTop[0] = 2910;
+        inputs.markerTop[0] = Twips{2910};
         std::uint32_t state = 1;
         for (int i = 0; i < kSampleRows; ++i) {
             constexpr double kTurn = 6.283185307179586;
@@ -72,7 +72,7 @@ void traceDrag(benchmark::State& state, Content content) {
     static_cast<void>(beginTraceDrag(scene->model, 0, scene->picture2, scene->picHidden1));
     int step = 0;
     for ([[maybe_unused]] auto _ : state) {
-        if (!moveTraceDrag(scene->model, 0, static_cast<float>(alternate(step)), scene->picHidden0, scene->picHidden1,
+        if (!moveTraceDrag(scene->model, 0, ScreenX(alternate(step)), scene->picHidden0, scene->picHidden1,
                            scene->picture2)) {
             state.SkipWithError("the drag has ended");
         }
@@ -86,9 +86,9 @@ void markerDrag(benchmark::State& state, Content content) {
     scene->picture2.ForeColor = kGhostColour;
     static_cast<void>(beginMarkerDrag(scene->model, 0, scene->picture2, scene->picHidden0));
     int step = 0;
-    double top = scene->inputs.markerTop[0];
+    Twips top = scene->inputs.markerTop[0];
     for ([[maybe_unused]] auto _ : state) {
-        top += 15 * alternate(step);
+        top += alternate(step) * kPixel;
         if (!moveMarkerDrag(scene->model, 0, top, scene->picHidden0, scene->picture2)) {
             state.SkipWithError("the drag has ended");
         }

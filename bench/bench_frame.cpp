@@ -64,7 +64,7 @@ struct Scene {
             model.VoltPerCount[at] = 10.0F; // 0.5 V a division: 50 counts
             model.LineColor[at] = rgb(255, 40 * c, 255 - 40 * c);
             inputs.selected[at] = true;
-            inputs.markerTop[at] = 2910;
+            inputs.markerTop[at] = Twips{2910};
             for (int i = 0; i < kSampleRows; ++i) {
                 model.SampleData(c, i) = sampleOf(content, c, i, state);
             }

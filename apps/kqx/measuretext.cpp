@@ -13,9 +13,6 @@ namespace sixtrace::kqx {
 
 namespace {
 
-constexpr double kMilliPerUnit = 1e3;
-constexpr double kMicroPerUnit = 1e6;
-
 Measure measureOf(std::size_t index) {
     return static_cast<Measure>(index);
 }
@@ -67,25 +64,30 @@ std::string fixedText(double value, int decimals) {
     return value < 0 && !zero ? '-' + text : text;
 }
 
-std::string written(double value, const UnitNotation& notation) {
-    return fixedText(value / notation.divisor, notation.decimals) + notation.unit;
+template<typename Measured>
+std::string written(Measured value, const UnitNotation<Measured>& notation) {
+    return fixedText(value / notation.one, notation.decimals) + notation.unit;
 }
 
-std::string voltageText(double volts) {
-    const double millivolts = volts * kMilliPerUnit;
-    return written(millivolts, voltageNotation(std::fabs(millivolts)));
+std::string voltageText(Volts voltage) {
+    const Millivolts value = millivoltsOf(voltage);
+    return written(value, voltageNotation(value < Millivolts{0} ? -value : value));
+}
+
+std::string periodText(Seconds period, Hertz frequency) {
+    return written(microsecondsOf(period), unitLadderRow(frequency).period);
 }
 
 /// A time that is not the period of a signal, in the units of the time list.
-std::string timeText(double seconds) {
-    const double microseconds = seconds * kMicroPerUnit;
+std::string timeText(Seconds time) {
+    const double microseconds = microsecondsOf(time).number();
     if (microseconds >= 1e6) {
-        return written(seconds, {1, 3, " S"});
+        return fixedText(time.number(), 3) + " S";
     }
     if (microseconds >= 1e3) {
-        return written(microseconds, {1e3, 3, " mS"});
+        return fixedText(microseconds / 1e3, 3) + " mS";
     }
-    return microseconds >= 1 ? written(microseconds, {1, 3, " uS"}) : written(microseconds * 1e3, {1, 3, " nS"});
+    return microseconds >= 1 ? fixedText(microseconds, 3) + " uS" : fixedText(microseconds * 1e3, 3) + " nS";
 }
 
 /// The name of a figure for people: its key without the unit.
@@ -108,22 +110,22 @@ std::string textOf(Measure measure, const ChannelMeasures& measures) {
     }
     const std::string_view key = measureKey(measure);
     if (measure == Measure::Period) {
-        return written(value * kMicroPerUnit, unitLadderRow(measures[Measure::Frequency]).period);
+        return periodText(Seconds(value), Hertz(measures[Measure::Frequency]));
     }
     if (measure == Measure::InstrumentPeriod) {
         const double frequency = measures[Measure::InstrumentFrequency];
-        return written(value * kMicroPerUnit, unitLadderRow(std::isfinite(frequency) ? frequency : 0).period);
+        return periodText(Seconds(value), Hertz(std::isfinite(frequency) ? frequency : 0));
     }
     if (key.ends_with("_hz")) {
-        return written(value, unitLadderRow(value).frequency);
+        return written(Hertz(value), unitLadderRow(Hertz(value)).frequency);
     }
     if (key.ends_with("_v")) {
-        return voltageText(value);
+        return voltageText(Volts(value));
     }
     if (key.ends_with("_pct")) {
         return fixedText(value, 2) + " %";
     }
-    return key.ends_with("_s") ? timeText(value) : fixedText(value, 0);
+    return key.ends_with("_s") ? timeText(Seconds(value)) : fixedText(value, 0);
 }
 
 } // namespace

@@ -3,7 +3,7 @@
 #include "commands.h"
 #include "jsontext.h"
 
-#include "view/offscreenscope.h"
+#include "view/scopescreen.h"
 
 #include <QBuffer>
 

@@ -28,8 +28,8 @@ struct ControlName {
     }
 };
 
-/// Whether a control stands in another window that `form` merely owns: an open window keeps its language until it is
-/// loaded again. A menu is a window on the screen, but a control of its form.
+/// Whether a control belongs to another window that `form` owns. An open window keeps its language until it is loaded
+/// again. A menu is a window for the toolkit; here it is a control of its form.
 bool isOfAnotherWindow(const QObject& control, const QWidget& form) {
     for (const QObject* at = &control; at != nullptr && at != &form; at = at->parent()) {
         const auto* widget = qobject_cast<const QWidget*>(at);
@@ -57,18 +57,18 @@ void applyCaption(QObject& control, const ProfileText& texts, const QString& sec
 } // namespace
 
 void ApplyLanguage(QWidget& form, const publicM& model) {
-    // Some dialogs are made once and loaded again and again; each load is from the design, whatever language was
-    // before.
+    // Some dialogs are made once and loaded many times. Each load begins with the captions of the design, not with
+    // those of the language before.
     if (auto* dialog = dynamic_cast<DialogSheet*>(&form)) {
         dialog->startFromDesign();
     }
-    // Every caption as GetLanString would give it, from one reading of the file.
+    // The file is read once; each text is the one that GetLanString would give.
     const ProfileText texts = profileTextOf(model.LanFile);
     const QString section = form.objectName();
     form.setWindowTitle(texts.value(section, QStringLiteral("Caption"), form.windowTitle()));
     const auto controls = form.findChildren<QObject*>();
     for (QObject* control : controls) {
-        // Parts that a control is made of bear no name, or one of the toolkit's own.
+        // The parts of a control have no name, or one that the toolkit gave them.
         if (control->objectName().isEmpty() || control->objectName().startsWith(QStringLiteral("qt_"))) {
             continue;
         }

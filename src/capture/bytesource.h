@@ -21,8 +21,8 @@ class ByteSource {
 public:
     /// Opens `path`; false when it is no ordinary file or may not be read.
     [[nodiscard]] bool open(const QString& path);
-    /// Opens bytes that stand in memory, as if they were the whole content of a file. They are not copied: they have to
-    /// stay until close() or the next open.
+    /// Opens bytes in memory, as if they were the whole content of a file. They are not copied, so they have to exist
+    /// until close() or the next open.
     void openBytes(std::span<const std::byte> bytes) { m_file.openBytes(bytes); }
     void close() { m_file.close(); }
 

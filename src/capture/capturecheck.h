@@ -16,8 +16,8 @@ struct CaptureFault {
     QString text;
 };
 
-/// Walks a capture file as the reader does and names what is wrong with it, in the order of the file; nothing for a
-/// sound one. At most kFaultLimit faults are named. It reads the file only, once.
+/// Reads a capture file once and lists what is wrong with it, in the order of the file: at most kFaultLimit faults,
+/// none for a sound file.
 [[nodiscard]] std::vector<CaptureFault> checkCapture(const QString& path);
 
 inline constexpr std::size_t kFaultLimit = CaptureRecord::kFaultLimit;

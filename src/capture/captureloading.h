@@ -11,7 +11,7 @@ namespace sixtrace {
 
 class Dialogs;
 
-/// The Open and New commands. Whoever fetches a capture loads it by SimpleWav itself.
+/// The Open and New commands. A capture that was fetched is loaded by SimpleWav directly.
 class CaptureLoading {
 public:
     /// `applicationFolder` gives App.Path, with or without a separator at its end.
@@ -21,8 +21,8 @@ public:
         , m_applicationFolder(std::move(applicationFolder)) {}
 
     void mnuOpen_Click();
-    /// The same with a file that the desktop hands over, dropped onto the window or double-clicked, in place of one
-    /// that was chosen in the dialog.
+    /// Opens a file that was dropped onto the window or double-clicked in the file manager, as mnuOpen_Click opens the
+    /// one that was chosen in its dialog.
     void openDropped(const QString& path);
     void mnuNew_Click();
     /// The older reader with its own dialog and its two messages. No command reaches it.

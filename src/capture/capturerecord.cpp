@@ -60,7 +60,7 @@ std::int64_t spreadOf(std::span<const std::byte> samples) {
     return std::int64_t{greatest} - least;
 }
 
-/// The walk over one file.
+/// Reads one file from its header to its last block.
 class Walk {
 public:
     Walk(ByteFile& file, CaptureRecord& record)
@@ -82,7 +82,7 @@ private:
         return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
     }
 
-    /// Words are put together only for a fault that there is room for.
+    /// The text is composed only for a fault that will be listed.
     template<typename Words>
     void fault(std::int64_t offset, const Words& words) {
         if (m_record.faults.size() < CaptureRecord::kFaultLimit) {
@@ -114,7 +114,7 @@ private:
         return true;
     }
 
-    /// The value at the walk's place, which it leaves behind; nothing where the file ends in it.
+    /// Reads a value and moves on; nothing where the file ends before the end of the value.
     template<typename T>
     std::optional<T> number(std::string_view name) {
         const auto bytes = m_file.stretch(m_at, sizeof(T));
@@ -201,7 +201,7 @@ private:
         return !m_cut && samples(channel);
     }
 
-    /// The file counts upward from -100, the record, as the model, downward from 0.
+    /// The file counts upward from -100; the record, like the model, counts downward from 0.
     void readZeroLevel(const layout::Field& field, ChannelRecord& channel) {
         std::int32_t level = 0;
         const bool held = m_at + static_cast<std::int64_t>(layout::kFieldSize) <= m_size;
@@ -248,7 +248,7 @@ private:
     CaptureRecord& m_record;
     std::int64_t m_size;
     std::int64_t m_at = 0;
-    std::size_t m_channel = 0; ///< takes the values of a block whose id is unknown
+    std::size_t m_channel = 0; ///< of the last known id; it takes the values of a block with an unknown id too
     std::string m_label;       ///< of the block, as its faults name it
     bool m_cut = false;
 };

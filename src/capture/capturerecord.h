@@ -17,8 +17,9 @@ namespace sixtrace {
 
 class ByteFile;
 
-// What a capture file says, without a model, a window or a desktop library: for programs that look at thousands of
-// files. A record depends on its file alone, while a load leaves in the model what a damaged file does not say.
+// The content of a capture file, without a model, a window or a desktop library, for programs that read thousands of
+// files. A record depends on its file alone; a load, in contrast, keeps old values of the model where a damaged file
+// has none.
 
 /// Something wrong with a capture file, in words for people.
 struct RecordFault {
@@ -26,9 +27,10 @@ struct RecordFault {
     std::string text;
 };
 
-/// One channel as its last block tells it, under the names of the model's fields. What no block says is 0.
+/// One channel, with the names of the model's fields. The values are those of its last block; a field that no block
+/// holds is 0.
 struct ChannelRecord {
-    bool present = false; ///< a block bears the channel's own id
+    bool present = false; ///< a block has the channel's own id
     std::int32_t ScreenPoints = 0;
     std::int32_t SampleCount = 0; ///< as the file says it
     std::int32_t ScanPoint = 0;
@@ -44,28 +46,28 @@ struct ChannelRecord {
     std::int16_t VoltIndexFile = 0;
     std::int16_t VoltIndexView = 0;
     std::int16_t PeakToPeak = 0; ///< counts, of the samples that the file holds
-    /// The samples that the file holds, at most 10231 and not more than SampleCount: 16 bits each, little-endian. They
-    /// stand in the memory of the file that was read, or of the record.
+    /// The samples that the file holds, at most 10231 and not more than SampleCount: 16 bits each, little-endian. The
+    /// memory is that of the ByteFile, or of `kept` in the record.
     std::span<const std::byte> samples;
 
     [[nodiscard]] std::size_t heldSamples() const { return samples.size() / 2; }
 };
 
 struct CaptureRecord {
-    static constexpr std::size_t kFaultLimit = 50; ///< so many faults are named
+    static constexpr std::size_t kFaultLimit = 50; ///< further faults are not listed
 
     std::int16_t FileKind = 0; ///< 0 where the file is no capture: the only fault says why
     PerChannel<ChannelRecord> channels{};
     std::vector<RecordFault> faults;
-    PerChannel<std::vector<std::byte>> kept; ///< samples of a file too long to stand in memory
+    PerChannel<std::vector<std::byte>> kept; ///< samples of a file that is too long to be kept in memory
 
     [[nodiscard]] bool isCapture() const { return FileKind != 0; }
     /// The three letters of its form, empty for none.
     [[nodiscard]] std::string_view form() const;
 };
 
-/// Reads an opened file: its blocks as the reader of the program takes them, block after block by position, and what is
-/// wrong with them in the order of the file. Costs one pass over the file at most, whatever its counts say.
+/// Reads an opened file: its blocks, found by position as SimpleWav finds them, and what is wrong with them, in the
+/// order of the file. Costs at most one pass over the file, whatever its counts say.
 void readRecord(ByteFile& file, CaptureRecord& record);
 
 /// Opens and reads. A file that cannot be read has a fault that says so.

@@ -11,7 +11,7 @@ namespace {
 constexpr int kColumnGap = 10;
 constexpr int kLabelLength = 3;
 
-/// A list is given the text of one of its entries and chooses the first that reads so: entries may be alike.
+/// Chooses an entry by the text that it has in `row`. Several entries may have the same text; the first is chosen.
 template<std::size_t Rows>
 void chooseEntry(const NumberedArray<QString, Rows>& list, int& chosen, int row) {
     if (list.has(row)) {
@@ -20,7 +20,7 @@ void chooseEntry(const NumberedArray<QString, Rows>& list, int& chosen, int row)
     }
 }
 
-/// Everything of a click but its texts.
+/// Does what a click does, apart from titles, readouts and measurements.
 void selectChannel(const Scope& scope, int row) {
     const publicM& model = scope.model;
     ScreenState& screen = scope.screen;

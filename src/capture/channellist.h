@@ -26,7 +26,7 @@ void beginStart(const Scope& scope);
 /// Draws the first frame and writes the readouts of the current row. No channel is chosen yet.
 void endStart(const Scope& scope);
 
-/// Relabels the volt list for a probe exponent 0 to 3; any other leaves it. The chosen row stays.
+/// Relabels the volt list for a probe exponent 0 to 3; any other exponent leaves the texts. The chosen row stays.
 void FillVoltList(ScreenState& screen, int probeExp);
 
 /// Makes the channel of the selected row the one that lists, bar and readouts apply to. Does nothing where no row is
@@ -39,8 +39,8 @@ void List1_ItemCheck(const Scope& scope, int Item);
 void selectRow(const Scope& scope, int row);
 /// Sets or clears a tick by code: the row becomes current, and both its events follow whether or not the tick changes.
 void setTick(const Scope& scope, int channel, bool ticked);
-/// The same for a tick that another one will follow at once: no frame is drawn and no readout written, since nobody
-/// sees them and the next tick brings them.
+/// Sets a tick without drawing a frame or writing readouts. For a tick that another one follows at once, so that nobody
+/// would see them.
 void setTickUnseen(const Scope& scope, int channel);
 
 } // namespace sixtrace

@@ -43,7 +43,7 @@ constexpr double kMillivoltsInAVolt = 1000;
 constexpr double kPercent = 100;
 constexpr int kTwentieth = 20;
 
-// What a sample is to the levels, as bits.
+// Bits that tell where a sample lies relative to the levels.
 constexpr std::uint8_t kHigh = 1;   ///< at or above the middle and a twentieth of the amplitude
 constexpr std::uint8_t kLow = 2;    ///< at or below the middle less a twentieth
 constexpr std::uint8_t kNinety = 4; ///< at or above 90 %
@@ -65,7 +65,7 @@ struct Sums {
 };
 
 Sums sumsOf(const std::int16_t* counts, std::size_t count) {
-    // In pieces whose sums fit 32 bits, so that they are added up many at a time.
+    // The sum of a piece fits 32 bits, so that the compiler can add many samples at a time.
     constexpr std::size_t kPiece = 4096;
     Sums sums;
     for (std::size_t start = 0; start < count; start += kPiece) {
@@ -98,7 +98,7 @@ double finiteOrNone(double value) {
     return std::isfinite(value) ? value : kNone;
 }
 
-/// A mean of times, in samples, that comes together piece by piece.
+/// The mean of durations, which are added in samples.
 struct Mean {
     double sum = 0;
     std::size_t count = 0;
@@ -168,7 +168,8 @@ void Measuring::takeCounts(const ChannelRecord& channel, std::size_t count, bool
 
 Measuring::Levels Measuring::levelsOf(int least, int greatest) {
     const auto bins = static_cast<std::size_t>(greatest - least) + 1;
-    // Two counts beside each other, so that equal samples that follow one another need not wait for one another.
+    // Two histograms, for samples of even and of odd number: in a single one, an increment would wait for that of an
+    // equal neighbour.
     m_bins.assign(2 * bins, 0);
     std::uint16_t* const even = m_bins.data();
     std::uint16_t* const odd = even + bins;
@@ -193,13 +194,13 @@ Measuring::Levels Measuring::levelsOf(int least, int greatest) {
         const int twice = 2 * bin - (greatest - least); // of its distance from the middle
         if (twice < 0) {
             lower.all += frequency;
-            if (frequency > lower.most) { // of equals the first, which is the outer one
+            if (frequency > lower.most) { // the first of equal ones, which is the outer one
                 lower.most = frequency;
                 lower.mode = least + bin;
             }
         } else if (twice > 0) {
             upper.all += frequency;
-            if (frequency >= upper.most) { // of equals the last
+            if (frequency >= upper.most) { // the last of equal ones
                 upper.most = frequency;
                 upper.mode = least + bin;
             }
@@ -229,7 +230,7 @@ void Measuring::flagLevels(const Levels& levels) {
     }
 }
 
-/// The first sample from `from` on that bears the flag; the count of samples where none does.
+/// The first sample from `from` on that has the flag; the count of samples where none has it.
 std::size_t Measuring::nextFlag(std::size_t from, std::uint8_t flag) const {
     constexpr std::uint64_t kEach = 0x0101010101010101;
     const std::size_t count = m_counts.size();
@@ -273,7 +274,7 @@ void Measuring::measureTimes(const Levels& levels, double interval, ChannelMeasu
         if (i >= count) {
             break;
         }
-        // The last way through the middle before the other state is reached counts.
+        // Of several crossings of the middle the last one before the other state counts.
         std::size_t way = i;
         while (isHigh ? m_counts[way - 1] <= middle : m_counts[way - 1] >= middle) {
             --way;
@@ -320,7 +321,7 @@ void Measuring::measureEdges(const Levels& levels, double interval, ChannelMeasu
         if (i >= count) {
             break;
         }
-        // From the last time that the old state is left to the first that the new one is reached.
+        // The edge begins where the old state is left for the last time and ends where the new one is reached.
         std::size_t left = i;
         while (isTop ? m_counts[left - 1] < ninety : m_counts[left - 1] > ten) {
             --left;

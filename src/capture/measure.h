@@ -10,8 +10,8 @@
 
 namespace sixtrace {
 
-/// What is measured of a channel, in the order in which it is told. Units stand in the names: seconds, volts at the
-/// probe's tip, hertz, percent.
+/// The figures of a channel, in the order of every output. The end of a figure's key is its unit: seconds, volts at the
+/// probe's tip, hertz or percent.
 enum class Measure : std::uint8_t {
     Samples,
     Interval,
@@ -43,7 +43,7 @@ inline constexpr std::size_t kMeasures = static_cast<std::size_t>(Measure::Instr
 /// Key of a measurement in JSON and CSV: "samples", "interval_s", "min_v" ...
 [[nodiscard]] std::string_view measureKey(Measure measure);
 
-/// The figures of one channel; a figure that does not exist is no number.
+/// The figures of one channel; one that does not exist is NaN.
 struct ChannelMeasures {
     std::array<double, kMeasures> values{};
 
@@ -51,25 +51,25 @@ struct ChannelMeasures {
     [[nodiscard]] double& operator[](Measure measure) { return values[static_cast<std::size_t>(measure)]; }
 };
 
-/// Which samples of a slow scan count.
+/// Which samples of a slow scan are measured.
 enum class Sweep {
-    Fresh, ///< those below ScanPoint, where it parts the samples of a slow scan in two; all of any other capture
+    Fresh, ///< those before ScanPoint, if that lies inside the samples; of any other capture all
     All,
 };
 
 /// Samples of a channel that are measured: those that the file holds, or the first of them in a fresh sweep.
 [[nodiscard]] std::size_t measuredSamples(const ChannelRecord& channel, Sweep sweep);
 
-/// Volts at the probe's tip for each count; no number where the file has none.
+/// Volts at the probe's tip for each count; NaN where the file's value is not finite.
 [[nodiscard]] double voltsPerCount(const ChannelRecord& channel);
-/// Seconds between two samples; no number where the file has none.
+/// Seconds between two samples; NaN where the file's value is not finite.
 [[nodiscard]] double secondsPerSample(const ChannelRecord& channel);
 /// 10 to the power of the probe exponent.
 [[nodiscard]] double probeFactorOf(const ChannelRecord& channel);
 /// The 64-bit real of the shortest decimal that gives this 32-bit real: 0.1 for 0.1F.
 [[nodiscard]] double decimalOf(float value);
 
-/// Measures channels, one after the other, in memory that it keeps.
+/// Measures one channel after another and keeps its memory between them.
 class Measuring {
 public:
     [[nodiscard]] ChannelMeasures measure(const ChannelRecord& channel, Sweep sweep);

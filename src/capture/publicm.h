@@ -29,7 +29,7 @@ private:
     [[nodiscard]] static std::size_t index(int channel, int sample) {
         return static_cast<std::size_t>(channel) + std::size_t{kChannels} * static_cast<std::size_t>(sample);
     }
-    /// From the start of a cache line, as wide stores like it. Vectors read and write eight elements where a row has six.
+    /// Aligned to a cache line, for wide stores. Vectors read and write eight elements where a row has six.
     alignas(64) std::array<T, kSize + 2> m_data{};
 };
 
@@ -38,7 +38,7 @@ private:
 ///
 /// A channel's fields are consistent only while its ChannelPresent is 1: a load clears ChannelPresent, ProbeExp,
 /// ChannelXShift and SampleCount of all channels and leaves everything else of a channel that the file lacks.
-// The fields stand in the order of their meaning; a few bytes beside its arrays are no loss.
+// The fields are ordered by meaning; the few bytes of padding do not matter.
 // NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding)
 struct publicM {
     // Read from the capture file.

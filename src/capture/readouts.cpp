@@ -1,32 +1,30 @@
 // SPDX-License-Identifier: MIT
 #include "capture/readouts.h"
 
-#include "capture/measurementunits.h"
-
 namespace sixtrace {
 
 namespace {
 
-QString written(double value, const UnitNotation& notation, NumberMarks marks) {
+template<typename Measured>
+QString written(Measured value, const UnitNotation<Measured>& notation, NumberMarks marks) {
     const QString picture = QStringLiteral("#0.") + QString(notation.decimals, u'0');
-    return Format(value / notation.divisor, picture, marks) + QString::fromLatin1(notation.unit);
+    return Format(value / notation.one, picture, marks) + QString::fromLatin1(notation.unit);
 }
 
 constexpr int kTitleLength = 4;
 
 } // namespace
 
-QString frequencyText(float frequency, NumberMarks marks) {
-    const double hertz = frequency;
-    return written(hertz, unitLadderRow(hertz).frequency, marks);
+QString frequencyText(Hertz frequency, NumberMarks marks) {
+    return written(frequency, unitLadderRow(frequency).frequency, marks);
 }
 
-QString periodText(float frequency, float period, NumberMarks marks) {
-    return written(double{period}, unitLadderRow(double{frequency}).period, marks);
+QString periodText(Hertz frequency, Microseconds period, NumberMarks marks) {
+    return written(period, unitLadderRow(frequency).period, marks);
 }
 
-QString peakToPeakText(double millivolts, NumberMarks marks) {
-    return written(millivolts, voltageNotation(millivolts), marks);
+QString peakToPeakText(Millivolts voltage, NumberMarks marks) {
+    return written(voltage, voltageNotation(voltage), marks);
 }
 
 MeasurementTexts measurementTexts(const publicM& model, int channel, NumberMarks marks) {
@@ -34,10 +32,11 @@ MeasurementTexts measurementTexts(const publicM& model, int channel, NumberMarks
     if (model.ChannelPresent.at(c) == 0) {
         return {};
     }
-    const double millivolts =
-        probeFactor(model.ProbeExp[c]) * (1.0 * model.PeakToPeak[c]) * double{model.VoltPerCount[c]};
-    return {frequencyText(model.Frequency[c], marks), periodText(model.Frequency[c], model.Period[c], marks),
-            peakToPeakText(millivolts, marks)};
+    const Hertz frequency(double{model.Frequency[c]});
+    const Microseconds period(double{model.Period[c]});
+    const Millivolts peakToPeak(probeFactor(model.ProbeExp[c]) * (1.0 * model.PeakToPeak[c]) *
+                                double{model.VoltPerCount[c]});
+    return {frequencyText(frequency, marks), periodText(frequency, period, marks), peakToPeakText(peakToPeak, marks)};
 }
 
 FrameTitles frameTitles(const QString& row, Language language) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "capture/mdllan.h"
+#include "capture/measurementunits.h"
 #include "capture/publicm.h"
 #include "platform/text/numbers.h"
 
@@ -16,13 +17,12 @@ struct MeasurementTexts {
     QString peakToPeak; ///< of LabMaxx
 };
 
-/// Frequency text of a signal of `frequency` hertz.
-[[nodiscard]] QString frequencyText(float frequency, NumberMarks marks = NumberMarks::system());
-/// Period text of a signal: `period` in microseconds, its unit chosen by `frequency` in hertz, so that both texts
-/// change their unit together.
-[[nodiscard]] QString periodText(float frequency, float period, NumberMarks marks = NumberMarks::system());
-/// Text of a peak-to-peak voltage in millivolts; above 1000 in volts.
-[[nodiscard]] QString peakToPeakText(double millivolts, NumberMarks marks = NumberMarks::system());
+/// Text of a signal's frequency.
+[[nodiscard]] QString frequencyText(Hertz frequency, NumberMarks marks = NumberMarks::system());
+/// Text of a signal's period. The frequency chooses the unit, so that both texts change their unit together.
+[[nodiscard]] QString periodText(Hertz frequency, Microseconds period, NumberMarks marks = NumberMarks::system());
+/// Text of a peak-to-peak voltage.
+[[nodiscard]] QString peakToPeakText(Millivolts voltage, NumberMarks marks = NumberMarks::system());
 
 /// The texts of a channel of the model; all empty for a channel that the capture does not hold.
 [[nodiscard]] MeasurementTexts measurementTexts(const publicM& model, int channel,

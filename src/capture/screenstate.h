@@ -32,25 +32,25 @@ enum class MousePointer { Arrow = 1, NorthSouth = 7, EastWest = 9 };
 
 /// A zero marker of the strip, and the flat label at the strip's end that stands in for it when it has left the strip.
 struct ZeroMarker {
-    double top = strip::kCentreTop; ///< twips; the master copy of the channel's vertical place
+    Twips top = strip::kCentreTop; ///< the master copy of the channel's vertical place
     bool shown = false;
     bool pressed = false; ///< has its border
     Colour back = 0;
     bool standInShown = false;
-    double standInTop = 0; ///< twips
+    Twips standInTop;
     Colour standInBack = 0;
 };
 
-/// VScroll1: one step of its value is a division, half its maximum stands for the middle of the screen.
+/// VScroll1: one step of its value is a division; half its maximum is the middle of the screen.
 struct PositionBarState {
     int maximum = 0;
     int value = 0;
 };
 
-/// Where the cursor lines stand, screen units.
+/// Where the cursor lines stand.
 struct CursorPlaces {
-    std::array<double, 2> voltage{100, 300}; ///< Y of Line1(0) and Line1(1)
-    std::array<double, 2> time{180, 420};    ///< X of Line2(0) and Line2(1)
+    std::array<ScreenY, 2> voltage{ScreenY{100}, ScreenY{300}}; ///< Line1(0) and Line1(1)
+    std::array<ScreenX, 2> time{ScreenX{180}, ScreenX{420}};    ///< Line2(0) and Line2(1)
 };
 
 /// The texts of one pair of cursors. The difference has no unit of its own.
@@ -60,7 +60,7 @@ struct CursorTexts {
     QString difference;
 };
 
-/// A time before it becomes text.
+/// A time readout before it becomes text.
 struct TimeReading {
     double value = 0;
     QLatin1String unit;
@@ -98,7 +98,7 @@ struct ScreenState {
     CursorPlaces cursors;
     CursorTexts voltages;                    ///< LabY1, LabY2, their units, LabDy
     CursorTexts times;                       ///< LabX1, LabX2, their units, LabDx
-    std::array<TimeReading, 2> timeReadings; ///< that `times` was written from
+    std::array<TimeReading, 2> timeReadings; ///< the readings that `times` shows
     MeasurementTexts measurements;           ///< Frame4
     FrameTitles titles;
     MousePointer pointer = MousePointer::Arrow;
@@ -112,7 +112,7 @@ struct ScreenState {
 
     // The paths at the window's foot.
     QString loadedPath;      ///< Label4
-    unsigned pathsShown = 0; ///< grows with every path, be it the one that was there: the file may be another
+    unsigned pathsShown = 0; ///< counts the paths, also the same one again: its file may have changed
     QString modelName;       ///< Label5
 
     void showPath(const QString& path) {
@@ -122,8 +122,8 @@ struct ScreenState {
     [[nodiscard]] TraceStyle traceStyle() const { return lineTicked ? TraceStyle::Lines : TraceStyle::Points; }
 };
 
-/// What a rule has others do because it lies above the rule's own folder. This base does nothing, which serves those
-/// who only read captures; the screen of the folder view draws and reads out, in a window or without one.
+/// What the rules need from higher folders. This base class does nothing, which is enough for programs that only read
+/// captures. ScopeScreen of the folder view implements it, with a window and without one.
 class ScreenDuties {
 public:
     ScreenDuties() = default;
@@ -139,19 +139,19 @@ public:
     virtual void blankDue() {}
     /// The data table closes: a load is about to change what it lists.
     virtual void closeTable() {}
-    /// The data table is loaded afresh, without being shown.
+    /// The data table is loaded again, without being shown.
     virtual void openTable() {}
 };
 
-/// What every rule works on.
+/// What every rule works with.
 struct Scope {
     publicM& model;
     ScreenState& screen;
     ScreenDuties& duties;
 };
 
-/// A screen that nobody looks at: the state that a load leaves, without pictures. In the state after start-up; the
-/// model's tables are filled.
+/// A screen without pictures, for programs that need only the state after a load. It begins in the state after
+/// start-up. The model's tables have to be filled before.
 class UnseenScreen {
 public:
     explicit UnseenScreen(publicM& model);

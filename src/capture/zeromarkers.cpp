@@ -51,7 +51,7 @@ void placeBarAtMarker(ScreenState& screen, int channel) {
     }
 }
 
-double markerTopOfBar(const PositionBarState& bar) {
+Twips markerTopOfBar(const PositionBarState& bar) {
     return (bar.value - bar.maximum / 2.0) * strip::kHeight / strip::kDivisions + strip::kCentreTop;
 }
 

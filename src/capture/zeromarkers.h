@@ -5,7 +5,7 @@
 
 namespace sixtrace {
 
-/// All markers blend into the strip; the one of `channel` alone takes its trace's colour.
+/// Gives the marker of `channel` the colour of its trace, and all others the colour of the strip.
 void standOutMarker(const Scope& scope, int channel);
 
 /// Swaps a marker for its stand-by label beyond the strip's ends, and back. Does nothing for a channel that does not
@@ -14,11 +14,11 @@ void MarkerClamp(ScreenState& screen, int Index);
 
 void hideStandIns(ScreenState& screen);
 
-/// The bar takes the range of a channel's volt row; a row that does not exist leaves it.
+/// Gives the bar the range of a channel's volt row. The range stays where that row does not exist.
 void takeBarRange(const Scope& scope, int channel);
-/// The bar takes the place of a channel's marker, at its ends for a marker beyond them. Raises no change.
+/// Sets the bar to the place of a channel's marker, or to its nearer end. Raises no event.
 void placeBarAtMarker(ScreenState& screen, int channel);
-/// Top of a marker that stands where the bar says, twips.
-[[nodiscard]] double markerTopOfBar(const PositionBarState& bar);
+/// Top of the marker at the place that the bar shows.
+[[nodiscard]] Twips markerTopOfBar(const PositionBarState& bar);
 
 } // namespace sixtrace

@@ -9,7 +9,6 @@
 #include "output/printerchoice.h"
 #include "platform/controls/look.h"
 #include "platform/desktop/dialogs.h"
-#include "platform/drawing/twips.h"
 
 #include <QCloseEvent>
 #include <QCursor>
@@ -28,7 +27,7 @@ constexpr int kHeight = 640;
 constexpr std::int32_t kPaperHeightA4 = 16840; // twips
 constexpr std::int32_t kPaperWidthA4 = 11907;
 constexpr double kDisplayDotsPerInch = 96;
-constexpr double kKeyStep = 600; // twips that an arrow key moves the page by
+constexpr Twips kKeyStep{600}; // that an arrow key moves the page by
 /// The preview offers neither to print a selection nor to print to a file.
 constexpr int kPreviewPrintFlags = PrinterDialog::kNoSelection | PrinterDialog::kDisablePrintToFile;
 // The decimal mark of typed numbers is a point on every system.
@@ -47,8 +46,8 @@ QMenu* addMenu(QMenuBar& bar, const char* name, const QString& caption) {
     return menu;
 }
 
-std::int32_t whole(double value) {
-    return toInt32(value).value_or(0);
+Twips rounded(Twips place) {
+    return Twips(std::nearbyint(place.number()));
 }
 
 } // namespace
@@ -106,7 +105,7 @@ void frmPrintPreview::Form_Load() {
     SetLanFile(m_model, m_model.LanguageId);
     ApplyLanguage(*this, m_model);
     takePaper();
-    m_imgView->setSize(m_settings.PaperWidth, m_settings.PaperHeight);
+    m_imgView->setSize(Twips(m_settings.PaperWidth), Twips(m_settings.PaperHeight));
     m_scale.BaseZoom = m_scale.baseZoom(); // it is 0 before the first use of the page setup
     if (!m_scale.RePrintOnZoom) {
         compose(m_scale.BaseZoom);
@@ -130,8 +129,7 @@ void frmPrintPreview::showPresent() {
     takePaper();
     compose(m_scale.RePrintOnZoom ? ViewPercent : m_scale.BaseZoom);
     if (m_settings.PaperWidth != width || m_settings.PaperHeight != height) {
-        m_imgView->setSize(m_settings.PaperWidth / 100.0 * ViewPercent, m_settings.PaperHeight / 100.0 * ViewPercent);
-        PlacePage();
+        takeViewSize();
     }
 }
 
@@ -148,19 +146,25 @@ void frmPrintPreview::compose(std::int32_t percent) {
     }
 }
 
-double frmPrintPreview::windowWidth() const {
-    return width() * kTwips;
+Twips frmPrintPreview::windowWidth() const {
+    return twipsOfPixels(width());
 }
-double frmPrintPreview::windowHeight() const {
-    return (height() - kMenuBarHeight) * kTwips;
+Twips frmPrintPreview::windowHeight() const {
+    return twipsOfPixels(height() - kMenuBarHeight);
+}
+
+/// Gives the picture the size of the paper at the scale of the view, and places it.
+void frmPrintPreview::takeViewSize() {
+    m_imgView->setSize(Twips(m_settings.PaperWidth / 100.0 * ViewPercent),
+                       Twips(m_settings.PaperHeight / 100.0 * ViewPercent));
+    PlacePage();
 }
 
 void frmPrintPreview::applyScale() {
     if (m_scale.RePrintOnZoom) {
         compose(ViewPercent);
     }
-    m_imgView->setSize(m_settings.PaperWidth / 100.0 * ViewPercent, m_settings.PaperHeight / 100.0 * ViewPercent);
-    PlacePage();
+    takeViewSize();
     changeCaption();
 }
 
@@ -181,7 +185,8 @@ void frmPrintPreview::mnuView100_Click() {
 }
 
 void frmPrintPreview::mnuViewFullPage_Click() {
-    ViewPercent = fullPagePercent(windowWidth(), windowHeight(), m_settings.PaperWidth, m_settings.PaperHeight);
+    ViewPercent =
+        fullPagePercent(windowWidth(), windowHeight(), Twips(m_settings.PaperWidth), Twips(m_settings.PaperHeight));
     applyScale();
 }
 
@@ -261,26 +266,26 @@ void frmPrintPreview::mnuHelp_Click() {
     m_dialogs.message(lines.join(QStringLiteral("\r\n")), MessageIcon::Plain);
 }
 
-void frmPrintPreview::frameA_MouseDown(Qt::MouseButton Button, double X, double Y) {
-    X0 = whole(X);
-    Y0 = whole(Y);
+void frmPrintPreview::frameA_MouseDown(Qt::MouseButton Button, Twips X, Twips Y) {
+    X0 = rounded(X);
+    Y0 = rounded(Y);
     if (Button == Qt::RightButton) {
         m_mnuView->popup(QCursor::pos());
     }
 }
 
-void frmPrintPreview::frameA_MouseMove(Qt::MouseButtons Button, double X, double Y) {
+void frmPrintPreview::frameA_MouseMove(Qt::MouseButtons Button, Twips X, Twips Y) {
     if (!Button.testFlag(Qt::LeftButton)) {
         return;
     }
     movePage(X - X0, Y - Y0);
 }
 
-void frmPrintPreview::movePage(double dx, double dy) {
-    const double left = m_imgView->Left();
-    const double top = m_imgView->Top();
-    m_imgView->Move(std::nearbyint(left) + dragOnAxis(dx, left, m_imgView->Width(), windowWidth()),
-                    std::nearbyint(top) + dragOnAxis(dy, top, m_imgView->Height(), windowHeight()));
+void frmPrintPreview::movePage(Twips dx, Twips dy) {
+    const Twips left = m_imgView->Left();
+    const Twips top = m_imgView->Top();
+    m_imgView->Move(rounded(left) + dragOnAxis(dx, left, m_imgView->Width(), windowWidth()),
+                    rounded(top) + dragOnAxis(dy, top, m_imgView->Height(), windowHeight()));
 }
 
 void frmPrintPreview::keyPressEvent(QKeyEvent* event) {
@@ -290,16 +295,16 @@ void frmPrintPreview::keyPressEvent(QKeyEvent* event) {
         break;
     // The page moves against the direction of the key, so that the view moves in that direction.
     case Qt::Key_Left:
-        movePage(kKeyStep, 0);
+        movePage(kKeyStep, Twips{0});
         break;
     case Qt::Key_Right:
-        movePage(-kKeyStep, 0);
+        movePage(-kKeyStep, Twips{0});
         break;
     case Qt::Key_Up:
-        movePage(0, kKeyStep);
+        movePage(Twips{0}, kKeyStep);
         break;
     case Qt::Key_Down:
-        movePage(0, -kKeyStep);
+        movePage(Twips{0}, -kKeyStep);
         break;
     default:
         QMainWindow::keyPressEvent(event);

@@ -3,6 +3,7 @@
 
 #include "capture/publicm.h"
 #include "output/mdlprinter.h"
+#include "platform/drawing/lengths.h"
 
 #include <QMainWindow>
 
@@ -55,11 +56,12 @@ private:
     void compose(std::int32_t percent);
     void takePaper();
     void applyScale();
-    void movePage(double dx, double dy);
-    [[nodiscard]] double windowWidth() const; ///< inside of the form, twips
-    [[nodiscard]] double windowHeight() const;
-    void frameA_MouseDown(Qt::MouseButton Button, double X, double Y);
-    void frameA_MouseMove(Qt::MouseButtons Button, double X, double Y);
+    void takeViewSize();
+    void movePage(Twips dx, Twips dy);
+    [[nodiscard]] Twips windowWidth() const; ///< inside of the form
+    [[nodiscard]] Twips windowHeight() const;
+    void frameA_MouseDown(Qt::MouseButton Button, Twips X, Twips Y);
+    void frameA_MouseMove(Qt::MouseButtons Button, Twips X, Twips Y);
 
     publicM& m_model;
     MdlPrinter& m_settings;
@@ -71,8 +73,8 @@ private:
     PageDesk* m_frameA;
     PageView* m_imgView;
     PageBox* m_picPrint;
-    std::int32_t X0 = 0; ///< where the mouse button was pressed, in twips inside the widget
-    std::int32_t Y0 = 0;
+    Twips X0; ///< where in the widget the mouse button was pressed, a whole number
+    Twips Y0;
 };
 
 } // namespace sixtrace

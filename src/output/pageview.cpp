@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "output/pageview.h"
 
-#include "platform/drawing/twips.h"
-
 #include <QMouseEvent>
 #include <QPainter>
 
 #include <algorithm>
-#include <cmath>
 
 namespace sixtrace {
 
@@ -16,37 +13,39 @@ namespace {
 constexpr QRgb kDesk = 0xFF7E8794;
 constexpr int kShadow = 3; ///< pixels
 
-int pixels(double twips) {
-    return static_cast<int>(std::lround(std::clamp(twips / kTwips, -double{QWIDGETSIZE_MAX}, double{QWIDGETSIZE_MAX})));
+/// The nearest pixel that a widget can have.
+int pixelOf(Twips place) {
+    constexpr Twips kMost = QWIDGETSIZE_MAX * kPixel;
+    return nearestPixel(std::clamp(place, -kMost, kMost));
 }
 
 } // namespace
 
 void PagePointing::mousePressEvent(QMouseEvent* event) {
-    Q_EMIT mouseDown(event->button(), event->position().x() * kTwips, event->position().y() * kTwips);
+    Q_EMIT mouseDown(event->button(), twipsOfPixels(event->position().x()), twipsOfPixels(event->position().y()));
 }
 
 void PagePointing::mouseMoveEvent(QMouseEvent* event) {
-    Q_EMIT mouseMove(event->buttons(), event->position().x() * kTwips, event->position().y() * kTwips);
+    Q_EMIT mouseMove(event->buttons(), twipsOfPixels(event->position().x()), twipsOfPixels(event->position().y()));
 }
 
 PageView::PageView(QWidget* parent)
     : PagePointing(parent) {}
 
-void PageView::setSize(double width, double height) {
-    m_width = std::max(width, 0.0);
-    m_height = std::max(height, 0.0);
+void PageView::setSize(Twips width, Twips height) {
+    m_width = std::max(width, Twips{0});
+    m_height = std::max(height, Twips{0});
     follow();
 }
 
-void PageView::Move(double left, double top) {
+void PageView::Move(Twips left, Twips top) {
     m_left = left;
     m_top = top;
     follow();
 }
 
 void PageView::follow() {
-    const QRect place(pixels(m_left), pixels(m_top), pixels(m_width), pixels(m_height));
+    const QRect place(pixelOf(m_left), pixelOf(m_top), pixelOf(m_width), pixelOf(m_height));
     if (place.size() != size()) {
         m_reduced = {};
     }

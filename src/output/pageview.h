@@ -1,22 +1,23 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/drawing/lengths.h"
 #include "platform/printing/picturepage.h"
 
 #include <QWidget>
 
 namespace sixtrace {
 
-/// A widget with signals of the mouse. The coordinates are twips inside the widget.
+/// A widget with signals of the mouse, whose places count from the widget's corner.
 class PagePointing : public QWidget {
     Q_OBJECT
 public:
     using QWidget::QWidget;
 
 Q_SIGNALS:
-    void mouseDown(Qt::MouseButton button, double x, double y);
+    void mouseDown(Qt::MouseButton button, Twips x, Twips y);
     /// `buttons` are those that are down.
-    void mouseMove(Qt::MouseButtons buttons, double x, double y);
+    void mouseMove(Qt::MouseButtons buttons, Twips x, Twips y);
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
@@ -30,12 +31,12 @@ class PageView : public PagePointing {
 public:
     explicit PageView(QWidget* parent);
 
-    [[nodiscard]] double Left() const { return m_left; }
-    [[nodiscard]] double Top() const { return m_top; }
-    [[nodiscard]] double Width() const { return m_width; }
-    [[nodiscard]] double Height() const { return m_height; }
-    void setSize(double width, double height);
-    void Move(double left, double top);
+    [[nodiscard]] Twips Left() const { return m_left; }
+    [[nodiscard]] Twips Top() const { return m_top; }
+    [[nodiscard]] Twips Width() const { return m_width; }
+    [[nodiscard]] Twips Height() const { return m_height; }
+    void setSize(Twips width, Twips height);
+    void Move(Twips left, Twips top);
 
     [[nodiscard]] const QImage& Picture() const { return m_picture; }
     void setPicture(const QImage& picture);
@@ -46,10 +47,10 @@ protected:
 private:
     void follow();
 
-    double m_left = 0;
-    double m_top = 0;
-    double m_width = 0;
-    double m_height = 0;
+    Twips m_left;
+    Twips m_top;
+    Twips m_width;
+    Twips m_height;
     QImage m_picture;
     QImage m_reduced; ///< the picture at the size of the widget, when that is smaller
 };

@@ -3,46 +3,51 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace sixtrace {
 
 namespace {
 /// The nearest whole number, halves to even. A page at some million percent leaves the range of the type; then it is
 /// the nearer end of that range.
-std::int32_t whole(double value) {
-    constexpr double kMost = 2147483647;
-    return static_cast<std::int32_t>(std::nearbyint(std::clamp(value, -kMost, kMost)));
+double whole(double value) {
+    constexpr double kMost = std::numeric_limits<std::int32_t>::max();
+    return std::nearbyint(std::clamp(value, -kMost, kMost));
+}
+Twips whole(Twips length) {
+    return Twips(whole(length.number()));
 }
 } // namespace
 
-std::int32_t fullPagePercent(double windowWidth, double windowHeight, double paperWidth, double paperHeight) {
-    const double width = windowWidth - 2 * kPreviewGap;
-    const double height = windowHeight - 2 * kPreviewGap;
-    if (width <= 0 || height <= 0 || paperWidth <= 0 || paperHeight <= 0) {
+std::int32_t fullPagePercent(Twips windowWidth, Twips windowHeight, Twips paperWidth, Twips paperHeight) {
+    const Twips width = windowWidth - 2 * kPreviewGap;
+    const Twips height = windowHeight - 2 * kPreviewGap;
+    if (std::min({width, height, paperWidth, paperHeight}) <= Twips{0}) {
         return 1;
     }
     const bool widthDecides = height / width >= paperHeight / paperWidth;
-    const std::int32_t percent = whole((widthDecides ? width / paperWidth : height / paperHeight) * 100);
-    return percent > 0 ? percent : 1;
+    const double percent = whole((widthDecides ? width / paperWidth : height / paperHeight) * 100);
+    return percent > 0 ? static_cast<std::int32_t>(percent) : 1;
 }
 
-std::int32_t placeOnAxis(double pictureSize, double windowSize) {
-    const std::int32_t picture = whole(pictureSize);
-    const std::int32_t window = whole(windowSize);
-    return picture < window ? whole((static_cast<double>(window) - picture) / 2) : 0;
+Twips placeOnAxis(Twips pictureSize, Twips windowSize) {
+    const Twips picture = whole(pictureSize);
+    const Twips window = whole(windowSize);
+    return picture < window ? whole((window - picture) / 2) : Twips{0};
 }
 
-std::int32_t dragOnAxis(double delta, double picturePlace, double pictureSize, double windowSize) {
-    const std::int32_t moved = whole(delta);
-    const std::int32_t place = whole(picturePlace);
-    const std::int32_t spare = whole(pictureSize - std::abs(static_cast<double>(place)) - windowSize);
-    if (place > 0) {
-        return 0;
+Twips dragOnAxis(Twips delta, Twips picturePlace, Twips pictureSize, Twips windowSize) {
+    const Twips moved = whole(delta);
+    const Twips place = whole(picturePlace);
+    if (place > Twips{0}) {
+        return Twips{0};
     }
-    if (moved < 0) {
-        return -static_cast<double>(moved) > spare ? -spare : moved;
+    const Twips hiddenBefore = -place;
+    const Twips hiddenBehind = whole(pictureSize - hiddenBefore - windowSize);
+    if (moved < Twips{0}) {
+        return -moved > hiddenBehind ? -hiddenBehind : moved;
     }
-    return moved > -static_cast<double>(place) ? -place : moved;
+    return moved > hiddenBefore ? hiddenBefore : moved;
 }
 
 } // namespace sixtrace

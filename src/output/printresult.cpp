@@ -186,8 +186,7 @@ void PageComposer::printLabels(PageTarget& target, const PageInputs& inputs, con
             continue;
         }
         target.ForeColor = m_model.LineColor[channel];
-        ChannelPageY[channel] =
-            (strip::kMarkerHeight / 2 + inputs.frame.markerTop[channel]) / strip::kHeight * box.height;
+        ChannelPageY[channel] = strip::zeroLine(inputs.frame.markerTop[channel]) * box.height;
         const double zeroLine = box.top + ChannelPageY[channel];
         target.CurrentX = box.left - kIndent;
         target.CurrentY = zeroLine - kGap;
@@ -214,7 +213,7 @@ Outcome PageComposer::PrinterDrawT(PicturePage& hidden, Box& box, PageTarget& ta
             continue;
         }
         PageSink sink(hidden, m_model, channel, inputs.style);
-        const PageArea page{static_cast<double>(box.width), static_cast<double>(box.height), ChannelPageY[channel]};
+        const PageArea page{Twips(box.width), Twips(box.height), Twips(ChannelPageY[channel])};
         ChannelPlot plot(m_model, channel, inputs.style, m_points, sink, page);
         if (const Outcome plotted = plot.plot(); !plotted) {
             return plotted;

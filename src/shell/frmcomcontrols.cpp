@@ -12,7 +12,7 @@
 #include "platform/controls/positionbar.h"
 #include "platform/controls/ticklist.h"
 #include "platform/controls/toolbar.h"
-#include "platform/drawing/twips.h"
+#include "platform/drawing/lengths.h"
 #include "shell/maintoolbar.h"
 #include "view/geometry.h"
 
@@ -25,8 +25,8 @@ QString elementName(const QString& name, int index) {
 namespace {
 
 constexpr Colour kCursorColour = 0x00FFFF80;
-constexpr double kStandInWidth = 375;
-constexpr double kStandInHeight = 255;
+constexpr Twips kStandInWidth{375};
+constexpr Twips kStandInHeight{255};
 
 template<typename Widget>
 Widget* named(Widget* widget, const QString& name) {
@@ -64,7 +64,7 @@ void makeToolbar(QWidget& client, FrmComControls& c) {
 void makeStrip(QWidget& client, FrmComControls& c) {
     c.Picture3 = named(new QWidget(&client), QStringLiteral("Picture3"));
     c.Picture3->setAutoFillBackground(true);
-    c.Picture3->setGeometry(rectOfTwips(120, 560, strip::kMarkerWidth, strip::kHeight));
+    c.Picture3->setGeometry(rectOfTwips(120, 560, strip::kMarkerWidth.number(), strip::kHeight.number()));
 
     static const PerChannel<QString> captions{QStringLiteral("1->"), QStringLiteral("2->"), QStringLiteral("A->"),
                                               QStringLiteral("B->"), QStringLiteral("C->"), QStringLiteral("D->")};

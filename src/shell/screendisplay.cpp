@@ -55,7 +55,7 @@ void showVisible(const auto& labels, bool visible) {
     }
 }
 
-void showMarker(MarkerLabel& label, double top, bool shown, Colour back, bool pressed) {
+void showMarker(MarkerLabel& label, Twips top, bool shown, Colour back, bool pressed) {
     if (label.Top() != top) {
         label.setTop(top);
     }
@@ -175,11 +175,13 @@ void ScreenDisplay::showMarkers() {
 void ScreenDisplay::showCursors() {
     const FrmComControls& c = m_controls;
     for (std::size_t i = 0; i < c.Line1.size(); ++i) {
-        if (c.Line1[i]->Y1() != m_screen.cursors.voltage[i]) {
-            c.Line1[i]->setY(m_screen.cursors.voltage[i]);
+        const double y = m_screen.cursors.voltage[i].number();
+        if (c.Line1[i]->Y1() != y) {
+            c.Line1[i]->setY(y);
         }
-        if (c.Line2[i]->X1() != m_screen.cursors.time[i]) {
-            c.Line2[i]->setX(m_screen.cursors.time[i]);
+        const double x = m_screen.cursors.time[i].number();
+        if (c.Line2[i]->X1() != x) {
+            c.Line2[i]->setX(x);
         }
     }
     const auto showTexts = [](const CursorTexts& texts, const std::array<ReadoutLabel*, 5>& labels) {

@@ -103,11 +103,11 @@ void ScreenWidgets::bindTimeAndVolt() {
 void ScreenWidgets::bindScreen() {
     PictureBox& Picture2 = *m_controls.Picture2;
     connect(&Picture2, &PictureBox::mouseDown, this, [this](double X, double Y) {
-        m_mouse.Picture2_MouseDown(X, Y);
+        m_mouse.Picture2_MouseDown(ScreenX(X), ScreenY(Y));
         m_display.showPicture();
     });
     connect(&Picture2, &PictureBox::mouseMove, this, [this](double X, double Y) {
-        m_mouse.Picture2_MouseMove(X, Y);
+        m_mouse.Picture2_MouseMove(ScreenX(X), ScreenY(Y));
         m_display.showPicture();
         m_display.showCursors();
     });
@@ -132,11 +132,11 @@ void ScreenWidgets::bindMarkers() {
             m_appearance.image1_DblClick(i);
             m_display.show();
         });
-        connect(marker, &MarkerLabel::mouseDown, this, [this, i](double Y) {
+        connect(marker, &MarkerLabel::mouseDown, this, [this, i](Twips Y) {
             m_mouse.image1_MouseDown(i, Y);
             m_display.show();
         });
-        connect(marker, &MarkerLabel::mouseMove, this, [this, i](Qt::MouseButtons Button, double Y) {
+        connect(marker, &MarkerLabel::mouseMove, this, [this, i](Qt::MouseButtons Button, Twips Y) {
             m_mouse.image1_MouseMove(i, Button, Y);
             m_display.showMarkers();
             m_display.showPicture();

@@ -8,7 +8,7 @@ namespace sixtrace {
 class Dialogs;
 
 /// The user's choices of how the screen looks: colours, dotted graticule or cross, lines or points. Each takes effect
-/// at once and is in the settings file at once.
+/// and is written to the settings file at once.
 class Appearance {
 public:
     Appearance(ScopeScreen& pictures, Dialogs& dialogs)
@@ -29,7 +29,7 @@ public:
 
 private:
     void chooseStyle(TraceStyle style);
-    /// In the language of the moment.
+    /// The text in the present language.
     [[nodiscard]] QString words(QStringView chinese, QStringView english) const;
 
     ScopeScreen& m_pictures;

@@ -9,7 +9,7 @@ namespace sixtrace {
 
 namespace {
 
-/// The part of a slow scan's screen that is left free ahead of the write position.
+/// A slow scan leaves a gap ahead of its write position, as a part of the screen's width.
 constexpr double kScanGap = 0.08;
 constexpr double kScanFilled = 0.92;
 
@@ -23,12 +23,12 @@ bool isShown(const publicM& model, const PerChannel<bool>& selected, int channel
 bool deriveSteps(publicM& model, int channel, const std::optional<PageArea>& page) {
     const int c = channel;
     model.SampleStep[c] = model.SampleInterval[c];
-    const auto milliseconds = page ? msPerPixel(model, channel, page->width) : msPerPixel(model, channel);
+    const auto milliseconds = page ? msPerPixel(model, channel, *page) : msPerPixel(model, channel);
     if (!milliseconds) {
         return false;
     }
     model.MsPerPixel[c] = *milliseconds;
-    const auto volts = page ? voltPerPixel(model, channel, page->height) : voltPerPixel(model, channel);
+    const auto volts = page ? voltPerPixel(model, channel, *page) : voltPerPixel(model, channel);
     if (!volts) {
         return false;
     }
@@ -47,7 +47,7 @@ Outcome ChannelPlot::takeScale() {
     }
     const auto scale = m_page ? pageScale(m_model, m_channel, *m_page) : plotScale(m_model, m_channel);
     if (!scale) {
-        // The rows of the view exist by now. So the row of the capture is missing, or there is nothing to divide by.
+        // deriveSteps has found the rows of the view. So the row of the capture is missing, or the count is 0.
         const bool rowExists = m_model.TimeBaseTable.has(m_model.TimeIndex[m_channel]);
         return RuntimeError::of(rowExists ? ErrorNumber::DivisionByZero : ErrorNumber::SubscriptOutOfRange);
     }
@@ -78,7 +78,7 @@ Outcome ChannelPlot::plotByTimeBase() {
     return slots * kScanFilled >= scan ? plotBothSweeps(slots, scan) : plotOneSweep(slots, scan);
 }
 
-/// The fresh sweep up to the write position, the gap, and what is left of the sweep before.
+/// Plots the new sweep up to the write position and, after the gap, the rest of the previous sweep.
 Outcome ChannelPlot::plotBothSweeps(double slots, double scan) {
     const double gapEnd = slots * kScanGap + scan;
     if (m_style == TraceStyle::Points) {
@@ -88,8 +88,8 @@ Outcome ChannelPlot::plotBothSweeps(double slots, double scan) {
     if (const Outcome fresh = visit(0, scan - 1); !fresh) {
         return fresh;
     }
-    // The pen crosses the gap over the row that the counter has reached, with the position that an earlier frame
-    // left there: one dot.
+    // On its way over the gap the pen leaves one dot, at the position that an earlier frame stored for the sample at
+    // the write position.
     const double counter = std::max(scan, 0.0);
     if (!isSampleRow(counter)) {
         return RuntimeError::of(ErrorNumber::SubscriptOutOfRange);
@@ -100,7 +100,8 @@ Outcome ChannelPlot::plotBothSweeps(double slots, double scan) {
     return lifted ? visit(gapEnd, slots) : lifted;
 }
 
-/// A write position near the end of the screen: the gap covers the start of the sweep.
+/// Plots a sweep whose write position is near the end of the screen. The gap continues at the start of the screen, so
+/// nothing of the previous sweep remains.
 Outcome ChannelPlot::plotOneSweep(double slots, double scan) {
     const double start = slots * kScanGap - (slots - scan);
     if (m_style == TraceStyle::Points) {

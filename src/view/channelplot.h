@@ -10,7 +10,7 @@
 
 namespace sixtrace {
 
-/// Where a channel's dots and lines go.
+/// Receives the dots and lines of a channel.
 class TraceSink {
 public:
     TraceSink() = default;
@@ -18,7 +18,7 @@ public:
     TraceSink& operator=(const TraceSink&) = delete;
     virtual ~TraceSink() = default;
 
-    /// Lifts the pen and sets it down: one dot.
+    /// Lifts the pen and sets it down at a point, which draws one dot.
     virtual void dot(std::int32_t x, std::int32_t y) = 0;
     /// The samples of a run: lines from the pen through them, or a dot for each.
     virtual void samples(const PointRun& points) = 0;
@@ -28,14 +28,14 @@ public:
 [[nodiscard]] bool isShown(const publicM& model, const PerChannel<bool>& selected, int channel);
 
 /// Sets SampleStep, MsPerPixel and VoltPerPixel of a channel, for the screen or for a page. False where a table row
-/// does not exist; the values before it in this order are set then.
+/// does not exist; the values before it in this order are set all the same.
 bool deriveSteps(publicM& model, int channel, const std::optional<PageArea>& page = {});
 
 /// Whether all samples of a channel are plotted as one run. Only a slow scan that fills its screen is plotted in parts.
 [[nodiscard]] bool isPlottedWhole(const publicM& model, int channel);
 
-/// Plots one channel, on the screen or in the frame of a page: the same cases by time base and scan position, the same
-/// pen lifts, only the mapping differs. A step that ends in a run-time error ends the plot; what was drawn by then
+/// Plots one channel, on the screen or in the frame of a page. The cases by time base and write position and the lifts
+/// of the pen are the same for both; only the scale differs. A run-time error ends the plot; what was drawn before it
 /// stays.
 class ChannelPlot {
 public:

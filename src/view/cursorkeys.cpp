@@ -117,10 +117,10 @@ void CursorKeys::step(std::size_t line, int units) {
         return;
     }
     m_handles[line]->setFocusLine(true);
-    // The line has moved and the pointer has not: its shape goes by what lies below it now.
+    // The line has moved and the pointer has not: the pointer gets the shape for what is below it now.
     if (!m_mouse.holdsAnything() && m_Picture2.underMouse()) {
         const QPointF at = m_Picture2.mapFromGlobal(QPointF(QCursor::pos()));
-        m_mouse.Picture2_MouseMove(at.x(), at.y());
+        m_mouse.Picture2_MouseMove(ScreenX(at.x()), ScreenY(at.y()));
     }
     m_moved();
 }

@@ -12,7 +12,7 @@ namespace sixtrace {
 
 namespace {
 
-/// Rows that a walk over the samples may touch: those of the arrays, whatever the count says.
+/// How many samples of a channel may be accessed: its SampleCount, but no more than the arrays hold.
 int rowsOf(const publicM& model, int channel) {
     return std::clamp(model.SampleCount[channel], 0, kSampleRows);
 }
@@ -36,8 +36,8 @@ void penToSample(const publicM& model, int channel, int sample, Picture& picture
 
 /// Adds one distance to many coordinates, each sum rounded, halves to the even integer.
 ///
-/// Unless the distance lies about halfway between two integers, every sum rounds as the distance alone does, and the
-/// addition is one of integers: a step of a drag moves ten thousand coordinates.
+/// Unless the distance lies about halfway between two integers, the rounded sum is the sum with the rounded distance.
+/// Then integers are added, which is faster: a step of a drag moves ten thousand coordinates.
 class Shift {
 public:
     explicit Shift(double delta)
@@ -77,8 +77,8 @@ struct VisibleRange {
     int last = -1; ///< the last with X below 600, or -1
 };
 
-/// Shifts from both ends inward up to the first and the last visible sample. A trace that lies wholly beside the screen
-/// is passed by one walk entirely, and its end sample by the other as well.
+/// Shifts the samples from both ends up to the first and the last visible one. Of a trace that lies entirely outside
+/// the screen, one of the two loops shifts all samples, and the other shifts the sample that it begins with once more.
 bool shiftToVisible(const publicM& model, int channel, SampleArray<std::int32_t>& coordinates, const Shift& shift,
                     VisibleRange& range) {
     const int rows = rowsOf(model, channel);
@@ -93,7 +93,7 @@ bool shiftToVisible(const publicM& model, int channel, SampleArray<std::int32_t>
         }
     }
     if (!countFits(model, channel)) {
-        return false; // the walk from the far end begins outside the arrays
+        return false; // the loop from the end would begin outside the arrays
     }
     for (int i = rows - 1; i >= 0; --i) {
         if (!shift(coordinates(channel, i))) {
@@ -129,7 +129,7 @@ bool beginTraceDrag(const publicM& model, int channel, Picture& picture2, Pictur
     return true;
 }
 
-bool moveTraceDrag(publicM& model, int channel, float delta, const Picture& picHidden0, Picture& picHidden1,
+bool moveTraceDrag(publicM& model, int channel, ScreenX delta, const Picture& picHidden0, Picture& picHidden1,
                    Picture& picture2) {
     const int c = channel;
     picHidden1.BitBlt(0, 0, kScreenWidth, kScreenHeight, picHidden0, 0, 0);
@@ -138,7 +138,8 @@ bool moveTraceDrag(publicM& model, int channel, float delta, const Picture& picH
     if (viewRow < 0 || viewRow >= kTimeBaseRows || fileRow < 0 || fileRow >= kTimeBaseRows) {
         return false;
     }
-    const auto step = static_cast<double>(delta);
+    // A step of the shift is a 32-bit real.
+    const auto step = static_cast<double>(static_cast<float>(delta.number()));
     model.ChannelXShift[c] = static_cast<float>(static_cast<double>(model.ChannelXShift[c]) +
                                                 step * model.TimeBaseTable[viewRow] / model.TimeBaseTable[fileRow]);
 
@@ -176,7 +177,7 @@ bool beginMarkerDrag(const publicM& model, int channel, Picture& picture2, Pictu
     return true;
 }
 
-bool moveMarkerDrag(publicM& model, int channel, double markerTop, const Picture& picHidden0, Picture& picture2) {
+bool moveMarkerDrag(publicM& model, int channel, Twips markerTop, const Picture& picHidden0, Picture& picture2) {
     const int c = channel;
     picture2.BitBlt(0, 0, kScreenWidth, kScreenHeight, picHidden0, 0, 0);
     const auto zeroLine = zeroLineOfMarker(markerTop);

@@ -2,7 +2,6 @@
 #include "view/frame.h"
 
 #include "view/channelplot.h"
-#include "view/geometry.h"
 #include "view/graticule.h"
 #include "view/tracelayers.h"
 #include "view/tracepoints.h"
@@ -40,7 +39,7 @@ private:
     TraceStyle m_style;
 };
 
-/// Collects lines whose X never falls in layers, which one sweep paints at the end of the frame.
+/// Collects lines whose X never decreases as layers, which are painted together at the end of the frame.
 class LayerSink final : public TraceSink {
 public:
     LayerSink(TraceLayers& layers, Colour colour)
@@ -84,7 +83,7 @@ bool runsRightward(const publicM& model, const FrameInputs& inputs) {
     return true;
 }
 
-/// Plots the shown channels in their order, each into a sink of its own. False where a run-time error ended that.
+/// Plots the shown channels in their order, each into a sink of its own. False where a run-time error ended it.
 bool plotChannels(publicM& model, const FrameInputs& inputs, TracePoints& points, Picture& picture2,
                   const auto& sinkOf) {
     for (int channel = 0; channel < kChannels; ++channel) {
@@ -100,7 +99,8 @@ bool plotChannels(publicM& model, const FrameInputs& inputs, TracePoints& points
     return true;
 }
 
-/// The same at once, for channels that are all plotted whole. False, with nothing drawn, where that cannot be done.
+/// Does the same for all channels at once, if each of them is plotted as one run. False, with nothing drawn, where that
+/// cannot be done.
 bool plotTogether(publicM& model, const FrameInputs& inputs, TracePoints& points, Picture& picture2,
                   const auto& sinkOf) {
     PerChannel<WholeTrace> traces;

@@ -4,7 +4,7 @@
 #include "capture/screenstate.h"
 #include "platform/drawing/picture.h"
 #include "platform/drawing/vectors.h"
-#include "view/framecopy.h"
+#include "view/geometry.h"
 
 #include <array>
 #include <memory>
@@ -15,11 +15,37 @@ namespace sixtrace {
 struct FrameInputs {
     Graticule graticule = Graticule::Dotted;
     TraceStyle style = TraceStyle::Lines;
-    PerChannel<bool> selected{};    ///< ticks of the channel list
-    PerChannel<double> markerTop{}; ///< tops of the markers, twips
+    PerChannel<bool> selected{};   ///< ticks of the channel list
+    PerChannel<Twips> markerTop{}; ///< tops of the markers
 };
 
 [[nodiscard]] FrameInputs frameInputs(const ScreenState& screen);
+
+/// Keeps picHidden(0), the copy of the last finished frame from which drags restore the background. Few frames are
+/// followed by a drag: a finished frame is only noted, and copied when a drag begins. Code that draws on the screen
+/// without finishing a frame has to call bringUpToDate before.
+class FrameCopy {
+public:
+    FrameCopy(const Picture& screen, Picture& copy)
+        : m_screen(screen)
+        , m_copy(copy) {}
+
+    /// A frame is finished on the screen.
+    void noteFrame() { m_due = true; }
+    /// The noted frame is not needed: the next one replaces it, or the copy has been cleared.
+    void forget() { m_due = false; }
+    void bringUpToDate() {
+        if (m_due) {
+            m_due = false;
+            m_copy.BitBlt(0, 0, kScreenWidth, kScreenHeight, m_screen, 0, 0);
+        }
+    }
+
+private:
+    const Picture& m_screen;
+    Picture& m_copy;
+    bool m_due = false;
+};
 
 /// Draws frames of the scope screen. Owns the scratch memory of the drawing, so make it once.
 ///

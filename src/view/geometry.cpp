@@ -34,17 +34,31 @@ std::optional<TraceScale> scaleWithHeights(const publicM& model, int channel, do
     return scale && scale->placesHeights() ? scale : std::nullopt;
 }
 
+std::optional<float> msPerUnit(const publicM& model, int channel, double width) {
+    const auto tView = model.TimeBaseTable.find(model.TimeIndexView[channel]);
+    return tView ? std::optional(static_cast<float>(*tView * kDivisionsOfTime / width)) : std::nullopt;
+}
+
+std::optional<float> voltPerUnit(const publicM& model, int channel, double height) {
+    const auto vView = model.VoltTable.find(model.VoltIndexView[channel]);
+    return vView ? std::optional(static_cast<float>(*vView * kDivisionsOfVoltage / height)) : std::nullopt;
+}
+
 } // namespace
 
 int divisionsAcross(int fileKind) {
     return fileKind == 2 || fileKind == 3 ? 10 : 12;
 }
 
-std::optional<std::int16_t> zeroLineOfMarker(double top) {
-    return toInt16((strip::kMarkerHeight / 2 + top) / strip::kHeight * kScreenHeight);
+std::optional<std::int16_t> zeroLineOfMarker(Twips top) {
+    return toInt16(strip::zeroLine(top) * kScreenHeight);
 }
 
-bool deriveZeroLines(publicM& model, const PerChannel<double>& markerTops) {
+Twips wayOnStrip(ScreenY way) {
+    return way.number() * (strip::kHeight / kScreenHeight);
+}
+
+bool deriveZeroLines(publicM& model, const PerChannel<Twips>& markerTops) {
     for (std::size_t c = 0; c < kChannels; ++c) {
         const auto y = zeroLineOfMarker(markerTops[c]);
         if (!y) {
@@ -75,23 +89,27 @@ std::optional<TraceScale> pickScale(const publicM& model, int channel) {
 
 std::optional<TraceScale> pageScale(const publicM& model, int channel, const PageArea& page) {
     const std::int32_t samples = model.SampleCount[channel];
-    auto scale = samples != 0 ? scaleWithHeights(model, channel, page.width) : std::nullopt;
+    auto scale = samples != 0 ? scaleWithHeights(model, channel, page.width.number()) : std::nullopt;
     if (scale) {
-        scale->dx = scale->zoom / samples * page.width;
-        scale->yPos = page.zeroLine;
-        scale->height = page.height;
+        scale->dx = scale->zoom / samples * page.width.number();
+        scale->yPos = page.zeroLine.number();
+        scale->height = page.height.number();
     }
     return scale;
 }
 
-std::optional<float> msPerPixel(const publicM& model, int channel, double width) {
-    const auto tView = model.TimeBaseTable.find(model.TimeIndexView[channel]);
-    return tView ? std::optional(static_cast<float>(*tView * kDivisionsOfTime / width)) : std::nullopt;
+std::optional<float> msPerPixel(const publicM& model, int channel) {
+    return msPerUnit(model, channel, kScreenWidth);
+}
+std::optional<float> msPerPixel(const publicM& model, int channel, const PageArea& page) {
+    return msPerUnit(model, channel, page.width.number());
 }
 
-std::optional<float> voltPerPixel(const publicM& model, int channel, double height) {
-    const auto vView = model.VoltTable.find(model.VoltIndexView[channel]);
-    return vView ? std::optional(static_cast<float>(*vView * kDivisionsOfVoltage / height)) : std::nullopt;
+std::optional<float> voltPerPixel(const publicM& model, int channel) {
+    return voltPerUnit(model, channel, kScreenHeight);
+}
+std::optional<float> voltPerPixel(const publicM& model, int channel, const PageArea& page) {
+    return voltPerUnit(model, channel, page.height.number());
 }
 
 } // namespace sixtrace

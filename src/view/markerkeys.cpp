@@ -38,7 +38,7 @@ bool MarkerKeys::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::KeyPress:
         if (const int key = static_cast<QKeyEvent*>(event)->key(); key == Qt::Key_Up || key == Qt::Key_Down) {
             (*at)->setFocusLine(true);
-            m_mouse.moveMarkerBy(static_cast<int>(at - m_image1.begin()), key == Qt::Key_Up ? -1 : 1);
+            m_mouse.moveMarkerBy(static_cast<int>(at - m_image1.begin()), ScreenY(key == Qt::Key_Up ? -1 : 1));
             m_moved();
             return true;
         } else if (key == Qt::Key_Return || key == Qt::Key_Enter) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/scopescreen.h"
 
+#include "capture/channellist.h"
 #include "view/cursors.h"
 #include "view/drags.h"
 
@@ -61,7 +62,7 @@ bool ScopeScreen::beginTraceDrag(int channel) {
     return sixtrace::beginTraceDrag(m_model, channel, m_pictures.Picture2, *m_pictures.picHidden[1]);
 }
 
-bool ScopeScreen::moveTraceDrag(int channel, float delta) {
+bool ScopeScreen::moveTraceDrag(int channel, ScreenX delta) {
     m_copy.bringUpToDate();
     ++m_changes;
     return sixtrace::moveTraceDrag(m_model, channel, delta, *m_pictures.picHidden[0], *m_pictures.picHidden[1],
@@ -88,6 +89,16 @@ void ScopeScreen::moveMarkerDrag(int channel) {
 const Picture& ScopeScreen::background() {
     m_copy.bringUpToDate();
     return *m_pictures.picHidden[0];
+}
+
+OffscreenScope::OffscreenScope(publicM& model, Graticule graticule, TraceStyle style)
+    : m_screen(model, state, {Picture2, {&m_picHidden0, &m_picHidden1, &m_picHidden2}}) {
+    state.graticule = graticule;
+    state.lineTicked = style == TraceStyle::Lines;
+    state.pointTicked = !state.lineTicked;
+    m_screen.setScreenColor(model.BackColor);
+    beginStart(scope());
+    endStart(scope());
 }
 
 } // namespace sixtrace

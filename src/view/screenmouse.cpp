@@ -21,6 +21,19 @@ std::size_t numberOf(CursorHit line) {
     return line == CursorHit::Voltage2 || line == CursorHit::Time2 ? 1 : 0;
 }
 
+/// A place without its fraction.
+template<typename Place>
+Place wholeUnits(Place place) {
+    return Place(std::floor(place.number()));
+}
+
+bool isOnScreen(ScreenX x) {
+    return x >= ScreenX{0} && x < ScreenX{kScreenWidth};
+}
+bool isOnScreen(ScreenY y) {
+    return y >= ScreenY{0} && y < ScreenY{kScreenHeight};
+}
+
 } // namespace
 
 void ScreenMouse::hold(CursorHit line) {
@@ -40,12 +53,12 @@ bool ScreenMouse::holds(CursorHit line) const {
     return lines != nullptr && (isVoltage(line) ? lines->voltage : lines->time) == numberOf(line);
 }
 
-void ScreenMouse::Picture2_MouseDown(double X, double Y) {
+void ScreenMouse::Picture2_MouseDown(ScreenX X, ScreenY Y) {
     if (m_model.AutoRun) {
         return;
     }
-    X = std::floor(X);
-    Y = std::floor(Y);
+    X = wholeUnits(X);
+    Y = wholeUnits(Y);
     // A hidden cursor line takes the press as well.
     if (const CursorHit line = cursorUnder(m_screen.cursors, X, Y); line != CursorHit::None) {
         hold(line);
@@ -73,13 +86,13 @@ void ScreenMouse::Picture2_MouseDown(double X, double Y) {
     }
 }
 
-void ScreenMouse::dragTrace(drag::Trace& trace, double X) {
-    if (m_pictures.moveTraceDrag(trace.channel, static_cast<float>(X - trace.lastX))) {
+void ScreenMouse::dragTrace(drag::Trace& trace, ScreenX X) {
+    if (m_pictures.moveTraceDrag(trace.channel, X - trace.lastX)) {
         trace.lastX = X;
     }
 }
 
-bool ScreenMouse::passVoltageCursors(double Y) {
+bool ScreenMouse::passVoltageCursors(ScreenY Y) {
     const auto* lines = std::get_if<drag::CursorLines>(&m_drag);
     if (lines != nullptr && lines->voltage) {
         moveVoltageCursor(m_model, m_screen, *lines->voltage, Y);
@@ -93,7 +106,7 @@ bool ScreenMouse::passVoltageCursors(double Y) {
     return true;
 }
 
-bool ScreenMouse::passTimeCursors(double X) {
+bool ScreenMouse::passTimeCursors(ScreenX X) {
     // The readouts come first, so that times lag the line by one move.
     printTime(m_model, m_screen);
     const auto* lines = std::get_if<drag::CursorLines>(&m_drag);
@@ -108,10 +121,10 @@ bool ScreenMouse::passTimeCursors(double X) {
     return true;
 }
 
-void ScreenMouse::Picture2_MouseMove(double X, double Y) {
-    X = std::floor(X);
-    Y = std::floor(Y);
-    if (m_model.AutoRun || X < 0 || X >= kScreenWidth || Y < 0 || Y >= kScreenHeight) {
+void ScreenMouse::Picture2_MouseMove(ScreenX X, ScreenY Y) {
+    X = wholeUnits(X);
+    Y = wholeUnits(Y);
+    if (m_model.AutoRun || !isOnScreen(X) || !isOnScreen(Y)) {
         return;
     }
     if (auto* trace = std::get_if<drag::Trace>(&m_drag)) {
@@ -135,7 +148,7 @@ void ScreenMouse::Picture2_MouseUp() {
     m_pictures.PicReDrawT();
 }
 
-void ScreenMouse::image1_MouseDown(int Index, double Y) {
+void ScreenMouse::image1_MouseDown(int Index, Twips Y) {
     if (m_model.AutoRun) {
         return;
     }
@@ -145,13 +158,13 @@ void ScreenMouse::image1_MouseDown(int Index, double Y) {
     m_pictures.beginMarkerDrag(Index);
 }
 
-void ScreenMouse::image1_MouseMove(int Index, Qt::MouseButtons Button, double Y) {
+void ScreenMouse::image1_MouseMove(int Index, Qt::MouseButtons Button, Twips Y) {
     const auto* held = std::get_if<drag::Marker>(&m_drag);
     if (m_model.AutoRun || Button != Qt::LeftButton || held == nullptr || held->channel != Index) {
         return;
     }
     ZeroMarker& marker = m_screen.markers[Index];
-    const double top = marker.top + (Y - held->pressY);
+    const Twips top = marker.top + (Y - held->pressY);
     if (top < strip::kDragTop || top > strip::kDragBottom) {
         return;
     }
@@ -176,31 +189,29 @@ void ScreenMouse::image1_MouseUp(int Index) {
     }
 }
 
-void ScreenMouse::moveLine(CursorHit line, double place) {
-    if (isVoltage(line)) {
-        moveVoltageCursor(m_model, m_screen, numberOf(line), place);
-        refreshDifference(m_screen.voltages);
-    } else {
-        moveTimeCursor(m_screen, numberOf(line), place);
-        printTime(m_model, m_screen);
-    }
-}
-
 bool ScreenMouse::moveCursorBy(CursorHit line, int units) {
     if (m_model.AutoRun || (holdsAnything() && !holds(line))) {
         return false;
     }
-    const CursorPlaces& places = m_screen.cursors;
-    const double place = std::floor((isVoltage(line) ? places.voltage : places.time)[numberOf(line)] + units);
-    if (place >= 0 && place < (isVoltage(line) ? kScreenHeight : kScreenWidth)) {
-        moveLine(line, place);
+    const std::size_t cursor = numberOf(line);
+    if (isVoltage(line)) {
+        const ScreenY y = wholeUnits(m_screen.cursors.voltage[cursor] + ScreenY(units));
+        if (isOnScreen(y)) {
+            moveVoltageCursor(m_model, m_screen, cursor, y);
+            refreshDifference(m_screen.voltages);
+        }
+    } else {
+        const ScreenX x = wholeUnits(m_screen.cursors.time[cursor] + ScreenX(units));
+        if (isOnScreen(x)) {
+            moveTimeCursor(m_screen, cursor, x);
+            printTime(m_model, m_screen);
+        }
     }
     return true;
 }
 
-void ScreenMouse::moveMarkerBy(int channel, int units) {
-    constexpr double kUnit = strip::kHeight / kScreenHeight;
-    const double top = m_screen.markers[channel].top + units * kUnit;
+void ScreenMouse::moveMarkerBy(int channel, ScreenY way) {
+    const Twips top = m_screen.markers[channel].top + wayOnStrip(way);
     if (m_model.AutoRun || holdsAnything() || top < strip::kStandByTop || top > strip::kStandByBottom) {
         return;
     }

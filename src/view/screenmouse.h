@@ -21,19 +21,19 @@ struct CursorLines {
 /// A trace, sideways.
 struct Trace {
     int channel;
-    double lastX; ///< of the last move that was drawn, screen units
+    ScreenX lastX; ///< of the last move that was drawn
 };
 /// A zero marker, up and down.
 struct Marker {
     int channel;
-    double pressY; ///< place of the pointer inside the marker, twips
+    Twips pressY; ///< place of the pointer inside the marker
 };
 } // namespace drag
 using Drag = std::variant<drag::Nothing, drag::CursorLines, drag::Trace, drag::Marker>;
 
-/// The mouse over the screen and the marker strip: which of its presses takes hold of what, and what moves with it.
-/// Arrow keys move the same things by the same functions. Knows no widget: positions come in, the state and the
-/// pictures change.
+/// The mouse over the screen and the marker strip: what a press takes hold of, and what then moves with the pointer.
+/// Arrow keys move cursor lines and markers by the same functions. The class knows no widget: it is given positions and
+/// changes the state and the pictures.
 class ScreenMouse {
 public:
     ScreenMouse(const Scope& scope, ScopeScreen& pictures)
@@ -42,23 +42,23 @@ public:
         , m_screen(scope.screen)
         , m_pictures(pictures) {}
 
-    /// X and Y in screen units, origin top left; fractions are cut off. The button plays no part.
-    void Picture2_MouseDown(double X, double Y);
-    void Picture2_MouseMove(double X, double Y);
+    /// Fractions of X and Y are cut off. The button plays no part.
+    void Picture2_MouseDown(ScreenX X, ScreenY Y);
+    void Picture2_MouseMove(ScreenX X, ScreenY Y);
     void Picture2_MouseUp();
 
-    /// X and Y in twips inside the marker; of a move, `Button` is all that are down: a marker follows the left one
-    /// alone.
-    void image1_MouseDown(int Index, double Y);
-    void image1_MouseMove(int Index, Qt::MouseButtons Button, double Y);
+    /// Y is the place of the pointer inside the marker. `Button` is all buttons that are down: a marker follows the
+    /// left one alone.
+    void image1_MouseDown(int Index, Twips Y);
+    void image1_MouseMove(int Index, Qt::MouseButtons Button, Twips Y);
     void image1_MouseUp(int Index);
 
-    /// Moves a cursor line by screen units, downward or to the right, as far as it stays on the screen. While the mouse
-    /// holds something else nothing moves.
-    /// False where the key is refused.
+    /// Moves a cursor line by screen units, downward or to the right, if it stays on the screen. False, and nothing
+    /// moves, during timed acquisition and while the mouse holds something else.
     bool moveCursorBy(CursorHit line, int units);
-    /// Moves a zero marker by screen units, downward. It does not go where its stand-by label would replace it.
-    void moveMarkerBy(int channel, int units);
+    /// Moves a zero marker so that its zero line goes down by `way`. It does not go where its stand-by label would
+    /// replace it.
+    void moveMarkerBy(int channel, ScreenY way);
 
     [[nodiscard]] const Drag& held() const { return m_drag; }
     [[nodiscard]] bool holdsAnything() const { return !std::holds_alternative<drag::Nothing>(m_drag); }
@@ -66,11 +66,10 @@ public:
 
 private:
     void hold(CursorHit line);
-    void dragTrace(drag::Trace& trace, double X);
+    void dragTrace(drag::Trace& trace, ScreenX X);
     /// False when the pointer hovers over a line, which ends the event.
-    [[nodiscard]] bool passVoltageCursors(double Y);
-    [[nodiscard]] bool passTimeCursors(double X);
-    void moveLine(CursorHit line, double place);
+    [[nodiscard]] bool passVoltageCursors(ScreenY Y);
+    [[nodiscard]] bool passTimeCursors(ScreenX X);
 
     Scope m_scope;
     publicM& m_model;

@@ -28,7 +28,7 @@ void stepTo(int next, int rows, int shown, const Choose& choose) {
     }
 }
 
-/// The bar drives a channel that holds a capture.
+/// Whether the bar moves the marker of a channel that holds a capture.
 bool barDrivesTrace(const Scope& scope) {
     const int channel = scope.screen.CurChannel;
     return channel >= 0 && scope.model.ChannelPresent[channel] == 1;

@@ -27,10 +27,11 @@ void stepTimeRow(const Scope& scope, Step step);
 void VScroll1_Scroll(const Scope& scope);
 /// VScroll1 has a new value: the channel's marker goes there.
 void VScroll1_Change(const Scope& scope);
-/// The thumb has been let go where it was taken: nothing changes, the height of the zero line is no longer shown.
+/// The thumb was released where it was pressed: nothing changes, and the height of the zero line is no longer shown.
 void endScroll(ScreenState& screen);
 
-/// Timed acquisition has stopped: lists that were turned meanwhile, without effect, show again what is so.
+/// Makes the lists show the rows of the model again. Called when timed acquisition has stopped: what was chosen
+/// meanwhile had no effect.
 void showTrueChoices(const Scope& scope);
 
 } // namespace sixtrace

@@ -10,16 +10,17 @@ namespace sixtrace {
 
 namespace {
 
-constexpr double kCursorReach = 2; // exclusive
-constexpr double kTraceReach = 5;  // inclusive
+constexpr double kCursorReach = 2; // screen units, exclusive
+constexpr ScreenY kTraceReach{5};  // inclusive
 
-bool near(double place, double pointer) {
-    return std::fabs(pointer - place) < kCursorReach;
+template<typename Place>
+bool near(Place line, Place pointer) {
+    return std::fabs((pointer - line).number()) < kCursorReach;
 }
 
 enum class Miss { LeavesPointer, SetsArrow };
 
-TracePick search(const publicM& model, double x, double y, Miss miss) {
+TracePick search(const publicM& model, ScreenX x, ScreenY y, Miss miss) {
     TracePick pick;
     for (int channel = 0; channel < kChannels; ++channel) {
         const int c = channel;
@@ -41,7 +42,7 @@ TracePick search(const publicM& model, double x, double y, Miss miss) {
             pick.failed = true;
             return pick;
         }
-        const double traceY = scale->y(model.SampleData(channel, static_cast<int>(row)));
+        const ScreenY traceY{scale->y(model.SampleData(channel, static_cast<int>(row)))};
         if (y >= traceY - kTraceReach && y <= traceY + kTraceReach) {
             pick.channel = channel;
             pick.pointer = MousePointer::EastWest;
@@ -56,7 +57,7 @@ TracePick search(const publicM& model, double x, double y, Miss miss) {
 
 } // namespace
 
-CursorHit cursorUnder(const CursorPlaces& places, double x, double y) {
+CursorHit cursorUnder(const CursorPlaces& places, ScreenX x, ScreenY y) {
     if (near(places.voltage[0], y)) {
         return CursorHit::Voltage1;
     }
@@ -69,17 +70,17 @@ CursorHit cursorUnder(const CursorPlaces& places, double x, double y) {
     return near(places.time[1], x) ? CursorHit::Time2 : CursorHit::None;
 }
 
-bool onVoltageCursor(const CursorPlaces& places, double y) {
+bool onVoltageCursor(const CursorPlaces& places, ScreenY y) {
     return near(places.voltage[0], y) || near(places.voltage[1], y);
 }
-bool onTimeCursor(const CursorPlaces& places, double x) {
+bool onTimeCursor(const CursorPlaces& places, ScreenX x) {
     return near(places.time[0], x) || near(places.time[1], x);
 }
 
-TracePick pickTrace(const publicM& model, double x, double y) {
+TracePick pickTrace(const publicM& model, ScreenX x, ScreenY y) {
     return search(model, x, y, Miss::LeavesPointer);
 }
-TracePick hoverTrace(const publicM& model, double x, double y) {
+TracePick hoverTrace(const publicM& model, ScreenX x, ScreenY y) {
     return search(model, x, y, Miss::SetsArrow);
 }
 

@@ -22,8 +22,9 @@ std::int32_t nearest(double value) {
     return static_cast<std::int32_t>(std::nearbyint(value));
 }
 
-/// How many steps of 1 a counter makes from `first` up to `last`, `atMost` of them being of interest. A fraction in it
-/// loses its last bits as it grows, so that one just above a whole number may arrive there.
+/// How many of the values first, first + 1, ... do not exceed `last`; counts no further than one above `atMost`. Values
+/// with a fraction are counted one by one: as the value grows, the fraction loses its last bits, and a value just above
+/// a whole number may become that number.
 double countedSteps(double first, double last, double atMost) {
     if (first == std::floor(first)) {
         return std::floor(last - first) + 1;
@@ -84,7 +85,7 @@ public:
         }
         return m_heights;
     }
-    /// Pixels a count from which vectors compute the same heights, if they can.
+    /// The pixels per count with which vectors compute the same heights; nothing where they cannot.
     [[nodiscard]] std::optional<double> step() const { return m_step; }
 
 private:
@@ -127,8 +128,8 @@ PointRun TracePoints::compute(publicM& model, int channel, const TraceScale& sca
     if (!(first <= last)) {
         return run;
     }
-    // Rows are the rounded first counter and those after it. The counter's fraction never changes and is never a half:
-    // it comes from 2/25 of a whole number.
+    // The rows are the rounded first value and those after it: the fraction stays the same from value to value and is
+    // never a half, since it comes from 2/25 of a whole number.
     const double firstRow = std::nearbyint(first);
     if (!isSampleRow(firstRow)) {
         run.error = ErrorNumber::SubscriptOutOfRange;

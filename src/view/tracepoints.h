@@ -50,9 +50,9 @@ public:
     /// stays in X, while arrays are addressed by the rounded index, halves to even.
     [[nodiscard]] PointRun compute(publicM& model, int channel, const TraceScale& scale, double first, double last);
 
-    /// The points of several whole traces at once, several times faster than one after the other. False where a
-    /// scale or the samples do not allow it: nothing but positions has been changed then. Else `runs` has
-    /// the run of each, in their order, valid until the next computation.
+    /// The points of several whole traces at once, several times faster than one after the other. `runs` gets the run
+    /// of each, in their order, valid until the next computation. False where a scale or the samples do not allow it;
+    /// then nothing but PlotX and PlotY has changed.
     [[nodiscard]] bool computeTogether(publicM& model, std::span<const WholeTrace> traces, PerChannel<PointRun>& runs);
 
 private:

@@ -62,13 +62,13 @@ struct Block {
     float period = 1000;
     float voltPerCount = 20;
     std::vector<int> samples{1, 2, 3, 4};
-    int filling = 0; ///< slots behind the samples
+    int filling = 0; ///< slots after the samples
 
     void appendTo(Bytes& bytes, bool withProbe) const {
         bytes.text(mark).int32(0).int32(screenPoints).int32(sampleCount).int32(scanPoint).int32(timeIndex);
         bytes.int32(zeroLevel).int32(voltIndex);
         if (withProbe) {
-            bytes.int16(probeExp).int16(0x7777); // the upper half is nobody's
+            bytes.int16(probeExp).int16(0x7777); // the upper half has no meaning
         }
         bytes.real(interval).real(frequency).real(period).real(voltPerCount);
         for (const int sample : samples) {
@@ -89,7 +89,7 @@ inline QByteArray capture(const char* tag, const std::vector<Block>& blocks) {
     return bytes.bytes();
 }
 
-/// The screen's state with a record of what a load has others do.
+/// The screen's state. It counts the duties that the rules ask of it, and draws nothing.
 class RecordedScreen : public ScreenState, public ScreenDuties {
 public:
     explicit RecordedScreen(publicM& model)
@@ -113,7 +113,7 @@ private:
     publicM& m_model;
 };
 
-/// A model, a window without a window, and a folder for files.
+/// A model, a screen that records its duties, and a folder for files.
 class CaptureTest : public ::testing::Test {
 protected:
     CaptureTest() {
@@ -141,5 +141,8 @@ protected:
 private:
     QTemporaryDir m_folder;
 };
+
+/// Tests of SimpleWav, in several files.
+class SimpleWavTest : public CaptureTest {};
 
 } // namespace sixtrace::test

@@ -7,12 +7,10 @@
 #include <array>
 #include <limits>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
-using test::capture;
-
-class SourcesOfBytes : public test::CaptureTest {
+class SourcesOfBytes : public CaptureTest {
 protected:
     static std::span<const std::byte> bytesOf(const QByteArray& content) {
         return {reinterpret_cast<const std::byte*>(content.constData()), static_cast<std::size_t>(content.size())};
@@ -54,7 +52,7 @@ TEST_F(SourcesOfBytes, AreTheSameInAFileAndInMemory) {
     }
 }
 
-TEST_F(SourcesOfBytes, InMemoryHoldWhatStandsThereAndNoByteMore) {
+TEST_F(SourcesOfBytes, InMemoryEndAfterTheirLastByte) {
     const QByteArray held = content(5);
     ByteSource source;
     source.openBytes(bytesOf(held));
@@ -68,7 +66,7 @@ TEST_F(SourcesOfBytes, InMemoryHoldWhatStandsThereAndNoByteMore) {
     EXPECT_EQ(source.number<char>(1), std::nullopt);
 }
 
-TEST_F(SourcesOfBytes, TakeOnePlaceAfterTheOther) {
+TEST_F(SourcesOfBytes, ReplaceWhatWasOpenBefore) {
     const QByteArray held = content(5);
     ByteSource source;
     source.openBytes(bytesOf(held));
@@ -123,4 +121,4 @@ TEST_F(SourcesOfBytes, InMemoryAreLoadedAsFromAFile) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

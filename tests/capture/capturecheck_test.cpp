@@ -7,11 +7,8 @@
 
 using namespace Qt::StringLiterals;
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
-
-using test::Block;
-using test::capture;
 
 /// Offset of a field of the first block, behind the header.
 constexpr int kScreenPointsAt = 10 + 7;
@@ -22,7 +19,7 @@ constexpr int kVoltIndexAt = 10 + 27;
 constexpr int kProbeExpAt = 10 + 31;
 constexpr int kFrequencyAt = 10 + 39;
 
-class CaptureCheck : public test::CaptureTest {
+class CaptureCheck : public CaptureTest {
 protected:
     [[nodiscard]] std::vector<CaptureFault> check(const QByteArray& content) const {
         return checkCapture(put(content));
@@ -44,7 +41,7 @@ TEST_F(CaptureCheck, ASoundFileHasNoFault) {
     EXPECT_TRUE(check(capture("bin", {{}, {.mark = "CH2"}})).empty());
 }
 
-TEST_F(CaptureCheck, TheOneZeroByteMoreOfAUsbTransferIsNoFaultAndTwoAre) {
+TEST_F(CaptureCheck, OneZeroByteAfterTheLastBlockIsNoFaultAndTwoAre) {
     const QByteArray sound = capture("V11", {{}});
     EXPECT_TRUE(check(sound + QByteArray(1, '\0')).empty());
     EXPECT_EQ(check(sound + QByteArray(2, '\0')).size(), 1U);
@@ -65,7 +62,7 @@ TEST_F(CaptureCheck, CutInItsHeader) {
     expectOne(check(QByteArray("KQXV11\0\0", 8)), 8, u"header"_s);
 }
 
-TEST_F(CaptureCheck, CutAtAnyByteBehindTheHeaderHasAFault) {
+TEST_F(CaptureCheck, CutAtAnyByteAfterTheHeaderItHasAFault) {
     const QByteArray whole = capture("V11", {{}});
     for (int length = 0; length < whole.size(); ++length) {
         const auto faults = check(whole.left(length));
@@ -97,12 +94,12 @@ TEST_F(CaptureCheck, AChannelMayHoldNoSample) {
     EXPECT_TRUE(check({{.screenPoints = 1, .sampleCount = 0, .samples = {9}}}).empty());
 }
 
-TEST_F(CaptureCheck, SlotsWithoutSamplesHaveToBeThereAllTheSame) {
+TEST_F(CaptureCheck, SlotsWithoutSamplesHaveToBeInTheFile) {
     const QByteArray whole = capture("V11", {{.sampleCount = 0}});
     expectOne(check(whole.left(whole.size() - 1)), whole.size() - 1, u"ends 1 bytes before"_s);
 }
 
-TEST_F(CaptureCheck, ABlockBehindOneWithoutSamplesIsLookedForOneSlotFurther) {
+TEST_F(CaptureCheck, TheBlockAfterOneWithoutSamplesIsReadOneSlotLater) {
     EXPECT_TRUE(check({{.sampleCount = 0, .filling = 1}, {.mark = "CH2"}}).empty());
     expectOne(check({{.sampleCount = 0}, {.mark = "CH2"}}), 10 + 51 + 8 + 2, u"57 bytes after the last channel"_s);
 }
@@ -206,4 +203,4 @@ TEST_F(CaptureCheck, AtMostFiftyFaultsAreNamed) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -4,13 +4,11 @@
 #include "capture/bytes.h"
 #include "support/scripteddialogs.h"
 
-namespace sixtrace {
-
-using test::ScriptedDialogs;
+namespace sixtrace::test {
 namespace {
 
 /// Open, New and the older reader without a main window.
-class Loading : public test::CaptureTest {
+class Loading : public CaptureTest {
 protected:
     void choose(const QString& file) { dialogs.files.emplace_back(FileChoice{file, 1}); }
     [[nodiscard]] QString message() const { return dialogs.messages.join(u'|'); }
@@ -20,7 +18,7 @@ protected:
     CaptureLoading loading{view->scope(), dialogs, [this] { return folder; }};
 };
 
-TEST_F(Loading, ACancelledOpenLeavesTheTableUnloadedAndTheProgramFolderAfresh) {
+TEST_F(Loading, ACancelledOpenClosesTheTableAndSetsTheProgramFolder) {
     folder = path(QStringLiteral("moved"));
     loading.mnuOpen_Click();
     EXPECT_FALSE(view->tableLoaded);
@@ -31,20 +29,20 @@ TEST_F(Loading, ACancelledOpenLeavesTheTableUnloadedAndTheProgramFolderAfresh) {
 
 TEST_F(Loading, AnOpenedFileIsLoadedNamedAndTheCurrentMarkerClamped) {
     // A zero line 150 above the middle: its marker stands at 6030 x -50 / 200 - 105, above the strip.
-    choose(put(test::capture("V11", {{.mark = "CH2", .zeroLevel = 150}, {.mark = "CHA", .zeroLevel = 150}})));
+    choose(put(capture("V11", {{.mark = "CH2", .zeroLevel = 150}, {.mark = "CHA", .zeroLevel = 150}})));
     loading.mnuOpen_Click();
     EXPECT_EQ(model->FileKind, 4);
     EXPECT_TRUE(view->tableLoaded);
     EXPECT_EQ(view->loadedPath, path());
     EXPECT_EQ(view->CurChannel, 2);
-    EXPECT_EQ(view->markers[2].top, -1612.5);
+    EXPECT_EQ(view->markers[2].top, Twips(-1612.5));
     EXPECT_TRUE(view->markers[2].standInShown);
     EXPECT_FALSE(view->markers[2].shown);
-    EXPECT_FALSE(view->markers[1].standInShown) << "the others keep their markers, outside as they are";
+    EXPECT_FALSE(view->markers[1].standInShown) << "the others keep their markers, although these are outside";
     EXPECT_TRUE(view->markers[1].shown);
 }
 
-TEST_F(Loading, ARefusedFileIsNamedAllTheSame) {
+TEST_F(Loading, ARefusedFileIsNamedToo) {
     choose(put("no capture"));
     loading.mnuOpen_Click();
     EXPECT_TRUE(message().isEmpty());
@@ -71,19 +69,19 @@ TEST_F(Loading, TheOlderReaderAsksWithoutAPresetNameAndIsSilentWhenCancelled) {
     EXPECT_TRUE(view->tableLoaded) << "it closes no table beforehand";
 }
 
-TEST_F(Loading, TheOlderReaderTellsAMissingFileWithoutItsPathAndAForeignOne) {
+TEST_F(Loading, TheOlderReaderReportsAMissingFileWithoutItsPathAndAFileThatIsNoCapture) {
     choose(path(QStringLiteral("none.bin")));
     loading.OpenBinFile();
     EXPECT_EQ(message(), QStringLiteral(" no this file!"));
     EXPECT_EQ(dialogs.messageIcons.back(), MessageIcon::Critical);
-    choose(put(test::capture("V11", {{}})));
+    choose(put(capture("V11", {{}})));
     loading.OpenBinFile();
     EXPECT_EQ(dialogs.messages.back(), QStringLiteral("not KQX bin file!"));
     EXPECT_EQ(view->frames, 0);
 }
 
-TEST_F(Loading, TheOlderReaderLoadsWithoutAWordAndNamesNoPath) {
-    test::Bytes bytes;
+TEST_F(Loading, TheOlderReaderLoadsWithoutAMessageAndShowsNoPath) {
+    Bytes bytes;
     bytes.header("bin").text("CHA").int32(0).int32(4).int32(1).int32(0).int32(15).real(50).int32(0).int32(6);
     bytes.real(5).real(900).real(20).int16(77);
     choose(put(bytes.bytes()));
@@ -95,4 +93,4 @@ TEST_F(Loading, TheOlderReaderLoadsWithoutAWordAndNamesNoPath) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -10,24 +10,21 @@
 
 using namespace Qt::StringLiterals;
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
-using test::Block;
-using test::capture;
-
-class CaptureRecords : public test::CaptureTest {
+class CaptureRecords : public CaptureTest {
 protected:
     const CaptureRecord& read(const QByteArray& content) {
         readRecord(put(content).toStdString(), m_file, m_record);
         return m_record;
     }
-    /// What the record says against what the program's reader leaves in a fresh model.
+    /// Compares the record with the content of a new model after a load.
     void expectSameAsTheReader(const QByteArray& content, const std::string& what) {
         const CaptureRecord& record = read(content);
         model = std::make_unique<publicM>();
         model->fillTables();
-        view = std::make_unique<test::RecordedScreen>(*model);
+        view = std::make_unique<RecordedScreen>(*model);
         load(content);
         EXPECT_EQ(record.FileKind, model->FileKind) << what;
         if (record.FileKind == 0) {
@@ -49,7 +46,7 @@ protected:
             EXPECT_TRUE(sameReal(channel.VoltPerCount, model->VoltPerCount[c])) << what << c;
             EXPECT_EQ(channel.TimeIndexFile, model->TimeIndexFile[c]) << what << c;
             EXPECT_EQ(channel.VoltIndexFile, model->VoltIndexFile[c]) << what << c;
-            if (channel.present) { // a mark without an id makes the reader derive anew for a channel that it lacks
+            if (channel.present) { // after a mark without an id the reader derives the field of an absent channel again
                 EXPECT_EQ(channel.VoltIndexView, model->VoltIndexView[c]) << what << c;
             }
             const std::int64_t counted = std::clamp<std::int64_t>(channel.SampleCount, 0, kSampleRows);
@@ -122,7 +119,7 @@ TEST_F(CaptureRecords, AFileThatDoesNotFitTheMemoryKeepsTheSamplesOfAllChannels)
     }
 }
 
-TEST_F(CaptureRecords, NothingOfTheFileBeforeIsLeft) {
+TEST_F(CaptureRecords, ARecordKeepsNothingOfThePreviousFile) {
     ASSERT_EQ(read(capture("V11", {{}, {.mark = "CHD", .timeIndex = 99}})).faults.size(), 1U);
     const CaptureRecord& next = read(capture("bin", {{.mark = "CH2"}}));
     EXPECT_TRUE(next.faults.empty());
@@ -137,4 +134,4 @@ TEST_F(CaptureRecords, FaultsBeyondTheLimitAreNotKept) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -10,10 +10,10 @@
 
 using namespace Qt::StringLiterals;
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
-class Writer : public test::CaptureTest {
+class Writer : public CaptureTest {
 protected:
     QByteArray scene(const char* tag, const char* name, std::uint32_t seed = 1) {
         const auto blocks = sceneBlocks(QString::fromLatin1(name), seed);
@@ -147,4 +147,4 @@ TEST_F(Writer, TheChannelsOfTheSceneLengthsDifferInLength) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

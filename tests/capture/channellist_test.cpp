@@ -6,10 +6,8 @@
 
 #include <cmath>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
-
-using test::CaptureTest;
 
 class ChannelRules : public CaptureTest {
 protected:
@@ -59,7 +57,7 @@ TEST_F(ChannelRules, ASelectedChannelWithoutDataLeavesTheBar) {
     EXPECT_TRUE(view->measurements.frequency.isEmpty());
 }
 
-TEST_F(ChannelRules, RowsBeyondTheListAreNoRows) {
+TEST_F(ChannelRules, RowsThatTheListDoesNotHaveCannotBeSelected) {
     selectRow(view->scope(), 5);
     EXPECT_EQ(view->CurChannel, 5);
     selectRow(view->scope(), 6);
@@ -108,16 +106,16 @@ TEST_F(ChannelRules, ATickDrawsAFrameUnlessTimedAcquisitionWillDoSo) {
     EXPECT_FALSE(view->markers[4].shown);
 }
 
-TEST_F(ChannelRules, MarkersBeyondTheStandByPlacesAloneAreReplaced) {
+TEST_F(ChannelRules, OnlyMarkersBeyondTheStandByPlacesAreReplaced) {
     for (const auto& [top, standIn] : {std::pair{-75.0, 0.0}, {-75.5, -75.0}, {5865.0, 0.0}, {5865.5, 5865.0}}) {
         ZeroMarker& marker = view->markers[1];
-        marker.top = top;
+        marker.top = Twips(top);
         marker.back = 7;
         MarkerClamp(*view, 1);
         EXPECT_EQ(marker.standInShown, standIn != 0) << top;
         EXPECT_EQ(marker.shown, standIn == 0) << top;
         if (standIn != 0) {
-            EXPECT_EQ(marker.standInTop, standIn);
+            EXPECT_EQ(marker.standInTop, Twips(standIn));
             EXPECT_EQ(marker.standInBack, 7U);
         }
     }
@@ -127,10 +125,10 @@ TEST_F(ChannelRules, MarkersBeyondTheStandByPlacesAloneAreReplaced) {
 
 TEST_F(ChannelRules, AMarkerWithoutAPlaceLeavesTheBar) {
     view->bar = {200, 42};
-    view->markers[0].top = std::nan("");
+    view->markers[0].top = Twips(std::nan(""));
     placeBarAtMarker(*view, 0);
     EXPECT_EQ(view->bar.value, 42);
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -1,54 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "capture/measure.h"
+// Levels and sums of a channel, and which samples count.
+#include "capture/measurefixture.h"
 
-#include "support/printing.h"
-
-#include <cmath>
-#include <cstring>
-
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
-/// A channel of 10 us between samples and 1 V a count, unless a test says otherwise.
-class MeasureTest : public ::testing::Test {
-protected:
-    ChannelRecord& with(const std::vector<std::int16_t>& counts) {
-        m_bytes.resize(2 * counts.size());
-        for (std::size_t i = 0; i < counts.size(); ++i) {
-            const auto bits = static_cast<std::uint16_t>(counts[i]);
-            m_bytes[2 * i] = static_cast<std::byte>(bits & 0xFFU);
-            m_bytes[2 * i + 1] = static_cast<std::byte>(bits >> 8);
-        }
-        channel.samples = m_bytes;
-        channel.SampleCount = static_cast<std::int32_t>(counts.size());
-        return channel;
-    }
-    ChannelMeasures measure(Sweep sweep = Sweep::Fresh) { return m_measuring.measure(channel, sweep); }
-    static bool isNone(double value) { return std::isnan(value); }
-
-    ChannelRecord channel = [] {
-        ChannelRecord made;
-        made.present = true;
-        made.SampleInterval = 10;
-        made.VoltPerCount = 1000;
-        return made;
-    }();
-
-private:
-    std::vector<std::byte> m_bytes;
-    Measuring m_measuring;
-};
-
-/// `each` of every count, one after the other, `times` times over.
-std::vector<std::int16_t> repeated(const std::vector<std::int16_t>& period, int times) {
-    std::vector<std::int16_t> all;
-    for (int i = 0; i < times; ++i) {
-        all.insert(all.end(), period.begin(), period.end());
-    }
-    return all;
-}
-
-TEST_F(MeasureTest, KeysStandInTheOrderInWhichTheyAreTold) {
+TEST_F(MeasureTest, KeysNameTheFiguresInTheirOrder) {
     EXPECT_EQ(measureKey(Measure::Samples), "samples");
     EXPECT_EQ(measureKey(Measure::AcRms), "ac_rms_v");
     EXPECT_EQ(measureKey(Measure::Frequency), "frequency_hz");
@@ -111,7 +68,7 @@ TEST_F(MeasureTest, WhereTheModeHoldsLessThanATwentiethTheExtremeIsTheLevel) {
     with(counts);
     EXPECT_EQ(measure()[Measure::Top], 139);
     EXPECT_EQ(measure()[Measure::Base], -139);
-    // Three of 42 is more than a twentieth, and so is exactly a twentieth enough: two of 40.
+    // Three of 42 is more than a twentieth.
     counts.push_back(120);
     counts.push_back(-120);
     with(counts);
@@ -129,79 +86,6 @@ TEST_F(MeasureTest, ExactlyATwentiethIsEnoughForAMode) {
     with(counts);
     EXPECT_EQ(measure()[Measure::Top], 110);
     EXPECT_EQ(measure()[Measure::Base], -110);
-}
-
-TEST_F(MeasureTest, ASquareWaveHasItsTimes) {
-    // Four low, six high: edges of one sample between levels of 0 and 10.
-    with(repeated({0, 0, 0, 0, 10, 10, 10, 10, 10, 10}, 5));
-    const ChannelMeasures m = measure();
-    EXPECT_NEAR(m[Measure::Period], 100e-6, 1e-15);
-    EXPECT_DOUBLE_EQ(m[Measure::Frequency], 10000);
-    EXPECT_EQ(m[Measure::Cycles], 4); // five rising crossings
-    EXPECT_NEAR(m[Measure::PositiveWidth], 60e-6, 1e-15);
-    EXPECT_NEAR(m[Measure::NegativeWidth], 40e-6, 1e-15);
-    EXPECT_DOUBLE_EQ(m[Measure::Duty], 60);
-    EXPECT_NEAR(m[Measure::RiseTime], 8e-6, 1e-15); // from 0.1 to 0.9 of one interval
-    EXPECT_NEAR(m[Measure::FallTime], 8e-6, 1e-15);
-}
-
-TEST_F(MeasureTest, RampsAreInterpolated) {
-    // Up by 1 a sample from 0 to 20 and down by 2; flat parts make 0 and 20 the levels.
-    std::vector<std::int16_t> period{0, 0, 0, 0, 0};
-    for (int i = 1; i < 20; ++i) {
-        period.push_back(static_cast<std::int16_t>(i));
-    }
-    period.insert(period.end(), {20, 20, 20, 20, 20});
-    for (int i = 18; i > 0; i -= 2) {
-        period.push_back(static_cast<std::int16_t>(i));
-    }
-    with(repeated(period, 3));
-    const ChannelMeasures m = measure();
-    EXPECT_NEAR(m[Measure::RiseTime], 160e-6, 1e-15); // from 2 to 18
-    EXPECT_NEAR(m[Measure::FallTime], 80e-6, 1e-15);
-    // The middle, 10: up at sample 14 (0 ends at 4), down five steps behind sample 28 (20 ends there).
-    EXPECT_NEAR(m[Measure::PositiveWidth], (33 - 14) * 10e-6, 1e-15);
-    EXPECT_NEAR(m[Measure::Period], 38 * 10e-6, 1e-15);
-    EXPECT_EQ(m[Measure::Cycles], 2);
-}
-
-TEST_F(MeasureTest, OneEdgeAndOnePulseCount) {
-    with({0, 0, 0, 10, 10, 10});
-    ChannelMeasures m = measure();
-    EXPECT_NEAR(m[Measure::RiseTime], 8e-6, 1e-15);
-    EXPECT_TRUE(isNone(m[Measure::FallTime]));
-    EXPECT_TRUE(isNone(m[Measure::PositiveWidth]));
-    EXPECT_TRUE(isNone(m[Measure::Period])); // one crossing
-    EXPECT_TRUE(isNone(m[Measure::Frequency]));
-    EXPECT_TRUE(isNone(m[Measure::Cycles]));
-    EXPECT_TRUE(isNone(m[Measure::Duty]));
-    with({0, 0, 10, 10, 10, 0, 0});
-    m = measure();
-    EXPECT_NEAR(m[Measure::PositiveWidth], 30e-6, 1e-15);
-    EXPECT_TRUE(isNone(m[Measure::NegativeWidth]));
-    EXPECT_TRUE(isNone(m[Measure::Duty]));
-    with({10, 10, 0, 0, 10, 10});
-    m = measure();
-    EXPECT_NEAR(m[Measure::NegativeWidth], 20e-6, 1e-15);
-    EXPECT_TRUE(isNone(m[Measure::PositiveWidth])); // neither high is held whole
-}
-
-TEST_F(MeasureTest, WigglesInsideTheHysteresisAreNoCrossings) {
-    // Levels 0 and 100; the band reaches from 45 to 55.
-    with({0, 0, 0, 49, 51, 46, 54, 100, 100, 100, 54, 46, 0, 0, 0, 100, 100, 100});
-    const ChannelMeasures m = measure();
-    EXPECT_EQ(m[Measure::Cycles], 1);
-    // The last way through 50 on the way up: from 46 to 54 behind sample 5, and between samples 14 and 15.
-    EXPECT_NEAR(m[Measure::Period], (14.5 - 5.5) * 10e-6, 1e-15);
-}
-
-TEST_F(MeasureTest, TheBordersOfTheHysteresisBelongToTheStates) {
-    with({0, 0, 0, 45, 55, 45, 55, 100, 100, 100}); // 45 is low and 55 is high
-    EXPECT_EQ(measure()[Measure::Cycles], 1);
-    with({0, 0, 0, 45, 55, 46, 55, 100, 100, 100});
-    EXPECT_TRUE(isNone(measure()[Measure::Cycles]));
-    with({0, 0, 0, 45, 54, 45, 55, 100, 100, 100});
-    EXPECT_TRUE(isNone(measure()[Measure::Cycles]));
 }
 
 TEST_F(MeasureTest, AConstantTraceHasLevelsAndNoTimes) {
@@ -240,7 +124,7 @@ TEST_F(MeasureTest, WithoutASampleOnlyCountAndIntervalExist) {
     EXPECT_TRUE(isNone(m[Measure::Mean]));
 }
 
-TEST_F(MeasureTest, AClippedTraceHasItsRails) {
+TEST_F(MeasureTest, TheLevelsOfAClippedTraceAreItsLimits) {
     with(repeated({-32768, -32768, 0, 32767, 32767, 32767, 0, -32768}, 4));
     channel.VoltPerCount = 1;
     const ChannelMeasures m = measure();
@@ -275,7 +159,7 @@ TEST_F(MeasureTest, ASlowScanCountsItsFreshSweep) {
     EXPECT_EQ(measure()[Measure::Samples], 7);
 }
 
-TEST_F(MeasureTest, OfACutFreshSweepTheSamplesHeldCount) {
+TEST_F(MeasureTest, OfACutFreshSweepTheSamplesThatTheFileHoldsAreMeasured) {
     with({1, 2, 3});
     channel.SampleCount = 100;
     channel.TimeIndex = 22;
@@ -285,7 +169,7 @@ TEST_F(MeasureTest, OfACutFreshSweepTheSamplesHeldCount) {
     EXPECT_EQ(measure()[Measure::Samples], 2);
 }
 
-TEST_F(MeasureTest, ANegativeScaleTurnsTheTrace) {
+TEST_F(MeasureTest, ANegativeScaleTurnsTheTraceOver) {
     with(repeated({0, 0, 0, 10, 10, 10, 10, 12}, 3));
     channel.VoltPerCount = -1000;
     const ChannelMeasures m = measure();
@@ -299,7 +183,7 @@ TEST_F(MeasureTest, ANegativeScaleTurnsTheTrace) {
     EXPECT_NEAR(m[Measure::Period], 80e-6, 1e-15);
 }
 
-TEST_F(MeasureTest, WhatTheFileDoesNotSayDoesNotExist) {
+TEST_F(MeasureTest, AFigureWhoseFieldIsUnusableDoesNotExist) {
     with({0, 10, 0, 10});
     channel.VoltPerCount = std::numeric_limits<float>::quiet_NaN();
     EXPECT_TRUE(isNone(measure()[Measure::Max]));
@@ -329,7 +213,7 @@ TEST_F(MeasureTest, AFigureBeyondTheRangeOfADoubleDoesNotExist) {
     EXPECT_TRUE(isNone(m[Measure::PeakToPeak])) << "2e308";
 }
 
-TEST_F(MeasureTest, TheInstrumentsOwnFiguresAreTold) {
+TEST_F(MeasureTest, TheInstrumentsOwnFiguresAreListed) {
     with({1});
     EXPECT_TRUE(isNone(measure()[Measure::InstrumentFrequency])); // 0 is none
     channel.Frequency = 1000;
@@ -349,4 +233,4 @@ TEST_F(MeasureTest, FullLengthSumsAreExact) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -3,12 +3,10 @@
 
 using namespace Qt::StringLiterals;
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
-using test::Bytes;
-
-/// A block in the field order of the older reader: frequency behind the time index, no probe, no filling.
+/// A block in the field order of the older reader: frequency after the time index, no probe, no filling.
 struct OlderBlock {
     const char* mark = "CH1";
     std::int32_t screenPoints = 9;
@@ -32,7 +30,7 @@ struct OlderBlock {
     }
 };
 
-class OpenBinFileTest : public test::CaptureTest {
+class OpenBinFileTest : public CaptureTest {
 protected:
     BinFileOutcome open(const std::vector<OlderBlock>& blocks, const char* tag = "bin") {
         Bytes bytes;
@@ -52,7 +50,7 @@ TEST_F(OpenBinFileTest, AFirstBlockOfUnknownIdLandsInChannel0WhichStaysAbsent) {
     EXPECT_EQ(model->ChannelPresent, PerChannel<std::uint8_t>{});
 }
 
-TEST_F(OpenBinFileTest, ReadsTheOrderOfItsOwn) {
+TEST_F(OpenBinFileTest, ReadsAFieldOrderOfItsOwn) {
     ASSERT_EQ(open({{}, {.mark = "CHD", .samples = {-7, -8}}}), BinFileOutcome::Loaded);
     EXPECT_EQ(model->ChannelPresent, (PerChannel<std::uint8_t>{1, 0, 0, 0, 0, 1}));
     EXPECT_EQ(model->ScreenPoints[0], 9);
@@ -64,7 +62,7 @@ TEST_F(OpenBinFileTest, ReadsTheOrderOfItsOwn) {
     EXPECT_EQ(model->Period[0], 900.0F);
     EXPECT_EQ(model->VoltPerCount[0], 20.0F);
     EXPECT_EQ(model->SampleData(0, 2), 3);
-    EXPECT_EQ(model->SampleData(5, 1), -8); // no gap was skipped behind the first block
+    EXPECT_EQ(model->SampleData(5, 1), -8); // no gap was skipped after the first block
     EXPECT_TRUE(view->ticks[5]);
     EXPECT_TRUE(view->markers[5].shown);
 }
@@ -109,7 +107,7 @@ TEST_F(OpenBinFileTest, StoresEveryFrequencyInChannel0) {
 TEST_F(OpenBinFileTest, StoresTheZeroLevelRawAndMovesNoMarker) {
     ASSERT_EQ(open({{.zeroLevel = -30}}), BinFileOutcome::Loaded);
     EXPECT_EQ(model->ZeroLevel[0], -30);
-    EXPECT_EQ(view->markers[0].top, 3000.0);
+    EXPECT_EQ(view->markers[0].top, Twips(3000.0));
 }
 
 TEST_F(OpenBinFileTest, VoltIndexViewIsVoltIndexFile) {
@@ -155,4 +153,4 @@ TEST_F(OpenBinFileTest, CutAtEveryByteItEndsQuietly) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

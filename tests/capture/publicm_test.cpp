@@ -8,7 +8,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 struct TimeRow {
@@ -115,7 +115,7 @@ TEST(VoltListTexts, FollowTheProbeFactor) {
     EXPECT_EQ(*voltListTexts(3), probe3);
 }
 
-TEST(VoltListTexts, AreNotThereForOtherProbes) {
+TEST(VoltListTexts, DoNotExistForOtherProbes) {
     for (const int probe : {-32768, -1, 4, 32767}) {
         EXPECT_EQ(voltListTexts(probe), nullptr);
     }
@@ -166,4 +166,4 @@ TEST(ChannelRow, TakesTheFirstThreeCharactersOfTheRowBefore) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -6,16 +6,19 @@
 #include <cmath>
 #include <limits>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 constexpr NumberMarks kMarks{};
 
 std::string frequencyOf(float hertz) {
-    return frequencyText(hertz, kMarks).toStdString();
+    return frequencyText(Hertz(double{hertz}), kMarks).toStdString();
 }
 std::string periodOf(float hertz, float microseconds) {
-    return periodText(hertz, microseconds, kMarks).toStdString();
+    return periodText(Hertz(double{hertz}), Microseconds(double{microseconds}), kMarks).toStdString();
+}
+QString peakToPeakOf(double millivolts) {
+    return peakToPeakText(Millivolts(millivolts), kMarks);
 }
 float above(float value) {
     return std::nextafter(value, std::numeric_limits<float>::infinity());
@@ -74,15 +77,15 @@ TEST(FrequencyLadder, FrequencyOfZeroFallsIntoTheLastRow) {
 }
 
 TEST(PeakToPeak, JustOverAndJustUnderOneThousandMillivoltsTheUnitDecidesBeforeTheRounding) {
-    EXPECT_EQ(peakToPeakText(std::nextafter(1000.0, 2000.0), kMarks), QStringLiteral("1.000 V"));
-    EXPECT_EQ(peakToPeakText(std::nextafter(1000.0, 0.0), kMarks), QStringLiteral("1000.000 mV"));
+    EXPECT_EQ(peakToPeakOf(std::nextafter(1000.0, 2000.0)), QStringLiteral("1.000 V"));
+    EXPECT_EQ(peakToPeakOf(std::nextafter(1000.0, 0.0)), QStringLiteral("1000.000 mV"));
 }
 
 TEST(PeakToPeak, ExactlyOneThousandMillivoltsStayMillivolts) {
-    EXPECT_EQ(peakToPeakText(1000, kMarks), QStringLiteral("1000.000 mV"));
-    EXPECT_EQ(peakToPeakText(1000.5, kMarks), QStringLiteral("1.001 V"));
-    EXPECT_EQ(peakToPeakText(999.9994, kMarks), QStringLiteral("999.999 mV"));
-    EXPECT_EQ(peakToPeakText(0, kMarks), QStringLiteral("0.000 mV"));
+    EXPECT_EQ(peakToPeakOf(1000), QStringLiteral("1000.000 mV"));
+    EXPECT_EQ(peakToPeakOf(1000.5), QStringLiteral("1.001 V"));
+    EXPECT_EQ(peakToPeakOf(999.9994), QStringLiteral("999.999 mV"));
+    EXPECT_EQ(peakToPeakOf(0), QStringLiteral("0.000 mV"));
 }
 
 TEST(Measurements, ProbeExponent2With100CountsOf0Point4MillivoltsReadsFourVolts) {
@@ -116,4 +119,4 @@ TEST(FrameTitles, TakeFourCharactersOfTheRowAndTheLanguage) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 class StartSettingsFile : public ::testing::Test {
@@ -79,7 +79,7 @@ TEST_F(StartSettingsFile, NumberTooLargeForItsKeyGivesTheDefault) {
     EXPECT_EQ(settings.LanguageId, 0);
 }
 
-TEST_F(StartSettingsFile, TruthValueThatIsNoSuchThingGivesTheDefaultAndNumbersCount) {
+TEST_F(StartSettingsFile, TruthValueThatIsNeitherWordNorNumberGivesTheDefault) {
     const StartSettings wrong = settingsOf("[Common]\nGraticule=maybe\nDrawLine=yes\nDrawPoint=no\n");
     EXPECT_TRUE(wrong.Graticule);
     EXPECT_TRUE(wrong.DrawLine);
@@ -121,4 +121,4 @@ TEST(StartedModel, HasNoChannelProbeExponentsOf1AndTheFirstColumnOfTheTables) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -18,8 +18,8 @@ TEST_F(Preview, ShowsThePageAt100PercentAtTheOrigin) {
     EXPECT_EQ(preview.windowTitle(), u"打印预览 ( 显示比例：100%)"_s);
     EXPECT_EQ(printing().settings().PaperWidth, 11900);
     EXPECT_EQ(printing().settings().PaperHeight, 16840);
-    EXPECT_EQ(page().Width(), 11900);
-    EXPECT_EQ(page().Height(), 16840);
+    EXPECT_EQ(page().Width().number(), 11900);
+    EXPECT_EQ(page().Height().number(), 16840);
     EXPECT_EQ(page().pos(), QPoint(0, 0));
     EXPECT_EQ(page().size(), QSize(793, 1123));
     ASSERT_FALSE(page().Picture().isNull());
@@ -38,7 +38,7 @@ TEST_F(Preview, CustomPercent0IsRefusedAndAskedForAgain) {
     EXPECT_EQ(answering.presets[0], u"100"_s);
     EXPECT_EQ(answering.messages, QStringList(3, u"您输入的数值有误，请重新输入"_s));
     EXPECT_EQ(answering.messageIcons, std::vector(3, MessageIcon::Critical));
-    EXPECT_EQ(page().Width(), 5950);
+    EXPECT_EQ(page().Width().number(), 5950);
     EXPECT_EQ(printing().preview()->windowTitle(), u"打印预览 ( 显示比例：50%)"_s);
 }
 
@@ -93,8 +93,8 @@ TEST_F(Preview, AScaleChosenBeforeASetupIsThePresentOneBehindIt) {
         });
         choose("mnuSetup");
         EXPECT_EQ(preview.ViewPercent, 150);
-        EXPECT_EQ(page().Width(), 17850);
-        EXPECT_EQ(page().Height(), 25260);
+        EXPECT_EQ(page().Width().number(), 17850);
+        EXPECT_EQ(page().Height().number(), 25260);
         EXPECT_EQ(page().pos(), QPoint(0, 0)) << "it is applied again";
         EXPECT_EQ(preview.windowTitle(), u"打印预览 ( 显示比例：150%)"_s);
         preview.close();
@@ -132,9 +132,9 @@ TEST_F(Preview, ChosenAgainItHasThePaperOfThePrinterOfTheMoment) {
     lying.Orientation = 2;
     printing().printer().set(lying);
     item("mnuPrintView").trigger();
-    EXPECT_EQ(page().Width(), 8420);
-    EXPECT_EQ(page().Height(), 5950);
-    EXPECT_EQ(page().Left(), 1490);
+    EXPECT_EQ(page().Width().number(), 8420);
+    EXPECT_EQ(page().Height().number(), 5950);
+    EXPECT_EQ(page().Left().number(), 1490);
 }
 
 TEST_F(Preview, FullPageFitsTheWindow) {
@@ -142,7 +142,7 @@ TEST_F(Preview, FullPageFitsTheWindow) {
     choose("mnuViewFullPage");
     EXPECT_EQ(preview.ViewPercent, 54); // (9210 - 200) / 16840
     EXPECT_EQ(preview.windowTitle(), u"打印预览 ( 显示比例：54%)"_s);
-    EXPECT_EQ(page().Left(), (11400 - 6426) / 2);
+    EXPECT_EQ(page().Left().number(), (11400 - 6426) / 2);
     choose("mnuView100");
     EXPECT_EQ(preview.ViewPercent, 100);
 }
@@ -154,7 +154,7 @@ TEST_F(Preview, WithoutRedrawingThePageIsComposedOnceAndStretched) {
     EXPECT_EQ(composed.width(), 397); // 5950 twips
     typePercent("200");
     EXPECT_EQ(page().Picture().cacheKey(), composed.cacheKey());
-    EXPECT_EQ(page().Width(), 23800);
+    EXPECT_EQ(page().Width().number(), 23800);
 }
 
 TEST_F(Preview, WithRedrawingEveryScaleComposesThePageAnew) {
@@ -165,7 +165,7 @@ TEST_F(Preview, WithRedrawingEveryScaleComposesThePageAnew) {
     EXPECT_EQ(page().Picture().width(), 1587);
     choose("mnuViewFullPage"); // at 54 % the page is composed at a scale of 0.5
     EXPECT_EQ(page().Picture().width(), 397);
-    EXPECT_EQ(page().Width(), 6426);
+    EXPECT_EQ(page().Width().number(), 6426);
 }
 
 TEST_F(Preview, MarginsChangedInTheSetupComposeThePageOnceMore) {
@@ -251,7 +251,7 @@ TEST_F(Preview, WithoutAPrinterTheFiguresOfA4Stand) {
     openPreview();
     EXPECT_EQ(printing().settings().PaperWidth, 11907);
     EXPECT_EQ(printing().settings().PaperHeight, 16840);
-    EXPECT_EQ(page().Width(), 11907);
+    EXPECT_EQ(page().Width().number(), 11907);
     choose("mnuPrint");
     EXPECT_EQ(answering.messages, QStringList{u"482\r\nPrinter error"_s});
 }
@@ -275,8 +275,8 @@ TEST_F(Preview, AnyPercentIsSurvived) {
         typePercent(percent);
         preview.grab();
         if (preview.ViewPercent > 100) {
-            EXPECT_EQ(page().Left(), 0) << percent;
-            EXPECT_EQ(page().Top(), 0) << percent;
+            EXPECT_EQ(page().Left().number(), 0) << percent;
+            EXPECT_EQ(page().Top().number(), 0) << percent;
         }
         drag(-100, 100);
     }

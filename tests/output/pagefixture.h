@@ -21,7 +21,7 @@ protected:
         setDefaultMargins(settings);
         settings.PaperWidth = 11900;
         settings.PaperHeight = 16840;
-        inputs.frame.markerTop.fill(2910); // (210 / 2 + 2910) / 6030 is half of the strip
+        inputs.frame.markerTop.fill(Twips{2910}); // (210 / 2 + 2910) / 6030 is half of the strip
         for (int channel = 0; channel < kChannels; ++channel) {
             inputs.rows[static_cast<std::size_t>(channel)] = channelLabel(channel) + u" 5 mS 1 V"_s;
         }

@@ -11,6 +11,18 @@ namespace {
 
 constexpr NumberMarks kMarks{};
 
+std::int32_t fullPage(double windowWidth, double windowHeight, double paperWidth, double paperHeight) {
+    return fullPagePercent(Twips(windowWidth), Twips(windowHeight), Twips(paperWidth), Twips(paperHeight));
+}
+
+double placed(double picture, double window) {
+    return placeOnAxis(Twips(picture), Twips(window)).number();
+}
+
+double dragged(double delta, double place, double picture, double window) {
+    return dragOnAxis(Twips(delta), Twips(place), Twips(picture), Twips(window)).number();
+}
+
 TEST(PageInput, MarginsAreAbove0AndAtMost10Centimetres) {
     EXPECT_EQ(marginOfText(u"10"_s, kMarks), 5670);
     EXPECT_EQ(marginOfText(u"0.1"_s, kMarks), 57);   // 56.7
@@ -37,42 +49,42 @@ TEST(PageInput, TheViewsPercentIsNeither0NorNegativeAndMayHaveAFraction) {
 
 TEST(PageInput, AWholePageIsDecidedByTheTighterSide) {
     // 11400 - 200 by 9210 - 200 twips: the height decides, 9010 / 16840.
-    EXPECT_EQ(fullPagePercent(11400, 9210, 11907, 16840), 54);
+    EXPECT_EQ(fullPage(11400, 9210, 11907, 16840), 54);
     // 6200 - 200 by 30000 - 200: the width decides, 6000 / 11907.
-    EXPECT_EQ(fullPagePercent(6200, 30000, 11907, 16840), 50);
-    EXPECT_EQ(fullPagePercent(100, 100, 11907, 16840), 1) << "no window is too small";
+    EXPECT_EQ(fullPage(6200, 30000, 11907, 16840), 50);
+    EXPECT_EQ(fullPage(100, 100, 11907, 16840), 1) << "no window is too small";
 }
 
 TEST(PageInput, APictureSmallerThanTheWindowStandsCentredElseAtTheOrigin) {
-    EXPECT_EQ(placeOnAxis(1000, 1500), 250);
-    EXPECT_EQ(placeOnAxis(1000, 1001), 0); // 0.5 is rounded to the even number
-    EXPECT_EQ(placeOnAxis(1500, 1500), 0);
-    EXPECT_EQ(placeOnAxis(2000, 1500), 0);
+    EXPECT_EQ(placed(1000, 1500), 250);
+    EXPECT_EQ(placed(1000, 1001), 0); // 0.5 is rounded to the even number
+    EXPECT_EQ(placed(1500, 1500), 0);
+    EXPECT_EQ(placed(2000, 1500), 0);
 }
 
 TEST(PageInput, ADragKeepsTheNearEdgeOutsideAndTheFarEdgeInside) {
     // A picture of 2000 in a window of 1500 hides 500.
-    EXPECT_EQ(dragOnAxis(-300, 0, 2000, 1500), -300);
-    EXPECT_EQ(dragOnAxis(-700, 0, 2000, 1500), -500);
-    EXPECT_EQ(dragOnAxis(-700, -400, 2000, 1500), -100);
-    EXPECT_EQ(dragOnAxis(200, -400, 2000, 1500), 200);
-    EXPECT_EQ(dragOnAxis(700, -400, 2000, 1500), 400);
-    EXPECT_EQ(dragOnAxis(10, 0, 2000, 1500), 0);
-    EXPECT_EQ(dragOnAxis(10, 250, 1000, 1500), 0) << "a centred picture stays";
-    EXPECT_EQ(dragOnAxis(-10, 250, 1000, 1500), 0);
+    EXPECT_EQ(dragged(-300, 0, 2000, 1500), -300);
+    EXPECT_EQ(dragged(-700, 0, 2000, 1500), -500);
+    EXPECT_EQ(dragged(-700, -400, 2000, 1500), -100);
+    EXPECT_EQ(dragged(200, -400, 2000, 1500), 200);
+    EXPECT_EQ(dragged(700, -400, 2000, 1500), 400);
+    EXPECT_EQ(dragged(10, 0, 2000, 1500), 0);
+    EXPECT_EQ(dragged(10, 250, 1000, 1500), 0) << "a centred picture stays";
+    EXPECT_EQ(dragged(-10, 250, 1000, 1500), 0);
 }
 
 TEST(PageInput, APictureBeyond32BitsStandsAtTheOriginAndCanBeDragged) {
     // A4 at 2147483647 percent.
-    EXPECT_EQ(placeOnAxis(119.07 * 2147483647, 11400), 0);
-    EXPECT_EQ(dragOnAxis(-300, 0, 119.07 * 2147483647, 11400), -300);
-    EXPECT_EQ(dragOnAxis(300, -500, 119.07 * 2147483647, 11400), 300);
+    EXPECT_EQ(placed(119.07 * 2147483647, 11400), 0);
+    EXPECT_EQ(dragged(-300, 0, 119.07 * 2147483647, 11400), -300);
+    EXPECT_EQ(dragged(300, -500, 119.07 * 2147483647, 11400), 300);
 }
 
 TEST(PageInput, APictureOneTwipSmallerThanTheWindowStandsAtTheOriginAndMovesByThatTwip) {
-    EXPECT_EQ(placeOnAxis(1499, 1500), 0);
-    EXPECT_EQ(dragOnAxis(-10, 0, 1499, 1500), 1); // the picture is 1 smaller than the window
-    EXPECT_EQ(dragOnAxis(10, 0, 1499, 1500), 0);
+    EXPECT_EQ(placed(1499, 1500), 0);
+    EXPECT_EQ(dragged(-10, 0, 1499, 1500), 1); // the picture is 1 smaller than the window
+    EXPECT_EQ(dragged(10, 0, 1499, 1500), 0);
 }
 
 TEST(PageInput, APageIsNamedByAWholeNumberInItsRange) {

@@ -96,7 +96,7 @@ TEST_F(PageTest, SelectedButAbsentChannelGetsNoLabelNoTraceAndStillSetsForeColor
 TEST_F(PageTest, LabelsTickTheZeroLinesWhereTheMarkersStand) {
     addChannel(1);
     model->LineColor[1] = kRed;
-    inputs.frame.markerTop[1] = 1402.5; // (105 + 1402.5) / 6030 is a quarter
+    inputs.frame.markerTop[1] = Twips{1402.5}; // (105 + 1402.5) / 6030 is a quarter
     print();
     EXPECT_DOUBLE_EQ(composer.ChannelPageY[1], 1599.75);
     const double zeroLine = printer.frame().place.top() + 1599.75;

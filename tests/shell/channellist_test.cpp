@@ -109,13 +109,13 @@ TEST_F(ChannelListArea, VoltRowMinus1LeavesTheListAsItIs) {
 
 TEST_F(ChannelListArea, BarFollowsTheMarkerOfAChannelWithDataWithoutMovingIt) {
     loadChannelA();
-    const double top = control<MarkerLabel>("image1(2)").Top();
+    const double top = control<MarkerLabel>("image1(2)").Top().number();
     EXPECT_DOUBLE_EQ(top, 6030 / 2.0 - 105);
     putMarker(2, 3000 + 6030 / 8.0 * 2.4);
     list().setListIndex(2);
     EXPECT_EQ(control<PositionBar>("VScroll1").Max(), 20) << "ten divisions either way in row 5";
     EXPECT_EQ(control<PositionBar>("VScroll1").Value(), 12) << "2.4 divisions below the middle";
-    EXPECT_DOUBLE_EQ(control<MarkerLabel>("image1(2)").Top(), 3000 + 6030 / 8.0 * 2.4);
+    EXPECT_DOUBLE_EQ(control<MarkerLabel>("image1(2)").Top().number(), 3000 + 6030 / 8.0 * 2.4);
     EXPECT_TRUE(form->state().ScrollLive);
 }
 
@@ -123,7 +123,7 @@ TEST_F(ChannelListArea, AChannelWithoutDataLeavesTheBarWhereItIs) {
     loadChannelA();
     list().setListIndex(2);
     const int place = control<PositionBar>("VScroll1").Value();
-    control<MarkerLabel>("image1(1)").setTop(3000 + 6030 / 8.0 * 3);
+    control<MarkerLabel>("image1(1)").setTop(Twips(3000 + 6030 / 8.0 * 3));
     list().setListIndex(1);
     EXPECT_EQ(control<PositionBar>("VScroll1").Value(), place);
 }

@@ -135,7 +135,7 @@ protected:
         EXPECT_EQ(ghost.differences(screenImage()), 0) << "the ghost lies by exclusive or on the trace";
         const PlainPicture snapshot = ghost;
 
-        double top = marker(0).Top();
+        double top = marker(0).Top().number();
         int zeroLine = model->ChannelYPos[0];
         for (const double pixel : pixels) {
             drag(marker(0), 12, 7 + pixel);

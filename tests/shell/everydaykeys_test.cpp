@@ -100,7 +100,7 @@ TEST_F(CursorLineKeys, WithBothTypesAndAVoltageCursorAtTheTopTheTimeCursorsMoveA
     openFlatActive();
     chooseCursors(CursorType::Both);
     for (const double row : {0.0, 1.0}) {
-        form->state().cursors.voltage[0] = row;
+        form->state().cursors.voltage[0] = ScreenY(row);
         form->showState();
         const double place = line("Line2(0)").X1();
         key(handle("Line2Keys(0)"), Qt::Key_Right);
@@ -192,9 +192,9 @@ TEST_F(ZeroMarkerKeys, UpAndDownMoveAFocusedMarkerByOneScreenUnitWithItsTraceAnd
     openFlatActive();
     chooseCursors(CursorType::Voltage);
     // A screen unit is 6030 / 400 = 15.075 twips of the strip. A stands 50 units below the middle.
-    const double top = marker(2).Top();
+    const double top = marker(2).Top().number();
     key(marker(2), Qt::Key_Up);
-    EXPECT_DOUBLE_EQ(marker(2).Top(), top - 15.075);
+    EXPECT_DOUBLE_EQ(marker(2).Top().number(), top - 15.075);
     EXPECT_EQ(list().ListIndex(), 2);
     EXPECT_NEAR(model->ChannelYPos[2], 249, 0.01);
     EXPECT_EQ(model->PlotY(2, 300), 249);
@@ -202,7 +202,7 @@ TEST_F(ZeroMarkerKeys, UpAndDownMoveAFocusedMarkerByOneScreenUnitWithItsTraceAnd
     // 249 - 100 units of 10 mV.
     EXPECT_EQ(caption("LabY1"), number("1490.00"));
     key(marker(2), Qt::Key_Down);
-    EXPECT_DOUBLE_EQ(marker(2).Top(), top);
+    EXPECT_DOUBLE_EQ(marker(2).Top().number(), top);
     EXPECT_EQ(model->PlotY(2, 300), 250);
 }
 
@@ -210,10 +210,10 @@ TEST_F(ZeroMarkerKeys, AMarkerIsNotMovedBeyondTheStandByPositions) {
     openFlatActive();
     putMarker(0, -70);
     key(marker(0), Qt::Key_Up);
-    EXPECT_EQ(marker(0).Top(), -70);
+    EXPECT_EQ(marker(0).Top().number(), -70);
     putMarker(0, 5860);
     key(marker(0), Qt::Key_Down);
-    EXPECT_EQ(marker(0).Top(), 5860);
+    EXPECT_EQ(marker(0).Top().number(), 5860);
     EXPECT_TRUE(marker(0).isVisible());
     EXPECT_FALSE(standIn(0).isVisible());
 }
@@ -223,7 +223,7 @@ TEST_F(ZeroMarkerKeys, AKeyOnATickedChannelWithoutDataLeavesNothingPressedAndThe
     list().setSelected(5, true);
     const QImage before = screenImage();
     key(marker(5), Qt::Key_Down);
-    EXPECT_DOUBLE_EQ(marker(5).Top(), 3000 + 15.075);
+    EXPECT_DOUBLE_EQ(marker(5).Top().number(), 3000 + 15.075);
     EXPECT_FALSE(marker(5).hasBorder());
     EXPECT_EQ(screen().picture().drawMode, DrawMode::CopyPen);
     EXPECT_EQ(screenImage(), before);
@@ -238,20 +238,20 @@ TEST_F(ZeroMarkerKeys, AMarkerThatHasLeftTheStripHandsTheKeysToTheBarOfItsChanne
     ASSERT_TRUE(marker(2).isHidden());
     auto& bar = control<PositionBar>("VScroll1");
     EXPECT_TRUE(bar.hasFocus());
-    const double other = marker(0).Top();
+    const double other = marker(0).Top().number();
     key(bar, Qt::Key_Up);
     EXPECT_TRUE(marker(2).isVisible()) << "the next key brings it back";
-    EXPECT_EQ(marker(0).Top(), other);
+    EXPECT_EQ(marker(0).Top().number(), other);
 }
 
 TEST_F(ZeroMarkerKeys, OtherKeysPassAndDuringTimedAcquisitionAllAreRefused) {
     openFlatActive();
-    const double top = marker(0).Top();
+    const double top = marker(0).Top().number();
     key(marker(0), Qt::Key_Left);
-    EXPECT_EQ(marker(0).Top(), top);
+    EXPECT_EQ(marker(0).Top().number(), top);
     model->AutoRun = true;
     key(marker(0), Qt::Key_Up);
-    EXPECT_EQ(marker(0).Top(), top);
+    EXPECT_EQ(marker(0).Top().number(), top);
 }
 
 TEST_F(ZeroMarkerKeys, EnterChoosesTheColourAsADoubleClickDoes) {

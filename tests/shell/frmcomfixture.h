@@ -52,7 +52,7 @@ protected:
     }
     /// Moves a zero marker to a top in twips, as a drag would.
     void putMarker(int channel, double top) const {
-        form->state().markers[channel].top = top;
+        form->state().markers[channel].top = Twips(top);
         form->showState();
     }
     template<typename Control>

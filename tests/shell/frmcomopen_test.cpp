@@ -62,7 +62,7 @@ TEST_F(FrmComOpen, MarkersStandWhereTheFilesZeroLevelsSay) {
     write(u"capture.bin"_s, captureBytes(*captureForm("V11"), {block}));
     open(u"capture.bin"_s);
     // 100 - 50 of 200 steps down a strip of 6030 twips, less half a marker's 210.
-    EXPECT_DOUBLE_EQ(control<MarkerLabel>("image1(2)").Top(), 6030 * 50 / 200.0 - 105);
+    EXPECT_DOUBLE_EQ(control<MarkerLabel>("image1(2)").Top().number(), 6030 * 50 / 200.0 - 105);
 }
 
 TEST_F(FrmComOpen, MissingFileIsReportedAndNothingElseHappens) {

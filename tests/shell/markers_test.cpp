@@ -19,7 +19,7 @@ protected:
     void dropAt(int channel, double top) {
         MarkerLabel& label = marker(channel);
         // The last pixel of the way is enough: the pointer moves by whole pixels.
-        const int step = top < label.Top() ? -1 : 1;
+        const int step = top < label.Top().number() ? -1 : 1;
         putMarker(channel, top - 15 * step);
         press(label, 12, 7);
         drag(label, 12, 7 + step);
@@ -53,7 +53,7 @@ TEST_F(MarkerWindow, ADragMovesTheTraceAtItsReleaseAndTheBarAndReadoutsFollow) {
     cursorType().setListIndex(1);
     const QImage before = screenImage();
     dropAt(0, 2910 + 6030 / 8.0);
-    EXPECT_NEAR(marker(0).Top(), 2910 + 6030 / 8.0, 1e-9);
+    EXPECT_NEAR(marker(0).Top().number(), 2910 + 6030 / 8.0, 1e-9);
     EXPECT_EQ(model->ChannelYPos[0], 250);
     EXPECT_EQ(model->PlotY(0, 300), 250);
     EXPECT_NE(screenImage(), before);
@@ -67,10 +67,10 @@ TEST_F(MarkerWindow, ThePointerKeepsItsPlaceInTheMarker) {
     MarkerLabel& label = marker(0);
     press(label, 3, 2);
     drag(label, 20, 12);
-    EXPECT_DOUBLE_EQ(label.Top(), 2910 + 150);
+    EXPECT_DOUBLE_EQ(label.Top().number(), 2910 + 150);
     // The label has moved with the pointer, which therefore stands at the old place in it.
     drag(label, 20, 2);
-    EXPECT_DOUBLE_EQ(label.Top(), 2910 + 150);
+    EXPECT_DOUBLE_EQ(label.Top().number(), 2910 + 150);
 }
 
 TEST_F(MarkerWindow, APointerOnAFractionOfAPixelDoesNotMakeTheMarkerDrift) {
@@ -81,14 +81,14 @@ TEST_F(MarkerWindow, APointerOnAFractionOfAPixelDoesNotMakeTheMarkerDrift) {
         drag(label, 3, 2.9);
         drag(label, 3, 2.4);
     }
-    EXPECT_DOUBLE_EQ(label.Top(), 2910);
+    EXPECT_DOUBLE_EQ(label.Top().number(), 2910);
     drag(label, 3, 12.5);
-    EXPECT_DOUBLE_EQ(label.Top(), 2910 + 150);
+    EXPECT_DOUBLE_EQ(label.Top().number(), 2910 + 150);
     release(label, 3, 2.5);
 }
 
 TEST_F(MarkerWindow, OfZeroLinesThatCoincideTheSelectedChannelsMarkerIsSeen) {
-    putMarker(0, marker(2).Top());
+    putMarker(0, marker(2).Top().number());
     const auto inFront = [this] { return control<QWidget>("Picture3").childAt(marker(0).pos() + QPoint(12, 7)); };
     for (const int channel : {2, 0, 2}) {
         list().setListIndex(channel);
@@ -113,7 +113,7 @@ TEST_F(MarkerWindow, DraggingTheMarkerOfAChannelWithoutDataMovesTheLabelOnly) {
     ASSERT_TRUE(marker(5).isVisible());
     press(marker(5), 12, 7);
     drag(marker(5), 12, 27);
-    EXPECT_DOUBLE_EQ(marker(5).Top(), 3000 + 300);
+    EXPECT_DOUBLE_EQ(marker(5).Top().number(), 3000 + 300);
     EXPECT_EQ(screenImage(), before);
     EXPECT_EQ(model->ChannelYPos[5], yPos);
     release(marker(5), 12, 7);
@@ -129,7 +129,7 @@ TEST_F(MarkerWindow, TheMarkerOfAChannelThatIsTickedButAbsentCanBeSelectedAndDra
     EXPECT_EQ(list().ListIndex(), 4);
     drag(marker(4), 12, 17);
     release(marker(4), 12, 7);
-    EXPECT_DOUBLE_EQ(marker(4).Top(), 3000 + 150);
+    EXPECT_DOUBLE_EQ(marker(4).Top().number(), 3000 + 150);
     EXPECT_TRUE(caption("LabMaxx").isEmpty());
 }
 
@@ -147,10 +147,10 @@ TEST_F(MarkerWindow, ATraceThatLiesWhollyLeftOfTheScreenShowsNoGhost) {
 
 TEST_F(MarkerWindow, AMarkerDroppedAt5870IsReplacedAt5865InTheSameColourAndWithTheSameCaption) {
     dropAt(0, 5870);
-    EXPECT_NEAR(marker(0).Top(), 5870, 1e-9);
+    EXPECT_NEAR(marker(0).Top().number(), 5870, 1e-9);
     EXPECT_TRUE(marker(0).isHidden());
     EXPECT_TRUE(standIn(0).isVisible());
-    EXPECT_DOUBLE_EQ(standIn(0).Top(), 5865);
+    EXPECT_DOUBLE_EQ(standIn(0).Top().number(), 5865);
     EXPECT_EQ(standIn(0).backColor(), marker(0).backColor());
     EXPECT_EQ(standIn(0).caption(), u"1->"_s);
 }
@@ -169,21 +169,21 @@ TEST_F(MarkerWindow, OneDroppedAt5865StaysAndOneAboveTheTopEndIsReplacedThere) {
     EXPECT_TRUE(marker(0).isVisible());
     dropAt(0, -90);
     EXPECT_TRUE(marker(0).isHidden());
-    EXPECT_DOUBLE_EQ(standIn(0).Top(), -75);
+    EXPECT_DOUBLE_EQ(standIn(0).Top().number(), -75);
 }
 
 TEST_F(MarkerWindow, ADragStopsThirtyTwipsBeyondTheStandByPositions) {
     dropAt(0, -106);
-    EXPECT_DOUBLE_EQ(marker(0).Top(), -91) << "such a move is undone";
+    EXPECT_DOUBLE_EQ(marker(0).Top().number(), -91) << "such a move is undone";
     dropAt(0, 5896);
-    EXPECT_DOUBLE_EQ(marker(0).Top(), 5881);
+    EXPECT_DOUBLE_EQ(marker(0).Top().number(), 5881);
     putMarker(0, 2910);
     form->state().markers[0].standInShown = false;
     form->state().markers[0].shown = true;
     form->showState();
     press(marker(0), 12, 7);
     drag(marker(0), 12, 7 + (5895 - 2910) / 15);
-    EXPECT_DOUBLE_EQ(marker(0).Top(), 5895);
+    EXPECT_DOUBLE_EQ(marker(0).Top().number(), 5895);
     EXPECT_TRUE(marker(0).isVisible()) << "the swap waits for the release";
     release(marker(0), 12, 7);
     EXPECT_TRUE(marker(0).isHidden());
@@ -196,13 +196,13 @@ TEST_F(MarkerWindow, OnlyTheBarBringsAReplacedMarkerBack) {
     EXPECT_EQ(bar.Value(), 104) << "(5890 - 3000) / 6030 * 8 = 3.83 divisions below the middle of 100";
     bar.triggerAction(QAbstractSlider::SliderSingleStepSub);
     EXPECT_TRUE(marker(0).isVisible());
-    EXPECT_DOUBLE_EQ(marker(0).Top(), 3000 + 3 * 6030 / 8.0);
+    EXPECT_DOUBLE_EQ(marker(0).Top().number(), 3000 + 3 * 6030 / 8.0);
 }
 
 TEST_F(MarkerWindow, OnlyTheLeftButtonDrags) {
     press(marker(0), 12, 7, Qt::RightButton);
     drag(marker(0), 12, 47, Qt::RightButton);
-    EXPECT_DOUBLE_EQ(marker(0).Top(), 2910);
+    EXPECT_DOUBLE_EQ(marker(0).Top().number(), 2910);
     release(marker(0), 12, 7, Qt::RightButton);
     EXPECT_FALSE(marker(0).hasBorder());
 }
@@ -216,7 +216,7 @@ TEST_F(MarkerWindow, DuringTimedAcquisitionMarkersRefuseEverything) {
     release(marker(2), 12, 7);
     doubleClick(marker(2), 12, 7);
     EXPECT_FALSE(marker(2).hasBorder());
-    EXPECT_DOUBLE_EQ(marker(2).Top(), 6030 * 125 / 200.0 - 105);
+    EXPECT_DOUBLE_EQ(marker(2).Top().number(), 6030 * 125 / 200.0 - 105);
     EXPECT_EQ(list().ListIndex(), 0);
     EXPECT_EQ(dialogs.colours.size(), 1U) << "no dialog was shown";
     EXPECT_EQ(screenImage(), before);
@@ -228,7 +228,7 @@ TEST_F(MarkerWindow, AReleaseDuringTimedAcquisitionLeavesBorderAndScreen) {
     model->AutoRun = true;
     drag(marker(0), 12, 47);
     release(marker(0), 12, 7);
-    EXPECT_DOUBLE_EQ(marker(0).Top(), 2910);
+    EXPECT_DOUBLE_EQ(marker(0).Top().number(), 2910);
     EXPECT_TRUE(marker(0).hasBorder());
     EXPECT_EQ(screenImage(), pressed) << "the ghost is still there";
 }
@@ -261,7 +261,7 @@ TEST_F(MarkerWindow, TheSpareMarkerIsNeverShown) {
 }
 
 TEST_F(MarkerWindow, APressBringsTheMarkerToTheFront) {
-    putMarker(0, marker(2).Top());
+    putMarker(0, marker(2).Top().number());
     const auto inFront = [this] { return control<QWidget>("Picture3").childAt(marker(0).pos() + QPoint(12, 7)); };
     for (const int channel : {0, 2, 0}) {
         press(marker(channel), 12, 7);

@@ -142,7 +142,7 @@ TEST_F(TimeVolt, ZeroLineOutsideTheNewRangePutsTheBarToItsEndAndLeavesTheMarker)
     volts().setListIndex(5);
     EXPECT_EQ(bar().Max(), 20);
     EXPECT_EQ(bar().Value(), 20);
-    EXPECT_DOUBLE_EQ(marker().Top(), low);
+    EXPECT_DOUBLE_EQ(marker().Top().number(), low);
     putMarker(0, 3000 - 11 * 6030 / 8.0);
     volts().setListIndex(9);
     EXPECT_EQ(bar().Value(), 0);
@@ -161,13 +161,13 @@ TEST_F(TimeVolt, DuringTimedAcquisitionTheListMovesAndTheModelDoesNot) {
 TEST_F(TimeVolt, OneStepOfTheBarMovesTheMarkerByOneDivision) {
     volts().setListIndex(9); // ten divisions either way
     bar().setValue(9);
-    EXPECT_DOUBLE_EQ(marker().Top(), 3000 - 6030 / 8.0);
+    EXPECT_DOUBLE_EQ(marker().Top().number(), 3000 - 6030 / 8.0);
     bar().setValue(20);
-    EXPECT_DOUBLE_EQ(marker().Top(), 3000 + 10 * 6030 / 8.0);
+    EXPECT_DOUBLE_EQ(marker().Top().number(), 3000 + 10 * 6030 / 8.0);
     EXPECT_TRUE(marker().isHidden());
     const auto& standIn = control<MarkerLabel>("ZLabel(0)");
     EXPECT_TRUE(standIn.isVisible());
-    EXPECT_DOUBLE_EQ(standIn.Top(), 5865);
+    EXPECT_DOUBLE_EQ(standIn.Top().number(), 5865);
     EXPECT_EQ(standIn.caption(), u"1->"_s);
     EXPECT_EQ(standIn.backColor(), marker().backColor());
     bar().setValue(10);
@@ -189,9 +189,9 @@ TEST_F(TimeVolt, ThumbDragShowsTheHeightOfTheZeroLineInDivisionsUntilItEnds) {
 TEST_F(TimeVolt, BarMovedByCodeWhileItIsNotLiveHasNoEffectAtAll) {
     form->state().ScrollLive = false;
     form->state().CenterPoint = u"shown"_s;
-    const double top = marker().Top();
+    const double top = marker().Top().number();
     bar().setValue(bar().Max());
-    EXPECT_DOUBLE_EQ(marker().Top(), top);
+    EXPECT_DOUBLE_EQ(marker().Top().number(), top);
     EXPECT_TRUE(control<QLabel>("CenterPoint").isVisible());
 }
 
@@ -216,14 +216,14 @@ TEST_F(TimeVolt, BeforeAChannelIsChosenTheVoltControlsDoNothingWhileTheTimeArrow
 TEST_F(TimeVolt, TheBarOfAChannelWithoutDataShowsNoHeightAndMovesNoMarker) {
     model->ChannelPresent[0] = 0;
     auto& label = control<QLabel>("CenterPoint");
-    const double top = marker().Top();
+    const double top = marker().Top().number();
     bar().setSliderDown(true);
     bar().setSliderPosition(bar().Value() + 2);
     EXPECT_TRUE(label.isHidden());
     label.show();
     bar().setSliderDown(false);
     EXPECT_TRUE(label.isHidden()) << "a change takes it away all the same";
-    EXPECT_DOUBLE_EQ(marker().Top(), top);
+    EXPECT_DOUBLE_EQ(marker().Top().number(), top);
 }
 
 TEST_F(TimeVolt, DuringTimedAcquisitionTheVoltArrowsMoveTheListAndNeitherTheModelNorTheBar) {
@@ -268,7 +268,7 @@ TEST_F(TimeVolt, AThumbThatIsPressedAndLetGoMovesNothing) {
     const QPoint grip = bar().thumbRect().center();
     QTest::mousePress(&bar(), Qt::LeftButton, Qt::NoModifier, grip);
     QTest::mouseRelease(&bar(), Qt::LeftButton, Qt::NoModifier, grip);
-    EXPECT_EQ(marker().Top(), 2910);
+    EXPECT_EQ(marker().Top().number(), 2910);
     EXPECT_EQ(screen(), before);
     EXPECT_TRUE(control<QLabel>("CenterPoint").isHidden());
 }
@@ -283,7 +283,7 @@ TEST_F(TimeVolt, AThumbThatComesBackTakesTheHeightAwayAndMovesNothing) {
     QTest::mouseMove(&bar(), grip);
     QTest::mouseRelease(&bar(), Qt::LeftButton, Qt::NoModifier, grip);
     EXPECT_TRUE(control<QLabel>("CenterPoint").isHidden());
-    EXPECT_EQ(marker().Top(), 2910);
+    EXPECT_EQ(marker().Top().number(), 2910);
 }
 
 TEST_F(TimeVolt, WhatWasTurnedWithoutEffectDuringTimedAcquisitionShowsWhatIsSoWhenItStops) {
@@ -307,7 +307,7 @@ TEST_F(TimeVolt, WhatWasTurnedWithoutEffectDuringTimedAcquisitionShowsWhatIsSoWh
 TEST_F(TimeVolt, AWheelOverTheBarMovesTheTraceOnlyWhileTheBarHasTheKeys) {
     QApplication::setActiveWindow(form.get());
     list().setFocus();
-    const double top = marker().Top();
+    const double top = marker().Top().number();
     const auto turn = [this] {
         const QPointF at = bar().rect().center();
         QWheelEvent event(at, bar().mapToGlobal(at), {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
@@ -315,10 +315,10 @@ TEST_F(TimeVolt, AWheelOverTheBarMovesTheTraceOnlyWhileTheBarHasTheKeys) {
         QCoreApplication::sendEvent(&bar(), &event);
     };
     turn();
-    EXPECT_EQ(marker().Top(), top);
+    EXPECT_EQ(marker().Top().number(), top);
     bar().setFocus();
     turn();
-    EXPECT_NE(marker().Top(), top);
+    EXPECT_NE(marker().Top().number(), top);
 }
 
 } // namespace

@@ -6,7 +6,7 @@
 #include "shell/capturewindow.h"
 #include "support/strings.h"
 #include "view/cursors.h"
-#include "view/offscreenscope.h"
+#include "view/scopescreen.h"
 #include "view/screenmouse.h"
 #include "view/timevoltcontrols.h"
 
@@ -154,10 +154,10 @@ protected:
         const auto number = static_cast<std::size_t>(below(2));
         switch (below(4)) {
         case 0:
-            at.setY(state().cursors.voltage[number] + below(5) - 2);
+            at.setY(state().cursors.voltage[number].number() + below(5) - 2);
             break;
         case 1:
-            at.setX(state().cursors.time[number] + below(5) - 2);
+            at.setX(state().cursors.time[number].number() + below(5) - 2);
             break;
         case 2:
             at.setY(twin->ChannelYPos[below(kChannels)] + below(9) - 4);
@@ -173,7 +173,7 @@ protected:
         switch (below(6)) {
         case 0:
             press(screen(), at.x(), at.y(), below(2) == 0 ? Qt::LeftButton : Qt::RightButton);
-            mouse->Picture2_MouseDown(at.x(), at.y());
+            mouse->Picture2_MouseDown(ScreenX(at.x()), ScreenY(at.y()));
             return u"press %1 %2"_s.arg(at.x()).arg(at.y());
         case 1:
             release(screen(), at.x(), at.y());
@@ -181,7 +181,7 @@ protected:
             return u"release"_s;
         default:
             drag(screen(), at.x(), at.y());
-            mouse->Picture2_MouseMove(at.x(), at.y());
+            mouse->Picture2_MouseMove(ScreenX(at.x()), ScreenY(at.y()));
             return u"move %1 %2"_s.arg(at.x()).arg(at.y());
         }
     }
@@ -190,13 +190,13 @@ protected:
         const int channel = below(kChannels);
         const int y = below(15);
         press(marker(channel), 3, y);
-        mouse->image1_MouseDown(channel, y * 15);
+        mouse->image1_MouseDown(channel, twipsOfPixels(y));
         const int moves = below(4);
         for (int i = 0; i < moves; ++i) {
             const int to = y + below(121) - 60;
             const bool left = below(5) != 0;
             drag(marker(channel), 3, to, left ? Qt::LeftButton : Qt::RightButton);
-            mouse->image1_MouseMove(channel, left ? Qt::LeftButton : Qt::RightButton, to * 15);
+            mouse->image1_MouseMove(channel, left ? Qt::LeftButton : Qt::RightButton, twipsOfPixels(to));
         }
         if (below(5) != 0) {
             release(marker(channel), 3, y);
@@ -210,7 +210,7 @@ protected:
         if (below(2) == 0) {
             const int channel = below(kChannels);
             key(marker(channel), up ? Qt::Key_Up : Qt::Key_Down);
-            mouse->moveMarkerBy(channel, up ? -1 : 1);
+            mouse->moveMarkerBy(channel, ScreenY(up ? -1 : 1));
             return u"marker key %1"_s.arg(channel);
         }
         static const std::array names{"Line1Keys(0)", "Line1Keys(1)", "Line2Keys(0)", "Line2Keys(1)"};
@@ -251,7 +251,11 @@ protected:
     }
 
     static QString yes(bool shown) { return shown ? u"shown"_s : u"hidden"_s; }
-    static QString place(double twips) { return QString::number(twips, 'g', 17); }
+    static QString place(double number) { return QString::number(number, 'g', 17); }
+    template<typename Unit>
+    static QString place(Quantity<Unit> place) {
+        return QString::number(place.number(), 'g', 17);
+    }
 
     [[nodiscard]] Shown shownByWindow() const {
         Shown shown;

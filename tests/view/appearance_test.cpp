@@ -5,12 +5,10 @@
 #include "support/scripteddialogs.h"
 #include "view/flatscope.h"
 
-namespace sixtrace {
-
-using test::ScriptedDialogs;
+namespace sixtrace::test {
 namespace {
 
-class AppearanceRules : public testing::FlatScope {
+class AppearanceRules : public FlatScope {
 protected:
     AppearanceRules() { model->IniFile = folder.filePath(QStringLiteral("vkq.ini")); }
     void SetUp() override { loadFlat(); }
@@ -66,7 +64,7 @@ TEST_F(AppearanceRules, ACancelledDialogChangesNothing) {
     EXPECT_FALSE(QFile::exists(model->IniFile));
 }
 
-TEST_F(AppearanceRules, TimedAcquisitionKeepsEachColourDialogAway) {
+TEST_F(AppearanceRules, DuringTimedAcquisitionNoColourDialogOpens) {
     model->AutoRun = true;
     appearance.Picture2_DblClick();
     EXPECT_TRUE(dialogs.colourTitles.isEmpty());
@@ -105,7 +103,7 @@ TEST_F(AppearanceRules, LinesAndPointsExcludeEachOtherAndWaitForTheNextFrameDuri
     EXPECT_EQ(frames(), drawn);
 }
 
-TEST_F(AppearanceRules, TheDialogSaysWhatIsColouredInTheLanguageOfTheMoment) {
+TEST_F(AppearanceRules, TheDialogNamesWhatIsColouredInThePresentLanguage) {
     appearance.image1_DblClick(2);
     EXPECT_EQ(dialogs.colourTitles.back(), QStringLiteral("A 波形颜色"));
     model->LanguageId = 1;
@@ -114,4 +112,4 @@ TEST_F(AppearanceRules, TheDialogSaysWhatIsColouredInTheLanguageOfTheMoment) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "view/cursorreadouts.h"
+#include "view/cursors.h"
 
 #include "support/printing.h"
 #include "view/scene.h"
 
 #include <gtest/gtest.h>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
-
-using testing::TestScreen;
 
 const NumberMarks kPoint{};
 
@@ -23,17 +21,20 @@ protected:
         screen.model->VoltIndexView[0] = static_cast<std::int16_t>(row);
         screen.model->ProbeExp[0] = static_cast<std::int16_t>(probe);
         screen.model->VoltPerPixel[0] = *voltPerPixel(*screen.model, 0);
-        return voltageAt(*screen.model, 0, y, kPoint);
+        return voltageAt(*screen.model, 0, ScreenY(y), kPoint);
+    }
+    CursorReadout timeAt(double x, TimeLadder ladder) {
+        return readoutOf(timeReadingAt(*screen.model, 0, ScreenX(x), ladder).value(), kPoint);
     }
     QString unitOfTime(int row, TimeLadder ladder) {
         screen.model->TimeIndex[0] = row;
         screen.model->TimeIndexView[0] = static_cast<std::int16_t>(row);
-        return timeAt(*screen.model, 0, 100, ladder, kPoint)->unit;
+        return timeAt(100, ladder).unit;
     }
     QString valueOfTime(int row, TimeLadder ladder, double x) {
         screen.model->TimeIndex[0] = row;
         screen.model->TimeIndexView[0] = static_cast<std::int16_t>(row);
-        return timeAt(*screen.model, 0, x, ladder, kPoint)->value;
+        return timeAt(x, ladder).value;
     }
     TestScreen screen;
 };
@@ -56,12 +57,12 @@ TEST_F(CursorReadouts, AVoltageOnTheZeroLineHasNoSign) {
     EXPECT_EQ(volts(200, 6, 0).value, text("0.00"));
 }
 
-TEST_F(CursorReadouts, TimesAreReckonedByTheSamplesHeldWhereThoseOfAScreenDiffer) {
+TEST_F(CursorReadouts, TimesUseSampleCountWhereItDiffersFromScreenPoints) {
     screen.model->SampleCount[0] = 300; // of 600 a screen: picking takes two columns a sample
     EXPECT_EQ(valueOfTime(10, TimeLadder::OfPrintTime, 100), text("50.00"));
 }
 
-TEST_F(CursorReadouts, TimesOfAChannelWithoutAVoltRowAreReadAllTheSame) {
+TEST_F(CursorReadouts, AChannelWithoutAVoltRowHasTimeReadouts) {
     screen.model->VoltIndexView[0] = -1; // what a VoltIndex of 0 in the file gives
     EXPECT_EQ(valueOfTime(10, TimeLadder::OfPrintTime, 100), text("100.00"));
 }
@@ -90,7 +91,7 @@ TEST_F(CursorReadouts, TimesCountMicrosecondsFromTheFirstSample) {
     screen.model->SampleInterval[0] = 250000.0F;
     EXPECT_EQ(valueOfTime(25, TimeLadder::OfPrintTime, 180), text("45.00"));
     screen.model->SampleCount[0] = 0;
-    EXPECT_FALSE(timeAt(*screen.model, 0, 180, TimeLadder::OfCombo3, kPoint));
+    EXPECT_FALSE(timeReadingAt(*screen.model, 0, ScreenX(180), TimeLadder::OfCombo3));
 }
 
 TEST(CursorDifference, WorksFromTheRoundedTexts) {
@@ -105,4 +106,4 @@ TEST(CursorDifference, OfTwoCursorsAtTheSameHeightIsZero) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -3,10 +3,10 @@
 
 #include "view/flatscope.h"
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
-class CursorRules : public testing::FlatScope {
+class CursorRules : public FlatScope {
 protected:
     void SetUp() override { loadFlat(); }
     void show(CursorType type) {
@@ -15,7 +15,7 @@ protected:
     }
 };
 
-TEST_F(CursorRules, EachTypeReadsItsOwnPairOut) {
+TEST_F(CursorRules, EachTypeReadsItsOwnPair) {
     show(CursorType::None);
     EXPECT_TRUE(state().voltages.values[0].isEmpty());
     EXPECT_TRUE(state().times.values[0].isEmpty());
@@ -43,7 +43,7 @@ TEST_F(CursorRules, Row16IsInMicrosecondsAfterTheChoiceAndInMillisecondsAfterwar
 
 TEST_F(CursorRules, ReadoutsNeedTheirTypeARowAndForTimesACapture) {
     show(CursorType::Both);
-    state().cursors = {{120, 280}, {200, 400}};
+    state().cursors = placesAt(120, 280, 200, 400);
     const CursorTexts voltages = state().voltages;
     const CursorTexts times = state().times;
     const auto unchanged = [&] {
@@ -66,36 +66,36 @@ TEST_F(CursorRules, ReadoutsNeedTheirTypeARowAndForTimesACapture) {
     EXPECT_EQ(state().times.difference, number("500.00"));
 }
 
-TEST_F(CursorRules, TimesThatCannotBeReckonedStayAsTheyWere) {
+TEST_F(CursorRules, TimesThatCannotBeComputedKeepTheirTexts) {
     show(CursorType::Time);
     model->SampleCount[0] = 0;
-    state().cursors.time[0] = 200;
+    state().cursors.time[0] = ScreenX(200);
     printTime(*model, state());
     EXPECT_EQ(state().times.values[0], number("450.00"));
 }
 
-TEST_F(CursorRules, AHundredthThatIsHalvedGoesAwayFromZero) {
+TEST_F(CursorRules, HalfAHundredthIsRoundedAwayFromZero) {
     // One and three columns of 0.125 microseconds: 0.125 and 0.375.
     show(CursorType::Time);
     model->SampleInterval[0] = 0.125F;
-    state().cursors.time = {1, 3};
+    state().cursors.time = {ScreenX(1), ScreenX(3)};
     printTime(*model, state());
     EXPECT_EQ(state().times.values, (std::array{number("0.13"), number("0.38")}));
 }
 
-TEST_F(CursorRules, ALineThatMovesIsReadOutAndClearsNoOther) {
+TEST_F(CursorRules, AMovedLineUpdatesItsOwnReadoutOnly) {
     show(CursorType::Both);
-    moveVoltageCursor(*model, state(), 1, 250);
+    moveVoltageCursor(*model, state(), 1, ScreenY(250));
     EXPECT_EQ(state().voltages.values, (std::array{number("1000.00"), number("-500.00")}));
-    EXPECT_TRUE(state().voltages.difference.isEmpty()) << "it is due";
+    EXPECT_TRUE(state().voltages.difference.isEmpty()) << "it is computed later";
     refreshDifference(state().voltages);
     EXPECT_EQ(state().voltages.difference, number("1,500.00"));
-    moveVoltageCursor(*model, state(), 1, 250);
+    moveVoltageCursor(*model, state(), 1, ScreenY(250));
     EXPECT_EQ(state().voltages.difference, number("1,500.00"));
-    moveTimeCursor(state(), 1, 500);
-    EXPECT_EQ(state().cursors.time, (std::array<double, 2>{180, 500}));
+    moveTimeCursor(state(), 1, ScreenX(500));
+    EXPECT_EQ(state().cursors.time, (std::array{ScreenX(180), ScreenX(500)}));
     EXPECT_EQ(state().times.values[1], number("1050.00"));
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -8,12 +8,8 @@
 #include <cmath>
 #include <limits>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
-
-using testing::samePicture;
-using testing::sameRows;
-using testing::TestScreen;
 
 void copy(Picture& target, const Picture& source) {
     target.BitBlt(0, 0, source.width(), source.height(), source, 0, 0);
@@ -27,8 +23,8 @@ TEST(TraceDrag, MovesPlotXByExactlyOneDeltaAndDrawsTheMovedTraceOnTheCleanFrame)
     }
     screen.draw();
     ASSERT_TRUE(beginTraceDrag(*screen.model, 0, screen.picture2, screen.picHidden1));
-    // Sample 0 stands at X = 0, which counts as off the screen: the walk from the left shifts it and sample 1.
-    ASSERT_TRUE(moveTraceDrag(*screen.model, 0, 7, screen.picHidden0, screen.picHidden1, screen.picture2));
+    // Sample 0 has X = 0, which counts as outside the screen: the loop from the left shifts it and sample 1.
+    ASSERT_TRUE(moveTraceDrag(*screen.model, 0, ScreenX(7), screen.picHidden0, screen.picHidden1, screen.picture2));
     for (int i = 0; i < 593; ++i) {
         ASSERT_EQ(screen.model->PlotX(0, i), i + 7) << i;
     }
@@ -47,7 +43,7 @@ TEST(TraceDrag, MovesPlotXByExactlyOneDeltaAndDrawsTheMovedTraceOnTheCleanFrame)
     EXPECT_TRUE(sameRows(screen.picture2, expected, 600, 400));
 }
 
-TEST(TraceDrag, ThePressDrawsTheTracePlainlyInBlueOnTheWorkingPicture) {
+TEST(TraceDrag, ThePressDrawsTheTraceInOpaqueBlueOnTheWorkingPicture) {
     TestScreen screen;
     screen.addChannel(0, 600, 600);
     screen.model->SampleData(0, 599) = 60; // from row 200 up to row 140 in the last column, whose end is left out
@@ -69,10 +65,10 @@ TEST(TraceDrag, AShiftIsTakenAtTheTimeBaseOfTheView) {
     screen.model->TimeIndexView[0] = 13; // 0.1 ms
     screen.model->TimeIndexFile[0] = 10; // 0.01 ms
     screen.draw();
-    ASSERT_TRUE(moveTraceDrag(*screen.model, 0, 3, screen.picHidden0, screen.picHidden1, screen.picture2));
+    ASSERT_TRUE(moveTraceDrag(*screen.model, 0, ScreenX(3), screen.picHidden0, screen.picHidden1, screen.picture2));
     EXPECT_FLOAT_EQ(screen.model->ChannelXShift[0], 30);
-    screen.model->TimeIndex[0] = 16; // the row of the file counts, even where a damaged index has left it stale
-    ASSERT_TRUE(moveTraceDrag(*screen.model, 0, 3, screen.picHidden0, screen.picHidden1, screen.picture2));
+    screen.model->TimeIndex[0] = 16; // TimeIndexFile counts, even where a damaged TimeIndex differs from it
+    ASSERT_TRUE(moveTraceDrag(*screen.model, 0, ScreenX(3), screen.picHidden0, screen.picHidden1, screen.picture2));
     EXPECT_FLOAT_EQ(screen.model->ChannelXShift[0], 60);
 }
 
@@ -81,8 +77,9 @@ TEST(TraceDrag, EachPositionIsRoundedByItselfWithHalvesToTheEvenInteger) {
         TestScreen screen;
         screen.addChannel(0, 600, 600);
         screen.draw();
-        ASSERT_TRUE(moveTraceDrag(*screen.model, 0, delta, screen.picHidden0, screen.picHidden1, screen.picture2));
-        // Sample 0 is the first that the walk from the left shifts, whatever the distance.
+        ASSERT_TRUE(moveTraceDrag(*screen.model, 0, ScreenX(double{delta}), screen.picHidden0, screen.picHidden1,
+                                  screen.picture2));
+        // The loop from the left shifts sample 0 first, whatever the distance.
         EXPECT_EQ(screen.model->PlotX(0, 0), std::nearbyint(0 + double{delta})) << delta;
         if (delta > 0) {
             for (int i = 1; i < 500; ++i) {
@@ -92,14 +89,14 @@ TEST(TraceDrag, EachPositionIsRoundedByItselfWithHalvesToTheEvenInteger) {
     }
 }
 
-TEST(TraceDrag, APositionBeyond32BitsEndsItBeforeThePictureIsShown) {
+TEST(TraceDrag, APositionBeyond32BitsEndsTheStepBeforeThePictureIsShown) {
     for (const float delta : {1000.0F, 0.5F, 3e9F, -3e9F, std::numeric_limits<float>::quiet_NaN()}) {
         TestScreen screen;
         screen.addChannel(0, 600, 600);
         screen.draw();
         screen.model->PlotX(0, 0) = delta == 0.5F ? 0 : std::numeric_limits<std::int32_t>::max() - 500;
-        const bool shown =
-            moveTraceDrag(*screen.model, 0, delta, screen.picHidden0, screen.picHidden1, screen.picture2);
+        const bool shown = moveTraceDrag(*screen.model, 0, ScreenX(double{delta}), screen.picHidden0, screen.picHidden1,
+                                         screen.picture2);
         EXPECT_EQ(shown, delta == 0.5F) << delta;
     }
 }
@@ -112,7 +109,8 @@ int pixelsOfEvenSamples(int samples) {
         screen.model->PlotX(0, i) = 1 + i * 598 / samples;
         screen.model->PlotY(0, i) = i % 2 == 0 ? 50 : 350;
     }
-    static_cast<void>(moveTraceDrag(*screen.model, 0, 0, screen.picHidden0, screen.picHidden1, screen.picture2));
+    static_cast<void>(
+        moveTraceDrag(*screen.model, 0, ScreenX(0), screen.picHidden0, screen.picHidden1, screen.picture2));
     int pixels = 0;
     for (int x = 0; x < 600; ++x) {
         pixels += screen.picture2.Point(x, 50) == kGhostColour ? 1 : 0;
@@ -133,14 +131,14 @@ TEST(TraceDrag, TwoAndAHalfTimes600SamplesAreThinnedByTheEvenTwo) {
     EXPECT_GT(pixelsOfEvenSamples(1504), 100);
 }
 
-TEST(TraceDrag, ATraceWhollyBesideTheScreenIsMovedAndNothingIsDrawn) {
+TEST(TraceDrag, ATraceOutsideTheScreenIsMovedAndNotDrawn) {
     TestScreen screen;
     screen.addChannel(0, 600, 600);
     screen.model->ChannelXShift[0] = -2000;
     screen.draw();
-    ASSERT_TRUE(moveTraceDrag(*screen.model, 0, 5, screen.picHidden0, screen.picHidden1, screen.picture2));
+    ASSERT_TRUE(moveTraceDrag(*screen.model, 0, ScreenX(5), screen.picHidden0, screen.picHidden1, screen.picture2));
     EXPECT_EQ(screen.model->PlotX(0, 100), -2000 + 100 + 5);
-    EXPECT_EQ(screen.model->PlotX(0, 599), -2000 + 599 + 10) << "the walk from the right passes the last sample again";
+    EXPECT_EQ(screen.model->PlotX(0, 599), -2000 + 599 + 10) << "the loop from the right shifts the last sample again";
     EXPECT_TRUE(sameRows(screen.picture2, screen.picHidden0, 600, 400));
 }
 
@@ -149,7 +147,7 @@ TEST(TraceDrag, CountsFromAHostileFileEndItInsideTheArrays) {
     screen.addChannel(0, 600, 2000000000);
     screen.draw();
     EXPECT_FALSE(beginTraceDrag(*screen.model, 0, screen.picture2, screen.picHidden1));
-    EXPECT_FALSE(moveTraceDrag(*screen.model, 0, 5, screen.picHidden0, screen.picHidden1, screen.picture2));
+    EXPECT_FALSE(moveTraceDrag(*screen.model, 0, ScreenX(5), screen.picHidden0, screen.picHidden1, screen.picture2));
 }
 
 TEST(MarkerDrag, TheGhostIsTheTraceByExclusiveOrInBlue) {
@@ -182,7 +180,8 @@ TEST(MarkerDrag, MovesZeroLineAndVisibleSamplesAndStepsOverSamplesOfOneColumn) {
     screen.picture2.drawMode = DrawMode::XorPen;
     screen.picture2.ForeColor = kGhostColour;
     ASSERT_TRUE(beginMarkerDrag(*screen.model, 0, screen.picture2, screen.picHidden0));
-    ASSERT_TRUE(moveMarkerDrag(*screen.model, 0, 2910 + 603, screen.picHidden0, screen.picture2)); // a tenth: 40 rows
+    ASSERT_TRUE(
+        moveMarkerDrag(*screen.model, 0, Twips(2910 + 603), screen.picHidden0, screen.picture2)); // a tenth: 40 rows
     EXPECT_EQ(screen.model->ChannelYPos[0], 240);
     EXPECT_EQ(screen.model->PlotY(0, 0), 240);
     EXPECT_EQ(screen.model->PlotY(0, 700), 240);
@@ -192,7 +191,7 @@ TEST(MarkerDrag, MovesZeroLineAndVisibleSamplesAndStepsOverSamplesOfOneColumn) {
     EXPECT_EQ(screen.picture2.Point(303, 241), screen.picHidden0.Point(303, 241));
 }
 
-TEST(MarkerDrag, ATraceThatLiesWhollyLeftOfTheScreenIsWalkedThroughAndNothingIsDrawn) {
+TEST(MarkerDrag, ATraceLeftOfTheScreenIsMovedAndNotDrawn) {
     TestScreen screen;
     screen.addChannel(0, 600, 600);
     screen.model->ChannelXShift[0] = -2000;
@@ -200,10 +199,10 @@ TEST(MarkerDrag, ATraceThatLiesWhollyLeftOfTheScreenIsWalkedThroughAndNothingIsD
     screen.picture2.drawMode = DrawMode::XorPen;
     screen.picture2.ForeColor = kGhostColour;
     ASSERT_TRUE(beginMarkerDrag(*screen.model, 0, screen.picture2, screen.picHidden0));
-    ASSERT_TRUE(moveMarkerDrag(*screen.model, 0, 2910 + 603, screen.picHidden0, screen.picture2));
+    ASSERT_TRUE(moveMarkerDrag(*screen.model, 0, Twips(2910 + 603), screen.picHidden0, screen.picture2));
     EXPECT_EQ(screen.model->PlotY(0, 300), 240);
     EXPECT_TRUE(sameRows(screen.picture2, screen.picHidden0, 600, 400));
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

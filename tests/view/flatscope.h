@@ -7,7 +7,9 @@
 #include "capture/settings.h"
 #include "support/flatcapture.h"
 #include "support/printing.h"
-#include "view/offscreenscope.h"
+#include "view/cursors.h"
+#include "view/scene.h"
+#include "view/scopescreen.h"
 #include "view/screenmouse.h"
 
 #include <QFile>
@@ -18,11 +20,11 @@
 #include <memory>
 #include <vector>
 
-namespace sixtrace::testing {
+namespace sixtrace::test {
 
 /// The whole scope without a window, and the flat capture: ch1 on row 200 and A on row 250, ch1 selected. The cursors
 /// stand on rows 100 and 300 and columns 180 and 420.
-class FlatScope : public ::testing::Test, protected test::FlatCapture {
+class FlatScope : public ::testing::Test, protected FlatCapture {
 protected:
     FlatScope() {
         model->fillTables();
@@ -55,4 +57,20 @@ protected:
     std::unique_ptr<ScreenMouse> mouse;
 };
 
-} // namespace sixtrace::testing
+/// A mouse over the flat capture. Places are screen units.
+class Mouse : public FlatScope {
+protected:
+    void SetUp() override { loadFlat(); }
+    void press(double x, double y) { mouse->Picture2_MouseDown(ScreenX(x), ScreenY(y)); }
+    void moveTo(double x, double y) { mouse->Picture2_MouseMove(ScreenX(x), ScreenY(y)); }
+    void show(CursorType type) {
+        state().cursorChoice = type;
+        Combo3_Click(rules());
+    }
+    [[nodiscard]] const drag::CursorLines* lines() const { return std::get_if<drag::CursorLines>(&mouse->held()); }
+    [[nodiscard]] const drag::Trace* trace() const { return std::get_if<drag::Trace>(&mouse->held()); }
+    [[nodiscard]] DrawMode drawMode() const { return scope->Picture2.drawMode; }
+    [[nodiscard]] unsigned frames() const { return scope->screen().changes(); }
+};
+
+} // namespace sixtrace::test

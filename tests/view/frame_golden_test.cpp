@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Pictures that a person has looked at, compared to the pixel. SIXTRACE_REGENERATE=1 writes them anew.
+// Pictures that a person has looked at, compared to the pixel. SIXTRACE_REGENERATE=1 writes them again.
 #include "capture/capturefile.h"
 #include "capture/scenes.h"
 #include "support/sourcefolder.h"
@@ -12,10 +12,8 @@
 
 #include <gtest/gtest.h>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
-
-using testing::TestScreen;
 
 void compareWithGolden(const Picture& picture, const QString& name) {
     const QString golden = QStringLiteral(SIXTRACE_SOURCE_DIR "/tests/view/golden/") + name + QStringLiteral(".png");
@@ -135,4 +133,4 @@ TEST(FrameGolden, ATraceFarOutsideTheScreen) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

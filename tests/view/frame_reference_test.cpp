@@ -9,12 +9,8 @@
 #include <cmath>
 #include <random>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
-
-using testing::samePicture;
-using testing::sameRows;
-using testing::TestScreen;
 
 /// Draws the channels of a screen one segment at a time. Positions are computed here, sample by sample.
 class Reference {
@@ -133,7 +129,7 @@ void randomise(TestScreen& screen, std::mt19937& random, const FrameKind& kind) 
         const int direction = kind.allShown && between(0, 3) == 0 ? -1 : 1;
         model.VoltPerCount[c] = static_cast<float>(direction * between(1, 4000)) / 100.0F;
         model.ChannelXShift[c] = static_cast<float>(between(-900, 900)) / 3.0F;
-        screen.inputs.markerTop[c] = between(-400, 6400);
+        screen.inputs.markerTop[c] = Twips(between(-400, 6400));
         if (kind.sharedTimeBase && channel > 0) {
             model.ScreenPoints[c] = model.ScreenPoints[0];
             model.SampleCount[c] = model.SampleCount[0];
@@ -289,4 +285,4 @@ TEST(FrameReference, HeightsHalfwayBetweenTwoPixelsGoToTheEvenOne) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

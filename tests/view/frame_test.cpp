@@ -6,56 +6,9 @@
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <set>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
-
-using testing::samePicture;
-using testing::sameRows;
-using testing::TestScreen;
-
-constexpr Colour kRed = 255; // of channel 0
-
-/// Columns and rows at which a picture shows a colour.
-std::set<std::pair<int, int>> pixelsOf(const Picture& picture, Colour colour) {
-    std::set<std::pair<int, int>> pixels;
-    for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x) {
-            if (picture.Point(x, y) == colour) {
-                pixels.insert({x, y});
-            }
-        }
-    }
-    return pixels;
-}
-
-std::set<int> columnsOf(const Picture& picture, Colour colour) {
-    std::set<int> columns;
-    for (const auto& [x, y] : pixelsOf(picture, colour)) {
-        columns.insert(x);
-    }
-    return columns;
-}
-
-std::set<int> range(int first, int last) {
-    std::set<int> numbers;
-    for (int i = first; i <= last; ++i) {
-        numbers.insert(i);
-    }
-    return numbers;
-}
-
-/// A slow scan of `points` slots with one sample a pixel column, flat on row 130, away from grid and ticks.
-void addScan(TestScreen& screen, int points, int samples, int scan) {
-    screen.addChannel(0, points, samples);
-    screen.model->TimeIndex[0] = 22;
-    screen.model->TimeIndexView[0] = 22;
-    screen.model->ScanPoint[0] = scan;
-    for (int i = 0; i <= points; ++i) {
-        screen.model->SampleData(0, i) = 67; // row 133
-    }
-}
 
 TEST(Frame, AChannelThatIsSelectedButAbsentDrawsNothingAndTheLastColourIsLeftInForeColor) {
     TestScreen screen;
@@ -102,7 +55,7 @@ TEST(Frame, TheZeroLinesOfAllSixChannelsComeFromTheirMarkersWhetherShownOrNot) {
     TestScreen screen;
     for (std::size_t c = 0; c < kChannels; ++c) {
         screen.inputs.markerTop[c] =
-            6030.0 * static_cast<double>(c) / 8 - 105; // centred at an eighth of the strip each
+            Twips(6030.0 * static_cast<double>(c) / 8 - 105); // centred at an eighth of the strip each
     }
     screen.draw();
     EXPECT_EQ(screen.model->ChannelYPos, (PerChannel<std::int16_t>{0, 50, 100, 150, 200, 250}));
@@ -114,101 +67,6 @@ TEST(Frame, ThePictureGoesToTheHiddenCopyAtItsEnd) {
     screen.draw();
     EXPECT_TRUE(sameRows(screen.picture2, screen.picHidden0, 600, 400));
     EXPECT_EQ(screen.picHidden0.Point(600, 400), screen.picHidden0.BackColor) << "only 600 by 400 are copied";
-}
-
-TEST(Frame, AFullChannelInAFastTimeBaseNeverLooksAtTheScanPoint) {
-    TestScreen screen;
-    addScan(screen, 600, 600, 300);
-    screen.model->TimeIndex[0] = screen.model->TimeIndexView[0] = 21;
-    screen.draw();
-    EXPECT_EQ(columnsOf(screen.picture2, kRed), range(0, 599));
-}
-
-TEST(Frame, AScanInItsFirstSweepIsDrawnAsFarAsItHasCome) {
-    TestScreen screen;
-    addScan(screen, 600, 250, 250);
-    screen.draw();
-    EXPECT_EQ(columnsOf(screen.picture2, kRed), range(0, 249));
-}
-
-TEST(Frame, AScanLeavesAGapOfEightPercentAheadOfItsWritePosition) {
-    TestScreen screen;
-    addScan(screen, 600, 600, 200);
-    screen.model->PlotX(0, 200) = 1; // where an earlier frame left the row of the lift: inside the trace
-    screen.model->PlotY(0, 200) = 133;
-    screen.draw();
-    std::set<int> expected = range(0, 199);
-    expected.merge(range(248, 600));
-    EXPECT_EQ(columnsOf(screen.picture2, kRed), expected);
-}
-
-TEST(Frame, TheLiftOverTheGapLeavesADotWhereAnEarlierFrameHadTheWritePosition) {
-    TestScreen screen;
-    addScan(screen, 600, 600, 200);
-    screen.model->PlotX(0, 200) = 222;
-    screen.model->PlotY(0, 200) = 44;
-    screen.draw();
-    EXPECT_EQ(screen.picture2.Point(222, 44), kRed);
-    EXPECT_EQ(screen.model->PlotX(0, 200), 222) << "line mode does not visit the write position itself";
-    EXPECT_EQ(screen.picture2.Point(200, 133) == kRed, false);
-}
-
-TEST(Frame, InPointModeTheWritePositionItselfIsDrawn) {
-    TestScreen screen;
-    addScan(screen, 600, 600, 200);
-    screen.inputs.style = TraceStyle::Points;
-    screen.draw();
-    std::set<int> expected = range(0, 200);
-    expected.merge(range(248, 600));
-    EXPECT_EQ(columnsOf(screen.picture2, kRed), expected);
-    EXPECT_EQ(screen.model->PlotX(0, 200), 200);
-}
-
-TEST(Frame, AWritePositionOf0LeavesASingleDotAndTheSecondPartFromEightPercentOn) {
-    TestScreen screen;
-    addScan(screen, 600, 600, 0);
-    screen.model->PlotX(0, 0) = 20;
-    screen.model->PlotY(0, 0) = 44;
-    screen.draw();
-    std::set<int> expected = range(48, 600);
-    expected.insert(0);  // the dot of sample 0
-    expected.insert(20); // the lift
-    EXPECT_EQ(columnsOf(screen.picture2, kRed), expected);
-}
-
-TEST(Frame, AWritePositionOfExactly92PercentStillDrawsBothSweeps) {
-    TestScreen screen;
-    addScan(screen, 600, 600, 552);
-    screen.model->PlotX(0, 552) = 1;
-    screen.model->PlotY(0, 552) = 133;
-    screen.draw();
-    std::set<int> expected = range(0, 551);
-    expected.insert(600); // the second part is sample 600 alone
-    EXPECT_EQ(columnsOf(screen.picture2, kRed), expected);
-}
-
-TEST(Frame, BeyondIt92PercentTheGapHasEatenTheStartOfTheSweep) {
-    TestScreen screen;
-    addScan(screen, 600, 600, 570); // 48 - 30 = 18
-    screen.draw();
-    std::set<int> expected = range(18, 570);
-    expected.insert(0); // the dot of sample 0 is not joined to the trace
-    EXPECT_EQ(columnsOf(screen.picture2, kRed), expected);
-    EXPECT_EQ(screen.model->PlotX(0, 18), 18);
-    screen.inputs.style = TraceStyle::Points;
-    screen.draw();
-    EXPECT_EQ(columnsOf(screen.picture2, kRed), expected);
-}
-
-TEST(Frame, AFractionOfTheGapStaysInXWhileRowsAreRounded) {
-    // 330 slots over 600 columns, write position 100: the gap ends at 126.4, row 126, X = 126.4 * 600 / 330 = 229.8.
-    TestScreen screen;
-    addScan(screen, 330, 330, 100);
-    screen.draw();
-    EXPECT_EQ(screen.model->PlotX(0, 126), 230);
-    EXPECT_EQ(screen.model->PlotX(0, 127), 232) << "127.4 * 600 / 330 = 231.6";
-    EXPECT_EQ(screen.model->PlotX(0, 329), 599) << "329.4 * 600 / 330 = 598.9";
-    EXPECT_EQ(screen.model->PlotX(0, 330), 0) << "330.4 lies beyond the last slot";
 }
 
 TEST(Frame, WithoutTheGraticuleTheDottedGridIsGoneAndTheCentreCrossIsSolid) {
@@ -267,13 +125,13 @@ TEST(Frame, DivisionTicksAre60UnitsApartWith10DivisionsAnd50Otherwise) {
     EXPECT_EQ(ticksBelowTheBorder(screen, 4), fineOf12);
 }
 
-TEST(Frame, ARunTimeErrorEndsItQuietlyAndChannelsBehindItAreNotDrawn) {
+TEST(Frame, ARunTimeErrorEndsTheFrameQuietlyAndLaterChannelsAreNotDrawn) {
     TestScreen screen;
     screen.addChannel(0, 600, 600);
     screen.addChannel(1, 0, 600); // a division by zero
     screen.addChannel(2, 600, 600);
     screen.model->SampleData(0, 3) = 40;
-    screen.inputs.markerTop[2] = 1000;
+    screen.inputs.markerTop[2] = Twips{1000};
     screen.picHidden0.ForeColor = 0x123456;
     screen.picHidden0.PSet(5, 5);
     screen.draw();
@@ -282,10 +140,10 @@ TEST(Frame, ARunTimeErrorEndsItQuietlyAndChannelsBehindItAreNotDrawn) {
     EXPECT_EQ(screen.picHidden0.Point(5, 5), 0x123456) << "an unfinished frame is not copied";
 }
 
-TEST(Frame, AMarkerBeyondSixteenBitsEndsTheFrameBehindTheGraticule) {
+TEST(Frame, AZeroLineBeyond16BitsEndsTheFrameAfterTheGraticule) {
     TestScreen screen;
     screen.addChannel(0, 600, 600);
-    screen.inputs.markerTop[3] = 1e9;
+    screen.inputs.markerTop[3] = Twips{1e9};
     screen.draw();
     EXPECT_TRUE(pixelsOf(screen.picture2, kRed).empty());
     EXPECT_EQ(screen.picture2.Point(0, 0), screen.model->GridColor);
@@ -336,7 +194,7 @@ TEST(Frame, PicDrawSlowIsTheGraticuleAlone) {
     EXPECT_TRUE(samePicture(screen.picture2, empty));
 }
 
-/// A screen, its copy, and what notes when the copy is due.
+/// A screen, its copy, and the FrameCopy between them.
 struct NotedCopy {
     Picture screen{kSurfaceWidth, kSurfaceHeight};
     Picture kept{kSurfaceWidth, kSurfaceHeight};
@@ -346,7 +204,7 @@ struct NotedCopy {
     NotedCopy() { screen.ForeColor = kRed; }
 };
 
-TEST(FrameCopies, ANotedFrameIsCopiedWhenTheCopyIsAskedForAndOnlyOnce) {
+TEST(FrameCopies, ANotedFrameIsCopiedOnDemandAndOnlyOnce) {
     NotedCopy noted;
     noted.screen.PSet(4, 5);
     noted.copy.noteFrame();
@@ -359,7 +217,7 @@ TEST(FrameCopies, ANotedFrameIsCopiedWhenTheCopyIsAskedForAndOnlyOnce) {
     EXPECT_EQ(noted.keptPixels(), (std::set<std::pair<int, int>>{{4, 5}}));
 }
 
-TEST(FrameCopies, HoldTheScreenUnitsAndNotThePixelsAtTheRightAndTheLowerEdge) {
+TEST(FrameCopies, HoldAllButTheLastColumnAndTheLastRow) {
     NotedCopy noted;
     for (const auto& [x, y] : {std::pair(599, 399), std::pair(600, 399), std::pair(599, 400)}) {
         noted.screen.PSet(x, y);
@@ -379,4 +237,4 @@ TEST(FrameCopies, AForgottenFrameIsNotCopied) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

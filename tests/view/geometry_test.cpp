@@ -5,10 +5,8 @@
 
 #include <gtest/gtest.h>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
-
-using testing::TestScreen;
 
 TEST(Geometry, WithEqualTimeBasesAndNoShiftTheFirstSampleIsAt0AndSampleScreenPointsAt600) {
     TestScreen screen;
@@ -19,7 +17,7 @@ TEST(Geometry, WithEqualTimeBasesAndNoShiftTheFirstSampleIsAt0AndSampleScreenPoi
     EXPECT_DOUBLE_EQ(scale->x(1200), 600);
 }
 
-TEST(Geometry, TwiceTheTimeHalvesTheSpreadAroundTheMiddleWhichStays) {
+TEST(Geometry, TwiceTheTimePerDivisionHalvesTheTraceAroundTheMiddleOfTheScreen) {
     TestScreen screen;
     screen.addChannel(0, 600, 600);
     screen.model->TimeIndex[0] = 12;     // 0.05 ms
@@ -41,7 +39,7 @@ TEST(Geometry, AShiftIsTakenAtTheTimeBaseOfTheCapture) {
     EXPECT_NEAR(plotScale(*screen.model, 0)->x0, 300 - 260 * 0.5, 1e-9);
 }
 
-TEST(Geometry, ACaptureOfFileKind3Draws10DivisionsWhileMsPerPixelStillReckonsWith12) {
+TEST(Geometry, ACaptureOfFileKind3Draws10DivisionsWhileMsPerPixelCounts12) {
     EXPECT_EQ(divisionsAcross(2), 10);
     EXPECT_EQ(divisionsAcross(3), 10);
     for (const int kind : {0, 1, 4, 5, 6}) {
@@ -57,11 +55,11 @@ TEST(Geometry, ACaptureOfFileKind3Draws10DivisionsWhileMsPerPixelStillReckonsWit
 }
 
 TEST(Geometry, AMarkerWhoseCentreIsAtTheMiddleOfTheStripGives200) {
-    EXPECT_EQ(zeroLineOfMarker(2910), 200);
-    EXPECT_EQ(zeroLineOfMarker(-105), 0);
-    EXPECT_EQ(zeroLineOfMarker(5925), 400);
-    EXPECT_EQ(zeroLineOfMarker(3000), 206) << "205.97";
-    EXPECT_EQ(zeroLineOfMarker(1e12), std::nullopt);
+    EXPECT_EQ(zeroLineOfMarker(Twips(2910)), 200);
+    EXPECT_EQ(zeroLineOfMarker(Twips(-105)), 0);
+    EXPECT_EQ(zeroLineOfMarker(Twips(5925)), 400);
+    EXPECT_EQ(zeroLineOfMarker(Twips(3000)), 206) << "205.97";
+    EXPECT_EQ(zeroLineOfMarker(Twips(1e12)), std::nullopt);
 }
 
 TEST(Geometry, AHalfWayValueIsStoredAsTheEvenNeighbour) {
@@ -90,9 +88,9 @@ TEST(Geometry, APositiveSampleLiesAboveTheZeroLineByCountsTimesMillivolts) {
 
 TEST(Geometry, AZeroLineHalfwayBetweenTwoRowsGoesToTheEvenOne) {
     // A marker's centre at 1, 3 and 5 of 32 parts of the strip: 12.5, 37.5 and 62.5 of 400 rows.
-    EXPECT_EQ(zeroLineOfMarker(6030 / 32.0 - 105), 12);
-    EXPECT_EQ(zeroLineOfMarker(3 * 6030 / 32.0 - 105), 38);
-    EXPECT_EQ(zeroLineOfMarker(5 * 6030 / 32.0 - 105), 62);
+    EXPECT_EQ(zeroLineOfMarker(Twips(6030 / 32.0 - 105)), 12);
+    EXPECT_EQ(zeroLineOfMarker(Twips(3 * 6030 / 32.0 - 105)), 38);
+    EXPECT_EQ(zeroLineOfMarker(Twips(5 * 6030 / 32.0 - 105)), 62);
 }
 
 TEST(Geometry, PickingDividesBySamplesHeldWherePlottingDividesByScreenPoints) {
@@ -100,7 +98,7 @@ TEST(Geometry, PickingDividesBySamplesHeldWherePlottingDividesByScreenPoints) {
     screen.addChannel(0, 600, 300);
     EXPECT_DOUBLE_EQ(plotScale(*screen.model, 0)->dx, 1);
     EXPECT_DOUBLE_EQ(pickScale(*screen.model, 0)->dx, 2);
-    EXPECT_DOUBLE_EQ(pickScale(*screen.model, 0)->sampleAt(100), 50);
+    EXPECT_DOUBLE_EQ(pickScale(*screen.model, 0)->sampleAt(ScreenX(100)), 50);
 }
 
 TEST(Geometry, ThereIsNoScaleWithoutTableRowsOrCounts) {
@@ -115,7 +113,7 @@ TEST(Geometry, ThereIsNoScaleWithoutTableRowsOrCounts) {
     model.VoltIndexView[0] = -1;
     EXPECT_FALSE(plotScale(model, 0));
     EXPECT_FALSE(voltPerPixel(model, 0));
-    EXPECT_DOUBLE_EQ(pickScale(model, 0).value().sampleAt(100), 100) << "times and columns need no volt range";
+    EXPECT_DOUBLE_EQ(pickScale(model, 0).value().sampleAt(ScreenX(100)), 100) << "times and columns need no volt range";
     EXPECT_FALSE(pickScale(model, 0)->placesHeights());
     model.VoltIndexView[0] = 9;
     model.ScreenPoints[0] = 0;
@@ -126,4 +124,4 @@ TEST(Geometry, ThereIsNoScaleWithoutTableRowsOrCounts) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -3,16 +3,14 @@
 
 #include <gtest/gtest.h>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
-
-using testing::TestScreen;
 
 TEST(PicReDraw, DrawsAFlatTraceOfZerosOnAScreenOf500Columns) {
     // (0 + 128) / 256 * 400 + 200 - 200 = 200, and 1024 points run from X = 0 to 500 * 1023 / 1024 = 499.5.
     TestScreen screen;
     screen.inputs.selected[0] = true;
-    screen.inputs.markerTop[0] = 2910 - 30 * 15.075; // 30 rows higher: row 170
+    screen.inputs.markerTop[0] = Twips(2910 - 30 * 15.075); // 30 rows higher: row 170
     PicReDraw(*screen.model, screen.inputs, screen.picture2);
     for (int x = 0; x <= 500; ++x) {
         EXPECT_EQ(screen.picture2.Point(x, 170), screen.model->LineColor[0]) << x;
@@ -44,4 +42,4 @@ TEST(SampleToScreenY, HoldsTheSameFormulaRoundedTo16Bits) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -6,8 +6,10 @@
 #include "view/geometry.h"
 
 #include <memory>
+#include <set>
+#include <utility>
 
-namespace sixtrace::testing {
+namespace sixtrace::test {
 
 /// A screen with a model in which channels can be set up by hand: one pixel a count, one sample a pixel, zero line in
 /// the middle, unless a test says otherwise.
@@ -25,7 +27,7 @@ struct TestScreen {
         model->FileKind = 4;
         picture2.BackColor = model->BackColor;
         picture2.Cls();
-        inputs.markerTop.fill(2910); // (105 + 2910) / 6030 * 400 = 200
+        inputs.markerTop.fill(Twips{2910}); // (105 + 2910) / 6030 * 400 = 200
     }
 
     void addChannel(int channel, int points, int samples) {
@@ -45,6 +47,11 @@ struct TestScreen {
     void draw() { renderer.PicReDrawT(*model, inputs, picture2, picHidden0); }
 };
 
+/// Places of the cursor lines: rows of the voltage cursors, columns of the time cursors.
+inline CursorPlaces placesAt(double y1, double y2, double x1, double x2) {
+    return {{ScreenY(y1), ScreenY(y2)}, {ScreenX(x1), ScreenX(x2)}};
+}
+
 inline bool sameRows(const Picture& a, const Picture& b, int width, int height) {
     for (int y = 0; y < height; ++y) {
         if (!std::equal(a.row(y), a.row(y) + width, b.row(y))) {
@@ -58,4 +65,35 @@ inline bool samePicture(const Picture& a, const Picture& b) {
     return sameRows(a, b, a.width(), a.height());
 }
 
-} // namespace sixtrace::testing
+inline constexpr Colour kRed = 255; ///< of the trace of channel 0
+
+/// Columns and rows at which a picture shows a colour.
+inline std::set<std::pair<int, int>> pixelsOf(const Picture& picture, Colour colour) {
+    std::set<std::pair<int, int>> pixels;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.Point(x, y) == colour) {
+                pixels.insert({x, y});
+            }
+        }
+    }
+    return pixels;
+}
+
+inline std::set<int> columnsOf(const Picture& picture, Colour colour) {
+    std::set<int> columns;
+    for (const auto& [x, y] : pixelsOf(picture, colour)) {
+        columns.insert(x);
+    }
+    return columns;
+}
+
+inline std::set<int> range(int first, int last) {
+    std::set<int> numbers;
+    for (int i = first; i <= last; ++i) {
+        numbers.insert(i);
+    }
+    return numbers;
+}
+
+} // namespace sixtrace::test

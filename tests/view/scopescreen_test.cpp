@@ -5,12 +5,10 @@
 #include "view/flatscope.h"
 #include "view/scene.h"
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
-using testing::samePicture;
-
-class ScreenPictures : public testing::FlatScope {
+class ScreenPictures : public FlatScope {
 protected:
     void SetUp() override { loadFlat(); }
     [[nodiscard]] ScopeScreen& screen() const { return scope->screen(); }
@@ -23,7 +21,7 @@ TEST_F(ScreenPictures, AFinishedFrameIsTheNextBackground) {
     model->TimeIndexView[0] = 13;
     screen().PicReDrawT();
     EXPECT_NE(background(), before);
-    EXPECT_TRUE(testing::sameRows(screen().background(), scope->Picture2, 600, 400));
+    EXPECT_TRUE(sameRows(screen().background(), scope->Picture2, 600, 400));
 }
 
 TEST_F(ScreenPictures, AFrameThatIsAbortedLeavesTheBackground) {
@@ -31,13 +29,13 @@ TEST_F(ScreenPictures, AFrameThatIsAbortedLeavesTheBackground) {
     model->TimeIndexView[2] = 99; // A has no time base, ch1 is drawn before it
     model->ChannelXShift[0] = 100;
     screen().PicReDrawT();
-    EXPECT_FALSE(testing::sameRows(screen().background(), scope->Picture2, 600, 400));
+    EXPECT_FALSE(sameRows(screen().background(), scope->Picture2, 600, 400));
     EXPECT_EQ(background(), before);
 }
 
 TEST_F(ScreenPictures, AnEmptyScreenHasNoGraticuleAndLeavesTheBackground) {
     const QImage before = background();
-    screen().PicReDrawT(); // its copy waits
+    screen().PicReDrawT(); // it is not copied yet
     const unsigned changes = screen().changes();
     screen().blankDue();
     EXPECT_EQ(screen().changes(), changes + 1);
@@ -46,7 +44,7 @@ TEST_F(ScreenPictures, AnEmptyScreenHasNoGraticuleAndLeavesTheBackground) {
     EXPECT_EQ(background(), before);
 }
 
-TEST_F(ScreenPictures, ANewGroundIsThatOfTheHiddenPicturesAtOnceAndOfTheScreenWithItsNextFrame) {
+TEST_F(ScreenPictures, ANewBackgroundShowsInTheHiddenPicturesAtOnceAndOnTheScreenWithItsNextFrame) {
     screen().PicReDrawT();
     screen().setScreenColor(0x00112233);
     EXPECT_EQ(state().screenColor, 0x00112233U);
@@ -74,7 +72,7 @@ TEST_F(ScreenPictures, EveryStepOfADragChangesThePicture) {
     unsigned changes = screen().changes();
     EXPECT_TRUE(screen().beginTraceDrag(0));
     EXPECT_EQ(screen().changes(), ++changes);
-    EXPECT_TRUE(screen().moveTraceDrag(0, 5));
+    EXPECT_TRUE(screen().moveTraceDrag(0, ScreenX(5)));
     EXPECT_EQ(screen().changes(), ++changes);
     screen().PicReDrawT();
     EXPECT_EQ(screen().changes(), ++changes);
@@ -107,19 +105,19 @@ TEST_F(ScreenPictures, ATraceThatIsTakenIsDrawnOnTheWorkingPictureAndOnNoPage) {
     EXPECT_EQ(page.Point(53, 200), 0U);
 }
 
-TEST_F(ScreenPictures, AFrameThatIsDrawnDuringADragIsTheGroundOfItsNextStep) {
+TEST_F(ScreenPictures, AFrameThatIsDrawnDuringADragIsTheBackgroundOfItsNextStep) {
     ASSERT_EQ(scope->Picture2.Point(53, 250), model->LineColor[2]);
     EXPECT_TRUE(screen().beginTraceDrag(0));
-    marker(2).top = 5171.25; // A goes from row 250 to row 350
+    marker(2).top = Twips(5171.25); // A goes from row 250 to row 350
     screen().PicReDrawT();
-    EXPECT_TRUE(screen().moveTraceDrag(0, 5));
+    EXPECT_TRUE(screen().moveTraceDrag(0, ScreenX(5)));
     EXPECT_EQ(scope->Picture2.Point(53, 350), model->LineColor[2]);
     EXPECT_NE(scope->Picture2.Point(53, 250), model->LineColor[2]);
 }
 
 TEST_F(ScreenPictures, AMarkersDragKeepsTheOtherTraces) {
     screen().beginMarkerDrag(0);
-    marker(0).top = 5171.25; // row 350
+    marker(0).top = Twips(5171.25); // row 350
     screen().moveMarkerDrag(0);
     EXPECT_EQ(scope->Picture2.Point(53, 250), model->LineColor[2]);
 }
@@ -129,8 +127,8 @@ TEST_F(ScreenPictures, AMarkersDragStartsFromTheScreenWithItsGhost) {
     const QImage frame = scope->Picture2.view().copy(0, 0, 600, 400);
     screen().beginMarkerDrag(0);
     EXPECT_NE(screen().background().view().copy(0, 0, 600, 400), frame);
-    EXPECT_TRUE(testing::sameRows(screen().background(), scope->Picture2, 600, 400));
+    EXPECT_TRUE(sameRows(screen().background(), scope->Picture2, 600, 400));
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

@@ -1,46 +1,31 @@
 // SPDX-License-Identifier: MIT
-#include "view/screenmouse.h"
-
-#include "view/cursors.h"
+// The mouse over the screen: cursor lines and traces.
 #include "view/flatscope.h"
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
-class Mouse : public testing::FlatScope {
-protected:
-    void SetUp() override { loadFlat(); }
-    void show(CursorType type) {
-        state().cursorChoice = type;
-        Combo3_Click(rules());
-    }
-    [[nodiscard]] const drag::CursorLines* lines() const { return std::get_if<drag::CursorLines>(&mouse->held()); }
-    [[nodiscard]] const drag::Trace* trace() const { return std::get_if<drag::Trace>(&mouse->held()); }
-    [[nodiscard]] DrawMode drawMode() const { return scope->Picture2.drawMode; }
-    [[nodiscard]] unsigned frames() const { return scope->screen().changes(); }
-};
-
-TEST_F(Mouse, APressBesideEverythingUnderTheArrowTakesAndDrawsNothing) {
+TEST_F(Mouse, WithTheArrowAPressOnNothingTakesAndDrawsNothing) {
     ASSERT_EQ(state().pointer, MousePointer::Arrow);
     const unsigned before = frames();
-    mouse->Picture2_MouseDown(50, 320);
+    press(50, 320);
     EXPECT_FALSE(mouse->holdsAnything());
     EXPECT_EQ(state().pointer, MousePointer::Arrow);
     EXPECT_EQ(drawMode(), DrawMode::CopyPen);
     EXPECT_EQ(frames(), before);
 }
 
-TEST_F(Mouse, APressOnATraceUnderTheArrowTakesItAndDrawsByExclusiveOr) {
+TEST_F(Mouse, WithTheArrowAPressOnATraceTakesItAndDrawsByExclusiveOr) {
     const unsigned before = frames();
-    mouse->Picture2_MouseDown(50, 205);
+    press(50, 205);
     ASSERT_NE(trace(), nullptr);
     EXPECT_EQ(trace()->channel, 0);
     EXPECT_EQ(state().pointer, MousePointer::EastWest);
     EXPECT_EQ(drawMode(), DrawMode::XorPen);
     EXPECT_EQ(frames(), before + 1);
-    mouse->Picture2_MouseMove(58, 10);
+    moveTo(58, 10);
     EXPECT_EQ(model->ChannelXShift[0], 8);
-    EXPECT_EQ(trace()->lastX, 58);
+    EXPECT_EQ(trace()->lastX, ScreenX(58));
     mouse->Picture2_MouseUp();
     EXPECT_FALSE(mouse->holdsAnything());
     EXPECT_EQ(drawMode(), DrawMode::CopyPen);
@@ -50,20 +35,20 @@ TEST_F(Mouse, WithoutAnyTraceAMoveWithoutCursorsLeavesTheShape) {
     model->ChannelPresent.fill(0);
     for (const MousePointer shape : {MousePointer::NorthSouth, MousePointer::EastWest, MousePointer::Arrow}) {
         state().pointer = shape;
-        mouse->Picture2_MouseMove(50, 200);
+        moveTo(50, 200);
         EXPECT_EQ(state().pointer, shape);
     }
     show(CursorType::Voltage);
     state().pointer = MousePointer::EastWest;
-    mouse->Picture2_MouseMove(50, 200);
-    EXPECT_EQ(state().pointer, MousePointer::Arrow) << "lines that are shown set it";
+    moveTo(50, 200);
+    EXPECT_EQ(state().pointer, MousePointer::Arrow) << "shown lines set the shape";
 }
 
-TEST_F(Mouse, WithoutAnyTraceAPressUnderALeftOverShapeSetsThePenOnly) {
+TEST_F(Mouse, WithoutAnyTraceAPressWithAnEarlierPointerShapeOnlySetsThePen) {
     model->ChannelPresent.fill(0);
     state().pointer = MousePointer::EastWest;
     const unsigned before = frames();
-    mouse->Picture2_MouseDown(50, 200);
+    press(50, 200);
     EXPECT_EQ(drawMode(), DrawMode::XorPen);
     EXPECT_FALSE(mouse->holdsAnything());
     EXPECT_EQ(frames(), before);
@@ -72,281 +57,136 @@ TEST_F(Mouse, WithoutAnyTraceAPressUnderALeftOverShapeSetsThePenOnly) {
 TEST_F(Mouse, APressThatFailsTakesNothingAndSetsNoPen) {
     model->TimeIndexView[0] = 99;
     state().pointer = MousePointer::EastWest;
-    mouse->Picture2_MouseDown(50, 200);
+    press(50, 200);
     EXPECT_EQ(drawMode(), DrawMode::CopyPen);
     EXPECT_FALSE(mouse->holdsAnything());
 }
 
 TEST_F(Mouse, WithNoRowSelectedAPressTakesALineAndNoTrace) {
     selectRow(rules(), -1);
-    mouse->Picture2_MouseDown(50, 200);
+    press(50, 200);
     EXPECT_FALSE(mouse->holdsAnything());
-    mouse->Picture2_MouseDown(180, 200);
+    press(180, 200);
     EXPECT_TRUE(mouse->holds(CursorHit::Time1));
 }
 
 TEST_F(Mouse, TwoButtonsHoldALineOfEachKindAndBothMove) {
     show(CursorType::Both);
-    mouse->Picture2_MouseDown(10, 100);
-    mouse->Picture2_MouseDown(420, 50);
+    press(10, 100);
+    press(420, 50);
     EXPECT_TRUE(mouse->holds(CursorHit::Voltage1));
     EXPECT_TRUE(mouse->holds(CursorHit::Time2));
     EXPECT_FALSE(mouse->holds(CursorHit::Voltage2));
     EXPECT_FALSE(mouse->holds(CursorHit::Time1));
-    mouse->Picture2_MouseMove(400, 60);
-    EXPECT_EQ(state().cursors.voltage, (std::array<double, 2>{60, 300}));
-    EXPECT_EQ(state().cursors.time, (std::array<double, 2>{180, 400}));
+    moveTo(400, 60);
+    EXPECT_EQ(state().cursors.voltage, (std::array{ScreenY(60), ScreenY(300)}));
+    EXPECT_EQ(state().cursors.time, (std::array{ScreenX(180), ScreenX(400)}));
     mouse->Picture2_MouseUp();
     EXPECT_FALSE(mouse->holds(CursorHit::Voltage1));
     EXPECT_FALSE(mouse->holds(CursorHit::Time2));
 }
 
 TEST_F(Mouse, ASecondPressOnALineOfTheSameKindTakesThatOneInstead) {
-    mouse->Picture2_MouseDown(10, 100);
-    mouse->Picture2_MouseDown(10, 300);
+    press(10, 100);
+    press(10, 300);
     ASSERT_NE(lines(), nullptr);
     EXPECT_EQ(lines()->voltage, std::optional<std::size_t>(1));
     EXPECT_FALSE(lines()->time);
 }
 
-TEST_F(Mouse, ATraceThatIsDraggedIsNotLetGoForALine) {
+TEST_F(Mouse, APressOnALineDoesNotEndTheDragOfATrace) {
     show(CursorType::Both);
-    mouse->Picture2_MouseDown(50, 200);
-    mouse->Picture2_MouseDown(50, 100);
+    press(50, 200);
+    press(50, 100);
     ASSERT_NE(trace(), nullptr);
-    mouse->Picture2_MouseMove(60, 120);
+    moveTo(60, 120);
     EXPECT_EQ(model->ChannelXShift[0], 10);
-    EXPECT_EQ(state().cursors.voltage[0], 100);
+    EXPECT_EQ(state().cursors.voltage[0], ScreenY(100));
 }
 
 TEST_F(Mouse, ATraceTakenWhileALineIsHeldMovesInItsPlace) {
     show(CursorType::Both);
-    mouse->Picture2_MouseDown(10, 100);
-    mouse->Picture2_MouseDown(50, 200);
-    mouse->Picture2_MouseMove(60, 120);
+    press(10, 100);
+    press(50, 200);
+    moveTo(60, 120);
     EXPECT_EQ(model->ChannelXShift[0], 10);
-    EXPECT_EQ(state().cursors.voltage[0], 100);
+    EXPECT_EQ(state().cursors.voltage[0], ScreenY(100));
 }
 
-TEST_F(Mouse, TimedAcquisitionKeepsEachEventOfTheScreenFromItsWork) {
+TEST_F(Mouse, DuringTimedAcquisitionTheMouseDoesNothingOnTheScreen) {
     show(CursorType::Both);
     model->AutoRun = true;
-    mouse->Picture2_MouseDown(10, 100);
+    press(10, 100);
     EXPECT_FALSE(mouse->holdsAnything());
-    mouse->Picture2_MouseDown(50, 200);
+    press(50, 200);
     EXPECT_FALSE(mouse->holdsAnything());
     EXPECT_EQ(drawMode(), DrawMode::CopyPen);
     state().pointer = MousePointer::Arrow;
-    mouse->Picture2_MouseMove(10, 100);
+    moveTo(10, 100);
     EXPECT_EQ(state().pointer, MousePointer::Arrow);
 
     model->AutoRun = false;
-    mouse->Picture2_MouseDown(10, 100);
+    press(10, 100);
     model->AutoRun = true; // it begins while a line is held
-    mouse->Picture2_MouseMove(10, 120);
-    EXPECT_EQ(state().cursors.voltage[0], 100);
+    moveTo(10, 120);
+    EXPECT_EQ(state().cursors.voltage[0], ScreenY(100));
     const unsigned before = frames();
     mouse->Picture2_MouseUp();
     EXPECT_TRUE(mouse->holds(CursorHit::Voltage1));
     EXPECT_EQ(frames(), before);
 }
 
-TEST_F(Mouse, TimedAcquisitionKeepsEachEventOfAMarkerFromItsWork) {
-    model->AutoRun = true;
-    mouse->image1_MouseDown(2, 90);
-    EXPECT_FALSE(marker(2).pressed);
-    EXPECT_EQ(state().selectedRow, 0);
-    EXPECT_FALSE(mouse->holdsAnything());
-    EXPECT_EQ(drawMode(), DrawMode::CopyPen);
-
-    model->AutoRun = false;
-    mouse->image1_MouseDown(2, 90);
-    model->AutoRun = true;
-    const double top = marker(2).top;
-    mouse->image1_MouseMove(2, Qt::LeftButton, 190);
-    EXPECT_EQ(marker(2).top, top);
-    const unsigned before = frames();
-    mouse->image1_MouseUp(2);
-    EXPECT_TRUE(marker(2).pressed);
-    EXPECT_EQ(frames(), before);
-}
-
-TEST_F(Mouse, TimedAcquisitionRefusesTheKeysToo) {
-    show(CursorType::Both);
-    model->AutoRun = true;
-    EXPECT_FALSE(mouse->moveCursorBy(CursorHit::Voltage1, 1));
-    EXPECT_EQ(state().cursors.voltage[0], 100);
-    mouse->moveMarkerBy(2, 1);
-    EXPECT_EQ(state().selectedRow, 0);
-    EXPECT_EQ(marker(2).top, 3663.75);
-}
-
 TEST_F(Mouse, MovesOutsideTheScreenAreIgnoredAndFractionsCutOff) {
     show(CursorType::Both);
-    mouse->Picture2_MouseDown(10.9, 101.9); // row 101
-    mouse->Picture2_MouseDown(180.9, 50);
+    press(10.9, 101.9); // row 101
+    press(180.9, 50);
     for (const auto& [x, y] : {std::pair{-0.1, 50.0}, {600.0, 50.0}, {50.0, -0.1}, {50.0, 400.0}}) {
-        mouse->Picture2_MouseMove(x, y);
-        EXPECT_EQ(state().cursors.voltage[0], 100) << x << ' ' << y;
-        EXPECT_EQ(state().cursors.time[0], 180) << x << ' ' << y;
+        moveTo(x, y);
+        EXPECT_EQ(state().cursors.voltage[0], ScreenY(100)) << x << ' ' << y;
+        EXPECT_EQ(state().cursors.time[0], ScreenX(180)) << x << ' ' << y;
     }
-    mouse->Picture2_MouseMove(0.9, 0.9);
-    EXPECT_EQ(state().cursors.voltage[0], 0);
-    EXPECT_EQ(state().cursors.time[0], 0);
-    mouse->Picture2_MouseMove(599.9, 399.9);
-    EXPECT_EQ(state().cursors.voltage[0], 399);
-    EXPECT_EQ(state().cursors.time[0], 599);
+    moveTo(0.9, 0.9);
+    EXPECT_EQ(state().cursors.voltage[0], ScreenY(0));
+    EXPECT_EQ(state().cursors.time[0], ScreenX(0));
+    moveTo(599.9, 399.9);
+    EXPECT_EQ(state().cursors.voltage[0], ScreenY(399));
+    EXPECT_EQ(state().cursors.time[0], ScreenX(599));
 }
 
 TEST_F(Mouse, LinesThatAreNotShownTakeAPressAndDoNotMove) {
-    mouse->Picture2_MouseDown(10, 100);
-    mouse->Picture2_MouseDown(180, 50);
-    mouse->Picture2_MouseMove(200, 120);
-    EXPECT_EQ(state().cursors.voltage[0], 100);
-    EXPECT_EQ(state().cursors.time[0], 180);
+    press(10, 100);
+    press(180, 50);
+    moveTo(200, 120);
+    EXPECT_EQ(state().cursors.voltage[0], ScreenY(100));
+    EXPECT_EQ(state().cursors.time[0], ScreenX(180));
 }
 
-TEST_F(Mouse, AShapeOverALineEndsTheMoveAndOverATraceComesLast) {
+TEST_F(Mouse, OverALineItsPointerShapeWinsOverThatOfATrace) {
     show(CursorType::Both);
-    mouse->Picture2_MouseMove(50, 101);
+    moveTo(50, 101);
     EXPECT_EQ(state().pointer, MousePointer::NorthSouth);
-    mouse->Picture2_MouseMove(181, 101);
+    moveTo(181, 101);
     EXPECT_EQ(state().pointer, MousePointer::NorthSouth) << "a voltage cursor comes before a time cursor";
-    mouse->Picture2_MouseMove(181, 150);
+    moveTo(181, 150);
     EXPECT_EQ(state().pointer, MousePointer::EastWest);
-    mouse->Picture2_MouseMove(190, 150);
+    moveTo(190, 150);
     EXPECT_EQ(state().pointer, MousePointer::Arrow);
-    mouse->Picture2_MouseMove(190, 195);
+    moveTo(190, 195);
     EXPECT_EQ(state().pointer, MousePointer::EastWest);
 }
 
 TEST_F(Mouse, VoltagesFollowTheDragAtOnceAndTimesLagByOneMove) {
     show(CursorType::Both);
-    mouse->Picture2_MouseDown(10, 100);
-    mouse->Picture2_MouseDown(180, 50);
-    mouse->Picture2_MouseMove(200, 120);
+    press(10, 100);
+    press(180, 50);
+    moveTo(200, 120);
     EXPECT_EQ(state().voltages.values[0], number("800.00")); // 80 rows of 10 mV
     EXPECT_EQ(state().voltages.difference, number("1,800.00"));
     EXPECT_EQ(state().times.values[0], number("450.00")) << "180 columns of 2.5 microseconds";
-    mouse->Picture2_MouseMove(201, 120);
+    moveTo(201, 120);
     EXPECT_EQ(state().times.values[0], number("500.00"));
     EXPECT_EQ(state().times.difference, number("550.00"));
 }
 
-TEST_F(Mouse, AMarkerGoesWithThePointerAsFarAsThirtyTwipsBeyondItsEnds) {
-    mouse->image1_MouseDown(2, 90);
-    EXPECT_TRUE(marker(2).pressed);
-    EXPECT_EQ(state().selectedRow, 2);
-    EXPECT_EQ(state().CurChannel, 2);
-    mouse->image1_MouseMove(2, Qt::LeftButton, 191.25);
-    EXPECT_EQ(marker(2).top, 3765); // 3663.75 + 101.25
-    mouse->image1_MouseMove(2, Qt::LeftButton, 90 + (5895 - 3765));
-    EXPECT_EQ(marker(2).top, 5895);
-    mouse->image1_MouseMove(2, Qt::LeftButton, 91);
-    EXPECT_EQ(marker(2).top, 5895);
-    mouse->image1_MouseMove(2, Qt::LeftButton, 90 - 6000);
-    EXPECT_EQ(marker(2).top, -105);
-    mouse->image1_MouseMove(2, Qt::LeftButton, 89);
-    EXPECT_EQ(marker(2).top, -105);
-    mouse->image1_MouseUp(2);
-    EXPECT_FALSE(marker(2).pressed);
-    EXPECT_FALSE(mouse->holdsAnything());
-    EXPECT_FALSE(marker(2).shown);
-    EXPECT_TRUE(marker(2).standInShown);
-    EXPECT_EQ(marker(2).standInTop, -75);
-    EXPECT_EQ(state().bar.value, 96) << "3105 of 6030 x 8 divisions above 100: 95.88";
-}
-
-TEST_F(Mouse, AMarkerGoesOnlyWithTheLeftButtonAndOnlyIfItWasPressed) {
-    mouse->image1_MouseMove(2, Qt::LeftButton, 190);
-    EXPECT_EQ(marker(2).top, 3663.75);
-    mouse->image1_MouseDown(2, 90);
-    mouse->image1_MouseMove(2, Qt::RightButton, 190);
-    mouse->image1_MouseMove(2, Qt::LeftButton | Qt::RightButton, 190);
-    mouse->image1_MouseMove(0, Qt::LeftButton, 190);
-    EXPECT_EQ(marker(2).top, 3663.75);
-    EXPECT_EQ(marker(0).top, 2910);
-}
-
-TEST_F(Mouse, AMarkerWithoutDataMovesAloneAndKeepsItsBorder) {
-    const unsigned before = frames();
-    mouse->image1_MouseDown(1, 90);
-    EXPECT_EQ(drawMode(), DrawMode::XorPen);
-    mouse->image1_MouseMove(1, Qt::LeftButton, 190);
-    EXPECT_EQ(marker(1).top, 3100);
-    mouse->image1_MouseUp(1);
-    EXPECT_TRUE(marker(1).pressed);
-    EXPECT_FALSE(mouse->holdsAnything());
-    EXPECT_EQ(frames(), before);
-}
-
-TEST_F(Mouse, ADraggedMarkerTakesItsTraceAndAtItsReleaseTheReadouts) {
-    show(CursorType::Voltage);
-    mouse->image1_MouseDown(0, 90);
-    const unsigned before = frames();
-    mouse->image1_MouseMove(0, Qt::LeftButton, 90 + 753.75); // a division
-    EXPECT_EQ(frames(), before + 1);
-    EXPECT_EQ(model->ChannelYPos[0], 250);
-    EXPECT_EQ(state().voltages.values[0], number("1000.00"));
-    mouse->image1_MouseUp(0);
-    EXPECT_EQ(state().voltages.values[0], number("1500.00"));
-    EXPECT_EQ(drawMode(), DrawMode::CopyPen);
-    EXPECT_EQ(state().bar.value, 101) << "(3663.75 - 3000) / 6030 x 8 is 0.88 below the middle";
-}
-
-TEST_F(Mouse, KeysMoveALineUpToTheScreensEdges) {
-    show(CursorType::Both);
-    state().cursors = {{1, 398}, {1, 598}};
-    for (int press = 0; press < 3; ++press) {
-        EXPECT_TRUE(mouse->moveCursorBy(CursorHit::Voltage1, -1));
-        EXPECT_TRUE(mouse->moveCursorBy(CursorHit::Voltage2, 1));
-        EXPECT_TRUE(mouse->moveCursorBy(CursorHit::Time1, -1));
-        EXPECT_TRUE(mouse->moveCursorBy(CursorHit::Time2, 1));
-    }
-    EXPECT_EQ(state().cursors.voltage, (std::array<double, 2>{0, 399}));
-    EXPECT_EQ(state().cursors.time, (std::array<double, 2>{0, 599}));
-    EXPECT_EQ(state().voltages.values[0], number("2000.00"));
-    EXPECT_EQ(state().voltages.difference, number("3,990.00"));
-    EXPECT_EQ(state().times.values[1], number("1497.50"));
-    EXPECT_EQ(state().times.difference, number("1,497.50"));
-}
-
-TEST_F(Mouse, KeysMoveTheLineThatTheMouseHoldsAndNoOther) {
-    show(CursorType::Both);
-    mouse->Picture2_MouseDown(10, 100);
-    EXPECT_TRUE(mouse->moveCursorBy(CursorHit::Voltage1, 3));
-    EXPECT_FALSE(mouse->moveCursorBy(CursorHit::Voltage2, 3));
-    EXPECT_FALSE(mouse->moveCursorBy(CursorHit::Time1, 3));
-    mouse->moveMarkerBy(2, 1);
-    EXPECT_EQ(state().cursors.voltage, (std::array<double, 2>{103, 300}));
-    EXPECT_EQ(state().cursors.time[0], 180);
-    EXPECT_EQ(marker(2).top, 3663.75);
-}
-
-TEST_F(Mouse, KeysMoveAMarkerByOneRowAndStopWhereItsStandInWouldReplaceIt) {
-    show(CursorType::Voltage);
-    mouse->moveMarkerBy(2, 2);
-    EXPECT_DOUBLE_EQ(marker(2).top, 3663.75 + 2 * 15.075);
-    EXPECT_EQ(state().selectedRow, 2);
-    EXPECT_EQ(model->ChannelYPos[2], 252);
-    EXPECT_EQ(state().voltages.values[0], number("1520.00"));
-    marker(2).top = 5865 - 15.075;
-    mouse->moveMarkerBy(2, 1);
-    EXPECT_DOUBLE_EQ(marker(2).top, 5865);
-    EXPECT_EQ(state().bar.value, 104) << "(5865 - 3000) / 6030 x 8 is 3.80 below the middle";
-    mouse->moveMarkerBy(2, 1);
-    EXPECT_DOUBLE_EQ(marker(2).top, 5865);
-    marker(2).top = -75;
-    mouse->moveMarkerBy(2, -1);
-    EXPECT_EQ(marker(2).top, -75);
-}
-
-TEST_F(Mouse, KeysMoveAMarkerWithoutDataAndDrawNothing) {
-    const unsigned before = frames();
-    mouse->moveMarkerBy(1, 1);
-    EXPECT_DOUBLE_EQ(marker(1).top, 3015.075);
-    EXPECT_EQ(frames(), before);
-}
-
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

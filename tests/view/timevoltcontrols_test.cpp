@@ -4,10 +4,10 @@
 #include "view/cursors.h"
 #include "view/flatscope.h"
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
-class TimeVoltRules : public testing::FlatScope {
+class TimeVoltRules : public FlatScope {
 protected:
     void SetUp() override { loadFlat(); }
     [[nodiscard]] unsigned frames() const { return scope->screen().changes(); }
@@ -88,12 +88,12 @@ TEST_F(TimeVoltRules, BeforeAChannelIsChosenTheVoltControlsRefuse) {
     VScroll1_Scroll(rules());
     EXPECT_FALSE(state().CenterPoint);
     stepTimeRow(rules(), Step::Up);
-    EXPECT_EQ(model->TimeIndexView[0], 11) << "the time arrows do not ask for it";
+    EXPECT_EQ(model->TimeIndexView[0], 11) << "the time arrows do not need it";
 }
 
-TEST_F(TimeVoltRules, WithNoRowSelectedEverythingIsQuiet) {
+TEST_F(TimeVoltRules, WithNoRowSelectedTheControlsChangeNothing) {
     selectRow(rules(), -1);
-    ASSERT_EQ(state().CurChannel, 0) << "the channel stays the bar's";
+    ASSERT_EQ(state().CurChannel, 0) << "the bar keeps its channel";
     const unsigned before = frames();
     for (const Step step : {Step::Up, Step::Down}) {
         stepVoltRow(rules(), step);
@@ -121,21 +121,21 @@ TEST_F(TimeVoltRules, AListWithoutAChosenEntryChangesNothing) {
 TEST_F(TimeVoltRules, AMarkerOutsideTheNewRangeStaysAndTheBarGoesToItsEnd) {
     for (const double divisions : {11.0, -11.0}) {
         const double top = 3000 + divisions * 753.75;
-        marker(0).top = top;
+        marker(0).top = Twips(top);
         chooseVoltRow(rules(), 5); // ten divisions either way
         EXPECT_EQ(state().bar.maximum, 20);
         EXPECT_EQ(state().bar.value, divisions > 0 ? 20 : 0);
-        EXPECT_EQ(marker(0).top, top);
+        EXPECT_EQ(marker(0).top, Twips(top));
         chooseVoltRow(rules(), 0);
         EXPECT_EQ(state().bar.maximum, 800);
         EXPECT_EQ(state().bar.value, divisions > 0 ? 411 : 389);
-        EXPECT_EQ(marker(0).top, top);
+        EXPECT_EQ(marker(0).top, Twips(top));
     }
 }
 
 TEST_F(TimeVoltRules, ABarBetweenTwoValuesTakesTheEvenOne) {
     for (const auto& [halves, value] : {std::pair{1, 10}, {3, 12}, {5, 12}, {-1, 10}, {-3, 8}}) {
-        marker(0).top = 3000 + halves * 376.875;
+        marker(0).top = Twips(3000 + halves * 376.875);
         chooseVoltRow(rules(), 9);
         EXPECT_EQ(state().bar.value, value) << halves;
     }
@@ -163,7 +163,7 @@ TEST_F(TimeVoltRules, ANewTimeBaseIsDrawnAndReadOut) {
     EXPECT_EQ(state().times.difference, number("6,000.00"));
 }
 
-TEST_F(TimeVoltRules, TheHeightOfTheZeroLineIsToldInChineseInBothLanguages) {
+TEST_F(TimeVoltRules, TheHeightOfTheZeroLineIsShownInChineseInBothLanguages) {
     state().bar.value = 105;
     for (const bool english : {false, true}) {
         model->LanguageId = english ? 1 : 0;
@@ -176,7 +176,7 @@ TEST_F(TimeVoltRules, TheHeightOfTheZeroLineIsToldInChineseInBothLanguages) {
     }
 }
 
-TEST_F(TimeVoltRules, ABarOfAChannelWithoutDataTellsAndMovesNothing) {
+TEST_F(TimeVoltRules, ABarOfAChannelWithoutDataShowsAndMovesNothing) {
     selectRow(rules(), 1);
     VScroll1_Scroll(rules());
     EXPECT_FALSE(state().CenterPoint);
@@ -185,7 +185,7 @@ TEST_F(TimeVoltRules, ABarOfAChannelWithoutDataTellsAndMovesNothing) {
     state().bar.value = 3;
     VScroll1_Change(rules());
     EXPECT_FALSE(state().CenterPoint);
-    EXPECT_EQ(marker(1).top, 3000);
+    EXPECT_EQ(marker(1).top, Twips(3000));
     EXPECT_EQ(frames(), before);
 }
 
@@ -194,16 +194,16 @@ TEST_F(TimeVoltRules, AStepOfTheBarIsADivision) {
     Combo3_Click(rules());
     state().bar.value = 101;
     VScroll1_Change(rules());
-    EXPECT_EQ(marker(0).top, 3753.75);
+    EXPECT_EQ(marker(0).top, Twips(3753.75));
     EXPECT_TRUE(marker(0).shown);
     EXPECT_EQ(model->ChannelYPos[0], 256);
     EXPECT_EQ(state().voltages.values[0], number("1560.00"));
     state().bar.value = 104;
     VScroll1_Change(rules());
-    EXPECT_EQ(marker(0).top, 6015);
+    EXPECT_EQ(marker(0).top, Twips(6015));
     EXPECT_FALSE(marker(0).shown);
     EXPECT_TRUE(marker(0).standInShown);
-    EXPECT_EQ(marker(0).standInTop, 5865);
+    EXPECT_EQ(marker(0).standInTop, Twips(5865));
     EXPECT_EQ(marker(0).standInBack, model->LineColor[0]);
 }
 
@@ -213,10 +213,10 @@ TEST_F(TimeVoltRules, ABarThatIsNotLiveHasNoEffectAtAll) {
     state().bar.value = 0;
     VScroll1_Change(rules());
     EXPECT_EQ(state().CenterPoint, QStringLiteral("shown"));
-    EXPECT_EQ(marker(0).top, 2910);
+    EXPECT_EQ(marker(0).top, Twips(2910));
 }
 
-TEST_F(TimeVoltRules, DuringTimedAcquisitionTheListsMoveAndShowWhatIsSoAtItsEnd) {
+TEST_F(TimeVoltRules, DuringTimedAcquisitionTheListsMoveAndAfterItTheyShowTheModelAgain) {
     model->AutoRun = true;
     const QString row = state().rows[0];
     const unsigned before = frames();
@@ -262,4 +262,4 @@ TEST_F(TimeVoltRules, RowsThatTheListsDoNotHaveLeaveTheirEntries) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

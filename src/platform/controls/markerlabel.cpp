@@ -2,7 +2,6 @@
 #include "platform/controls/markerlabel.h"
 
 #include "platform/controls/look.h"
-#include "platform/drawing/twips.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -13,20 +12,20 @@ namespace sixtrace {
 
 namespace {
 
-/// The upper edge, in twips, of the pixel that a place lies in. The label stands on whole pixels, so fractions of the
-/// pointer's place would add up from move to move.
-double wholePixel(double place) {
-    return std::floor(place) * kTwips;
+/// The upper edge of the pixel that a place lies in. The label stands on whole pixels, so fractions of the pointer's
+/// place would add up from move to move.
+Twips wholePixel(double place) {
+    return twipsOfPixels(std::floor(place));
 }
 
 } // namespace
 
-MarkerLabel::MarkerLabel(QString caption, double width, double height, QWidget* parent)
+MarkerLabel::MarkerLabel(QString caption, Twips width, Twips height, QWidget* parent)
     : QWidget(parent)
     , m_caption(std::move(caption))
     , m_back(Qt::white)
     , m_height(height) {
-    resize(pixelsOfTwips(width), pixelsOfTwips(height));
+    resize(nearestPixel(width), nearestPixel(height));
 }
 
 void MarkerLabel::setCaption(const QString& caption) {
@@ -39,12 +38,12 @@ void MarkerLabel::setBackColor(const QColor& back) {
     update();
 }
 
-void MarkerLabel::setTop(double twips) {
-    m_top = twips;
+void MarkerLabel::setTop(Twips top) {
+    m_top = top;
     // A label far outside the strip is unseen wherever it is; the bound keeps its place within what a widget can hold.
-    constexpr double kFar = 100000;
-    const double bounded = std::isnan(twips) ? 0 : std::clamp(twips, -kFar, kFar);
-    move(0, pixelsOfTwips(bounded));
+    constexpr Twips kFar{100000};
+    const Twips bounded = std::isnan(top.number()) ? Twips() : std::clamp(top, -kFar, kFar);
+    move(0, nearestPixel(bounded));
 }
 
 void MarkerLabel::setBorder(bool shown) {

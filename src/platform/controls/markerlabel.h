@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/drawing/lengths.h"
+
 #include <QColor>
 #include <QWidget>
 
@@ -14,17 +16,16 @@ class MarkerLabel : public QWidget {
     Q_OBJECT
     Q_PROPERTY(QString caption READ caption WRITE setCaption)
 public:
-    /// Width and height in twips.
-    MarkerLabel(QString caption, double width, double height, QWidget* parent);
+    MarkerLabel(QString caption, Twips width, Twips height, QWidget* parent);
 
     [[nodiscard]] QString caption() const { return m_caption; }
     void setCaption(const QString& caption);
     [[nodiscard]] QColor backColor() const { return m_back; }
     void setBackColor(const QColor& back);
 
-    [[nodiscard]] double Top() const { return m_top; }
-    void setTop(double twips);
-    [[nodiscard]] double Height() const { return m_height; }
+    [[nodiscard]] Twips Top() const { return m_top; }
+    void setTop(Twips top);
+    [[nodiscard]] Twips Height() const { return m_height; }
 
     /// Shows a thin line inside the box while the label is pressed. Size and place do not change.
     void setBorder(bool shown);
@@ -34,9 +35,9 @@ public:
     [[nodiscard]] bool hasFocusLine() const { return m_focusLine; }
 
 Q_SIGNALS:
-    void mouseDown(double y);
+    void mouseDown(Twips y);
     /// `buttons` is those of left, right and middle that are down.
-    void mouseMove(Qt::MouseButtons buttons, double y);
+    void mouseMove(Qt::MouseButtons buttons, Twips y);
     void mouseUp();
     void doubleClicked();
 
@@ -50,8 +51,8 @@ protected:
 private:
     QString m_caption;
     QColor m_back;
-    double m_top = 0;
-    double m_height;
+    Twips m_top;
+    Twips m_height;
     bool m_border = false;
     bool m_focusLine = false;
 };

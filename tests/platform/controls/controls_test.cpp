@@ -240,13 +240,13 @@ using MarkerLabelControl = Controls;
 
 TEST_F(MarkerLabelControl, KeepsItsTopInTwipsWhileTheWidgetFollowsToTheNearestPixel) {
     QWidget strip;
-    MarkerLabel marker(u"1->"_s, 360, 210, &strip);
-    marker.setTop(1402.5);
-    EXPECT_DOUBLE_EQ(marker.Top(), 1402.5);
+    MarkerLabel marker(u"1->"_s, Twips(360), Twips(210), &strip);
+    marker.setTop(Twips(1402.5));
+    EXPECT_DOUBLE_EQ(marker.Top().number(), 1402.5);
     EXPECT_EQ(marker.y(), 94) << "93.5 pixels";
     EXPECT_EQ(marker.size(), QSize(24, 14));
-    marker.setTop(1e12);
-    EXPECT_DOUBLE_EQ(marker.Top(), 1e12);
+    marker.setTop(Twips(1e12));
+    EXPECT_DOUBLE_EQ(marker.Top().number(), 1e12);
 }
 
 TEST_F(MarkerLabelControl, TextContrastsWithItsBack) {
