@@ -12,15 +12,15 @@
 
 namespace sixtrace {
 
-/// A model and a screen that are made once and take one input after the other. Each input finds both as they are after
-/// start-up, so that what one shows is shown by it alone.
+/// A model and a screen that are made once and used for all inputs. They are reset before each input, so that a failure
+/// depends on that input alone.
 class CaptureBench {
 public:
     CaptureBench();
 
-    /// Clears what an input of `size` bytes can have touched: to clear whole arrays would cost more than a load.
+    /// Resets what an input of `size` bytes can have changed. To clear whole arrays would take longer than a load.
     void clear(std::size_t size);
-    /// Loads a capture by the reader, or by the older one.
+    /// Loads a capture with the present reader.
     void load(std::span<const std::byte> bytes);
     BinFileOutcome loadOlder(std::span<const std::byte> bytes);
 
@@ -34,7 +34,7 @@ private:
     PerTimeBase<QString> m_timeTextsAtStart;
 };
 
-/// The bytes of an input, as readers take them.
+/// The bytes of an input in the type that readers take.
 [[nodiscard]] inline std::span<const std::byte> inputBytes(const std::uint8_t* data, std::size_t size) {
     return {reinterpret_cast<const std::byte*>(data), size};
 }

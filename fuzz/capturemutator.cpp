@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Changes a capture where its readers look: a byte changed anywhere mostly hits samples, and a count changed alone
-// moves every block after it out of sight.
+// Changes a capture in the places that its readers check. A random change of a byte would mostly hit samples, and a
+// change of a count alone would hide all blocks after it.
 #include "capture/filelayout.h"
 
 #include <algorithm>
@@ -103,7 +103,7 @@ private:
         setNumber(at, pick(4) == 0 ? static_cast<std::uint32_t>(m_random()) : oneOf(kTelling));
     }
 
-    /// The counts of a block, with as many samples behind it as they tell, so that the next block stays one.
+    /// Changes the counts of a block together with its samples, so that a reader still finds the next block.
     void setCounts() {
         if (m_blocks.empty()) {
             return appendBlock();
@@ -153,7 +153,7 @@ private:
 
     Bytes m_bytes;
     std::minstd_rand m_random;
-    std::vector<std::size_t> m_blocks; ///< where those begin whose fields are whole
+    std::vector<std::size_t> m_blocks; ///< where the blocks begin that have all their fields
     std::size_t m_fields = 0;
 };
 

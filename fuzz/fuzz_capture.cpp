@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Both readers over any bytes. The walk by which faults are found has to read the same from them.
+// Both readers of capture files with any bytes. The check for faults has to read the same values.
 #include "capture/capturerecord.h"
 #include "capturebench.h"
 #include "platform/files/bytefile.h"
@@ -15,13 +15,13 @@ using namespace sixtrace;
 template<typename T>
 bool same(T a, T b) {
     if constexpr (std::is_same_v<T, float>) {
-        return std::bit_cast<std::uint32_t>(a) == std::bit_cast<std::uint32_t>(b); // also where it is no number
+        return std::bit_cast<std::uint32_t>(a) == std::bit_cast<std::uint32_t>(b); // equal also for NaN
     } else {
         return a == b;
     }
 }
 
-/// What the file says, which the model has to hold after a load into an empty one.
+/// The values of the file, which an empty model has to hold after a load.
 void checkModel(const publicM& model, const CaptureRecord& record) {
     require(model.FileKind == record.FileKind);
     for (int c = 0; c < kChannels; ++c) {

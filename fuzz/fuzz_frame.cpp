@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A frame of a capture of any bytes, in lines or in points.
+// Draws a frame of a capture of any bytes, in lines or in points.
 #include "capturebench.h"
 #include "view/frame.h"
 #include "view/geometry.h"

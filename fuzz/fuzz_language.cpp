@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The texts that a language file of any bytes gives to the windows, against a second reading in plain steps.
+// Compares the texts that a language file of any bytes gives to the windows with those of a second, simple reader.
 #include "platform/text/profiletext.h"
 #include "require.h"
 
@@ -16,7 +16,7 @@ struct Caption {
     QString key;
 };
 
-/// Captions of a form, of an array, of a menu, and an entry of a combo box.
+/// Keys of a form, of an element of a control array, of a menu and of an entry of a combo box.
 const QList<Caption>& captions() {
     static const QList<Caption> all{{QStringLiteral("FrmCom"), QStringLiteral("Caption")},
                                     {QStringLiteral("frmcom"), QStringLiteral("mnuFile")},
@@ -26,7 +26,7 @@ const QList<Caption>& captions() {
     return all;
 }
 
-/// The first key of that name in the first section of that name, found by looking at every line.
+/// The simple reader: the first key of that name in the first section of that name.
 QString plainlyRead(QByteArray content, const Caption& caption, const QString& fallback) {
     if (content.startsWith("\xEF\xBB\xBF")) {
         content.remove(0, 3);
@@ -67,7 +67,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const QString text = texts.value(caption.section, caption.key, fallback);
         require(!text.isEmpty() && text.size() <= kProfileValueLimit && text.isValidUtf16());
     }
-    // The plain steps cost more than the reading, so that an input takes them for one caption.
+    // The simple reader takes more time than the other, so each input is compared for one caption only.
     const Caption& caption = captions().at(static_cast<qsizetype>(size) % captions().size());
     require(size > kProfileReadLimit ||
             texts.value(caption.section, caption.key, fallback) == plainlyRead(content, caption, fallback));

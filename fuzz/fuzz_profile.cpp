@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Reading and writing keys of a profile text of any bytes.
+// Reads and writes keys of a profile text of any bytes.
 #include "platform/text/profiletext.h"
 #include "require.h"
 
@@ -10,7 +10,7 @@ namespace {
 
 using namespace sixtrace;
 
-/// What may be set, and how it is read back.
+/// A value to write, and the expected result of reading it.
 struct Setting {
     QString value;
     QString readBack;
@@ -43,14 +43,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const QString other = before.value(otherSection, otherKey, none);
     require(other.size() <= kProfileValueLimit && other.isValidUtf16());
 
-    // What is written is read back, and another key keeps its value.
+    // Reading gives the written value, and another key keeps its value.
     const QByteArray written = withProfileKey(content, section, key, setting.value);
     const ProfileText after(written);
     require(after.value(section, key, none) == setting.readBack);
     require(after.value(otherSection, otherKey, none) == other);
     // Nothing is lost: a line is replaced, or one or two are added.
     require(written.count('\n') >= content.count('\n') && written.count('\n') <= content.count('\n') + 3);
-    // To write the same again changes nothing.
+    // Writing the same value again changes nothing.
     require(withProfileKey(written, section, key, setting.value) == written);
     return 0;
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What is made of a capture without a model: figures, and files for other programs.
+// What kqx makes of a capture of any bytes without the model: measurements, and files for other programs.
 #include "capture/capturerecord.h"
 #include "capture/measure.h"
 #include "capturebench.h"
@@ -18,9 +18,10 @@ void checkMeasures(const ChannelMeasures& measures, std::size_t samples) {
     for (const double value : measures.values) {
         require(!std::isinf(value));
     }
-    // A figure that does not exist compares as false.
+    // A figure that does not exist is NaN, which compares as false.
     require(!(measures[Measure::Min] > measures[Measure::Max]) && !(measures[Measure::PeakToPeak] < 0));
-    // Above 100 % where the widths differ much: the mean width is that of all pulses, the period that of whole cycles.
+    // It can exceed 100 % when the widths differ much: the mean width includes all pulses, the period only whole
+    // cycles.
     require(std::isnan(measures[Measure::Duty]) || measures[Measure::Duty] >= 0);
 }
 
@@ -45,7 +46,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     require(samplesCsv(columns).ends_with('\n'));
-    // Archives cost far more than the rest, so that one input in sixteen makes them.
+    // Archives take far more time than the rest, so only one input in sixteen makes them.
     if (size % 16 == 0) {
         require(samplesNpz(columns, "{}").has_value());
         require(sessionRefusal(columns).has_value() || samplesSession(columns).has_value());

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The transfer library's settings from any text.
+// Reads settings of the transfer library from any text.
 #include "require.h"
 #include "ttdll/settings.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The USB exchange over a link that answers with any bytes, comes short anywhere and is cancelled anywhere.
+// The USB exchange with a link that answers any bytes, may deliver too few of them anywhere, and is cancelled anywhere.
 #include "acquire/usbexchange.h"
 #include "require.h"
 #include "scratchfolder.h"
@@ -16,11 +16,11 @@ namespace {
 
 using namespace sixtrace;
 
-/// A longer file is refused before it is made, or the runs would spend their time on filling it with zeros.
+/// A longer file is refused before it is made, because filling it with zeros would take most of the time.
 constexpr std::int32_t kLongestStored = 4096;
 
-/// Byte 0 of the input: whether the link opens, and how it lies about a read of a whole block; byte 1: after how many
-/// blocks a cancel comes; then the stream.
+/// Byte 0 of the input says whether the link opens and which wrong result a read of a whole block returns. Byte 1 says
+/// after how many blocks the transfer is cancelled. The rest is the stream.
 class FuzzedLink final : public TtLink {
 public:
     FuzzedLink(QByteArray stream, int how)
@@ -53,7 +53,7 @@ private:
     QByteArray m_stream;
     qsizetype m_at = 0;
     bool m_opens;
-    int m_lie; ///< 0 for none
+    int m_lie; ///< number of the wrong result, 0 for none
     bool m_open = false;
 };
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The block receiver against a sender that does whatever the bytes say: each byte that the receiver sends is answered
-// by the next record of the input, raw bytes or a block with a right check value.
+// The block receiver with a sender that the input controls. The sender answers each byte of the receiver with the next
+// record of the input: raw bytes, or a block with a correct check value.
 #include "acquire/crc16.h"
 #include "acquire/serialreceive.h"
 #include "require.h"
@@ -17,7 +17,7 @@ namespace {
 
 using namespace sixtrace;
 
-/// It makes as little of memory as it can: each byte is asked for alone, and each makes an answer.
+/// Allocates as little memory as possible, because the receiver asks for each byte alone.
 class FuzzedPort final : public BytePort {
 public:
     explicit FuzzedPort(QByteArrayView script)
@@ -30,7 +30,7 @@ public:
         m_waiting.resize(0);
         m_taken = 0;
     }
-    /// Stays until the next call.
+    /// The result is valid until the next call.
     QByteArray Input(int count) override {
         const qsizetype given = std::min<qsizetype>(count, InBufferCount());
         const char* const from = m_waiting.constData() + m_taken;
@@ -94,7 +94,7 @@ private:
     qint64 m_clock = 0;
 };
 
-/// Looks at what a window would show, and notes the files that were begun.
+/// Checks what a window would show, and records the files that were begun.
 void checkStep(const ReceiveStep& step, const QString& folder, QStringList& files) {
     if (const auto* bitmap = std::get_if<StoresAs>(&step)) {
         require(bitmap->path.startsWith(folder) && !bitmap->path.sliced(folder.size()).contains(u'/'));
@@ -130,8 +130,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require((report.end == TransferEnd::Error) == report.error.has_value());
     require(receiveResult(report) >= -1 && report.stored >= 0 && report.stored <= report.total);
     if (report.whole()) {
-        // What lies there is what the first header has announced. Nothing cuts a file, so that a repeated header may
-        // have begun a shorter one over it.
+        // The file is at least as long as announced. It may be longer: files are never cut, and a repeated header may
+        // have announced a shorter one.
         require(QFileInfo(report.path).size() >= *report.announced);
     }
     for (const QString& file : files) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Runs a fuzz target over every file of the folders given: what was found once stays found.
+// Runs a fuzz target on every file of the given folders, so that each fault that was found once stays fixed.
 #include <QDirIterator>
 #include <QFile>
 

@@ -5,7 +5,7 @@
 
 namespace sixtrace {
 
-/// Ends the run when something does not hold that always has to.
+/// Aborts, which the fuzzer reports, unless `holds` is true.
 inline void require(bool holds) {
     if (!holds) {
         std::abort();

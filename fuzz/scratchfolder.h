@@ -7,8 +7,8 @@
 
 namespace sixtrace {
 
-/// A folder for the files of one target: in memory where the system has such a place, as a disk would be what the runs
-/// wait for.
+/// A folder for the files of one target. It is in memory if the system offers that, because a disk would slow down the
+/// runs.
 class ScratchFolder {
 public:
     [[nodiscard]] QString path() const { return m_folder.path(); }

@@ -4,7 +4,6 @@
 #include "capture/applylanguage.h"
 #include "capture/mdllan.h"
 #include "platform/desktop/dialogs.h"
-#include "platform/desktop/overwritequestion.h"
 #include "platform/files/filenames.h"
 
 #include <QCoreApplication>

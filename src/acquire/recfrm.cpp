@@ -5,7 +5,6 @@
 #include "capture/mdllan.h"
 #include "capture/settings.h"
 #include "platform/desktop/dialogs.h"
-#include "platform/desktop/overwritequestion.h"
 #include "platform/files/filenames.h"
 
 #include <QCoreApplication>

@@ -3,6 +3,7 @@
 
 #include "platform/controls/look.h"
 #include "platform/desktop/dialogs.h"
+#include "platform/files/filenames.h"
 #include "platform/files/programfolder.h"
 
 #include <QFileInfo>

@@ -4,6 +4,7 @@
 #include "capture/capturefile.h"
 #include "capture/zeromarkers.h"
 #include "platform/desktop/dialogs.h"
+#include "platform/files/filenames.h"
 #include "platform/files/programfolder.h"
 
 #include <QFileInfo>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "capture/settings.h"
 
+#include "platform/files/filenames.h"
 #include "platform/files/profilefile.h"
-#include "platform/files/programfolder.h"
 #include "platform/text/numbers.h"
 
 namespace sixtrace {

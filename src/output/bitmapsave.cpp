@@ -3,7 +3,6 @@
 
 #include "platform/controls/picturebox.h"
 #include "platform/desktop/dialogs.h"
-#include "platform/desktop/overwritequestion.h"
 #include "platform/files/wholefile.h"
 
 #include <QBuffer>

@@ -3,12 +3,10 @@
 
 #include "capture/applylanguage.h"
 #include "capture/mdllan.h"
-#include "output/tablemodel.h"
 #include "output/tableview.h"
 #include "platform/controls/framepanel.h"
 #include "platform/controls/look.h"
 #include "platform/desktop/dialogs.h"
-#include "platform/desktop/overwritequestion.h"
 #include "platform/desktop/windowtofront.h"
 #include "platform/files/filenames.h"
 #include "platform/files/programfolder.h"

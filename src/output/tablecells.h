@@ -2,7 +2,7 @@
 #pragma once
 
 #include "capture/publicm.h"
-#include "output/numbertext.h"
+#include "output/celltext.h"
 
 #include <QString>
 

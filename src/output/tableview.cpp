@@ -11,6 +11,7 @@
 #include <QPainter>
 #include <QStyledItemDelegate>
 
+#include <algorithm>
 #include <limits>
 #include <map>
 #include <set>
@@ -19,6 +20,7 @@ namespace sixtrace {
 
 namespace {
 
+const int kRightAligned = Qt::AlignRight | Qt::AlignVCenter;
 constexpr int kHeadHeight = 26;
 constexpr int kFirstColumn = 72;
 constexpr int kColumn = 106;
@@ -60,6 +62,52 @@ void NumberDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
 }
 
 } // namespace
+
+void TableModel::rowsWritten(int first, int last) {
+    Q_EMIT dataChanged(index(first - 1, 0), index(last - 1, TableCells::kCols - 1), {Qt::DisplayRole});
+}
+
+int TableModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : std::max(m_cells.Rows() - 1, 0);
+}
+
+int TableModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : TableCells::kCols;
+}
+
+QVariant TableModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid()) {
+        return {};
+    }
+    switch (role) {
+    case Qt::DisplayRole:
+        return m_cells.TextMatrix(index.row() + 1, index.column());
+    case Qt::TextAlignmentRole:
+        return kRightAligned;
+    case Qt::ForegroundRole:
+        return index.column() == 0 ? QVariant(QBrush(QColor::fromRgb(bench::kMuted))) : QVariant();
+    case Qt::BackgroundRole:
+        return index.column() == 0 ? QVariant(QBrush(QColor::fromRgb(bench::kWindow))) : QVariant();
+    default:
+        return {};
+    }
+}
+
+QVariant TableModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation == Qt::Vertical) {
+        return data(index(section, 0), role);
+    }
+    if (section < 0 || section >= TableCells::kCols) {
+        return {};
+    }
+    if (role == Qt::ToolTipRole) {
+        return m_headTip;
+    }
+    if (role == Qt::DisplayRole) {
+        return m_cells.TextMatrix(0, section);
+    }
+    return role == Qt::TextAlignmentRole ? QVariant(kRightAligned) : QVariant();
+}
 
 TableView::TableView(QWidget* parent)
     : QTableView(parent) {

@@ -3,7 +3,7 @@
 
 #include "capture/mdllan.h"
 #include "platform/desktop/windowtofront.h"
-#include "platform/files/programfolder.h"
+#include "platform/files/filenames.h"
 #include "shell/frmabout.h"
 
 #include <QFileInfo>

@@ -4,7 +4,6 @@
 #include "platform/controls/labels.h"
 #include "platform/controls/listcombo.h"
 #include "platform/controls/picturebox.h"
-#include "platform/controls/spokentext.h"
 #include "platform/controls/ticklist.h"
 
 #include <QAction>
@@ -79,7 +78,7 @@ ScreenDescription::ScreenDescription(const FrmComControls& controls, const QActi
     m_afterEvent.setSingleShot(true);
     m_afterEvent.setInterval(0);
     connect(&m_afterEvent, &QTimer::timeout, this, &ScreenDescription::announceChange);
-    setSpokenText(*controls.Picture2, [this] { return text(); });
+    controls.Picture2->setSpokenText([this] { return text(); });
     watchControls();
     m_announced = text();
 }
@@ -121,7 +120,7 @@ void ScreenDescription::announceChange() {
     const QString now = text();
     if (now != m_announced) {
         m_announced = now;
-        announceSpokenText(*m_controls.Picture2, now);
+        m_controls.Picture2->announceSpokenText(now);
     }
 }
 

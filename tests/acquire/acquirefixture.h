@@ -9,9 +9,9 @@
 #include "platform/controls/look.h"
 #include "platform/files/profilefile.h"
 #include "shell/frmcom.h"
-#include "support/printing.h"
 #include "support/scripteddialogs.h"
 #include "support/sourcefolder.h"
+#include "support/strings.h"
 
 #include <QAction>
 #include <QApplication>
@@ -48,9 +48,7 @@ protected:
         return source.open(QIODevice::ReadOnly) ? source.readAll() : QByteArray("(no file)");
     }
     void setIni(const char* key, const char* value) const {
-        ASSERT_TRUE(
-            writeProfile(QStringLiteral("Common"), QString::fromUtf8(key), QString::fromUtf8(value), path("vkq.ini"))
-                .ok());
+        ASSERT_TRUE(writeProfile(u"Common"_s, QString::fromUtf8(key), QString::fromUtf8(value), path("vkq.ini")).ok());
     }
     void removeLanguages() const {
         for (const char* name : {"ChineseS.Lan", "English.Lan"}) {
@@ -146,5 +144,12 @@ private:
 
     QTemporaryDir m_folder;
 };
+
+class AutoGet : public AcquireTest {
+protected:
+    [[nodiscard]] QTimer& timer() const { return acquisition().timer(); }
+};
+
+class ManualGet : public AcquireTest {};
 
 } // namespace sixtrace::test

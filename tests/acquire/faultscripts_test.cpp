@@ -4,13 +4,12 @@
 #include "acquire/receivefixture.h"
 #include "instrument/serialserver.h"
 #include "instrument/usbserver.h"
+#include "support/strings.h"
 
 #include <fcntl.h>
 #include <poll.h>
 #include <random>
 #include <unistd.h>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

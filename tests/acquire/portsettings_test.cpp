@@ -3,8 +3,7 @@
 
 #include "platform/controls/captions.h"
 #include "platform/controls/listcombo.h"
-
-using namespace Qt::StringLiterals;
+#include "support/strings.h"
 
 namespace sixtrace::test {
 namespace {

@@ -3,6 +3,7 @@
 
 #include "acquire/scriptedport.h"
 #include "instrument/blocksender.h"
+#include "support/strings.h"
 
 #include <QDir>
 #include <QFile>
@@ -19,12 +20,12 @@ namespace sixtrace::test {
 class ReceiveFixture : public ::testing::Test {
 protected:
     ReceiveFixture() {
-        form.text2 = path(QStringLiteral("got.bin"));
+        form.text2 = path(u"got.bin"_s);
         receive.ReadTimeoutMs = 10000;
     }
 
     [[nodiscard]] QString path(const QString& name) const { return folder.filePath(name); }
-    [[nodiscard]] QByteArray stored(const QString& name = QStringLiteral("got.bin")) const {
+    [[nodiscard]] QByteArray stored(const QString& name = u"got.bin"_s) const {
         QFile file(path(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
     }
@@ -53,11 +54,11 @@ protected:
         connect(sender);
         port.waiting.clear();
         receive.ReadTimeoutMs = 10000;
-        form.text2 = path(QStringLiteral("again.bin"));
+        form.text2 = path(u"again.bin"_s);
         const Result<std::int32_t> result = receive.YModemReceive();
         ASSERT_TRUE(result.ok());
         EXPECT_EQ(result.value(), 2 * 1024 + 1024);
-        EXPECT_EQ(stored(QStringLiteral("again.bin")), content);
+        EXPECT_EQ(stored(u"again.bin"_s), content);
         EXPECT_TRUE(sender.state() == BlockSender::State::Done);
     }
 

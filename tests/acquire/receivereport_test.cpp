@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "acquire/receivefixture.h"
 #include "support/openfiles.h"
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <optional>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/ports/ttlink.h"
+#include "support/strings.h"
 
 #include <QByteArray>
 #include <QStringList>
@@ -33,20 +34,20 @@ public:
     }
 
     std::int32_t InitializeTt(std::int32_t mode) override {
-        calls << QStringLiteral("InitializeTt %1").arg(mode);
+        calls << u"InitializeTt %1"_s.arg(mode);
         m_open = opens;
         return opens ? 1 : 0;
     }
     void closeTt(std::int32_t mode) override {
-        calls << QStringLiteral("closeTt %1").arg(mode);
+        calls << u"closeTt %1"_s.arg(mode);
         m_open = false;
     }
     std::int32_t WriteThread(const char* bytes, std::int32_t count) override {
-        calls << QStringLiteral("WriteThread ") + QString::fromLatin1(bytes, count);
+        calls << u"WriteThread "_s + QString::fromLatin1(bytes, count);
         return m_open ? count : 0;
     }
     std::int32_t ReadThread(char* buffer, std::int32_t count) override {
-        calls << QStringLiteral("ReadThread %1").arg(count);
+        calls << u"ReadThread %1"_s.arg(count);
         if (!m_open) {
             return 0;
         }

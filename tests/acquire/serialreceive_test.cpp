@@ -2,11 +2,9 @@
 #include "acquire/crc16.h"
 #include "acquire/receivefixture.h"
 #include "support/openfiles.h"
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <random>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

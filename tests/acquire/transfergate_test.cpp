@@ -2,15 +2,13 @@
 #include "acquire/transfergate.h"
 
 #include "support/openfiles.h"
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 #include <memory>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

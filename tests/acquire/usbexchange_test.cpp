@@ -2,15 +2,13 @@
 #include "acquire/usbexchange.h"
 
 #include "acquire/scriptedlink.h"
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

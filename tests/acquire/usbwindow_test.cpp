@@ -5,8 +5,8 @@
 #include "acquire/scriptedlink.h"
 #include "platform/controls/look.h"
 #include "support/openfiles.h"
-#include "support/printing.h"
 #include "support/scripteddialogs.h"
+#include "support/strings.h"
 
 #include <QApplication>
 #include <QFile>
@@ -19,8 +19,6 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

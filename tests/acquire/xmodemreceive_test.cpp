@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "acquire/receivefixture.h"
-#include "support/printing.h"
-
-using namespace Qt::StringLiterals;
+#include "support/strings.h"
 
 namespace sixtrace::test {
 namespace {

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-// What kqx fetch makes of each fault of each link, at the first, a middle and the last block. The table is printed.
+// The result of kqx fetch for each fault of each link at the first, a middle and the last block. The test prints a table of the results.
 #include "acquire/ptypeer.h"
-#include "fetchfixture.h"
+#include "apps/fetchfixture.h"
 #include "instrument/blocksender.h"
+#include "support/strings.h"
 
 #include <array>
 #include <cstdio>
@@ -13,11 +14,11 @@ namespace {
 constexpr int kSerialBlock = 1024;
 constexpr int kUsbBlock = 64;
 
-/// A fault at one place, and what has to come of it.
+/// A fault at one place and the expected result.
 struct Row {
     QByteArray fault;
     int exitCode = 0;
-    QByteArray said; ///< what the sentence holds
+    QByteArray said; ///< part of the expected message
 };
 
 class FetchFaults : public Fetch {
@@ -52,7 +53,7 @@ protected:
             EXPECT_TRUE(ran.err.contains(row.said)) << row.fault.constData() << ": " << ran.err.toStdString();
             if (ran.exitCode == 0) {
                 ASSERT_EQ(files.size(), 1) << row.fault.constData();
-                const QString file = path(QStringLiteral("got/")) + files.first();
+                const QString file = path(u"got/"_s) + files.first();
                 EXPECT_EQ(contentOf(file), capture("noise", static_cast<std::uint32_t>(i + 1)) + tail)
                     << row.fault.constData();
                 ASSERT_TRUE(QFile::remove(file));
@@ -66,7 +67,7 @@ protected:
     void waitForLine() const {
         QElapsedTimer patience;
         patience.start();
-        while (!QFileInfo::exists(path(QStringLiteral("line"))) && patience.elapsed() < 120000) {
+        while (!QFileInfo::exists(path(u"line"_s)) && patience.elapsed() < 120000) {
             QThread::msleep(20);
         }
     }
@@ -84,7 +85,7 @@ TEST_F(FetchFaults, OverTheSerialLineWhatIsAskedForAgainIsWholeAndAllElseIsNothi
         for (const char* healed : {"lost-block", "lost-byte", "crc", "complement", "sequence", "noise"}) {
             rows.push_back({healed + at, 0, ""});
         }
-        // Read as a header, the repeated block tells a size that is none: nothing behind it counts.
+        // The repeated block is read as a header. The size in it is no number, so no later data is stored.
         rows.push_back({"repeat" + at, 1, "data came twice or beyond its size; " + came(0)});
         rows.push_back({"early-end" + at, 1, "the file is not whole; " + before});
         rows.push_back({"silence" + at, 1, "did not answer as it should; " + before});
@@ -96,7 +97,7 @@ TEST_F(FetchFaults, OverTheSerialLineWhatIsAskedForAgainIsWholeAndAllElseIsNothi
     rows.push_back({"short-length", 1, "beyond its size"});
     rows.push_back({"silence@0", 3, "no instrument answers"});
     rows.push_back({"clean", 0, ""});
-    check("serial", rows, {}, [this] { return fetchSerial({QStringLiteral("--timeout"), QStringLiteral("0.2")}); });
+    check("serial", rows, {}, [this] { return fetchSerial({u"--timeout"_s, u"0.2"_s}); });
 }
 
 TEST_F(FetchFaults, ALateBlockOfTheSerialLineIsWaitedForWithinTheTimeOut) {
@@ -105,13 +106,13 @@ TEST_F(FetchFaults, ALateBlockOfTheSerialLineIsWaitedForWithinTheTimeOut) {
     for (const int block : {1, (last + 1) / 2, last}) {
         rows.push_back({"late@" + QByteArray::number(block), 0, ""});
     }
-    check("serial", rows, {}, [this] { return fetchSerial({QStringLiteral("--timeout"), QStringLiteral("20")}); });
+    check("serial", rows, {}, [this] { return fetchSerial({u"--timeout"_s, u"20"_s}); });
 }
 
 TEST_F(FetchFaults, ABlockLaterThanTheTimeOutLeavesAWholeFileOrNone) {
     serveScript("late@1\nlate@5\nlate@9\n");
     for (std::uint32_t seed = 1; seed <= 3; ++seed) {
-        const Ran ran = fetchSerial({QStringLiteral("--timeout"), QStringLiteral("0.3")});
+        const Ran ran = fetchSerial({u"--timeout"_s, u"0.3"_s});
         if (ran.exitCode == 0) {
             EXPECT_EQ(fetched(ran), capture("noise", seed));
             ASSERT_TRUE(QFile::remove(QString::fromUtf8(ran.out).trimmed()));
@@ -125,15 +126,14 @@ TEST_F(FetchFaults, ABlockLaterThanTheTimeOutLeavesAWholeFileOrNone) {
 }
 
 TEST_F(FetchFaults, ARepeatedBlockThatReadsAsAHeaderOfTheSameSizeIsNoCapture) {
-    // 2461 bytes in three blocks. The first one begins as a header of 2461 bytes does, so that its repeat begins the
-    // file anew and the two behind it bring the other 1437 bytes.
+    // 2461 bytes in three blocks. The first block begins like the header of a file of 2461 bytes, so its repeat starts the file again, and the two blocks after it bring the other 1437 bytes.
     const QByteArray content = QByteArray("x\0"
                                           "2461\0",
                                           7) +
                                QByteArray(2454, '.');
     PtyPeer peer;
     peer.play([&content](PtyPeer& p) {
-        BlockSender sender("CAP0000.bin", content, *parsePlan(QStringLiteral("repeat@1")));
+        BlockSender sender("CAP0000.bin", content, *parsePlan(u"repeat@1"_s));
         while (!sender.over()) {
             const auto byte = p.takeOne(60000);
             if (!byte) {
@@ -142,8 +142,7 @@ TEST_F(FetchFaults, ARepeatedBlockThatReadsAsAHeaderOfTheSameSizeIsNoCapture) {
             p.send(sender.answer(*byte));
         }
     });
-    const Ran ran = fetch({QStringLiteral("--serial"), peer.location(), QStringLiteral("-o"),
-                           path(QStringLiteral("got")), QStringLiteral("--timeout"), QStringLiteral("20")});
+    const Ran ran = fetch({u"--serial"_s, peer.location(), u"-o"_s, path(u"got"_s), u"--timeout"_s, u"20"_s});
     EXPECT_EQ(ran.exitCode, 1);
     EXPECT_TRUE(ran.err.contains("the file is damaged, as data came twice or beyond its size; 1437 of 2461 bytes came"))
         << ran.err.toStdString();

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "program.h"
+#include "apps/program.h"
 
 #include "capture/scenes.h"
+#include "support/strings.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -27,7 +28,7 @@ inline QByteArray capture(const char* scene, std::uint32_t seed) {
     return captureBytes(*captureForm("V11"), *sceneBlocks(QString::fromLatin1(scene), seed));
 }
 
-/// A folder with a companion of its own beside its transfer library, and an instrument that serves both links there.
+/// A folder with a copy of kqx and of the transfer library, and a simulated instrument that serves both links there.
 class Fetch : public ::testing::Test {
 protected:
     Fetch() {
@@ -35,18 +36,18 @@ protected:
             const QString file = QString::fromLatin1(name);
             EXPECT_TRUE(QFile::copy(QStringLiteral(SIXTRACE_BIN "/") + file, path(file)));
         }
-        QDir(folder.path()).mkdir(QStringLiteral("got"));
+        QDir(folder.path()).mkdir(u"got"_s);
     }
     ~Fetch() override { stop(); }
 
     [[nodiscard]] QString path(const QString& name) const { return folder.filePath(name); }
     [[nodiscard]] QStringList got() const {
-        return QDir(path(QStringLiteral("got"))).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+        return QDir(path(u"got"_s)).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     }
 
     /// Adds lines to the transfer library's settings.
     void addSettings(const QByteArray& lines) const {
-        QFile settings(path(QStringLiteral("ttdll.ini")));
+        QFile settings(path(u"ttdll.ini"_s));
         ASSERT_TRUE(settings.open(QIODevice::Append));
         settings.write(lines);
     }
@@ -58,10 +59,8 @@ protected:
 
     void serve(const QStringList& more) {
         instrument.start(QStringLiteral(SIXTRACE_BIN "/sixtrace-instrument"),
-                         QStringList{QStringLiteral("--serial"), path(QStringLiteral("line")), QStringLiteral("--usb"),
-                                     path(QStringLiteral("instrument.socket")), QStringLiteral("--rate"),
-                                     QStringLiteral("0"), QStringLiteral("--scene"), QStringLiteral("noise"),
-                                     QStringLiteral("--idle"), QStringLiteral("120")} +
+                         QStringList{u"--serial"_s, path(u"line"_s), u"--usb"_s, path(u"instrument.socket"_s),
+                                     u"--rate"_s, u"0"_s, u"--scene"_s, u"noise"_s, u"--idle"_s, u"120"_s} +
                              more);
         ASSERT_TRUE(instrument.waitForStarted());
         QByteArray said;
@@ -71,11 +70,11 @@ protected:
         ASSERT_TRUE(said.contains("USB link at")) << instrument.readAllStandardError().toStdString();
     }
     void serveScript(const QByteArray& script) {
-        QFile file(path(QStringLiteral("script")));
+        QFile file(path(u"script"_s));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(script);
         file.close();
-        serve({QStringLiteral("--script"), file.fileName()});
+        serve({u"--script"_s, file.fileName()});
     }
     void stop() {
         if (instrument.state() != QProcess::NotRunning) {
@@ -84,10 +83,10 @@ protected:
         }
     }
 
-    Ran fetch(const QStringList& arguments) { return kqx(QStringList{QStringLiteral("fetch")} + arguments); }
+    Ran fetch(const QStringList& arguments) { return kqx(QStringList{u"fetch"_s} + arguments); }
     Ran kqx(const QStringList& arguments) {
         QProcess process;
-        process.start(path(QStringLiteral("kqx")), arguments);
+        process.start(path(u"kqx"_s), arguments);
         if (!process.waitForFinished(60000)) {
             process.kill();
             process.waitForFinished();
@@ -97,32 +96,28 @@ protected:
                 process.readAllStandardError()};
     }
     Ran fetchSerial(const QStringList& more = {}) {
-        return fetch(QStringList{QStringLiteral("--serial"), path(QStringLiteral("line")), QStringLiteral("-o"),
-                                 path(QStringLiteral("got"))} +
-                     more);
+        return fetch(QStringList{u"--serial"_s, path(u"line"_s), u"-o"_s, path(u"got"_s)} + more);
     }
     Ran fetchUsb(const QStringList& more = {}) {
-        return fetch(QStringList{QStringLiteral("--usb"), QStringLiteral("-o"), path(QStringLiteral("got"))} + more);
+        return fetch(QStringList{u"--usb"_s, u"-o"_s, path(u"got"_s)} + more);
     }
-    /// A fetch over the serial line that has begun its work, and waits long for an instrument that has gone silent.
+    /// A fetch over the serial line that has begun and now waits for an instrument that has gone silent.
     void startSilentFetch(QProcess& process) const {
-        process.start(path(QStringLiteral("kqx")),
-                      {QStringLiteral("fetch"), QStringLiteral("--serial"), path(QStringLiteral("line")),
-                       QStringLiteral("-o"), path(QStringLiteral("got")), QStringLiteral("--timeout"),
-                       QStringLiteral("1")});
+        process.start(path(u"kqx"_s),
+                      {u"fetch"_s, u"--serial"_s, path(u"line"_s), u"-o"_s, path(u"got"_s), u"--timeout"_s, u"1"_s});
         ASSERT_TRUE(process.waitForStarted());
         QElapsedTimer patience;
         patience.start();
         const auto hasBegun = [this] {
             const QStringList names = got();
-            return !names.isEmpty() && QDir(path(QStringLiteral("got/")) + names.first()).count() > 2;
+            return !names.isEmpty() && QDir(path(u"got/"_s) + names.first()).count() > 2;
         };
         while (!hasBegun() && patience.elapsed() < 10000) {
             QThread::msleep(20);
         }
         ASSERT_TRUE(hasBegun());
     }
-    /// The content of the file that a fetch has named.
+    /// The content of the file whose name a fetch has printed.
     [[nodiscard]] static QByteArray fetched(const Ran& ran) { return contentOf(QString::fromUtf8(ran.out).trimmed()); }
 
     QTemporaryDir folder;

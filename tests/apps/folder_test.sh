@@ -13,7 +13,7 @@ complain() {
     echo "$*"
     failed=1
 }
-# Runs a command; its code has to be the first argument.
+# Runs a command and expects the first argument as its exit code.
 ends() {
     expected=$1
     shift
@@ -27,8 +27,8 @@ says_nothing() { [ ! -s err ] || complain "standard error says \"$(cat err)\""; 
 says() { printf '%s\n' "$1" | cmp -s - err || complain "instead of \"$1\" standard error says \"$(cat err)\""; }
 kqx="$bin/kqx"
 
-# Twelve scenes in six forms, over and over with other noise, until there are 200. Eight scenes have one channel, three have
-# six and one has none: 156 channels in 72 files, and 116 in the 56 of the third round, which ends in scan-d.
+# Twelve scenes in six forms, repeated with other noise until there are 200 captures. Eight scenes have one channel, three
+# have six and one has none: 156 channels in 72 files, and 116 in the 56 of the third round, which ends in scan-d.
 number=0
 for seed in 1 2 3; do
     for scene in sine square ramp noise six full scan-a scan-b scan-c scan-d lengths empty; do
@@ -42,7 +42,8 @@ for seed in 1 2 3; do
 done
 holds 200 captures
 
-# A sine that is cut, six traces under an unknown tag, and a sine whose sample count is the greatest number there is.
+# Three damaged captures: a sine that is cut, six traces with an unknown tag, and a sine whose sample count is the greatest
+# possible number.
 truncate -s 700 captures/c001.bin
 printf V12 | dd of=captures/c100.bin bs=1 seek=3 conv=notrunc 2>/dev/null
 printf '\377\377\377\177' | dd of=captures/c150.bin bs=1 seek=21 conv=notrunc 2>/dev/null
@@ -54,7 +55,7 @@ faults="$cut
 $tag
 $lengths"
 
-# 2 x 156 + 116 channels, less the six behind the unknown tag; a head stands above their rows.
+# 2 x 156 + 116 channels, minus the six with the unknown tag. One more line is the header.
 ends 1 "$kqx" measure --csv captures/*.bin
 says "$faults"
 lines 423 out
@@ -67,7 +68,7 @@ sed -n 1p out | grep -q '"file":"captures/c001.bin".*"samples":321,' || complain
 [ "$(sed -n 100p out)" = '{"file":"captures/c100.bin","error":"unknown version tag \"V12\""}' ] ||
     complain "the line of what is no capture: $(sed -n 100p out)"
 
-# What cannot be read gives no file, all others give one; of damaged ones, what they hold.
+# A capture that cannot be read gives no file. All others give one; a damaged one gives the samples that it holds.
 mkdir npz csv pictures thumbnails sessions
 ends 1 "$kqx" convert --to npz --out-dir npz captures/*.bin
 says "$faults"
@@ -92,7 +93,7 @@ ends 1 "$kqx" screen --thumbnail 128 --out-dir thumbnails captures/*.bin
 says "$faults"
 holds 197 thumbnails # none of a damaged file
 
-# The folder without the three is done without a word.
+# Without the three damaged captures the command prints nothing.
 rm captures/c001.bin captures/c100.bin captures/c150.bin
 ends 0 "$kqx" measure --csv captures/*.bin
 says_nothing

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "apps/program.h"
 
+#include "apps/fetchfixture.h"
+#include "support/strings.h"
+
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {
@@ -91,13 +92,84 @@ TEST_F(Instrument, AFileThatCannotBeWrittenEndsWith1) {
 }
 
 TEST_F(Instrument, ASocketThatCannotBeMadeEndsWith1) {
-    // A socket's address has 108 bytes; the name of the folder does not count, that of the file does.
+    // The address of a socket has 108 bytes. The name of the folder does not count, the name of the file does.
     for (const QString& name : {QString(u"none/a.socket"_s), QString(QString(120, u'a'))}) {
         const Ran ran = instrument({u"--usb"_s, path(name)});
         EXPECT_EQ(ran.exitCode, 1) << ran.err.toStdString();
         EXPECT_TRUE(ran.err.startsWith("sixtrace-instrument: ")) << ran.err.toStdString();
         EXPECT_TRUE(ran.out.isEmpty());
     }
+}
+
+TEST_F(Fetch, TheInstrumentEndsOnASignalAndTakesItsNamesAway) {
+    serve({});
+    EXPECT_TRUE(QFileInfo::exists(path(u"line"_s)));
+    EXPECT_TRUE(QFileInfo::exists(path(u"instrument.socket"_s)));
+    stop();
+    EXPECT_EQ(instrument.exitCode(), 0);
+    EXPECT_FALSE(QFileInfo(path(u"line"_s)).isSymLink());
+    EXPECT_FALSE(QFileInfo::exists(path(u"instrument.socket"_s)));
+}
+
+TEST_F(Fetch, TheInstrumentEndsByItselfWhenItsClientIsGone) {
+    serve({u"--idle"_s, u"1"_s});
+    EXPECT_EQ(fetchUsb().exitCode, 0);
+    EXPECT_TRUE(instrument.waitForFinished(20000));
+    EXPECT_EQ(instrument.exitCode(), 0);
+}
+
+TEST_F(Fetch, TheInstrumentReplacesALinkAndASocketButNothingElse) {
+    QFile precious(path(u"line"_s));
+    ASSERT_TRUE(precious.open(QIODevice::WriteOnly));
+    precious.write("mine");
+    precious.close();
+    const Ran ran = test::run(u"sixtrace-instrument"_s, {u"--serial"_s, precious.fileName()});
+    EXPECT_EQ(ran.exitCode, 1);
+    EXPECT_EQ(contentOf(precious.fileName()), "mine");
+}
+
+TEST_F(Fetch, ASecondInstrumentIsRefusedAndTheFirstServesOn) {
+    serve({});
+    for (const auto& [option, name] : {std::pair("--usb", "instrument.socket"), std::pair("--serial", "line")}) {
+        const Ran ran = run(u"sixtrace-instrument"_s, {QString::fromLatin1(option), path(QString::fromLatin1(name))});
+        EXPECT_EQ(ran.exitCode, 1);
+        EXPECT_TRUE(ran.err.contains("another instrument serves there")) << ran.err.toStdString();
+    }
+    EXPECT_EQ(fetchUsb().exitCode, 0);
+    EXPECT_EQ(fetchSerial().exitCode, 0);
+}
+
+TEST_F(Fetch, AnInstrumentTakesOnlyItsOwnSocketAway) {
+    serve({});
+    const QString socketFile = path(u"instrument.socket"_s);
+    ASSERT_TRUE(QFile::remove(socketFile));
+    QProcess second;
+    second.start(QStringLiteral(SIXTRACE_BIN "/sixtrace-instrument"),
+                 {u"--usb"_s, socketFile, u"--scene"_s, u"noise"_s, u"--idle"_s, u"120"_s});
+    ASSERT_TRUE(second.waitForReadyRead(60000)) << second.readAllStandardError().toStdString();
+    stop();
+    EXPECT_EQ(fetchUsb().exitCode, 0) << "the second one's socket is still there";
+    ::kill(static_cast<pid_t>(second.processId()), SIGTERM);
+    ASSERT_TRUE(second.waitForFinished(60000));
+    EXPECT_FALSE(QFileInfo::exists(socketFile));
+}
+
+TEST_F(Fetch, WhatAKilledInstrumentHasLeftIsReplaced) {
+    serve({});
+    instrument.kill();
+    ASSERT_TRUE(instrument.waitForFinished(60000));
+    EXPECT_TRUE(QFileInfo(path(u"line"_s)).isSymLink());
+    serve({});
+    EXPECT_EQ(fetchUsb().exitCode, 0);
+    EXPECT_EQ(fetchSerial().exitCode, 0);
+}
+
+TEST_F(Fetch, AnInstrumentReplacesNoLinkToARealDevice) {
+    ASSERT_TRUE(QFile::link(u"/dev/null"_s, path(u"line"_s)));
+    const Ran ran = run(u"sixtrace-instrument"_s, {u"--serial"_s, path(u"line"_s)});
+    EXPECT_EQ(ran.exitCode, 1);
+    EXPECT_TRUE(ran.err.contains("leads to /dev/null")) << ran.err.toStdString();
+    EXPECT_EQ(QFileInfo(path(u"line"_s)).symLinkTarget(), u"/dev/null"_s);
 }
 
 } // namespace

@@ -126,7 +126,7 @@ def main():
                         continue
                     wanted = expected.get(key)
                     compared += 1
-                    # Scales are 32-bit reals: they are told as the decimal that they stand for.
+                    # Scales are 32-bit reals. kqx prints the shortest decimal number for each.
                     same = value is wanted or (value is not None and wanted is not None and
                                                abs(value - wanted) <= 2e-7 * max(abs(wanted), abs(value)) + 1e-12)
                     differences += not same

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
-// kqx open against something that bears the program's name on a session bus of the test's own.
+// kqx open with a private session bus, on which the test has the name of the program.
 #include "apps/program.h"
+
+#include "support/strings.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -12,15 +14,13 @@
 
 #include <memory>
 
-using namespace Qt::StringLiterals;
-
 namespace sixtrace::test {
 namespace {
 
-/// The program's place on the bus: notes its calls, and takes or refuses them.
+/// Stands in for the program on the bus: records calls, and accepts or refuses them.
 class StandIn : public QDBusVirtualObject {
 public:
-    QString refusal; ///< takes every call while it is empty
+    QString refusal; ///< empty: every call is accepted
     QStringList calls;
 
     [[nodiscard]] QString introspect(const QString&) const override { return {}; }
@@ -50,7 +50,7 @@ protected:
         m_daemon.terminate();
         m_daemon.waitForFinished();
     }
-    /// Runs kqx open by a shell, which can spell any name, and answers its calls meanwhile.
+    /// Runs kqx open in a shell, which can pass any name, and answers its calls until it ends.
     [[nodiscard]] Ran open(const QString& arguments, const QString& programs = QStringLiteral(SIXTRACE_BIN)) const {
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();

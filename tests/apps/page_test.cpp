@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
-// kqx page, its documents read by poppler's tools.
+// kqx page. Poppler's tools read the documents.
 #include "apps/program.h"
 #include "capture/capturewriter.h"
 #include "capture/scenes.h"
+#include "support/strings.h"
 
 #include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {
@@ -73,7 +72,7 @@ TEST_F(KqxPage, MarginsMoveThePage) {
     EXPECT_EQ(page().exitCode, 0);
     const double near = firstWordLeft();
     EXPECT_EQ(page({u"--margins"_s, u"1,1,5,1"_s}).exitCode, 0);
-    EXPECT_NEAR(firstWordLeft() - near, 4 * 567 / 20.0, 0.5); // four centimetres further, in points
+    EXPECT_NEAR(firstWordLeft() - near, 4 * 567 / 20.0, 0.5); // four centimetres more, in points
 }
 
 TEST_F(KqxPage, WrongPaperAndMarginsAreUsageErrors) {
@@ -88,7 +87,7 @@ TEST_F(KqxPage, ExistingFileSurvivesAFailure) {
     QFile old(path(u"out.pdf"_s));
     ASSERT_TRUE(old.open(QIODevice::WriteOnly) && old.write("old") == 3);
     old.close();
-    // Margins of 10 cm left and right leave A4 one centimetre, of which the labels take the last.
+    // Margins of 10 cm left and right leave one centimetre of A4, which the labels fill completely.
     const Ran ran = page({u"--margins"_s, u"1,1,10,10"_s});
     EXPECT_EQ(ran.exitCode, 1);
     EXPECT_FALSE(ran.err.isEmpty());

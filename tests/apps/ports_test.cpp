@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-// kqx ports against a terminal that is pinned as com1 and the simulated instrument. What the bus brings is tested where
-// it is emulated.
-#include "fetchfixture.h"
+// kqx ports with a terminal that is pinned as com1, and with the simulated instrument. tests/ttdll/usbbus_test.cpp tests devices on the USB bus.
+#include "apps/fetchfixture.h"
 
 #include "platform/ports/mscomm.h"
+#include "support/strings.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>
@@ -13,12 +13,10 @@
 #include <pty.h>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
-
 namespace sixtrace::test {
 namespace {
 
-/// A terminal that this process keeps.
+/// A pseudo terminal that this process holds.
 class Terminal {
 public:
     Terminal() {
@@ -52,7 +50,7 @@ protected:
     void pin(const QString& device, const QString& name) const {
         ASSERT_TRUE(QFile::link(device, path(u"ports/"_s + name)));
     }
-    /// What the command tells; it has to end with 0 exactly when a way opens.
+    /// The output of kqx ports --json. The exit code has to be 0 if one of the ways opens, otherwise 1.
     QJsonObject json() {
         const Ran ran = kqx({u"ports"_s, u"--json"_s});
         EXPECT_EQ(ran.exitCode, ran.out.contains("\"state\": \"open\"") ? 0 : 1) << ran.err.toStdString();
@@ -101,7 +99,7 @@ TEST_F(Ports, ABusyPortNamesItsHolder) {
     ASSERT_TRUE(holder.setPortOpen(true).ok());
     pin(terminal.name(), u"com12"_s);
     const Ran ran = kqx({u"ports"_s});
-    const QString process = QStringLiteral("(process %1)").arg(QCoreApplication::applicationPid());
+    const QString process = u"(process %1)"_s.arg(QCoreApplication::applicationPid());
     EXPECT_TRUE(ran.out.contains(u"12 com12 (pinned)  %1  busy ("_s.arg(terminal.name()).toUtf8()))
         << ran.out.toStdString();
     EXPECT_TRUE(ran.out.contains("    end ") && ran.out.contains(QByteArray(process.toUtf8() + ", which has it open")))
@@ -112,7 +110,7 @@ TEST_F(Ports, ABusyPortNamesItsHolder) {
 
 TEST_F(Ports, APinWhoseDeviceHasGoneIsAbsent) {
     pin(u"/dev/ttyUSB-gone"_s, u"com16"_s);
-    pin(u"/dev/ttyUSB-gone"_s, u"com17"_s); // the program knows sixteen
+    pin(u"/dev/ttyUSB-gone"_s, u"com17"_s); // the program has sixteen port numbers
     const QJsonObject all = json();
     const QJsonObject gone = way(all, u"name"_s, u"com16"_s);
     EXPECT_EQ(gone.value(u"state"_s).toString(), u"absent"_s);

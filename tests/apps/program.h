@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <QProcess>
 #include <QStringList>
 
 namespace sixtrace::test {
 
-/// How a program ended, and what it said.
+/// How a program ended, and its output.
 struct Ran {
     int exitCode = -1; ///< -1 when it did not start, crashed or took longer than a minute
     QByteArray out;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The arrows between the libraries go downwards only, and the windowless cores stay windowless.
+// Libraries include only libraries below them, and cores include no widget headers.
 #include "architecture/includes.h"
 #include "support/sourcefolder.h"
 
@@ -102,7 +102,7 @@ TEST(Architecture, EverySourceNamesItsLicenceAndEveryHeaderIsIncludedOnce) {
     }
 }
 
-// The checks themselves: each has to see what it is there for.
+// Tests of the checks themselves: each has to find the fault that it looks for.
 
 TEST(ArchitectureChecks, SeeAnUpwardInclude) {
     EXPECT_THAT(layerFaults({{"capture/a.h", "#include \"view/frame.h\"\n"}}),

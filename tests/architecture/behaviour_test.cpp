@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The tables in docs/behaviour name tests and sources; a name that no longer holds misleads whoever looks for it.
+// Each test and each file that the tables in docs/behaviour name must exist.
 #include "support/sourcefolder.h"
 
 #include <gmock/gmock.h>

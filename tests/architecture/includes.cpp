@@ -9,11 +9,11 @@ namespace sixtrace::test {
 
 namespace {
 
-/// The folders from below upwards; those of one number do not see each other.
+/// The folders with their levels, the lowest first. Folders of the same level do not include each other.
 const std::map<std::string, int> kLayers{{"ttdll", -1},  {"platform", 0}, {"capture", 1}, {"view", 2},
                                          {"acquire", 3}, {"output", 3},   {"shell", 4}};
 
-/// The rooms of src/platform, from below upwards in the same way.
+/// The subfolders of src/platform with their levels, in the same way.
 const std::map<std::string, int> kPlatformRooms{{"text", 0},     {"drawing", 0},  {"files", 1},  {"ports", 2},
                                                 {"printing", 2}, {"controls", 2}, {"desktop", 3}};
 
@@ -28,7 +28,7 @@ std::string roomOf(const std::string& path) {
     return second == std::string::npos ? "" : path.substr(first + 1, second - first - 1);
 }
 
-/// One text of its pieces.
+/// Joins pieces to one text.
 std::string joined(std::initializer_list<std::string_view> pieces) {
     std::string text;
     for (const std::string_view piece : pieces) {
@@ -42,7 +42,7 @@ std::string joined(std::initializer_list<std::string_view> pieces) {
 FolderLists listsOf(const std::string& cmakeText) {
     FolderLists lists;
     std::istringstream lines(cmakeText);
-    std::set<std::string>* list = nullptr; // of the call that is open
+    std::set<std::string>* list = nullptr; // the list of the call that is being read
     bool inSources = false;
     for (std::string line; std::getline(lines, line);) {
         line = line.substr(0, line.find('#'));
@@ -100,7 +100,7 @@ std::vector<std::string> layerFaults(const Sources& sources) {
             const std::string target = folderOf(header);
             const auto theirs = kLayers.find(target);
             if (theirs == kLayers.end() || header.find("..") != std::string::npos) {
-                // Files that the build makes bear no folder: moc output and forms.
+                // Files that the build generates, such as moc output, have no folder in their name.
                 if (header.find('/') != std::string::npos) {
                     faults.push_back(joined({path, " includes ", header, ", which is no library path"}));
                 }

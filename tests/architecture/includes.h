@@ -27,13 +27,13 @@ struct Includes {
 };
 [[nodiscard]] Includes includesOf(const std::string& text);
 
-/// Sentences about includes that go upwards or sideways between the folders, or out of the tree.
+/// A sentence for each include of a folder that is not below the including one, or of a file outside the tree.
 [[nodiscard]] std::vector<std::string> layerFaults(const Sources& sources);
 
-/// Sentences about files of src/platform that lie in no room, or include a room that does not lie below their own.
+/// A sentence for each file of src/platform that is in no subfolder, or includes a subfolder that is not below its own.
 [[nodiscard]] std::vector<std::string> roomFaults(const Sources& sources);
 
-/// Sentences about core files that include a widget header or a window of this program. `lists` by folder.
+/// A sentence for each core file that includes a widget header or a window of this program. `lists` has one entry for each folder.
 [[nodiscard]] std::vector<std::string> widgetFaults(const Sources& sources,
                                                     const std::map<std::string, FolderLists>& lists,
                                                     const std::set<std::string>& widgetHeaders);

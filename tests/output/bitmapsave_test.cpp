@@ -2,6 +2,7 @@
 #include "output/printwindow.h"
 
 #include "platform/controls/picturebox.h"
+#include "support/strings.h"
 
 #include <QImage>
 
@@ -25,12 +26,12 @@ protected:
 };
 
 TEST_F(BitmapSaving, SavesTheStripAndTheScreenRightOfItAsABitmap) {
-    save(QStringLiteral("screen"));
+    save(u"screen"_s);
     const FileRequest& request = answering.fileRequests.back();
     EXPECT_EQ(request.fileName, QString());
-    EXPECT_EQ(request.filter, QStringLiteral("BMP (*.bmp)|*.bmp"));
+    EXPECT_EQ(request.filter, u"BMP (*.bmp)|*.bmp"_s);
     EXPECT_EQ(request.filterIndex, 1);
-    const QByteArray bytes = read(QStringLiteral("screen"));
+    const QByteArray bytes = read(u"screen"_s);
     EXPECT_TRUE(bytes.startsWith("BM")) << "the name is taken as typed";
     const QImage saved = QImage::fromData(bytes, "BMP");
     ASSERT_EQ(saved.size(), QSize(24 + 601, 401));
@@ -50,8 +51,8 @@ TEST_F(BitmapSaving, KeepsTheScreensHeightAfterAPageHasBeenComposed) {
     openPreview().close();
     unloadClosed();
     item("mnuGraticule").trigger();
-    save(QStringLiteral("screen.bmp"));
-    EXPECT_EQ(QImage::fromData(read(QStringLiteral("screen.bmp")), "BMP").size(), QSize(625, 401));
+    save(u"screen.bmp"_s);
+    EXPECT_EQ(QImage::fromData(read(u"screen.bmp"_s), "BMP").size(), QSize(625, 401));
 }
 
 TEST_F(BitmapSaving, IsHiddenInTheMenu) {
@@ -59,37 +60,37 @@ TEST_F(BitmapSaving, IsHiddenInTheMenu) {
 }
 
 TEST_F(BitmapSaving, OverwriteRefusedNothingIsWritten) {
-    write(QStringLiteral("old.bmp"), "old");
+    write(u"old.bmp"_s, "old");
     answering.answers.push_back(Answer::No);
-    save(QStringLiteral("old.bmp"));
-    EXPECT_EQ(answering.messages, QStringList{QStringLiteral("File Exist!  Do you want to continue ?")});
-    EXPECT_EQ(answering.questionTitles, QStringList{QStringLiteral("Message")});
+    save(u"old.bmp"_s);
+    EXPECT_EQ(answering.messages, QStringList{u"File Exist!  Do you want to continue ?"_s});
+    EXPECT_EQ(answering.questionTitles, QStringList{u"Message"_s});
     EXPECT_EQ(answering.messageIcons, std::vector{MessageIcon::Exclamation});
-    EXPECT_EQ(read(QStringLiteral("old.bmp")), "old");
+    EXPECT_EQ(read(u"old.bmp"_s), "old");
 }
 
 TEST_F(BitmapSaving, OverwriteAllowedReplacesTheFile) {
-    write(QStringLiteral("old.bmp"), "old");
+    write(u"old.bmp"_s, "old");
     answering.answers.push_back(Answer::Yes);
-    save(QStringLiteral("old.bmp"));
-    EXPECT_TRUE(read(QStringLiteral("old.bmp")).startsWith("BM"));
+    save(u"old.bmp"_s);
+    EXPECT_TRUE(read(u"old.bmp"_s).startsWith("BM"));
 }
 
 TEST_F(BitmapSaving, CancelledDialogWritesNothing) {
-    const QStringList before = QDir(path(QStringLiteral("."))).entryList(QDir::Files);
+    const QStringList before = QDir(path(u"."_s)).entryList(QDir::Files);
     answering.files.emplace_back(std::nullopt);
     item("mnuSaveAs").trigger();
-    EXPECT_EQ(QDir(path(QStringLiteral("."))).entryList(QDir::Files), before);
+    EXPECT_EQ(QDir(path(u"."_s)).entryList(QDir::Files), before);
 }
 
 TEST_F(BitmapSaving, AFileThatCannotBeWrittenIsNotWrittenAndNothingIsSaid) {
-    save(QStringLiteral("no/such/folder.bmp"));
-    EXPECT_FALSE(QFileInfo::exists(path(QStringLiteral("no"))));
+    save(u"no/such/folder.bmp"_s);
+    EXPECT_FALSE(QFileInfo::exists(path(u"no"_s)));
     EXPECT_TRUE(answering.messages.isEmpty());
 }
 
 TEST_F(BitmapSaving, ExistingFileSurvivesAFailedSave) {
-    write(QStringLiteral("old.bmp"), "old");
+    write(u"old.bmp"_s, "old");
     answering.answers.push_back(Answer::Yes);
     // No file may grow beyond 1000 bytes for a moment: a disk that is full.
     rlimit before{};
@@ -97,20 +98,20 @@ TEST_F(BitmapSaving, ExistingFileSurvivesAFailedSave) {
     const rlimit small{1000, before.rlim_max};
     const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-    save(QStringLiteral("old.bmp"));
+    save(u"old.bmp"_s);
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
     std::signal(SIGXFSZ, handler);
-    EXPECT_EQ(read(QStringLiteral("old.bmp")), "old");
+    EXPECT_EQ(read(u"old.bmp"_s), "old");
     EXPECT_EQ(answering.messages.size(), 1) << "the question alone";
 }
 
 TEST_F(BitmapSaving, ExistingFolderSurvivesAFailedSave) {
     // A folder of that name cannot be replaced by a file, whoever runs this.
-    ASSERT_TRUE(QDir(path(QStringLiteral("."))).mkpath(QStringLiteral("taken.bmp")));
-    write(QStringLiteral("taken.bmp/inside"), "kept");
-    save(QStringLiteral("taken.bmp"));
+    ASSERT_TRUE(QDir(path(u"."_s)).mkpath(u"taken.bmp"_s));
+    write(u"taken.bmp/inside"_s, "kept");
+    save(u"taken.bmp"_s);
     EXPECT_TRUE(answering.messages.isEmpty()) << "it is no file that could be replaced";
-    EXPECT_EQ(read(QStringLiteral("taken.bmp/inside")), "kept");
+    EXPECT_EQ(read(u"taken.bmp/inside"_s), "kept");
 }
 
 } // namespace

@@ -31,7 +31,7 @@ std::uint32_t next(const QByteArray& file, std::uint32_t sector) {
     return at32(file, placeOf(table) + static_cast<qsizetype>(sector % 128) * 4);
 }
 
-/// The content of a chain of sectors, followed as a reader does.
+/// The content of a chain of sectors, found in the way of a reader.
 QByteArray chain(const QByteArray& file, std::uint32_t sector) {
     QByteArray content;
     while (sector != 0xFFFFFFFE) {
@@ -53,10 +53,11 @@ QByteArray pattern(qsizetype size) {
 }
 
 TEST(CompoundFile, GivesTheStreamBackAlongItsChainOfSectors) {
-    // Around whole sectors, around the end of the first sector table and of the header's last one but one.
+    // Sizes around a whole number of sectors, around the end of the first sector table, and around the end of the last
+    // but one table that the header can list.
     for (const qsizetype size : {4096, 4097, 4607, 4608, 126 * 512, 126 * 512 + 1, 127 * 512, 128 * 512, 1'500'000}) {
         const QByteArray stream = pattern(size);
-        const Result<QByteArray> made = compoundFile(text("Workbook"), stream);
+        const Result<QByteArray> made = compoundFile(u"Workbook"_s, stream);
         ASSERT_TRUE(made) << size;
         const QByteArray& file = made.value();
         EXPECT_EQ(file.size() % 512, 0);
@@ -75,7 +76,7 @@ TEST(CompoundFile, GivesTheStreamBackAlongItsChainOfSectors) {
 }
 
 TEST(CompoundFile, MarksItsSectorTablesAsSuchAndTheSectorsBehindTheFileAsFree) {
-    const Result<QByteArray> made = compoundFile(text("Workbook"), pattern(300'000));
+    const Result<QByteArray> made = compoundFile(u"Workbook"_s, pattern(300'000));
     ASSERT_TRUE(made);
     const QByteArray& file = made.value();
     const std::uint32_t tables = at32(file, 44);
@@ -91,7 +92,7 @@ TEST(CompoundFile, MarksItsSectorTablesAsSuchAndTheSectorsBehindTheFileAsFree) {
 }
 
 TEST(CompoundFile, FillsAShortStreamWithZeros) {
-    const Result<QByteArray> made = compoundFile(text("Book"), "short");
+    const Result<QByteArray> made = compoundFile(u"Book"_s, "short");
     ASSERT_TRUE(made);
     const QByteArray directory = chain(made.value(), at32(made.value(), 48));
     EXPECT_EQ(at32(directory, 128 + 120), 4096U);
@@ -99,10 +100,10 @@ TEST(CompoundFile, FillsAShortStreamWithZeros) {
 }
 
 TEST(CompoundFile, RefusesAStreamThatItsHeaderCannotDescribe) {
-    // 109 tables of 128 sectors, of which one is the directory's and 109 are the tables' own.
+    // 109 tables describe 109 x 128 sectors. The directory takes one of them and the tables take 109.
     const qsizetype most = (109 * 128 - 110) * 512;
-    EXPECT_TRUE(compoundFile(text("Workbook"), QByteArray(most, 'x')));
-    const Result<QByteArray> refused = compoundFile(text("Workbook"), QByteArray(most + 1, 'x'));
+    EXPECT_TRUE(compoundFile(u"Workbook"_s, QByteArray(most, 'x')));
+    const Result<QByteArray> refused = compoundFile(u"Workbook"_s, QByteArray(most + 1, 'x'));
     ASSERT_FALSE(refused);
     EXPECT_EQ(refused.error().code(), 5);
 }

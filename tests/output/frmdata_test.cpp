@@ -1,24 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "output/tablewindowfixture.h"
 #include "platform/controls/toolbar.h"
+#include "support/strings.h"
 
-#include <QAbstractItemModelTester>
-#include <QClipboard>
 #include <QContextMenuEvent>
-#include <QHeaderView>
 #include <QMenu>
-#include <QPainter>
 #include <QPointer>
-#include <QScreen>
-#include <QScrollBar>
 #include <QSignalSpy>
-#include <QStyledItemDelegate>
 #include <QTimer>
 
 namespace sixtrace::test {
 namespace {
-
-class DataTableWindow : public TableWindow {};
 
 TEST_F(DataTableWindow, ChannelsOfDifferentLengthsEndInEmptyCellsAndTheSequenceRunsToTheLongest) {
     load();
@@ -44,8 +36,8 @@ TEST_F(DataTableWindow, AnAbsentChannelKeepsItsHeadTextButAllItsCellsStayEmpty) 
             EXPECT_EQ(shown(row, absent), QString());
         }
     }
-    EXPECT_EQ(shown(0, 3), text("A / 1"));
-    EXPECT_EQ(shown(50, 4), text("49"));
+    EXPECT_EQ(shown(0, 3), u"A / 1"_s);
+    EXPECT_EQ(shown(50, 4), u"49"_s);
 }
 
 TEST_F(DataTableWindow, ACaptureOf40SamplesOrFewerIsFilledInOneGoAndALongerOneRowByRow) {
@@ -65,8 +57,8 @@ TEST_F(DataTableWindow, ACaptureOf40SamplesOrFewerIsFilledInOneGoAndALongerOneRo
 TEST_F(DataTableWindow, ProbeExp1GivesAHeadWith10AndAValueSuchAs12_5StaysAsItIs) {
     load();
     openAndFill({block('1', 12.5F, {1, -1}, 1), block('2', 1, {1}, 2)});
-    EXPECT_EQ(shown(0, 1), text("ch1 / 10"));
-    EXPECT_EQ(shown(0, 2), text("ch2 / 100"));
+    EXPECT_EQ(shown(0, 1), u"ch1 / 10"_s);
+    EXPECT_EQ(shown(0, 2), u"ch2 / 100"_s);
     EXPECT_EQ(shown(1, 1), marked("12.5"));
     EXPECT_EQ(shown(2, 1), marked("-12.5"));
 }
@@ -78,21 +70,21 @@ TEST_F(DataTableWindow, TheHeadOfAChannelThatTheFileLacksShowsFactor1AndBeforeAn
     const std::array names{"ch1", "ch2", "A", "B", "C", "D"};
     EXPECT_EQ(shown(0, 0), QString());
     for (int col = 1; col <= 6; ++col) {
-        EXPECT_EQ(shown(0, col), text(names.at(static_cast<std::size_t>(col) - 1)) + text(" / 10"));
+        EXPECT_EQ(shown(0, col), QString::fromUtf8(names.at(static_cast<std::size_t>(col) - 1)) + u" / 10"_s);
     }
     openAndFill({block('2', 1, {1}, 2)});
     for (int col = 1; col <= 6; ++col) {
-        EXPECT_EQ(shown(0, col),
-                  text(names.at(static_cast<std::size_t>(col) - 1)) + (col == 2 ? text(" / 100") : text(" / 1")));
+        EXPECT_EQ(shown(0, col), QString::fromUtf8(names.at(static_cast<std::size_t>(col) - 1)) +
+                                     (col == 2 ? u" / 100"_s : u" / 1"_s));
     }
 }
 
 TEST_F(DataTableWindow, ASampleOf0Shows0) {
     load();
     openAndFill({block('1', -3.7F, {0, 1}), block('D', 20, {0})});
-    EXPECT_EQ(shown(1, 1), text("0"));
+    EXPECT_EQ(shown(1, 1), u"0"_s);
     EXPECT_EQ(shown(2, 1), marked("-3.7"));
-    EXPECT_EQ(shown(1, 6), text("0"));
+    EXPECT_EQ(shown(1, 6), u"0"_s);
 }
 
 TEST_F(DataTableWindow, TheTextFilesFirstLineIsWhateverLabel1SaysInTheCurrentLanguage) {
@@ -101,12 +93,13 @@ TEST_F(DataTableWindow, TheTextFilesFirstLineIsWhateverLabel1SaysInTheCurrentLan
     for (const auto& [language, unit] : {std::pair("mnuEnglish", "Unit: mV"), {"mnuChinese", "单位：（mV）"}}) {
         item(language).trigger();
         openAndFill({block('1', 1, {1})});
-        EXPECT_EQ(part<QLabel>("Label1").text(), text(unit));
-        saveAs(path(text(language)));
-        EXPECT_TRUE(read(text(language) + text(".txt")).startsWith((text(unit) + text("\r\n")).toLocal8Bit()));
+        EXPECT_EQ(part<QLabel>("Label1").text(), QString::fromUtf8(unit));
+        saveAs(path(QString::fromUtf8(language)));
+        EXPECT_TRUE(read(QString::fromUtf8(language) + u".txt"_s)
+                        .startsWith((QString::fromUtf8(unit) + u"\r\n"_s).toLocal8Bit()));
     }
     item("mnuEnglish").trigger();
-    EXPECT_EQ(part<QLabel>("Label1").text(), text("单位：（mV）")) << "a table that is loaded keeps its captions";
+    EXPECT_EQ(part<QLabel>("Label1").text(), u"单位：（mV）"_s) << "a table that is loaded keeps its captions";
 }
 
 TEST_F(DataTableWindow, EveryCaptionComesFromTheLanguageFile) {
@@ -114,31 +107,31 @@ TEST_F(DataTableWindow, EveryCaptionComesFromTheLanguageFile) {
     load();
     item("mnuEnglish").trigger();
     open({block('1', 1, {1})});
-    EXPECT_EQ(table()->windowTitle(), text("Data Table"));
-    EXPECT_EQ(part<QPushButton>("CmdSave").text(), text("Save As ..."));
-    EXPECT_EQ(part<QAction>("mnuSelectNone").text(), text("Select None"));
+    EXPECT_EQ(table()->windowTitle(), u"Data Table"_s);
+    EXPECT_EQ(part<QPushButton>("CmdSave").text(), u"Save As ..."_s);
+    EXPECT_EQ(part<QAction>("mnuSelectNone").text(), u"Select None"_s);
     item("mnuChinese").trigger();
     open({block('1', 1, {1})});
-    EXPECT_EQ(table()->windowTitle(), text("数值列表"));
-    EXPECT_EQ(part<QPushButton>("CmdSave").text(), text("另存为 ..."));
-    EXPECT_EQ(part<QPushButton>("CmdExit").text(), text("退出"));
-    EXPECT_EQ(box(0).text(), text("序号"));
-    EXPECT_EQ(box(1).text(), text(" ch1"));
-    EXPECT_EQ(part<QAction>("mnuSelectAll").text(), text("全选"));
+    EXPECT_EQ(table()->windowTitle(), u"数值列表"_s);
+    EXPECT_EQ(part<QPushButton>("CmdSave").text(), u"另存为 ..."_s);
+    EXPECT_EQ(part<QPushButton>("CmdExit").text(), u"退出"_s);
+    EXPECT_EQ(box(0).text(), u"序号"_s);
+    EXPECT_EQ(box(1).text(), u" ch1"_s);
+    EXPECT_EQ(part<QAction>("mnuSelectAll").text(), u"全选"_s);
 }
 
 TEST_F(DataTableWindow, WithoutLanguageFilesItHasTheCaptionsOfTheDesign) {
     load();
     item("mnuTabular").trigger();
-    EXPECT_EQ(table()->windowTitle(), text("数值列表"));
-    EXPECT_EQ(part<QLabel>("Label1").text(), text("单位：（mV）"));
+    EXPECT_EQ(table()->windowTitle(), u"数值列表"_s);
+    EXPECT_EQ(part<QLabel>("Label1").text(), u"单位：（mV）"_s);
     const std::array captions{"sequence", " ch1", " ch2", " A", " B", " C", " D"};
     for (int col = 0; col < 7; ++col) {
-        EXPECT_EQ(box(col).text(), text(captions.at(static_cast<std::size_t>(col))));
+        EXPECT_EQ(box(col).text(), QString::fromUtf8(captions.at(static_cast<std::size_t>(col))));
         EXPECT_TRUE(box(col).isChecked());
     }
-    EXPECT_EQ(part<QPushButton>("CmdSave").text(), text("Save As ..."));
-    EXPECT_EQ(part<QPushButton>("CmdExit").text(), text("Exit"));
+    EXPECT_EQ(part<QPushButton>("CmdSave").text(), u"Save As ..."_s);
+    EXPECT_EQ(part<QPushButton>("CmdExit").text(), u"Exit"_s);
 }
 
 TEST_F(DataTableWindow, IsLoadedUnseenBehindACaptureAndShownByTheMenu) {
@@ -146,7 +139,7 @@ TEST_F(DataTableWindow, IsLoadedUnseenBehindACaptureAndShownByTheMenu) {
     EXPECT_EQ(table(), nullptr);
     openAndFill({block('1', 1, ramp(60, 1))});
     EXPECT_FALSE(table()->isVisible());
-    EXPECT_EQ(shown(60, 1), text("59")) << "filled without ever being seen";
+    EXPECT_EQ(shown(60, 1), u"59"_s) << "filled without ever being seen";
     item("mnuTabular").trigger();
     EXPECT_TRUE(table()->isVisible());
     EXPECT_FALSE(table()->isModal());
@@ -221,7 +214,7 @@ TEST_F(DataTableWindow, ACaptureClosesItAndBringsAFreshOneWithAllTicks) {
     EXPECT_FALSE(table()->isVisible());
     EXPECT_TRUE(box(0).isChecked());
     EXPECT_EQ(table()->MSFlexGrid1().Rows(), 4);
-    EXPECT_EQ(shown(3, 1), text("10"));
+    EXPECT_EQ(shown(3, 1), u"10"_s);
 }
 
 TEST_F(DataTableWindow, ACaptureThatComesInMidFillStartsAnew) {
@@ -231,41 +224,26 @@ TEST_F(DataTableWindow, ACaptureThatComesInMidFillStartsAnew) {
     openAndFill({block('2', 1, ramp(50, 3))});
     EXPECT_EQ(cells().rowCount(), 50);
     EXPECT_EQ(shown(50, 1), QString());
-    EXPECT_EQ(shown(50, 2), text("147"));
+    EXPECT_EQ(shown(50, 2), u"147"_s);
 }
 
 TEST_F(DataTableWindow, OpenTakesItAwayEvenWhenItsDialogIsCancelled) {
     load();
     openAndFill({block('1', 1, ramp(3, 1))});
-    item("mnuOpen").trigger(); // no scripted answer: cancelled
+    item("mnuOpen").trigger(); // the dialog has no scripted answer, so it is cancelled
     EXPECT_EQ(table(), nullptr);
     item("mnuTabular").trigger();
     fill();
-    EXPECT_EQ(shown(3, 1), text("2")) << "a fresh one shows the capture that is still there";
+    EXPECT_EQ(shown(3, 1), u"2"_s) << "a fresh one shows the capture that is still there";
 }
 
 TEST_F(DataTableWindow, ARefusedFileLeavesNoneLoaded) {
     load();
     openAndFill({block('1', 1, ramp(3, 1))});
-    write(text("bad.bin"), "KQXV02");
-    dialogs.files.emplace_back(FileChoice{path(text("bad.bin")), 1});
+    write(u"bad.bin"_s, "KQXV02");
+    dialogs.files.emplace_back(FileChoice{path(u"bad.bin"_s), 1});
     item("mnuOpen").trigger();
     EXPECT_EQ(table(), nullptr);
-}
-
-TEST_F(DataTableWindow, AFullCaptureHas10231RowsAndTheItemModelKeepsItsPromises) {
-    load();
-    std::vector<CaptureBlock> blocks;
-    for (const char id : {'1', '2', 'A', 'B', 'C', 'D'}) {
-        blocks.push_back(block(id, 0.5F, ramp(kSampleRows, 3)));
-    }
-    open(blocks);
-    const QAbstractItemModelTester tester(&cells(), QAbstractItemModelTester::FailureReportingMode::Fatal);
-    item("mnuTabular").trigger();
-    fill();
-    EXPECT_EQ(cells().rowCount(), 10231);
-    EXPECT_EQ(shown(10231, 0), text("10231"));
-    EXPECT_EQ(shown(10231, 6), text("15345")); // 10230 x 3 x 0.5
 }
 
 TEST_F(DataTableWindow, TheFillLetsOtherEventsRunBetweenItsStretches) {
@@ -289,102 +267,6 @@ TEST_F(DataTableWindow, StandsInTheMiddleOfTheScreen) {
     const QRect area = table()->screen()->geometry();
     EXPECT_EQ(table()->pos(),
               area.topLeft() + QPoint((area.width() - table()->width()) / 2, (area.height() - table()->height()) / 2));
-}
-
-TEST_F(DataTableWindow, TheHeadRowAndTheSequenceColumnAreOfOneTableWithTheCells) {
-    load();
-    openAndFill({block('1', 1, {4})});
-    const auto& view = part<QTableView>("MSFlexGrid1");
-    EXPECT_FALSE(view.horizontalHeader()->isHidden());
-    EXPECT_FALSE(view.verticalHeader()->isHidden());
-    EXPECT_TRUE(view.isColumnHidden(0)) << "column 0 stands in the heads of the rows";
-    EXPECT_FALSE(cells().flags(cells().index(0, 1)).testFlag(Qt::ItemIsEditable));
-}
-
-TEST_F(DataTableWindow, TheSequenceColumnStaysWhenTheOthersScrollAway) {
-    load();
-    openAndFill({block('1', 1, ramp(60, 1)), block('D', 1, ramp(60, 1))});
-    item("mnuTabular").trigger();
-    auto& view = part<QTableView>("MSFlexGrid1");
-    view.horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
-    view.setColumnWidth(2, 600);
-    ASSERT_TRUE(QTest::qWaitFor([&view] { return view.horizontalScrollBar()->maximum() > 0; }, 60'000));
-    view.horizontalScrollBar()->setValue(view.horizontalScrollBar()->maximum());
-    ASSERT_LT(view.columnViewportPosition(1), 0) << "the first channel has gone";
-    EXPECT_EQ(view.verticalHeader()->mapTo(&view, QPoint()).x(), view.contentsRect().left());
-    EXPECT_EQ(view.verticalHeader()->width(), 72);
-    EXPECT_EQ(view.horizontalHeader()->height(), 26);
-    EXPECT_EQ(view.rowHeight(7), 22);
-    EXPECT_FALSE(view.verticalHeader()->viewport()->visibleRegion().isEmpty());
-    EXPECT_EQ(cells().headerData(0, Qt::Vertical, Qt::DisplayRole).toString(), text("1"));
-    EXPECT_EQ(cells().headerData(59, Qt::Vertical, Qt::DisplayRole).toString(), text("60"));
-}
-
-TEST_F(DataTableWindow, TheFillTellsTheViewOfEveryRowOnceAndOfNoneBeforeItIsWritten) {
-    load();
-    open({block('1', 1, ramp(500, 1))});
-    int next = -1;
-    QObject::connect(&cells(), &QAbstractItemModel::modelReset, &cells(), [&next] { next = 40; });
-    QObject::connect(&cells(), &QAbstractItemModel::dataChanged, &cells(),
-                     [&](const QModelIndex& first, const QModelIndex& last) {
-                         EXPECT_EQ(first.row(), next);
-                         EXPECT_EQ(first.column(), 0);
-                         EXPECT_EQ(last.column(), 6);
-                         next = last.row() + 1;
-                     });
-    fill();
-    EXPECT_EQ(next, 500) << "forty at once, the others as they come";
-}
-
-TEST_F(DataTableWindow, AWiderWindowGivesItsWidthToAllChannelsAlike) {
-    load();
-    openAndFill({block('1', 1, ramp(60, 1))});
-    item("mnuTabular").trigger();
-    const auto& view = part<QTableView>("MSFlexGrid1");
-    for (const int width : {760, 1600}) {
-        table()->resize(width, 700);
-        QCoreApplication::sendPostedEvents();
-        for (int col = 1; col <= 6; ++col) {
-            EXPECT_NEAR(view.columnWidth(col), view.viewport()->width() / 6.0, 1) << col << " of " << width;
-            EXPECT_GE(view.columnWidth(col), 106);
-        }
-        EXPECT_FALSE(view.horizontalScrollBar()->isVisible());
-    }
-}
-
-TEST_F(DataTableWindow, CopyTakesTheWholeSelectionAsTabSeparatedText) {
-    load();
-    openAndFill({block('1', 1, {5, 6, 7}), block('2', 1, {8, 9})});
-    item("mnuTabular").trigger();
-    auto& view = part<QTableView>("MSFlexGrid1");
-    const auto copied = [&view] {
-        QApplication::clipboard()->setText(text("before"));
-        QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
-        return QApplication::clipboard()->text();
-    };
-    view.clearSelection();
-    EXPECT_EQ(copied(), text("before")) << "nothing selected, nothing copied";
-    auto* const selection = view.selectionModel();
-    const QModelIndex first = cells().index(0, 1);
-    selection->select(QItemSelection(first, cells().index(2, 2)), QItemSelectionModel::ClearAndSelect);
-    EXPECT_EQ(copied(), text("5\t8\n6\t9\n7\t"));
-    selection->select(first, QItemSelectionModel::ClearAndSelect);
-    selection->select(cells().index(2, 2), QItemSelectionModel::Select);
-    selection->select(cells().index(1, 2), QItemSelectionModel::Select);
-    EXPECT_EQ(copied(), text("5\t\n\t9\n\t"));
-    view.selectAll();
-    EXPECT_EQ(copied(), text("5\t8\t\t\t\t\n6\t9\t\t\t\t\n7\t\t\t\t\t")) << "the values, not the heads";
-}
-
-TEST_F(DataTableWindow, TheHeadTellsThatTheProbeFactorIsNotInTheValues) {
-    installLanguages();
-    load();
-    const auto tip = [this] { return cells().headerData(3, Qt::Horizontal, Qt::ToolTipRole).toString(); };
-    openAndFill({block('1', 1, {5})});
-    EXPECT_EQ(tip(), text("数值为仪器输入端的电压，未乘以探头系数。"));
-    item("mnuEnglish").trigger();
-    openAndFill({block('1', 1, {5})});
-    EXPECT_EQ(tip(), text("Values are voltages at the instrument's input, without the probe factor."));
 }
 
 TEST_F(DataTableWindow, TheSelectMenuIsReachedByTheMenuKeyToo) {
@@ -427,31 +309,6 @@ TEST_F(DataTableWindow, SelectNoneClearsAllBoxesAndSelectAllTicksThem) {
     part<QAction>("mnuSelectAll").trigger();
     for (int col = 0; col < 7; ++col) {
         EXPECT_TRUE(box(col).isChecked());
-    }
-}
-
-TEST_F(DataTableWindow, CellsLookAsTheUsualDelegateOfTheDesktopPaintsThem) {
-    load();
-    openAndFill({block('1', 0.5F, {1234, -77, 0, 2047})});
-    auto& view = part<QTableView>("MSFlexGrid1");
-    const QStyledItemDelegate usual;
-    for (const QModelIndex& cell : {cells().index(0, 0), cells().index(0, 1), cells().index(1, 1), cells().index(2, 1),
-                                    cells().index(3, 1), cells().index(1, 2)}) {
-        const auto painted = [&](const QAbstractItemDelegate& delegate) {
-            QImage image(110, 22, QImage::Format_RGB32);
-            image.fill(Qt::white);
-            QPainter painter(&image);
-            QStyleOptionViewItem option;
-            option.initFrom(&view);
-            option.widget = &view;
-            option.font = view.font();
-            option.fontMetrics = QFontMetrics(view.font());
-            option.state = QStyle::State_Enabled | QStyle::State_Active;
-            option.rect = image.rect();
-            delegate.paint(&painter, option, cell);
-            return image;
-        };
-        EXPECT_EQ(painted(*view.itemDelegate()), painted(usual)) << cell.row() << ' ' << cell.column();
     }
 }
 

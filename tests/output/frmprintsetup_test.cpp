@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "output/printwindow.h"
 
+#include "support/strings.h"
+
 #include <QLabel>
 
 namespace sixtrace::test {
@@ -13,7 +15,7 @@ protected:
         installLanguages();
         open();
     }
-    /// Types a margin and accepts. True where the window has gone.
+    /// Types a margin and clicks OK. True if the window has closed.
     bool accepts(const char* name, const char* typed) {
         frmPrintSetup& setup = openSetup();
         field(setup, name).setText(QString::fromLatin1(typed));
@@ -31,9 +33,9 @@ TEST_F(PageSetup, ShowsTheMarginsOfAStartedProgramModelessly) {
     EXPECT_TRUE(setup.isVisible());
     EXPECT_FALSE(setup.isModal());
     for (const char* name : {"txtMargin(1)", "txtMargin(2)", "txtMargin(3)", "txtMargin(4)"}) {
-        EXPECT_EQ(field(setup, name).text(), QStringLiteral("1.0"));
+        EXPECT_EQ(field(setup, name).text(), u"1.0"_s);
     }
-    EXPECT_EQ(field(setup, "txtZoom").text(), QStringLiteral("100"));
+    EXPECT_EQ(field(setup, "txtZoom").text(), u"100"_s);
     EXPECT_TRUE(in<QRadioButton>(setup, "optRePrint(1)").isChecked());
     item("mnuPageSet").trigger();
     EXPECT_EQ(printing().setup(), &setup) << "there is one page setup";
@@ -41,17 +43,16 @@ TEST_F(PageSetup, ShowsTheMarginsOfAStartedProgramModelessly) {
 
 TEST_F(PageSetup, HasTheCaptionsOfItsDesignInChinese) {
     frmPrintSetup& setup = openSetup();
-    const std::array labels{QStringLiteral("上边界："), QStringLiteral("下边界："), QStringLiteral("左边界："),
-                            QStringLiteral("右边界：")};
+    const std::array labels{u"上边界："_s, u"下边界："_s, u"左边界："_s, u"右边界："_s};
     for (int i = 0; i < 4; ++i) {
-        auto* const label = setup.findChild<QLabel*>(QStringLiteral("Labela(%1)").arg(i));
+        auto* const label = setup.findChild<QLabel*>(u"Labela(%1)"_s.arg(i));
         ASSERT_NE(label, nullptr);
         EXPECT_EQ(label->text(), labels[static_cast<std::size_t>(i)]);
     }
-    const std::array buttons{std::pair("optRePrint(0)", QStringLiteral("每次改变显示比例时都重新绘图")),
-                             std::pair("optRePrint(1)", QStringLiteral("不重新绘图，但是重新设定原始图片的比例")),
-                             std::pair("cmdDefault", QStringLiteral("预设值")),
-                             std::pair("cmdYes", QStringLiteral("确定")), std::pair("cmdNo", QStringLiteral("取消"))};
+    const std::array buttons{std::pair("optRePrint(0)", u"每次改变显示比例时都重新绘图"_s),
+                             std::pair("optRePrint(1)", u"不重新绘图，但是重新设定原始图片的比例"_s),
+                             std::pair("cmdDefault", u"预设值"_s), std::pair("cmdYes", u"确定"_s),
+                             std::pair("cmdNo", u"取消"_s)};
     for (const auto& [name, caption] : buttons) {
         EXPECT_EQ(in<QAbstractButton>(setup, name).text(), caption) << name;
     }
@@ -79,15 +80,15 @@ TEST_F(PageSetup, UnitsAndTheRuleArePaintedBesideTheFields) {
         EXPECT_LT(dark, 180) << name << " has its unit";
         EXPECT_GE(dark, 0x75) << name << " in the muted colour, not in ink";
     }
-    EXPECT_EQ(field(setup, "txtZoom").accessibleName(), QStringLiteral("%"));
+    EXPECT_EQ(field(setup, "txtZoom").accessibleName(), u"%"_s);
 }
 
 TEST_F(PageSetup, MarginsStandForTopBottomLeftAndRightInThisOrder) {
     frmPrintSetup& setup = openSetup();
-    field(setup, "txtMargin(1)").setText(QStringLiteral("1"));
-    field(setup, "txtMargin(2)").setText(QStringLiteral("2"));
-    field(setup, "txtMargin(3)").setText(QStringLiteral("3"));
-    field(setup, "txtMargin(4)").setText(QStringLiteral("4"));
+    field(setup, "txtMargin(1)").setText(u"1"_s);
+    field(setup, "txtMargin(2)").setText(u"2"_s);
+    field(setup, "txtMargin(3)").setText(u"3"_s);
+    field(setup, "txtMargin(4)").setText(u"4"_s);
     press(setup, "cmdYes");
     EXPECT_EQ(printing().settings().PrintMarginTop, 567);
     EXPECT_EQ(printing().settings().PrintMarginBottom, 1134);
@@ -104,7 +105,7 @@ TEST_F(PageSetup, MarginOfExactly10IsAccepted) {
 
 TEST_F(PageSetup, Margin0IsRefused) {
     EXPECT_FALSE(accepts("txtMargin(1)", "0"));
-    EXPECT_EQ(answering.messages, QStringList{QStringLiteral("边界值请输入大于 0 并且不大于 10 的数值。")});
+    EXPECT_EQ(answering.messages, QStringList{u"边界值请输入大于 0 并且不大于 10 的数值。"_s});
     EXPECT_EQ(answering.messageIcons, std::vector{MessageIcon::Exclamation});
     EXPECT_EQ(printing().settings().PrintMarginTop, 567);
 }
@@ -119,29 +120,29 @@ TEST_F(PageSetup, Margin1Comma5IsRefused) {
 
 TEST_F(PageSetup, FirstBadMarginGetsTheFocusWithItsTextSelectedAndNothingIsStored) {
     frmPrintSetup& setup = openSetup();
-    field(setup, "txtMargin(1)").setText(QStringLiteral("3"));
-    field(setup, "txtMargin(3)").setText(QStringLiteral("11"));
-    field(setup, "txtMargin(4)").setText(QStringLiteral("x"));
+    field(setup, "txtMargin(1)").setText(u"3"_s);
+    field(setup, "txtMargin(3)").setText(u"11"_s);
+    field(setup, "txtMargin(4)").setText(u"x"_s);
     press(setup, "cmdYes");
     EXPECT_TRUE(setup.isVisible());
     EXPECT_EQ(setup.focusWidget(), &field(setup, "txtMargin(3)"));
-    EXPECT_EQ(field(setup, "txtMargin(3)").selectedText(), QStringLiteral("11"));
+    EXPECT_EQ(field(setup, "txtMargin(3)").selectedText(), u"11"_s);
     EXPECT_EQ(answering.messages.size(), 1);
     EXPECT_EQ(printing().settings().PrintMarginTop, 567);
 }
 
 TEST_F(PageSetup, TxtZoom100Point5IsRefusedForItsPoint) {
     EXPECT_FALSE(accepts("txtZoom", "100.5"));
-    EXPECT_EQ(answering.messages, QStringList{QStringLiteral("您输入的图片比例有误，请输入一个正整数。")});
+    EXPECT_EQ(answering.messages, QStringList{u"您输入的图片比例有误，请输入一个正整数。"_s});
 }
 
 TEST_F(PageSetup, TxtZoomMinus5IsRefusedForItsMinus) {
     frmPrintSetup& setup = openSetup();
-    field(setup, "txtZoom").setText(QStringLiteral("-5"));
+    field(setup, "txtZoom").setText(u"-5"_s);
     press(setup, "cmdYes");
     EXPECT_TRUE(setup.isVisible());
     EXPECT_EQ(setup.focusWidget(), &field(setup, "txtZoom"));
-    EXPECT_EQ(field(setup, "txtZoom").selectedText(), QStringLiteral("-5"));
+    EXPECT_EQ(field(setup, "txtZoom").selectedText(), u"-5"_s);
 }
 
 TEST_F(PageSetup, InEnglishTheMessagesComeFromTheLanguageFile) {
@@ -149,38 +150,38 @@ TEST_F(PageSetup, InEnglishTheMessagesComeFromTheLanguageFile) {
     EXPECT_FALSE(accepts("txtMargin(1)", "0"));
     EXPECT_FALSE(accepts("txtZoom", "0"));
     ASSERT_EQ(answering.messages.size(), 2);
-    EXPECT_TRUE(answering.messages[0].startsWith(QStringLiteral("Please enter margins")));
-    EXPECT_TRUE(answering.messages[1].startsWith(QStringLiteral("The scale of the picture")));
+    EXPECT_TRUE(answering.messages[0].startsWith(u"Please enter margins"_s));
+    EXPECT_TRUE(answering.messages[1].startsWith(u"The scale of the picture"_s));
 }
 
 TEST_F(PageSetup, AcceptingStoresMarginsInTwipsScaleAndRule) {
     frmPrintSetup& setup = openSetup();
-    field(setup, "txtMargin(1)").setText(QStringLiteral("1.5"));
-    field(setup, "txtMargin(2)").setText(QStringLiteral("2"));
+    field(setup, "txtMargin(1)").setText(u"1.5"_s);
+    field(setup, "txtMargin(2)").setText(u"2"_s);
     in<QRadioButton>(setup, "optRePrint(0)").click();
-    field(setup, "txtZoom").setText(QStringLiteral("75"));
+    field(setup, "txtZoom").setText(u"75"_s);
     press(setup, "cmdYes");
-    EXPECT_EQ(printing().settings().PrintMarginTop, 850); // 850.5 to the even one
+    EXPECT_EQ(printing().settings().PrintMarginTop, 850); // 850.5 is rounded to the even number
     EXPECT_EQ(printing().settings().PrintMarginBottom, 1134);
     EXPECT_EQ(printing().previewScale().BaseZoom, 75);
     EXPECT_TRUE(printing().previewScale().RePrintOnZoom);
     unloadClosed();
     EXPECT_EQ(printing().setup(), nullptr);
     frmPrintSetup& again = openSetup();
-    EXPECT_EQ(field(again, "txtMargin(1)").text(), QStringLiteral("1.5"));
+    EXPECT_EQ(field(again, "txtMargin(1)").text(), u"1.5"_s);
     EXPECT_TRUE(in<QRadioButton>(again, "optRePrint(0)").isChecked());
-    EXPECT_EQ(field(again, "txtZoom").text(), QStringLiteral("75"));
+    EXPECT_EQ(field(again, "txtZoom").text(), u"75"_s);
 }
 
 TEST_F(PageSetup, ChoosingTheFirstRuleBringsTheStoredScaleBack) {
     printing().previewScale().BaseZoom = 60;
     frmPrintSetup& setup = openSetup();
-    field(setup, "txtZoom").setText(QStringLiteral("33"));
+    field(setup, "txtZoom").setText(u"33"_s);
     in<QRadioButton>(setup, "optRePrint(0)").click();
-    EXPECT_EQ(field(setup, "txtZoom").text(), QStringLiteral("60"));
-    field(setup, "txtZoom").setText(QStringLiteral("44"));
+    EXPECT_EQ(field(setup, "txtZoom").text(), u"60"_s);
+    field(setup, "txtZoom").setText(u"44"_s);
     in<QRadioButton>(setup, "optRePrint(1)").click();
-    EXPECT_EQ(field(setup, "txtZoom").text(), QStringLiteral("44"));
+    EXPECT_EQ(field(setup, "txtZoom").text(), u"44"_s);
 }
 
 TEST_F(PageSetup, DefaultFillsTheFieldsAndStoresNothing) {
@@ -188,8 +189,8 @@ TEST_F(PageSetup, DefaultFillsTheFieldsAndStoresNothing) {
     printing().previewScale().BaseZoom = 60;
     frmPrintSetup& setup = openSetup();
     press(setup, "cmdDefault");
-    EXPECT_EQ(field(setup, "txtMargin(1)").text(), QStringLiteral("1.0"));
-    EXPECT_EQ(field(setup, "txtZoom").text(), QStringLiteral("100"));
+    EXPECT_EQ(field(setup, "txtMargin(1)").text(), u"1.0"_s);
+    EXPECT_EQ(field(setup, "txtZoom").text(), u"100"_s);
     EXPECT_TRUE(in<QRadioButton>(setup, "optRePrint(0)").isChecked());
     press(setup, "cmdNo");
     EXPECT_FALSE(setup.isVisible());
@@ -200,10 +201,10 @@ TEST_F(PageSetup, DefaultFillsTheFieldsAndStoresNothing) {
 
 TEST_F(PageSetup, EnterInAMarginAcceptsAndABadOneIsToldOnce) {
     frmPrintSetup& setup = openSetup();
-    field(setup, "txtMargin(2)").setText(QStringLiteral("0"));
+    field(setup, "txtMargin(2)").setText(u"0"_s);
     QTest::keyClick(&field(setup, "txtMargin(2)"), Qt::Key_Return);
     EXPECT_EQ(answering.messages.size(), 1);
-    field(setup, "txtMargin(2)").setText(QStringLiteral("4"));
+    field(setup, "txtMargin(2)").setText(u"4"_s);
     QTest::keyClick(&field(setup, "txtMargin(2)"), Qt::Key_Return);
     EXPECT_FALSE(setup.isVisible());
     EXPECT_EQ(printing().settings().PrintMarginBottom, 2268);
@@ -213,8 +214,7 @@ TEST_F(PageSetup, EveryCaptionHasATextOfBothLanguagesThatFits) {
     for (const char* language : {"mnuChinese", "mnuEnglish"}) {
         item(language).trigger();
         frmPrintSetup& setup = openSetup();
-        EXPECT_EQ(setup.windowTitle(),
-                  model->LanguageId == 0 ? QStringLiteral("页面设置") : QStringLiteral("Page Setup"));
+        EXPECT_EQ(setup.windowTitle(), model->LanguageId == 0 ? u"页面设置"_s : u"Page Setup"_s);
         for (const QLabel* label : setup.findChildren<QLabel*>()) {
             EXPECT_LE(label->sizeHint().width(), label->width()) << label->text().toStdString();
         }

@@ -5,13 +5,13 @@
 #include "output/printresult.h"
 #include "output/recordingpages.h"
 #include "output/scriptedprinters.h"
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <gtest/gtest.h>
 
 namespace sixtrace::test {
 
-/// A capture without channels, a printer that keeps what it is given, and the picture of a sheet.
+/// A capture without channels, a printer that records what is drawn, and the picture of a sheet.
 class PageTest : public ::testing::Test {
 protected:
     PageTest() {
@@ -23,7 +23,7 @@ protected:
         settings.PaperHeight = 16840;
         inputs.frame.markerTop.fill(Twips{2910}); // (210 / 2 + 2910) / 6030 is half of the strip
         for (int channel = 0; channel < kChannels; ++channel) {
-            inputs.rows[static_cast<std::size_t>(channel)] = channelLabel(channel) + QStringLiteral(" 5 mS 1 V");
+            inputs.rows[static_cast<std::size_t>(channel)] = channelLabel(channel) + u" 5 mS 1 V"_s;
         }
     }
     void addChannel(int channel, int samples = 100) {
@@ -54,5 +54,9 @@ protected:
     RecordingSheet sheet{96.0};
     PageComposer composer{*model, settings, printer};
 };
+
+inline constexpr Colour kWhite = 0xFFFFFF;
+inline constexpr Colour kBlue = 0xFF0000;
+inline constexpr Colour kRed = 0x0000FF;
 
 } // namespace sixtrace::test

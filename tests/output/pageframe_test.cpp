@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The frame of a page, on a picture of four twips to the pixel, whose lines are four pixels wide.
+// The frame of a page on a picture with four twips a pixel and lines of four pixels.
 #include "output/pagefixture.h"
 #include "output/pageframe.h"
 
@@ -26,7 +26,7 @@ protected:
         EXPECT_EQ(box.top, 0);
         return done;
     }
-    /// First columns of what is lit in a row.
+    /// The first columns of the lit runs of a row.
     [[nodiscard]] std::vector<int> startsInRow(int row) const {
         std::vector<int> starts;
         for (int x = 0; x < hidden.Image().width(); ++x) {
@@ -45,7 +45,7 @@ protected:
         }
         return numbers;
     }
-    /// A slow scan of 100 slots on the middle line, whose positions no frame has set yet.
+    /// A slow scan of 100 slots with its zero line in the middle. No frame has set its positions yet.
     void addScan(int samples, int writePosition) {
         addChannel(0, samples);
         model->ScreenPoints[0] = 100;
@@ -58,7 +58,7 @@ protected:
             model->PlotY(0, row) = -1;
         }
     }
-    /// The rows that a frame has computed.
+    /// The samples whose positions a frame has computed.
     [[nodiscard]] std::vector<int> visited() const {
         std::vector<int> rows;
         for (int row = 0; row < 200; ++row) {
@@ -87,12 +87,12 @@ TEST_F(PageFrame, HasDottedDivisionLinesSevenAcrossAndOneFewerThanDivisionsDown)
         const int divisions = kind == 2 || kind == 3 ? 10 : 12;
         model->FileKind = kind;
         ASSERT_TRUE(draw());
-        // Row 120 is no row of a tick and the first of a dash: borders and division lines cross it.
+        // Row 120 is the first row of a dash and has no ticks: only borders and division lines cross it.
         EXPECT_EQ(startsInRow(120), multiples(3000 / divisions, divisions + 1)) << kind;
-        // Row 10 lies in the fine ticks of the upper edge, five to a division.
+        // Row 10 crosses the fine ticks of the upper edge, five in a division.
         EXPECT_EQ(startsInRow(10), multiples(3000 / divisions / 5, 5 * divisions + 1)) << kind;
     }
-    // 240 pixels lie on no division down; seven dashed lines and two borders cross column 240.
+    // No division line runs down column 240; seven dashed lines and two borders cross it.
     std::vector<int> starts;
     for (int y = 0; y < hidden.Image().height(); ++y) {
         if (lit(240, y) && (y == 0 || !lit(240, y - 1))) {
@@ -105,15 +105,15 @@ TEST_F(PageFrame, HasDottedDivisionLinesSevenAcrossAndOneFewerThanDivisionsDown)
 TEST_F(PageFrame, WithoutTheGraticuleTheCentreCrossIsDottedAndDivisionTicksAre220TwipsLong) {
     inputs.frame.graticule = Graticule::Cross;
     ASSERT_TRUE(draw());
-    // The upright centre line between two fine ticks: dashes of three widths with gaps of three, counted from the top.
+    // The vertical centre line between two fine ticks: dashes and gaps of three line widths each, counted from the top.
     for (int y = 104; y < 150; ++y) {
         EXPECT_EQ(lit(1500, y), y % 24 < 12) << y;
     }
-    // And the line across, counted from the left.
+    // The horizontal centre line in the same way, counted from the left.
     for (int x = 104; x < 150; ++x) {
         EXPECT_EQ(lit(x, 1000), x % 24 < 12) << x;
     }
-    // A division tick at the upper edge and in the middle, twips 0 to 220 and 3780 to 4220.
+    // A division has ticks at the upper edge and in the middle, at twips 0 to 220 and 3780 to 4220.
     const int column = 250;
     EXPECT_TRUE(lit(column, 55 + kPen - 1));
     EXPECT_FALSE(lit(column, 55 + kPen));
@@ -123,8 +123,8 @@ TEST_F(PageFrame, WithoutTheGraticuleTheCentreCrossIsDottedAndDivisionTicksAre22
     EXPECT_FALSE(lit(column, 1055 + kPen));
     EXPECT_FALSE(lit(column, 1944));
     EXPECT_TRUE(lit(column, 1945));
-    // The first division across: ticks of 110 at the edges and of 220 to both sides of the middle, no grid between
-    // them.
+    // The first horizontal division has ticks of 110 twips at the edges and of 220 twips on both sides of the middle,
+    // and no grid line between them.
     EXPECT_EQ(startsInRow(250), (std::vector{0, (6000 - 220) / 4, (12000 - 110) / 4}));
     EXPECT_TRUE(lit((6000 + 220) / 4 + kPen - 1, 250));
     EXPECT_FALSE(lit((6000 + 220) / 4 + kPen, 250));
@@ -224,13 +224,13 @@ TEST_F(PageFrame, WhatEndsATraceIsToldByItsNumberAndNoFrameIsPasted) {
     EXPECT_EQ(errorAfter([this] { model->VoltIndexView[0] = 99; }), 9);
     EXPECT_EQ(errorAfter([this] { model->TimeIndex[0] = -1; }), 9);
     EXPECT_EQ(errorAfter([this] { model->SampleCount[0] = kSampleRows + 1; }), 9);
-    // 5 s shown at the fastest row: some hundred million times wider than the page.
+    // 5 s a division, shown at the fastest time base: about a hundred million times wider than the page.
     EXPECT_EQ(errorAfter([this] {
                   model->TimeIndex[0] = 27;
                   model->TimeIndexView[0] = 0;
               }),
               6);
-    // With this shift sample 0 still has a place, though far outside; those behind it have none.
+    // With this shift the place of sample 0 is far outside but still in range. The samples after it are out of range.
     EXPECT_EQ(errorAfter([this] {
                   model->TimeIndex[0] = 27;
                   model->TimeIndexView[0] = 0;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What is typed into page setup and preview, and where the page goes.
+// The texts that users type into page setup and preview, and the place of the page in the preview.
 #include "output/pagesetup.h"
 #include "output/previewgeometry.h"
 #include "support/strings.h"
@@ -11,38 +11,40 @@ namespace {
 
 constexpr NumberMarks kMarks{};
 
+std::int32_t fullPage(double windowWidth, double windowHeight, double paperWidth, double paperHeight) {
+    return fullPagePercent(Twips(windowWidth), Twips(windowHeight), Twips(paperWidth), Twips(paperHeight));
+}
+
+double placed(double picture, double window) {
+    return placeOnAxis(Twips(picture), Twips(window)).number();
+}
+
+double dragged(double delta, double place, double picture, double window) {
+    return dragOnAxis(Twips(delta), Twips(place), Twips(picture), Twips(window)).number();
+}
+
 TEST(PageInput, MarginsAreAbove0AndAtMost10Centimetres) {
-    EXPECT_EQ(marginOfText(text("10"), kMarks), 5670);
-    EXPECT_EQ(marginOfText(text("0.1"), kMarks), 57);   // 56.7
-    EXPECT_EQ(marginOfText(text("2.5"), kMarks), 1418); // 1417.5 to the even one
+    EXPECT_EQ(marginOfText(u"10"_s, kMarks), 5670);
+    EXPECT_EQ(marginOfText(u"0.1"_s, kMarks), 57);   // 56.7
+    EXPECT_EQ(marginOfText(u"2.5"_s, kMarks), 1418); // 1417.5 is rounded to the even number
     for (const char* bad : {"0", "10.1", "1,5", "", "-1", "x", "1 cm", "1e1x", "nan", "inf"}) {
-        EXPECT_FALSE(marginOfText(text(bad), kMarks)) << bad;
+        EXPECT_FALSE(marginOfText(QString::fromUtf8(bad), kMarks)) << bad;
     }
 }
 
 TEST(PageInput, ThePercentIsAPositiveWholeNumberWithoutMarks) {
-    EXPECT_EQ(zoomOfText(text("100"), kMarks), 100);
+    EXPECT_EQ(zoomOfText(u"100"_s, kMarks), 100);
     for (const char* bad : {"100.5", "-5", "100e-1", "1,000", "0", "", "x", "5%", "99999999999"}) {
-        EXPECT_FALSE(zoomOfText(text(bad), kMarks)) << bad;
+        EXPECT_FALSE(zoomOfText(QString::fromUtf8(bad), kMarks)) << bad;
     }
 }
 
 TEST(PageInput, TheViewsPercentIsNeither0NorNegativeAndMayHaveAFraction) {
-    EXPECT_EQ(viewPercentOfText(text("150"), kMarks), 150);
-    EXPECT_EQ(viewPercentOfText(text("99.6"), kMarks), 100);
+    EXPECT_EQ(viewPercentOfText(u"150"_s, kMarks), 150);
+    EXPECT_EQ(viewPercentOfText(u"99.6"_s, kMarks), 100);
     for (const char* bad : {"0", "-10", "100e-1", "1,5", "abc", "5%", "9999999999"}) {
-        EXPECT_FALSE(viewPercentOfText(text(bad), kMarks)) << bad;
+        EXPECT_FALSE(viewPercentOfText(QString::fromUtf8(bad), kMarks)) << bad;
     }
-}
-
-std::int32_t fullPage(double windowWidth, double windowHeight, double paperWidth, double paperHeight) {
-    return fullPagePercent(Twips(windowWidth), Twips(windowHeight), Twips(paperWidth), Twips(paperHeight));
-}
-double placed(double picture, double window) {
-    return placeOnAxis(Twips(picture), Twips(window)).number();
-}
-double dragged(double delta, double place, double picture, double window) {
-    return dragOnAxis(Twips(delta), Twips(place), Twips(picture), Twips(window)).number();
 }
 
 TEST(PageInput, AWholePageIsDecidedByTheTighterSide) {
@@ -55,7 +57,7 @@ TEST(PageInput, AWholePageIsDecidedByTheTighterSide) {
 
 TEST(PageInput, APictureSmallerThanTheWindowStandsCentredElseAtTheOrigin) {
     EXPECT_EQ(placed(1000, 1500), 250);
-    EXPECT_EQ(placed(1000, 1001), 0); // 0.5 to the even one
+    EXPECT_EQ(placed(1000, 1001), 0); // 0.5 is rounded to the even number
     EXPECT_EQ(placed(1500, 1500), 0);
     EXPECT_EQ(placed(2000, 1500), 0);
 }
@@ -81,23 +83,23 @@ TEST(PageInput, APictureBeyond32BitsStandsAtTheOriginAndCanBeDragged) {
 
 TEST(PageInput, APictureOneTwipSmallerThanTheWindowStandsAtTheOriginAndMovesByThatTwip) {
     EXPECT_EQ(placed(1499, 1500), 0);
-    EXPECT_EQ(dragged(-10, 0, 1499, 1500), 1); // it hides -1 at the far edge
+    EXPECT_EQ(dragged(-10, 0, 1499, 1500), 1); // the picture is 1 smaller than the window
     EXPECT_EQ(dragged(10, 0, 1499, 1500), 0);
 }
 
 TEST(PageInput, APageIsNamedByAWholeNumberInItsRange) {
-    EXPECT_EQ(pageOfText(text("1"), 1, kMarks), 1);
-    EXPECT_EQ(pageOfText(text("3"), 3, kMarks), 3);
+    EXPECT_EQ(pageOfText(u"1"_s, 1, kMarks), 1);
+    EXPECT_EQ(pageOfText(u"3"_s, 3, kMarks), 3);
     for (const char* bad : {"0", "2", "-1", "1.0", "1,0", "", "x", "1x", "99999"}) {
-        EXPECT_FALSE(pageOfText(text(bad), 1, kMarks)) << bad;
+        EXPECT_FALSE(pageOfText(QString::fromUtf8(bad), 1, kMarks)) << bad;
     }
 }
 
 TEST(PageInput, AMarginIsShownInCentimetresWithOneDecimal) {
-    EXPECT_EQ(textOfMargin(567, kMarks), text("1.0"));
-    EXPECT_EQ(textOfMargin(57, kMarks), text("0.1"));
-    EXPECT_EQ(textOfMargin(850, kMarks), text("1.5")); // 1.4991
-    EXPECT_EQ(textOfMargin(5670, kMarks), text("10.0"));
+    EXPECT_EQ(textOfMargin(567, kMarks), u"1.0"_s);
+    EXPECT_EQ(textOfMargin(57, kMarks), u"0.1"_s);
+    EXPECT_EQ(textOfMargin(850, kMarks), u"1.5"_s); // 1.4991
+    EXPECT_EQ(textOfMargin(5670, kMarks), u"10.0"_s);
 }
 
 } // namespace

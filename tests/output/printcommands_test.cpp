@@ -2,6 +2,7 @@
 #include "output/printwindow.h"
 
 #include "platform/controls/toolbar.h"
+#include "support/strings.h"
 
 namespace sixtrace::test {
 namespace {
@@ -50,7 +51,7 @@ TEST_F(PrintCommands, PrinterChosenInMnuPrintSetIsUsedByLaterPrintsAndPreviews) 
     devices.answer = [](PrinterDialog&) { return true; };
     item("mnuPrint").trigger();
     ASSERT_EQ(devices.documents.size(), 1U);
-    EXPECT_EQ(devices.documents[0].properties.DeviceName, QStringLiteral("Lab"));
+    EXPECT_EQ(devices.documents[0].properties.DeviceName, u"Lab"_s);
     EXPECT_EQ(devices.documents[0].properties.Orientation, 2);
 }
 
@@ -98,11 +99,11 @@ TEST_F(PrintCommands, TheDialogThatOnlySetsThePrinterBearsTheNameOfItsCommand) {
 
 TEST_F(PrintCommands, NameInOtherCaseThanDeviceNameIsNoChange) {
     auto kept = printing().printer().properties().value();
-    kept.DriverName = QStringLiteral("kept");
+    kept.DriverName = u"kept"_s;
     printing().printer().set(kept);
     answerWith("oFFICE");
     item("mnuPrintSet").trigger();
-    EXPECT_EQ(printing().printer().properties().value().DriverName, QStringLiteral("kept"));
+    EXPECT_EQ(printing().printer().properties().value().DriverName, u"kept"_s);
 }
 
 TEST_F(PrintCommands, CancelInThePrinterDialogLeavesPrinterAsItWasButTrackDefaultFalse) {
@@ -120,7 +121,7 @@ TEST_F(PrintCommands, WithoutAnyPrinterBothCommandsTellError482) {
     devices.standard.clear();
     item("mnuPrint").trigger();
     item("mnuPrintSet").trigger();
-    EXPECT_EQ(answering.messages, QStringList(2, QStringLiteral("482\r\nPrinter error")));
+    EXPECT_EQ(answering.messages, QStringList(2, u"482\r\nPrinter error"_s));
     EXPECT_EQ(answering.messageIcons, std::vector(2, MessageIcon::Exclamation));
 }
 
@@ -128,7 +129,7 @@ TEST_F(PrintCommands, APrinterThatFailsInPrintingIsTold) {
     answerWith("Office");
     devices.broken = true;
     item("mnuPrint").trigger();
-    EXPECT_EQ(answering.messages, QStringList{QStringLiteral("482\r\nPrinter error")});
+    EXPECT_EQ(answering.messages, QStringList{u"482\r\nPrinter error"_s});
     devices.broken = false;
     item("mnuPrint").trigger();
     EXPECT_EQ(devices.documents.size(), 1U) << "and the next print works again";

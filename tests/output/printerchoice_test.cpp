@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "output/printerchoice.h"
 #include "output/scriptedprinters.h"
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <gtest/gtest.h>
 
@@ -43,9 +43,9 @@ TEST_F(PrinterChoice, TheDialogIsFilledFromThePrinter) {
     EXPECT_FALSE(choose(kPrintSetFlags));
     ASSERT_EQ(devices.shown.size(), 1U);
     const PrinterDialog& shown = devices.shown.front();
-    EXPECT_EQ(shown.PrinterName, QStringLiteral("Office"));
-    EXPECT_EQ(shown.DriverName, QStringLiteral("driver of Office"));
-    EXPECT_EQ(shown.Port, QStringLiteral("port of Office"));
+    EXPECT_EQ(shown.PrinterName, u"Office"_s);
+    EXPECT_EQ(shown.DriverName, u"driver of Office"_s);
+    EXPECT_EQ(shown.Port, u"port of Office"_s);
     EXPECT_EQ(shown.PaperBin, 7);
     EXPECT_EQ(shown.PaperSize, 9);
     EXPECT_EQ(shown.PrintQuality, 600);
@@ -57,7 +57,7 @@ TEST_F(PrinterChoice, TheDialogIsFilledFromThePrinter) {
 TEST_F(PrinterChoice, CancelLeavesThePrinterAsItWasButTrackDefaultFalse) {
     const PrinterProperties before = printer.properties().value();
     devices.answer = [](PrinterDialog& box) {
-        box.PrinterName = QStringLiteral("Lab");
+        box.PrinterName = u"Lab"_s;
         box.Copies = 9;
         return false;
     };
@@ -67,29 +67,29 @@ TEST_F(PrinterChoice, CancelLeavesThePrinterAsItWasButTrackDefaultFalse) {
     EXPECT_EQ(chosen.error().code(), 32755);
     EXPECT_EQ(printer.properties().value(), before);
     EXPECT_FALSE(printer.TrackDefault);
-    devices.standard = QStringLiteral("Lab");
-    EXPECT_EQ(printer.properties().value().DeviceName, QStringLiteral("Office")) << "the default no longer moves it";
+    devices.standard = u"Lab"_s;
+    EXPECT_EQ(printer.properties().value().DeviceName, u"Office"_s) << "the default no longer moves it";
 }
 
 TEST_F(PrinterChoice, WithTrackDefaultThePrinterFollowsTheSystem) {
-    EXPECT_EQ(printer.properties().value().DeviceName, QStringLiteral("Office"));
-    devices.standard = QStringLiteral("Lab");
-    EXPECT_EQ(printer.properties().value().DeviceName, QStringLiteral("Lab"));
+    EXPECT_EQ(printer.properties().value().DeviceName, u"Office"_s);
+    devices.standard = u"Lab"_s;
+    EXPECT_EQ(printer.properties().value().DeviceName, u"Lab"_s);
 }
 
 TEST_F(PrinterChoice, WhatIsChosenInThePreviewStaysWhereverTheSystemsDefaultGoesAndItsFileToo) {
     devices.answer = [](PrinterDialog& box) {
-        box.OutputFile = QStringLiteral("/somewhere/page.pdf");
+        box.OutputFile = u"/somewhere/page.pdf"_s;
         box.Copies = 2;
         return true;
     };
     const auto copies = showPrinterForPreview(printer, kPrintFlags, 0);
     ASSERT_TRUE(copies);
     EXPECT_EQ(copies.value(), 2);
-    devices.standard = QStringLiteral("Lab");
+    devices.standard = u"Lab"_s;
     const PrinterProperties set = printer.properties().value();
-    EXPECT_EQ(set.DeviceName, QStringLiteral("Office"));
-    EXPECT_EQ(set.OutputFile, QStringLiteral("/somewhere/page.pdf"));
+    EXPECT_EQ(set.DeviceName, u"Office"_s);
+    EXPECT_EQ(set.OutputFile, u"/somewhere/page.pdf"_s);
     EXPECT_EQ(set.Copies, 1) << "each document is one copy";
     setCopies(printer, copies.value());
     EXPECT_EQ(printer.properties().value().Copies, 2);
@@ -97,21 +97,21 @@ TEST_F(PrinterChoice, WhatIsChosenInThePreviewStaysWhereverTheSystemsDefaultGoes
 
 TEST_F(PrinterChoice, ANameInOtherCaseIsNoChange) {
     auto known = printer.properties().value();
-    known.DriverName = QStringLiteral("kept");
+    known.DriverName = u"kept"_s;
     printer.set(known);
     devices.answer = [](PrinterDialog& box) {
-        box.PrinterName = QStringLiteral("OFFICE");
+        box.PrinterName = u"OFFICE"_s;
         return true;
     };
     EXPECT_TRUE(choose());
-    EXPECT_EQ(printer.properties().value().DriverName, QStringLiteral("kept")) << "choosing it anew would reset it";
-    EXPECT_EQ(printer.properties().value().DeviceName, QStringLiteral("Office"));
+    EXPECT_EQ(printer.properties().value().DriverName, u"kept"_s) << "choosing it anew would reset it";
+    EXPECT_EQ(printer.properties().value().DeviceName, u"Office"_s);
 }
 
 TEST_F(PrinterChoice, AnotherNameChoosesTheFirstPrinterOfThatNameWhateverItsCase) {
-    devices.installed = {QStringLiteral("Office"), QStringLiteral("lab"), QStringLiteral("LAB")};
+    devices.installed = {u"Office"_s, u"lab"_s, u"LAB"_s};
     devices.answer = [](PrinterDialog& box) {
-        box.PrinterName = QStringLiteral("Lab");
+        box.PrinterName = u"Lab"_s;
         box.Copies = 2;
         box.Orientation = 2;
         box.ColorMode = 1;
@@ -123,7 +123,7 @@ TEST_F(PrinterChoice, AnotherNameChoosesTheFirstPrinterOfThatNameWhateverItsCase
     };
     EXPECT_TRUE(choose());
     const PrinterProperties set = printer.properties().value();
-    EXPECT_EQ(set.DeviceName, QStringLiteral("lab"));
+    EXPECT_EQ(set.DeviceName, u"lab"_s);
     EXPECT_EQ(set.Copies, 2);
     EXPECT_EQ(set.Orientation, 2);
     EXPECT_EQ(set.ColorMode, 1);
@@ -135,11 +135,11 @@ TEST_F(PrinterChoice, AnotherNameChoosesTheFirstPrinterOfThatNameWhateverItsCase
 
 TEST_F(PrinterChoice, ANameThatTheMachineDoesNotKnowChangesNoDevice) {
     devices.answer = [](PrinterDialog& box) {
-        box.PrinterName = QStringLiteral("Nowhere");
+        box.PrinterName = u"Nowhere"_s;
         return true;
     };
     EXPECT_TRUE(choose());
-    EXPECT_EQ(printer.properties().value().DeviceName, QStringLiteral("Office"));
+    EXPECT_EQ(printer.properties().value().DeviceName, u"Office"_s);
 }
 
 TEST_F(PrinterChoice, WithoutAnyPrinterNoDialogShows) {
@@ -153,7 +153,7 @@ TEST_F(PrinterChoice, WithoutAnyPrinterNoDialogShows) {
 
 TEST_F(PrinterChoice, ThereIsNoTraceOfAPrinterThatHasGoneSinceItWasChosen) {
     const LogLines log;
-    QLoggingCategory::setFilterRules(QStringLiteral("sixtrace.print.debug=true"));
+    QLoggingCategory::setFilterRules(u"sixtrace.print.debug=true"_s);
     ASSERT_TRUE(printer.properties());
     devices.gone = true;
     tracePrinter(printer, dialog);
@@ -173,7 +173,7 @@ TEST_F(PrinterChoice, TheTraceIsSilentUnlessAskedFor) {
 
 TEST_F(PrinterChoice, TheTraceTellsEverySettingInItsOrder) {
     const LogLines log;
-    QLoggingCategory::setFilterRules(QStringLiteral("sixtrace.print.debug=true"));
+    QLoggingCategory::setFilterRules(u"sixtrace.print.debug=true"_s);
     devices.answer = [](PrinterDialog& box) {
         box.Copies = 3;
         box.Orientation = 2;
@@ -183,27 +183,27 @@ TEST_F(PrinterChoice, TheTraceTellsEverySettingInItsOrder) {
     };
     EXPECT_TRUE(choose());
     tracePrinter(printer, dialog);
-    const QStringList expected{QStringLiteral("Copies = 3"),
-                               QStringLiteral("Orientation = Landscape. "),
-                               QStringLiteral("ColorMode = Black and White. "),
-                               QStringLiteral("Horizontal/Long Edge. "),
-                               QStringLiteral("PaperBin = 7"),
-                               QStringLiteral("PaperSize = 9"),
-                               QStringLiteral("Height=11900"),
-                               QStringLiteral("Width=16840"),
-                               QStringLiteral("PrintQuality = 600"),
-                               QStringLiteral("Print to File Not Selected"),
-                               QStringLiteral("hDC = 0")};
+    const QStringList expected{u"Copies = 3"_s,
+                               u"Orientation = Landscape. "_s,
+                               u"ColorMode = Black and White. "_s,
+                               u"Horizontal/Long Edge. "_s,
+                               u"PaperBin = 7"_s,
+                               u"PaperSize = 9"_s,
+                               u"Height=11900"_s,
+                               u"Width=16840"_s,
+                               u"PrintQuality = 600"_s,
+                               u"Print to File Not Selected"_s,
+                               u"hDC = 0"_s};
     EXPECT_EQ(LogLines::lines(), expected);
     LogLines::lines().clear();
     devices.answer = {};
     EXPECT_FALSE(choose());
-    EXPECT_EQ(LogLines::lines(), QStringList{QStringLiteral("Cancel Selected")});
+    EXPECT_EQ(LogLines::lines(), QStringList{u"Cancel Selected"_s});
 }
 
 TEST_F(PrinterChoice, TheTraceReducesSettingsToWords) {
     const LogLines log;
-    QLoggingCategory::setFilterRules(QStringLiteral("sixtrace.print.debug=true"));
+    QLoggingCategory::setFilterRules(u"sixtrace.print.debug=true"_s);
     const auto traced = [this](int orientation, int colorMode, int duplex, int flags) {
         auto set = printer.properties().value();
         set.Orientation = orientation;
@@ -216,13 +216,12 @@ TEST_F(PrinterChoice, TheTraceReducesSettingsToWords) {
         const QStringList lines = LogLines::lines();
         return QStringList{lines.value(1), lines.value(2), lines.value(3), lines.value(9)};
     };
-    EXPECT_EQ(traced(1, 2, 1, kPrintSetFlags),
-              (QStringList{QStringLiteral("Orientation = Portrait. "), QStringLiteral("ColorMode = Color. "),
-                           QStringLiteral("None. "), QStringLiteral("Print to File Not Selected")}));
+    EXPECT_EQ(traced(1, 2, 1, kPrintSetFlags), (QStringList{u"Orientation = Portrait. "_s, u"ColorMode = Color. "_s,
+                                                            u"None. "_s, u"Print to File Not Selected"_s}));
     EXPECT_EQ(traced(2, 1, 3, kPrintSetFlags | PrinterDialog::kPrintToFile),
-              (QStringList{QStringLiteral("Orientation = Landscape. "), QStringLiteral("ColorMode = Black and White. "),
-                           QStringLiteral("Vertical/Short Edge. "), QStringLiteral("Print to File Selected")}));
-    EXPECT_EQ(traced(2, 1, 0, 0)[2], QStringLiteral("Unknown. "));
+              (QStringList{u"Orientation = Landscape. "_s, u"ColorMode = Black and White. "_s,
+                           u"Vertical/Short Edge. "_s, u"Print to File Selected"_s}));
+    EXPECT_EQ(traced(2, 1, 0, 0)[2], u"Unknown. "_s);
 }
 
 } // namespace

@@ -9,11 +9,14 @@
 #include "shell/frmcomfixture.h"
 
 #include "capture/scenes.h"
+#include "support/strings.h"
 
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
+#include <string_view>
 
 namespace sixtrace::test {
 
@@ -51,12 +54,10 @@ public:
 class PrintWindow : public test::FrmComTest {
 protected:
     void open() {
-        form = std::make_unique<FrmCom>(*model, FrmComServices{answering,
-                                                               [this] { return path(QStringLiteral(".")); },
-                                                               [this] { ++ends; },
-                                                               [](const QString&) {},
-                                                               {},
-                                                               &devices});
+        form = std::make_unique<FrmCom>(
+            *model,
+            FrmComServices{
+                answering, [this] { return path(u"."_s); }, [this] { ++ends; }, [](const QString&) {}, {}, &devices});
         form->show();
     }
     void openWithCapture() {
@@ -64,12 +65,12 @@ protected:
         loadSix();
     }
     void loadSix() {
-        const auto blocks = sceneBlocks(QStringLiteral("six"), 1);
+        const auto blocks = sceneBlocks(u"six"_s, 1);
         ASSERT_TRUE(blocks.has_value());
         const CaptureForm* form11 = captureForm("V11");
         ASSERT_NE(form11, nullptr);
-        write(QStringLiteral("six.bin"), captureBytes(*form11, *blocks));
-        answering.files.emplace_back(FileChoice{path(QStringLiteral("six.bin")), 1});
+        write(u"six.bin"_s, captureBytes(*form11, *blocks));
+        answering.files.emplace_back(FileChoice{path(u"six.bin"_s), 1});
         item("mnuOpen").trigger();
         ASSERT_EQ(model->ChannelPresent[5], 1);
     }
@@ -99,6 +100,30 @@ protected:
 
     ScriptedPrinters devices;
     AnsweringDialogs answering;
+};
+
+class Preview : public PrintWindow {
+protected:
+    void SetUp() override {
+        PrintWindow::SetUp();
+        installLanguages();
+        openWithCapture();
+    }
+    /// A drag with the left button, in pixels of the picture.
+    void drag(int dx, int dy) {
+        const QPoint start = QPoint(400, 300) - page().pos();
+        QTest::mousePress(&page(), Qt::LeftButton, {}, start);
+        move(page(), start + QPoint(dx, dy), Qt::LeftButton);
+        QTest::mouseRelease(&page(), Qt::LeftButton, {}, start);
+    }
+    static void move(QWidget& widget, QPoint to, Qt::MouseButtons buttons) {
+        QMouseEvent event(QEvent::MouseMove, QPointF(to), widget.mapToGlobal(QPointF(to)), Qt::NoButton, buttons, {});
+        QCoreApplication::sendEvent(&widget, &event);
+    }
+    void typePercent(const char* answer) {
+        answering.inputs.emplace_back(QString::fromLatin1(answer));
+        choose("mnuViewCustomize");
+    }
 };
 
 } // namespace sixtrace::test

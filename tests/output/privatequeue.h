@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "support/strings.h"
+
 #include <QProcess>
 #include <QTemporaryDir>
 
 namespace sixtrace::test {
 
-/// A print server of the test's own, on loopback, with one queue that makes PDF files of what it is given. It ends with
-/// this object, at the latest with the test program's time limit.
+/// A private print server on the loopback interface, with a queue that writes PDF files. It ends with this object, or
+/// when the test program ends.
 class PrivateQueue {
 public:
     PrivateQueue() = default;
@@ -15,15 +17,15 @@ public:
     PrivateQueue(const PrivateQueue&) = delete;
     PrivateQueue& operator=(const PrivateQueue&) = delete;
 
-    /// Starts the server and adds the queue "Test" with A4 paper. False where that fails; `error` says why.
+    /// Starts the server and adds the queue "Test" with A4 paper. False on failure; `error` then says why.
     [[nodiscard]] bool start();
-    /// The file of the finished job; empty where none has come after a while.
+    /// The file of the finished job; empty if none has come after 30 seconds.
     [[nodiscard]] QByteArray waitForJob();
-    [[nodiscard]] QString jobFile() const { return m_folder.filePath(QStringLiteral("job.pdf")); }
+    [[nodiscard]] QString jobFile() const { return m_folder.filePath(u"job.pdf"_s); }
 
     /// Adds another queue of the same kind, with an option of the driver.
     [[nodiscard]] bool add(const QString& name, const QString& option);
-    /// A command of the print system, from wherever the machine keeps it.
+    /// Runs a command of the print system, which may be in /usr/sbin or /usr/bin.
     [[nodiscard]] bool run(const QString& program, const QStringList& arguments);
 
     QString error;
@@ -36,7 +38,7 @@ private:
     QProcess m_server;
 };
 
-/// What a program prints on its standard output; empty where it fails.
+/// The standard output of a program; empty if the program fails.
 [[nodiscard]] QByteArray outputOf(const QString& program, const QStringList& arguments);
 
 } // namespace sixtrace::test

@@ -14,14 +14,14 @@ namespace sixtrace::test {
 struct DrawnItem {
     enum class Kind { Line, Text, Picture };
     Kind kind = Kind::Line;
-    QRectF place; ///< a line's ends as corner and extent; of a text, left edge and base line
+    QRectF place; ///< of a line: one end, and width and height to the other end; of a text: left edge and base line
     QString text;
     Colour colour = 0;
     DrawStyle style = DrawStyle::Solid;
     QImage picture;
 };
 
-/// A printer or a picture of a sheet that keeps what is drawn on it; nothing reaches the device.
+/// A printer or a picture of a sheet that records what is drawn on it. Nothing reaches the device.
 template<typename Page>
 class Recording : public Page {
 public:

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/printing/printer.h"
+#include "support/strings.h"
 
 #include <QBuffer>
 #include <QPdfWriter>
@@ -12,8 +13,8 @@
 
 namespace sixtrace::test {
 
-/// Printers that exist in a test only: they keep every document as PDF with the settings it was begun with, and answer
-/// the printer dialog by script. Paper of 11900 by 16840 twips, of which a border of 300 cannot be reached.
+/// Printers for tests. They keep each document as PDF with the settings it was begun with, and answer the printer
+/// dialog by script. The paper has 11900 by 16840 twips, with a border of 300 that cannot be printed.
 class ScriptedPrinters : public PrintDevices {
 public:
     struct Document {
@@ -21,24 +22,24 @@ public:
         QByteArray pdf;
     };
 
-    QStringList installed{QStringLiteral("Office"), QStringLiteral("Lab")};
-    QString standard = QStringLiteral("Office");
+    QStringList installed{u"Office"_s, u"Lab"_s};
+    QString standard = u"Office"_s;
     std::vector<Document> documents; ///< finished ones
     int dropped = 0;
     std::vector<PrinterDialog> shown;                 ///< dialogs as they were filled
-    std::function<bool(PrinterDialog&)> answer;       ///< none cancels
+    std::function<bool(PrinterDialog&)> answer;       ///< without one the dialog is cancelled
     int unprintable = 600;                            ///< twips of width and height, both edges together
-    std::function<void(PrinterProperties&)> standing; ///< how the devices stand of themselves
-    bool gone = false;                                ///< no sheet can be told
-    bool broken = false;                              ///< no document can be begun
+    std::function<void(PrinterProperties&)> standing; ///< changes the default settings of the devices
+    bool gone = false;                                ///< whether asking for the sheet fails
+    bool broken = false;                              ///< whether beginning a document fails
 
     QStringList names() const override { return installed; }
     QString defaultName() const override { return standard; }
     PrinterProperties initial(const QString& name) const override {
         PrinterProperties properties;
         properties.DeviceName = name;
-        properties.DriverName = QStringLiteral("driver of ") + name;
-        properties.Port = QStringLiteral("port of ") + name;
+        properties.DriverName = u"driver of "_s + name;
+        properties.Port = u"port of "_s + name;
         if (standing) {
             standing(properties);
         }

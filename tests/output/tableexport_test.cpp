@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "output/tablefixture.h"
 #include "support/hardships.h"
+#include "support/strings.h"
 
 #include <QDir>
 #include <QFile>
@@ -11,7 +12,7 @@
 namespace sixtrace::test {
 namespace {
 
-/// The text file by its rule, character by character: behind each cell blanks up to the next multiple of 14.
+/// The expected text file: each cell is padded with blanks to the next multiple of 14.
 QByteArray byRule(const TableExport& table) {
     QByteArray file = table.unit.toLocal8Bit() + "\r\n";
     for (int row = 0; row < table.cells.Rows(); ++row) {
@@ -41,7 +42,7 @@ std::array<bool, TableCells::kCols> mix(unsigned bits) {
     return ticked;
 }
 
-/// Channels of different lengths, one without samples, negative and broken values.
+/// Channels of different lengths, one of them without samples, with negative and fractional values.
 Table uneven() {
     Table table;
     hold(*table.model, 0, 20, {-3, 0, 7});
@@ -64,27 +65,27 @@ TEST(TextTable, IsThisForTwoChannels) {
         "              ch1 / 1       ch2 / 10      A / 1         B / 1         C / 1         D / 1         \r\n"
         "1             -20           2.5                                                                   \r\n"
         "2             0                                                                                   \r\n";
-    EXPECT_EQ(textTable({table.cells, text("mV")}), expected);
+    EXPECT_EQ(textTable({table.cells, u"mV"_s}), expected);
 }
 
 TEST(TextTable, EveryMixOfTicksForUnevenChannelsIsByteForByteTheRule) {
     const Table table = uneven();
     for (unsigned bits = 0; bits < 128; ++bits) {
-        const TableExport what{table.cells, text("单位：（mV）"), mix(bits)};
+        const TableExport what{table.cells, u"单位：（mV）"_s, mix(bits)};
         ASSERT_EQ(textTable(what), byRule(what)) << bits;
     }
 }
 
 TEST(TextTable, WithoutAnyTickItIsTheUnitLineAndBareLineEnds) {
     const Table table = uneven(); // five samples at most
-    EXPECT_EQ(textTable({table.cells, text("mV"), mix(0)}), QByteArray("mV\r\n\r\n\r\n\r\n\r\n\r\n\r\n"));
+    EXPECT_EQ(textTable({table.cells, u"mV"_s, mix(0)}), QByteArray("mV\r\n\r\n\r\n\r\n\r\n\r\n\r\n"));
 }
 
 TEST(TextTable, AColumnWithoutATickLeavesNoTraceAndTheOthersMoveLeft) {
     Table table;
     hold(*table.model, 2, 1, {8});
     table.fill();
-    EXPECT_EQ(textTable({table.cells, text("mV"), mix(0b1001)}),
+    EXPECT_EQ(textTable({table.cells, u"mV"_s, mix(0b1001)}),
               QByteArray("mV\r\n              A / 1         \r\n1             8             \r\n"));
 }
 
@@ -93,14 +94,14 @@ TEST(TextTable, AHeadOf14CharactersOrMoreTakesTheNextZone) {
     table.cells.setRows(2);
     table.cells.setHead(1, std::string(14, 'x'));
     table.cells.setHead(2, "y");
-    EXPECT_EQ(textTable({table.cells, text("mV"), mix(0b110)}), "mV\r\n" + QByteArray(14, 'x') + QByteArray(14, ' ') +
-                                                                    "y" + QByteArray(13, ' ') + "\r\n" +
-                                                                    QByteArray(28, ' ') + "\r\n");
+    EXPECT_EQ(textTable({table.cells, u"mV"_s, mix(0b110)}), "mV\r\n" + QByteArray(14, 'x') + QByteArray(14, ' ') +
+                                                                 "y" + QByteArray(13, ' ') + "\r\n" +
+                                                                 QByteArray(28, ' ') + "\r\n");
 }
 
 TEST(TextTable, BeforeTheFillItHasTheRowsOfTheDesign) {
     const Table table;
-    const QByteArray file = textTable({table.cells, text("mV"), mix(1)});
+    const QByteArray file = textTable({table.cells, u"mV"_s, mix(1)});
     EXPECT_EQ(file.size(), 4 + 10000 * 16);
     EXPECT_EQ(file.count("\r\n"), 10001);
 }
@@ -111,7 +112,7 @@ TEST(TextTable, InMidFillTheRowsThatAreNotFilledYetAreBlank) {
     TableFill fill(table.cells, *table.model);
     EXPECT_TRUE(fill.step());
     EXPECT_TRUE(fill.step()); // row 41
-    const TableExport what{table.cells, text("mV")};
+    const TableExport what{table.cells, u"mV"_s};
     const QByteArray file = textTable(what);
     EXPECT_EQ(file, byRule(what));
     EXPECT_EQ(file.count("\r\n"), 62) << "Rows is final";
@@ -128,9 +129,9 @@ TEST(TextTable, WritesTheDecimalMarkOfTheDesktop) {
     for (const char16_t mark : {u',', u'\u066B'}) {
         TableCells cells(mark);
         fillWhole(cells, *model);
-        const QByteArray file = textTable({cells, text("mV"), mix(0b10)});
+        const QByteArray file = textTable({cells, u"mV"_s, mix(0b10)});
         EXPECT_EQ(QString::fromLocal8Bit(file),
-                  text("mV\r\nch1 / 1       \r\n0") + QChar(mark) + text("5           \r\n1             \r\n"));
+                  u"mV\r\nch1 / 1       \r\n0"_s + QChar(mark) + u"5           \r\n1             \r\n"_s);
     }
 }
 
@@ -140,15 +141,15 @@ TEST(CsvTable, HasOneHeaderRowAndAPointWhateverTheDesktopSays) {
     hold(*model, 2, 20, {7});
     TableCells cells(u',');
     fillWhole(cells, *model);
-    EXPECT_EQ(csvTable({cells, text("单位")}), QByteArray("sequence,ch1 / 1,ch2 / 1,A / 1,B / 1,C / 1,D / 1\n"
-                                                          "1,0.5,,140,,,\n"
-                                                          "2,-1.5,,,,,\n"));
-    EXPECT_EQ(csvTable({cells, text("mV"), mix(0b1010)}), QByteArray("ch1 / 1,A / 1\n0.5,140\n-1.5,\n"));
+    EXPECT_EQ(csvTable({cells, u"单位"_s}), QByteArray("sequence,ch1 / 1,ch2 / 1,A / 1,B / 1,C / 1,D / 1\n"
+                                                       "1,0.5,,140,,,\n"
+                                                       "2,-1.5,,,,,\n"));
+    EXPECT_EQ(csvTable({cells, u"mV"_s, mix(0b1010)}), QByteArray("ch1 / 1,A / 1\n0.5,140\n-1.5,\n"));
 }
 
 class TableFiles : public ::testing::Test {
 protected:
-    [[nodiscard]] QString path(const char* name) const { return m_folder.filePath(text(name)); }
+    [[nodiscard]] QString path(const char* name) const { return m_folder.filePath(QString::fromUtf8(name)); }
     static QByteArray read(const QString& file) {
         QFile source(file);
         return source.open(QIODevice::ReadOnly) ? source.readAll() : QByteArray("(no file)");
@@ -159,7 +160,7 @@ protected:
         ASSERT_EQ(target.write(content), content.size());
     }
     Table table = uneven();
-    TableExport what{table.cells, text("mV")};
+    TableExport what{table.cells, u"mV"_s};
 
     [[nodiscard]] QStringList names() const {
         return QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
@@ -180,7 +181,7 @@ TEST_F(TableFiles, TheTextFileReplacesAnExistingOne) {
 
 TEST_F(TableFiles, APathThatCannotBeWrittenIsTheErrorOfItsKind) {
     const std::vector<std::pair<QString, int>> paths{
-        {path("none/t"), 76}, {path("."), 75}, {text("/dev/full"), 75}, {text("/dev/null"), 75}};
+        {path("none/t"), 76}, {path("."), 75}, {u"/dev/full"_s, 75}, {u"/dev/null"_s, 75}};
     for (const auto& [target, number] : paths) {
         for (const auto save : {SaveTextTable, SaveExcelTable}) {
             const Outcome saved = save(what, target);
@@ -201,13 +202,13 @@ TEST_F(TableFiles, AWorkbookOfATableOfOneRowFailsAndLeavesTheExistingFile) {
     for (const char* name : {"t.xls", "t.xlsx"}) {
         put(path(name), "kept");
         for (const unsigned bits : {127U, 0U}) {
-            const Outcome saved = SaveExcelTable({empty.cells, text("mV"), mix(bits)}, path(name));
+            const Outcome saved = SaveExcelTable({empty.cells, u"mV"_s, mix(bits)}, path(name));
             ASSERT_FALSE(saved.ok());
             EXPECT_EQ(saved.error(), RuntimeError::of(ErrorNumber::SubscriptOutOfRange));
         }
         EXPECT_EQ(read(path(name)), QByteArray("kept"));
     }
-    EXPECT_TRUE(SaveTextTable({empty.cells, text("mV")}, path("t.txt")).ok());
+    EXPECT_TRUE(SaveTextTable({empty.cells, u"mV"_s}, path("t.txt")).ok());
 }
 
 TEST_F(TableFiles, AFullDiskIsError61AndTheExistingFileSurvives) {
@@ -222,21 +223,21 @@ TEST_F(TableFiles, AFullDiskIsError61AndTheExistingFileSurvives) {
             Outcome saved = success();
             {
                 const SmallDisk disk(room);
-                saved = save({full.cells, text("mV")}, path(name));
+                saved = save({full.cells, u"mV"_s}, path(name));
             }
             ASSERT_FALSE(saved.ok()) << name << ' ' << room;
             EXPECT_EQ(saved.error().code(), 61) << name << ' ' << room;
             EXPECT_EQ(read(path(name)), QByteArray("kept")) << name << ' ' << room;
         }
     }
-    EXPECT_EQ(names(), (QStringList{text("t.txt"), text("t.xls"), text("t.xlsx")})) << "nothing half written is left";
+    EXPECT_EQ(names(), (QStringList{u"t.txt"_s, u"t.xls"_s, u"t.xlsx"_s})) << "nothing half written is left";
 }
 
 TEST_F(TableFiles, AReadOnlyFolderIsError70AndTheExistingFileSurvives) {
     const QDir folder(path("locked"));
-    ASSERT_TRUE(folder.mkpath(text(".")));
+    ASSERT_TRUE(folder.mkpath(u"."_s));
     for (const auto& [name, save] : kSaves) {
-        put(folder.filePath(text(name)), "kept");
+        put(folder.filePath(QString::fromUtf8(name)), "kept");
     }
     constexpr QFile::Permissions kLocked =
         QFile::ReadOwner | QFile::ExeOwner | QFile::ReadGroup | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther;
@@ -247,11 +248,11 @@ TEST_F(TableFiles, AReadOnlyFolderIsError70AndTheExistingFileSurvives) {
         Outcome saved = success();
         {
             const OrdinaryUser user;
-            saved = save(what, folder.filePath(text(name)));
+            saved = save(what, folder.filePath(QString::fromUtf8(name)));
         }
         ASSERT_FALSE(saved.ok()) << name;
         EXPECT_EQ(saved.error().code(), 70) << name;
-        EXPECT_EQ(read(folder.filePath(text(name))), QByteArray("kept")) << name;
+        EXPECT_EQ(read(folder.filePath(QString::fromUtf8(name))), QByteArray("kept")) << name;
     }
     for (const QString& each : {path("."), folder.path()}) {
         ASSERT_TRUE(QFile::setPermissions(each, kLocked | QFile::WriteOwner));
@@ -261,8 +262,8 @@ TEST_F(TableFiles, AReadOnlyFolderIsError70AndTheExistingFileSurvives) {
 TEST_F(TableFiles, AWorkbookThatCannotBeLaidOutLeavesNothingBehind) {
     Table empty;
     empty.fill();
-    EXPECT_FALSE(SaveExcelTable({empty.cells, text("mV")}, path("new.xlsx")).ok());
-    EXPECT_FALSE(SaveExcelTable({empty.cells, text("mV")}, path("new.xls")).ok());
+    EXPECT_FALSE(SaveExcelTable({empty.cells, u"mV"_s}, path("new.xlsx")).ok());
+    EXPECT_FALSE(SaveExcelTable({empty.cells, u"mV"_s}, path("new.xls")).ok());
     EXPECT_EQ(names(), QStringList());
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "output/tablefixture.h"
 
+#include "support/strings.h"
+
 #include <QStringList>
 
 #include <gtest/gtest.h>
@@ -14,7 +16,7 @@ TEST(TableFill, AtDesignTheTableHas10000EmptyRows) {
     const Table table;
     EXPECT_EQ(table.cells.Rows(), 10000);
     for (const int row : {0, 1, 9999, 10000, -1}) {
-        EXPECT_EQ(table.at(row, 1), text("")) << row;
+        EXPECT_EQ(table.at(row, 1), u""_s) << row;
     }
 }
 
@@ -28,9 +30,9 @@ TEST(TableFill, ChannelsOfDifferentLengthsEndInEmptyCellsAndTheSequenceRunsToThe
         EXPECT_EQ(table.at(row, 0), QString::number(row));
         EXPECT_EQ(table.at(row, 1), QString::number(20 * (row - 1)));
         const int half = row - 1; // 0, -0.5, -1, -1.5 ...
-        const QString expected = half == 0       ? text("0")
+        const QString expected = half == 0       ? u"0"_s
                                  : half % 2 == 0 ? QString::number(-half / 2)
-                                                 : u'-' + QString::number(half / 2) + text(".5");
+                                                 : u'-' + QString::number(half / 2) + u".5"_s;
         EXPECT_EQ(table.at(row, 4), row <= 45 ? expected : QString()) << row;
         EXPECT_EQ(table.at(row, 2), QString());
     }
@@ -42,7 +44,7 @@ TEST(TableFill, AnAbsentChannelKeepsItsHeadTextButAllItsCellsStayEmpty) {
     hold(*table.model, 1, 1, ramp(50, 1));
     table.model->ChannelPresent[1] = 0;
     table.fill();
-    EXPECT_EQ(table.at(0, 2), text("ch2 / 1"));
+    EXPECT_EQ(table.at(0, 2), u"ch2 / 1"_s);
     for (int row = 1; row <= 50; ++row) {
         EXPECT_EQ(table.at(row, 1), QString::number(row - 1));
         EXPECT_EQ(table.at(row, 2), QString());
@@ -55,7 +57,7 @@ TEST(TableFill, TheCountOfAnAbsentChannelCountsForTheRows) {
     table.model->SampleCount[5] = 70;
     table.fill();
     EXPECT_EQ(table.cells.Rows(), 71);
-    EXPECT_EQ(table.at(70, 0), text("70"));
+    EXPECT_EQ(table.at(70, 0), u"70"_s);
     EXPECT_EQ(table.at(4, 1), QString());
 }
 
@@ -78,7 +80,7 @@ TEST(TableFill, TheFirst40RowsComeAtOnceAndTheRestRowByRowInOrder) {
     TableFill fill(table.cells, *table.model);
     EXPECT_TRUE(fill.step());
     EXPECT_EQ(table.cells.Rows(), 44) << "Rows is final at once";
-    EXPECT_EQ(table.at(40, 6), text("78"));
+    EXPECT_EQ(table.at(40, 6), u"78"_s);
     for (int row = 41; row <= 43; ++row) {
         EXPECT_EQ(table.at(row, 0), QString());
         EXPECT_EQ(table.at(row, 6), QString());
@@ -96,24 +98,24 @@ TEST(TableFill, TheHeadsBearNameAndProbeFactor) {
     table.model->ProbeExp = {1, 0, 2, 3, -1, 15};
     hold(*table.model, 0, 12.5F, {1, -1});
     table.fill();
-    const QStringList heads{text(""),         text("ch1 / 10"), text("ch2 / 1"),  text("A / 100"),
-                            text("B / 1000"), text("C / 0.1"),  text("D / 1E+15")};
+    const QStringList heads{u""_s,         u"ch1 / 10"_s, u"ch2 / 1"_s,  u"A / 100"_s,
+                            u"B / 1000"_s, u"C / 0.1"_s,  u"D / 1E+15"_s};
     for (int col = 0; col < TableCells::kCols; ++col) {
         EXPECT_EQ(table.at(0, col), heads.at(col));
     }
-    EXPECT_EQ(table.at(1, 1), text("12.5")) << "the factor stands only in the head";
-    EXPECT_EQ(table.at(2, 1), text("-12.5"));
+    EXPECT_EQ(table.at(1, 1), u"12.5"_s) << "the factor stands only in the head";
+    EXPECT_EQ(table.at(2, 1), u"-12.5"_s);
 }
 
 TEST(TableFill, AVerySmallFactorGivesALongHead) {
     Table table;
     table.model->ProbeExp.fill(-310);
     table.fill();
-    EXPECT_TRUE(table.at(0, 1).startsWith(text("ch1 / ")));
-    EXPECT_TRUE(table.at(0, 1).endsWith(text("E-310")) || table.at(0, 1).endsWith(text("E-311")));
+    EXPECT_TRUE(table.at(0, 1).startsWith(u"ch1 / "_s));
+    EXPECT_TRUE(table.at(0, 1).endsWith(u"E-310"_s) || table.at(0, 1).endsWith(u"E-311"_s));
     table.model->ProbeExp.fill(-32768);
     table.fill();
-    EXPECT_EQ(table.at(0, 6), text("D / 0"));
+    EXPECT_EQ(table.at(0, 6), u"D / 0"_s);
 }
 
 TEST(TableFill, AFactorBeyondAllNumbersEndsTheFillAfterTheHeadsOnItsRight) {
@@ -121,8 +123,8 @@ TEST(TableFill, AFactorBeyondAllNumbersEndsTheFillAfterTheHeadsOnItsRight) {
     table.model->ProbeExp[3] = 309;
     hold(*table.model, 0, 1, ramp(5, 1));
     table.fill();
-    EXPECT_EQ(table.at(0, 6), text("D / 1"));
-    EXPECT_EQ(table.at(0, 5), text("C / 1"));
+    EXPECT_EQ(table.at(0, 6), u"D / 1"_s);
+    EXPECT_EQ(table.at(0, 5), u"C / 1"_s);
     for (int col = 0; col < 5; ++col) {
         EXPECT_EQ(table.at(0, col), QString());
     }
@@ -134,8 +136,8 @@ TEST(TableFill, ASampleOf0Shows0) {
     Table table;
     hold(*table.model, 0, -3.7F, {0, 1});
     table.fill();
-    EXPECT_EQ(table.at(1, 1), text("0"));
-    EXPECT_EQ(table.at(2, 1), text("-3.7"));
+    EXPECT_EQ(table.at(1, 1), u"0"_s);
+    EXPECT_EQ(table.at(2, 1), u"-3.7"_s);
 }
 
 TEST(TableFill, AValueIsAProductOf32BitReals) {
@@ -143,16 +145,16 @@ TEST(TableFill, AValueIsAProductOf32BitReals) {
     hold(*table.model, 0, 0.1F, {30001, 32767, -32768});
     table.fill();
     // 30001 x 0.100000001490116 = 3000.1000447; as 32-bit real 3000.10009765625, seven digits of it 3000.1.
-    EXPECT_EQ(table.at(1, 1), text("3000.1"));
-    EXPECT_EQ(table.at(2, 1), text("3276.7"));
-    EXPECT_EQ(table.at(3, 1), text("-3276.8"));
+    EXPECT_EQ(table.at(1, 1), u"3000.1"_s);
+    EXPECT_EQ(table.at(2, 1), u"3276.7"_s);
+    EXPECT_EQ(table.at(3, 1), u"-3276.8"_s);
 
     // 27307 x 0.300000011920929 = 8192.1003255, which is 8192.1 in seven digits; but 32-bit reals stand 1/1024 apart
     // there, and the nearest one is 8192 + 103/1024 = 8192.1005859375.
     Table coarse;
     hold(*coarse.model, 0, 0.3F, {27307});
     coarse.fill();
-    EXPECT_EQ(coarse.at(1, 1), text("8192.101"));
+    EXPECT_EQ(coarse.at(1, 1), u"8192.101"_s);
 }
 
 TEST(TableFill, TheDecimalMarkIsTheOneThatTheTableWasMadeWith) {
@@ -161,8 +163,8 @@ TEST(TableFill, TheDecimalMarkIsTheOneThatTheTableWasMadeWith) {
     model->ProbeExp[0] = -1;
     TableCells cells(u',');
     fillWhole(cells, *model);
-    EXPECT_EQ(cells.TextMatrix(1, 1), text("0,5"));
-    EXPECT_EQ(cells.TextMatrix(0, 1), text("ch1 / 0,1"));
+    EXPECT_EQ(cells.TextMatrix(1, 1), u"0,5"_s);
+    EXPECT_EQ(cells.TextMatrix(0, 1), u"ch1 / 0,1"_s);
 }
 
 TEST(TableFill, BeforeAnyLoadItIsATableOfOneRow) {
@@ -170,7 +172,7 @@ TEST(TableFill, BeforeAnyLoadItIsATableOfOneRow) {
     table.model->ProbeExp.fill(1);
     table.fill();
     EXPECT_EQ(table.cells.Rows(), 1);
-    EXPECT_EQ(table.at(0, 1), text("ch1 / 10"));
+    EXPECT_EQ(table.at(0, 1), u"ch1 / 10"_s);
     EXPECT_EQ(table.at(1, 0), QString());
 }
 
@@ -181,8 +183,8 @@ TEST(TableFill, AFullCaptureFillsTheWholeTable) {
     }
     table.fill();
     EXPECT_EQ(table.cells.Rows(), 10232);
-    EXPECT_EQ(table.at(10231, 0), text("10231"));
-    EXPECT_EQ(table.at(10231, 6), text("10230"));
+    EXPECT_EQ(table.at(10231, 0), u"10231"_s);
+    EXPECT_EQ(table.at(10231, 6), u"10230"_s);
     EXPECT_EQ(table.at(10232, 6), QString());
 }
 
@@ -195,8 +197,8 @@ TEST(TableFill, HostileCountsNeitherGrowTheTableNorReadBeyondTheSamples) {
             table.model->ChannelPresent[0] = present;
             table.fill();
             EXPECT_EQ(table.cells.Rows(), 10232) << count;
-            EXPECT_EQ(table.at(1, 1), present == 1 ? text("7") : QString());
-            EXPECT_EQ(table.at(10231, 0), text("10231"));
+            EXPECT_EQ(table.at(1, 1), present == 1 ? u"7"_s : QString());
+            EXPECT_EQ(table.at(10231, 0), u"10231"_s);
         }
     }
 }
@@ -208,7 +210,7 @@ TEST(TableFill, CountsThatGiveNoRowsEndTheFillBehindTheHeads) {
         table.model->SampleCount.fill(count);
         table.fill();
         EXPECT_EQ(table.cells.Rows(), 10000) << count;
-        EXPECT_EQ(table.at(0, 1), text("ch1 / 1"));
+        EXPECT_EQ(table.at(0, 1), u"ch1 / 1"_s);
         EXPECT_EQ(table.at(1, 0), QString());
     }
 }
@@ -220,7 +222,7 @@ TEST(TableFill, ANegativeCountBesideOthersIsAnEmptyColumn) {
     table.model->SampleCount[1] = -5;
     table.fill();
     EXPECT_EQ(table.cells.Rows(), 46);
-    EXPECT_EQ(table.at(45, 1), text("44"));
+    EXPECT_EQ(table.at(45, 1), u"44"_s);
     EXPECT_EQ(table.at(1, 2), QString());
 }
 
@@ -231,9 +233,9 @@ TEST(TableFill, AProductBeyondTheRangeEndsTheFillWhereItStands) {
     hold(*table.model, 2, 1, ramp(50, 1));
     table.fill();
     EXPECT_EQ(table.cells.Rows(), 51);
-    EXPECT_EQ(table.at(40, 0), text("40"));
-    EXPECT_EQ(table.at(40, 1), text("39"));
-    EXPECT_EQ(table.at(1, 2), text("3E+38"));
+    EXPECT_EQ(table.at(40, 0), u"40"_s);
+    EXPECT_EQ(table.at(40, 1), u"39"_s);
+    EXPECT_EQ(table.at(1, 2), u"3E+38"_s);
     EXPECT_EQ(table.at(2, 2), QString()) << "twice 3E+38 is no 32-bit real";
     EXPECT_EQ(table.at(1, 3), QString()) << "the columns behind it are not reached";
     EXPECT_EQ(table.at(41, 0), QString());
@@ -242,8 +244,8 @@ TEST(TableFill, AProductBeyondTheRangeEndsTheFillWhereItStands) {
     hold(*late.model, 0, 3e38F, ramp(50, 0));
     late.model->SampleData(0, 44) = 9;
     late.fill();
-    EXPECT_EQ(late.at(44, 1), text("0"));
-    EXPECT_EQ(late.at(45, 0), text("45"));
+    EXPECT_EQ(late.at(44, 1), u"0"_s);
+    EXPECT_EQ(late.at(45, 0), u"45"_s);
     EXPECT_EQ(late.at(45, 1), QString());
     EXPECT_EQ(late.at(46, 0), QString());
 }
@@ -253,7 +255,7 @@ TEST(TableFill, AFactorThatIsNoNumberEndsTheFill) {
     hold(*table.model, 0, std::numeric_limits<float>::quiet_NaN(), {1});
     table.fill();
     EXPECT_EQ(table.cells.Rows(), 2);
-    EXPECT_EQ(table.at(1, 0), text("1"));
+    EXPECT_EQ(table.at(1, 0), u"1"_s);
     EXPECT_EQ(table.at(1, 1), QString());
 }
 
@@ -263,7 +265,7 @@ TEST(TableFill, ANewFillEmptiesTheCells) {
     table.fill();
     table.model->ChannelPresent[0] = 0;
     table.fill();
-    EXPECT_EQ(table.at(3, 0), text("3"));
+    EXPECT_EQ(table.at(3, 0), u"3"_s);
     EXPECT_EQ(table.at(3, 1), QString());
 }
 

@@ -10,7 +10,7 @@
 
 namespace sixtrace::test {
 
-/// Gives a channel of the model its samples, as a load would.
+/// Gives a channel of the model samples, as a load would.
 inline void hold(publicM& model, int channel, float voltPerCount, const std::vector<std::int16_t>& samples) {
     const auto c = static_cast<std::size_t>(channel);
     model.ChannelPresent[c] = 1;

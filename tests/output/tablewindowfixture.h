@@ -5,6 +5,7 @@
 #include "output/tablefixture.h"
 #include "platform/text/numbers.h"
 #include "shell/frmcomfixture.h"
+#include "support/strings.h"
 
 #include <QCheckBox>
 #include <QElapsedTimer>
@@ -26,13 +27,13 @@ inline CaptureBlock block(char id, float voltPerCount, const std::vector<std::in
             .samples = samples};
 }
 
-/// The main window with its data table behind the real commands.
+/// The main window with its data table, operated by the commands of the menus.
 class TableWindow : public FrmComTest {
 protected:
     /// Opens a capture of these blocks through the menu.
     void open(const std::vector<CaptureBlock>& blocks) {
-        write(text("capture.bin"), captureBytes(*captureForm("V11"), blocks));
-        dialogs.files.emplace_back(FileChoice{path(text("capture.bin")), 1});
+        write(u"capture.bin"_s, captureBytes(*captureForm("V11"), blocks));
+        dialogs.files.emplace_back(FileChoice{path(u"capture.bin"_s), 1});
         item("mnuOpen").trigger();
     }
     /// The same, with the table filled.
@@ -47,7 +48,7 @@ protected:
     [[nodiscard]] frmData* table() { return form->dataTable().window(); }
     template<typename Control>
     [[nodiscard]] Control& part(const char* name) {
-        auto* found = table()->findChild<Control*>(text(name));
+        auto* found = table()->findChild<Control*>(QString::fromUtf8(name));
         if (found == nullptr) {
             throw std::runtime_error(std::string("no control ") + name);
         }
@@ -59,7 +60,7 @@ protected:
         return row == 0 ? cells().headerData(col, Qt::Horizontal).toString()
                         : cells().index(row - 1, col).data().toString();
     }
-    [[nodiscard]] QCheckBox& box(int col) { return part<QCheckBox>(qPrintable(text("SaveCheck(%1)").arg(col))); }
+    [[nodiscard]] QCheckBox& box(int col) { return part<QCheckBox>(qPrintable(u"SaveCheck(%1)"_s.arg(col))); }
 
     /// Clicks "Save As ..." and answers its dialog.
     void saveAs(const QString& file, int filterIndex = 1) {
@@ -67,7 +68,11 @@ protected:
         part<QPushButton>("CmdSave").click();
     }
     /// A number as this desktop writes it.
-    static QString marked(const char* number) { return text(number).replace(u'.', NumberMarks::system().decimal); }
+    static QString marked(const char* number) {
+        return QString::fromUtf8(number).replace(u'.', NumberMarks::system().decimal);
+    }
 };
+
+class DataTableWindow : public TableWindow {};
 
 } // namespace sixtrace::test

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Workbooks as programs that are not ours find them, cell by cell.
+// Compares workbooks cell by cell with what programs of others read from them.
 #include "output/biffworkbook.h"
 #include "output/tablefixture.h"
 #include "support/sourcefolder.h"
+#include "support/strings.h"
 
 #include <QFile>
 #include <QProcess>
@@ -16,7 +17,7 @@
 namespace sixtrace::test {
 namespace {
 
-/// What a cell holds. Readers that turn a sheet into text do not tell numbers from texts.
+/// The content of a cell. Readers that print a sheet as text do not distinguish numbers from texts.
 struct Found {
     QString kind; ///< "number", "text" or "any"
     QString value;
@@ -25,11 +26,11 @@ struct Found {
 using Place = std::pair<int, int>;
 using Sheet = std::map<Place, Found>;
 
-/// The cells of a workbook as `reader` finds them.
+/// The cells of a workbook as `reader` reads them.
 void readBack(const char* reader, const QString& path, Sheet& sheet) {
     QProcess process;
-    process.start(text("/usr/bin/python3"),
-                  {text(SIXTRACE_SOURCE_DIR "/tests/output/read_workbook.py"), text(reader), path});
+    process.start(u"/usr/bin/python3"_s, {QStringLiteral(SIXTRACE_SOURCE_DIR "/tests/output/read_workbook.py"),
+                                          QString::fromUtf8(reader), path});
     ASSERT_TRUE(process.waitForFinished(120000)) << "needs python3, see packaging/packages.sh";
     const QByteArray complaints = process.readAllStandardError();
     ASSERT_EQ(process.exitCode(), 0) << reader << ": " << complaints.toStdString();
@@ -45,8 +46,8 @@ bool isEmpty(const TableExport& what, int row, int col) {
     return what.cells.TextMatrix(row, col).isEmpty();
 }
 
-/// The layout told in words: unit in A1, all heads, below them at their places the ticked columns whose first cell
-/// holds something.
+/// The expected layout: the unit in A1, all heads, and below them, each in its own column, the ticked columns whose
+/// first cell is not empty.
 std::map<Place, QString> layout(const TableExport& what) {
     std::map<Place, QString> cells{{{0, 0}, what.unit}};
     for (int col = 1; col <= 6; ++col) {
@@ -92,10 +93,10 @@ const std::vector<const char*> kXlsxReaders{"openpyxl", "ssconvert"};
 class Workbooks : public ::testing::Test {
 protected:
     void expectBothKinds(const TableExport& what) {
-        expectReadBack(what, m_folder.filePath(text("t.xls")), kXlsReaders);
-        expectReadBack(what, m_folder.filePath(text("t.xlsx")), kXlsxReaders);
+        expectReadBack(what, m_folder.filePath(u"t.xls"_s), kXlsReaders);
+        expectReadBack(what, m_folder.filePath(u"t.xlsx"_s), kXlsxReaders);
     }
-    [[nodiscard]] QString path(const char* name) const { return m_folder.filePath(text(name)); }
+    [[nodiscard]] QString path(const char* name) const { return m_folder.filePath(QString::fromUtf8(name)); }
 
 private:
     QTemporaryDir m_folder;
@@ -118,12 +119,12 @@ TEST_F(Workbooks, OfAFullCaptureAreTheTableCellByCell) {
         std::vector<std::int16_t> samples;
         samples.reserve(kSampleRows);
         for (int i = 0; i < kSampleRows; ++i) {
-            samples.push_back(static_cast<std::int16_t>(i * 6367 + channel * 9001)); // wraps over all counts
+            samples.push_back(static_cast<std::int16_t>(i * 6367 + channel * 9001)); // the values go through all counts
         }
         hold(*table.model, channel, 20.0F / static_cast<float>(channel + 1) / 3, samples);
     }
     table.fill();
-    expectBothKinds({table.cells, text("Unit: mV")});
+    expectBothKinds({table.cells, u"Unit: mV"_s});
 }
 
 TEST_F(Workbooks, TheColumnOfAnAbsentChannelHoldsItsHeadOnly) {
@@ -132,10 +133,10 @@ TEST_F(Workbooks, TheColumnOfAnAbsentChannelHoldsItsHeadOnly) {
     hold(*table.model, 1, 1, ramp(5, 2));
     table.model->ChannelPresent[1] = 0;
     table.fill();
-    ASSERT_TRUE(SaveExcelTable({table.cells, text("mV")}, path("t.xls")).ok());
+    ASSERT_TRUE(SaveExcelTable({table.cells, u"mV"_s}, path("t.xls")).ok());
     Sheet sheet;
     readBack("xlrd", path("t.xls"), sheet);
-    EXPECT_EQ((sheet[{0, 2}].value), text("ch2 / 1"));
+    EXPECT_EQ((sheet[{0, 2}].value), u"ch2 / 1"_s);
     for (int row = 1; row <= 5; ++row) {
         EXPECT_EQ(sheet.count({row, 2}), 0U);
         EXPECT_EQ((sheet[{row, 1}].value.toDouble()), 3 * (row - 1));
@@ -148,9 +149,9 @@ TEST_F(Workbooks, AnUntickedColumnStaysBlankWithItsHeadAboveIt) {
         hold(*table.model, channel, 0.5F, ramp(4, channel + 1));
     }
     table.fill();
-    expectBothKinds({table.cells, text("mV"), {true, false, true, false, false, true, true}});
-    expectBothKinds({table.cells, text("mV"), {false, true, false, true, true, false, false}});
-    expectBothKinds({table.cells, text("mV"), {false, false, false, false, false, false, false}});
+    expectBothKinds({table.cells, u"mV"_s, {true, false, true, false, false, true, true}});
+    expectBothKinds({table.cells, u"mV"_s, {false, true, false, true, true, false, false}});
+    expectBothKinds({table.cells, u"mV"_s, {false, false, false, false, false, false, false}});
 }
 
 TEST_F(Workbooks, OnlyTheFirstRowDecidesWhetherAColumnIsWritten) {
@@ -162,11 +163,11 @@ TEST_F(Workbooks, OnlyTheFirstRowDecidesWhetherAColumnIsWritten) {
     table.cells.setCell(1, 1, numberText(5));
     table.cells.setCell(3, 1, numberText(7));
     table.cells.setCell(2, 2, numberText(6));
-    expectBothKinds({table.cells, text("mV")});
+    expectBothKinds({table.cells, u"mV"_s});
     Sheet sheet;
     readBack("openpyxl", path("t.xlsx"), sheet);
     EXPECT_EQ(sheet.count({2, 2}), 0U) << "its column is empty in row 1";
-    EXPECT_EQ((sheet[{3, 1}].value), text("7.0"));
+    EXPECT_EQ((sheet[{3, 1}].value), u"7.0"_s);
 }
 
 TEST_F(Workbooks, InMidFillTheRowsThatAreNotFilledYetAreBlank) {
@@ -175,10 +176,10 @@ TEST_F(Workbooks, InMidFillTheRowsThatAreNotFilledYetAreBlank) {
     TableFill fill(table.cells, *table.model);
     ASSERT_TRUE(fill.step());
     ASSERT_TRUE(fill.step());
-    expectBothKinds({table.cells, text("mV")});
+    expectBothKinds({table.cells, u"mV"_s});
     Sheet sheet;
     readBack("xlrd", path("t.xls"), sheet);
-    EXPECT_EQ((sheet[{41, 1}].value), text("40.0"));
+    EXPECT_EQ((sheet[{41, 1}].value), u"40.0"_s);
     EXPECT_EQ(sheet.count({42, 0}), 0U);
 }
 
@@ -188,11 +189,11 @@ TEST_F(Workbooks, HoldNumbersWhateverTheDecimalMarkOfTheDesktop) {
     model->ProbeExp[0] = -1;
     TableCells cells(u',');
     fillWhole(cells, *model);
-    expectBothKinds({cells, text("mV")});
+    expectBothKinds({cells, u"mV"_s});
     Sheet sheet;
     readBack("xlrd", path("t.xls"), sheet);
-    EXPECT_EQ((sheet[{0, 1}].value), text("ch1 / 0,1"));
-    EXPECT_EQ((sheet[{1, 1}].value), text("0.5"));
+    EXPECT_EQ((sheet[{0, 1}].value), u"ch1 / 0,1"_s);
+    EXPECT_EQ((sheet[{1, 1}].value), u"0.5"_s);
 }
 
 TEST_F(Workbooks, TheEndOfTheNameChoosesTheKindInAnySpelling) {
@@ -200,10 +201,10 @@ TEST_F(Workbooks, TheEndOfTheNameChoosesTheKindInAnySpelling) {
     hold(*table.model, 0, 1, {1});
     table.fill();
     for (const char* name : {"t.XLSX", "t.xls.xlsx"}) {
-        expectReadBack({table.cells, text("mV")}, path(name), {"openpyxl"});
+        expectReadBack({table.cells, u"mV"_s}, path(name), {"openpyxl"});
     }
     for (const char* name : {"t", "t.XLS", "t.xlsx.xls", "xlsx"}) {
-        expectReadBack({table.cells, text("mV")}, path(name), {"xlrd"});
+        expectReadBack({table.cells, u"mV"_s}, path(name), {"xlrd"});
     }
 }
 
@@ -222,7 +223,8 @@ TEST_F(Workbooks, ALongHeadIsKeptUpToTheLongestTextOfACell) {
 }
 
 TEST_F(Workbooks, KeepNumbersOfEveryKindExactly) {
-    // Whole numbers of 30 bits and hundredths of them have a short form; just beyond its ends the long one begins.
+    // Whole numbers of 30 bits, and hundredths of them, have a short form. These values are at its limits and just
+    // beyond.
     const std::vector<double> numbers{0,         1,           -1,         0.01,       -0.01,      0.29,       1.15,
                                       536870911, 536870912,   -536870912, -536870913, 5368709.11, 5368709.12, 0.001,
                                       1e-45,     3.402823e38, 0.1,        12.5,       -72,        1234.567};
@@ -241,7 +243,7 @@ TEST_F(Workbooks, KeepNumbersOfEveryKindExactly) {
     ASSERT_EQ(sheet.size(), numbers.size());
     for (std::size_t row = 0; row < numbers.size(); ++row) {
         const Found& found = sheet[{static_cast<int>(row), 3}];
-        EXPECT_EQ(found.kind, text("number"));
+        EXPECT_EQ(found.kind, u"number"_s);
         EXPECT_EQ(found.value.toDouble(), numbers[row]);
     }
 }

@@ -3,6 +3,7 @@
 
 #include "platform/controls/markerlabel.h"
 #include "platform/controls/toolbar.h"
+#include "support/strings.h"
 
 #include <QTest>
 
@@ -17,7 +18,7 @@ protected:
         CaptureWindow::SetUp();
         openFlat();
     }
-    [[nodiscard]] QByteArray settings() const { return read(QStringLiteral("vkq.ini")); }
+    [[nodiscard]] QByteArray settings() const { return read(u"vkq.ini"_s); }
 };
 
 TEST_F(AppearanceWindow, TheScreensColourReachesEverythingThatSharesItAndTheSettings) {
@@ -158,7 +159,7 @@ TEST_F(AppearanceWindow, DuringTimedAcquisitionTheLineModeWaitsForTheNextFrameTo
 }
 
 TEST_F(AppearanceWindow, SettingsWithNeitherLinesNorPointsDrawPointsAndTickNeither) {
-    write(QStringLiteral("vkq.ini"), "[Common]\nDrawLine=False\nDrawPoint=False\n");
+    write(u"vkq.ini"_s, "[Common]\nDrawLine=False\nDrawPoint=False\n");
     load();
     form->show();
     CaptureBlock jump = flat('1', 0);
@@ -171,7 +172,7 @@ TEST_F(AppearanceWindow, SettingsWithNeitherLinesNorPointsDrawPointsAndTickNeith
 }
 
 TEST_F(AppearanceWindow, SettingsThatAreNoColoursOrTruthValuesAreTakenAsAnyNumberWouldBe) {
-    write(QStringLiteral("vkq.ini"), "[Pic2Color]\nBackColor=green\n[Common]\nDrawLine=perhaps\nGraticule=\n");
+    write(u"vkq.ini"_s, "[Pic2Color]\nBackColor=green\n[Common]\nDrawLine=perhaps\nGraticule=\n");
     load();
     EXPECT_EQ(screen().picture().BackColor, 0) << "no digits are a zero: black";
     EXPECT_TRUE(item("mnuLine").isChecked()) << "the default";
@@ -203,12 +204,10 @@ TEST_F(ColourTitles, TheDialogSaysWhatIsColoured) {
         return dialogs.colourTitles;
     };
     EXPECT_EQ(choose(),
-              (QStringList{QStringLiteral("背景颜色"), QStringLiteral("网格颜色"), QStringLiteral("标记栏颜色"),
-                           QStringLiteral("ch1 波形颜色"), QStringLiteral("A 波形颜色")}));
+              (QStringList{u"背景颜色"_s, u"网格颜色"_s, u"标记栏颜色"_s, u"ch1 波形颜色"_s, u"A 波形颜色"_s}));
     item("mnuEnglish").trigger();
-    EXPECT_EQ(choose(), (QStringList{QStringLiteral("Background Color"), QStringLiteral("Grid Color"),
-                                     QStringLiteral("Marker Strip Color"), QStringLiteral("Trace Color of ch1"),
-                                     QStringLiteral("Trace Color of A")}));
+    EXPECT_EQ(choose(), (QStringList{u"Background Color"_s, u"Grid Color"_s, u"Marker Strip Color"_s,
+                                     u"Trace Color of ch1"_s, u"Trace Color of A"_s}));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 
 #include "capture/scenes.h"
 #include "platform/controls/labels.h"
+#include "support/strings.h"
 
 namespace sixtrace::test {
 namespace {
@@ -15,35 +16,35 @@ protected:
         item("mnuOpen").trigger();
         return control<PathLabel>("Label4");
     }
-    const QByteArray sound = captureBytes(*captureForm("V11"), *sceneBlocks(QStringLiteral("sine"), 1));
+    const QByteArray sound = captureBytes(*captureForm("V11"), *sceneBlocks(u"sine"_s, 1));
 };
 
 TEST_F(CaptureFaults, ASoundCaptureHasItsPathAsToolTipAndNoMark) {
     load();
-    PathLabel& label = open(QStringLiteral("a.bin"), sound);
+    PathLabel& label = open(u"a.bin"_s, sound);
     EXPECT_FALSE(label.hasFault());
-    EXPECT_EQ(label.toolTip(), path(QStringLiteral("a.bin")));
+    EXPECT_EQ(label.toolTip(), path(u"a.bin"_s));
 }
 
 TEST_F(CaptureFaults, TheFirstFindingStandsAsToolTipOfThePathUntilTheNextCapture) {
     load();
     // Cut in the middle of its samples.
-    PathLabel& label = open(QStringLiteral("cut.bin"), sound.left(sound.size() / 2));
+    PathLabel& label = open(u"cut.bin"_s, sound.left(sound.size() / 2));
     EXPECT_TRUE(label.hasFault());
     const QStringList lines = label.toolTip().split(QLatin1Char('\n'));
     ASSERT_EQ(lines.size(), 2);
-    EXPECT_TRUE(lines[0].contains(QStringLiteral("end"))) << lines[0].toStdString();
-    EXPECT_EQ(lines[1], path(QStringLiteral("cut.bin")));
-    EXPECT_EQ(label.text(), path(QStringLiteral("cut.bin"))) << "the caption stays the path";
+    EXPECT_TRUE(lines[0].contains(u"end"_s)) << lines[0].toStdString();
+    EXPECT_EQ(lines[1], path(u"cut.bin"_s));
+    EXPECT_EQ(label.text(), path(u"cut.bin"_s)) << "the caption stays the path";
     EXPECT_TRUE(dialogs.messages.isEmpty());
-    open(QStringLiteral("a.bin"), sound);
+    open(u"a.bin"_s, sound);
     EXPECT_FALSE(label.hasFault());
-    EXPECT_EQ(label.toolTip(), path(QStringLiteral("a.bin")));
+    EXPECT_EQ(label.toolTip(), path(u"a.bin"_s));
 }
 
 TEST_F(CaptureFaults, AMarkIsPaintedBeforeThePath) {
     load();
-    PathLabel& label = open(QStringLiteral("a.bin"), sound);
+    PathLabel& label = open(u"a.bin"_s, sound);
     const auto reds = [&label] {
         const QImage picture = label.grab().toImage();
         int count = 0;
@@ -55,18 +56,17 @@ TEST_F(CaptureFaults, AMarkIsPaintedBeforeThePath) {
         return count;
     };
     EXPECT_EQ(reds(), 0);
-    open(QStringLiteral("cut.bin"), sound.left(sound.size() / 2));
+    open(u"cut.bin"_s, sound.left(sound.size() / 2));
     EXPECT_GT(reds(), 30);
 }
 
 TEST_F(CaptureFaults, MarkupInTheNameOfAFileIsText) {
     load();
     for (const qsizetype length : {sound.size(), sound.size() / 2}) {
-        const PathLabel& label = open(QStringLiteral("<b>bold<b>.bin"), sound.left(length));
-        EXPECT_TRUE(!Qt::mightBeRichText(label.toolTip()) ||
-                    label.toolTip().contains(QStringLiteral("&lt;b&gt;bold&lt;b&gt;.bin")))
+        const PathLabel& label = open(u"<b>bold<b>.bin"_s, sound.left(length));
+        EXPECT_TRUE(!Qt::mightBeRichText(label.toolTip()) || label.toolTip().contains(u"&lt;b&gt;bold&lt;b&gt;.bin"_s))
             << label.toolTip().toStdString();
-        EXPECT_TRUE(label.toolTip().contains(QStringLiteral("bold")));
+        EXPECT_TRUE(label.toolTip().contains(u"bold"_s));
     }
 }
 

@@ -11,6 +11,7 @@
 #include "platform/controls/ticklist.h"
 #include "shell/frmcomfixture.h"
 #include "support/flatcapture.h"
+#include "support/strings.h"
 
 #include <QMouseEvent>
 
@@ -23,8 +24,8 @@ namespace sixtrace::test {
 class CaptureWindow : public FrmComTest, protected FlatCapture {
 protected:
     void open(const std::vector<CaptureBlock>& blocks) {
-        write(QStringLiteral("capture.bin"), captureBytes(*captureForm("V11"), blocks));
-        dialogs.files.emplace_back(FileChoice{path(QStringLiteral("capture.bin")), 1});
+        write(u"capture.bin"_s, captureBytes(*captureForm("V11"), blocks));
+        dialogs.files.emplace_back(FileChoice{path(u"capture.bin"_s), 1});
         item("mnuOpen").trigger();
     }
     void openScene(const char* name) { open(*sceneBlocks(QString::fromLatin1(name), 1)); }
@@ -42,14 +43,14 @@ protected:
     [[nodiscard]] PictureBox& screen() const { return control<PictureBox>("Picture2"); }
     [[nodiscard]] PictureBox& hidden(int index) const {
         static_cast<void>(form->pictures().background()); // makes the copy, which otherwise waits for a drag
-        return control<PictureBox>(qPrintable(elementName(QStringLiteral("picHidden"), index)));
+        return control<PictureBox>(qPrintable(elementName(u"picHidden"_s, index)));
     }
     [[nodiscard]] QImage screenImage() const { return screen().picture().view().copy(); }
     [[nodiscard]] MarkerLabel& marker(int channel) const {
-        return control<MarkerLabel>(qPrintable(elementName(QStringLiteral("image1"), channel)));
+        return control<MarkerLabel>(qPrintable(elementName(u"image1"_s, channel)));
     }
     [[nodiscard]] MarkerLabel& standIn(int channel) const {
-        return control<MarkerLabel>(qPrintable(elementName(QStringLiteral("ZLabel"), channel)));
+        return control<MarkerLabel>(qPrintable(elementName(u"ZLabel"_s, channel)));
     }
     [[nodiscard]] CursorLine& line(const char* name) const { return dynamic_cast<CursorLine&>(control<QObject>(name)); }
     [[nodiscard]] QString caption(const char* name) const { return control<ReadoutLabel>(name).caption(); }
@@ -82,6 +83,26 @@ protected:
         send(widget, QEvent::MouseButtonDblClick, {x, y}, Qt::LeftButton, Qt::LeftButton);
         release(widget, x, y);
     }
+};
+
+class CursorWindow : public CaptureWindow {
+protected:
+    void SetUp() override {
+        CaptureWindow::SetUp();
+        openFlat();
+    }
+    [[nodiscard]] bool shown(std::initializer_list<const char*> labels) const {
+        bool all = true;
+        bool none = true;
+        for (const char* name : labels) {
+            const bool hidden = control<QWidget>(name).isHidden();
+            all = all && !hidden;
+            none = none && hidden;
+        }
+        EXPECT_TRUE(all || none) << "all of a pair or none";
+        return all;
+    }
+    [[nodiscard]] Qt::CursorShape pointer() const { return screen().cursor().shape(); }
 };
 
 } // namespace sixtrace::test

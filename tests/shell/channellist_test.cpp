@@ -9,6 +9,7 @@
 #include "platform/controls/picturebox.h"
 #include "platform/controls/positionbar.h"
 #include "platform/controls/ticklist.h"
+#include "support/strings.h"
 
 #include <QLocale>
 
@@ -37,8 +38,8 @@ protected:
                            .period = 400,
                            .voltPerCount = 0.4F,
                            .samples = {-50, 50, 0, 10}};
-        write(QStringLiteral("a.bin"), captureBytes(*captureForm("V11"), {block}));
-        dialogs.files.emplace_back(FileChoice{path(QStringLiteral("a.bin")), 1});
+        write(u"a.bin"_s, captureBytes(*captureForm("V11"), {block}));
+        dialogs.files.emplace_back(FileChoice{path(u"a.bin"_s), 1});
         item("mnuOpen").trigger();
     }
     [[nodiscard]] TickList& list() const { return control<TickList>("List1"); }
@@ -50,12 +51,12 @@ TEST_F(ChannelListArea, SelectedRowFillsListsTitlesAndReadouts) {
     list().setListIndex(0);
     list().setListIndex(2);
     EXPECT_EQ(form->state().CurChannel, 2);
-    EXPECT_EQ(control<ListCombo>("Combo1").Text(), QStringLiteral("100nS"));
-    EXPECT_EQ(control<ListCombo>("Combo2").Text(), QStringLiteral("20.0 V")) << "row 5 of the 100:1 list";
-    EXPECT_EQ(control<FramePanel>("Frame1").caption(), QStringLiteral("A   光标"));
-    EXPECT_EQ(control<FramePanel>("Frame2").caption(), QStringLiteral("A   水平档位"));
-    EXPECT_EQ(control<FramePanel>("Frame3").caption(), QStringLiteral("A   垂直档位"));
-    EXPECT_EQ(control<FramePanel>("Frame4").caption(), QStringLiteral("A   "));
+    EXPECT_EQ(control<ListCombo>("Combo1").Text(), u"100nS"_s);
+    EXPECT_EQ(control<ListCombo>("Combo2").Text(), u"20.0 V"_s) << "row 5 of the 100:1 list";
+    EXPECT_EQ(control<FramePanel>("Frame1").caption(), u"A   光标"_s);
+    EXPECT_EQ(control<FramePanel>("Frame2").caption(), u"A   水平档位"_s);
+    EXPECT_EQ(control<FramePanel>("Frame3").caption(), u"A   垂直档位"_s);
+    EXPECT_EQ(control<FramePanel>("Frame4").caption(), u"A   "_s);
     EXPECT_EQ(labelText("labPPe"), withSystemMark("2.500 KHz"));
     EXPECT_EQ(labelText("LabPe"), withSystemMark("0.40 mS"));
     EXPECT_EQ(labelText("LabMaxx"), withSystemMark("4.000 V"));
@@ -71,7 +72,7 @@ TEST_F(ChannelListArea, ChannelWithoutDataEmptiesTheReadoutsAndKeepsItsStaleRows
     EXPECT_TRUE(labelText("LabMaxx").isEmpty());
     EXPECT_EQ(control<ListCombo>("Combo1").ListIndex(), 7);
     EXPECT_EQ(control<ListCombo>("Combo2").ListIndex(), 3);
-    EXPECT_EQ(control<ListCombo>("Combo2").Text(), QStringLiteral("50.0mV")) << "relabelled for a probe factor of 1";
+    EXPECT_EQ(control<ListCombo>("Combo2").Text(), u"50.0mV"_s) << "relabelled for a probe factor of 1";
 }
 
 TEST_F(ChannelListArea, FrequencyAndPeriodOfZeroFallIntoTheLastRow) {
@@ -87,7 +88,7 @@ TEST_F(ChannelListArea, ATickSetOrClearedByCodeMovesTheCurrentRowAndReadsItOut) 
     loadChannelA();
     list().setSelected(4, true);
     EXPECT_EQ(list().ListIndex(), 4);
-    EXPECT_EQ(control<FramePanel>("Frame4").caption(), QStringLiteral("C   "));
+    EXPECT_EQ(control<FramePanel>("Frame4").caption(), u"C   "_s);
     list().setSelected(2, true);
     EXPECT_EQ(list().ListIndex(), 2);
     EXPECT_EQ(labelText("labPPe"), withSystemMark("2.500 KHz"));

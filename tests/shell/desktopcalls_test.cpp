@@ -4,6 +4,7 @@
 #include "capture/scenes.h"
 #include "platform/controls/ticklist.h"
 #include "shell/frmcomfixture.h"
+#include "support/strings.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -17,26 +18,24 @@
 namespace sixtrace::test {
 namespace {
 
-const QString kId = QStringLiteral("org.sixtrace.Sixtrace");
+const QString kId = u"org.sixtrace.Sixtrace"_s;
 
 /// A private session bus with the program on it and a desktop that calls the program.
 class DesktopCallsOnABus : public FrmComTest {
 protected:
     void SetUp() override {
         FrmComTest::SetUp();
-        m_daemon.start(QStringLiteral("dbus-daemon"),
-                       {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address")});
+        m_daemon.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s});
         ASSERT_TRUE(m_daemon.waitForStarted()) << "dbus-daemon is not installed";
         while (!m_address.endsWith('\n')) {
             ASSERT_TRUE(m_daemon.waitForReadyRead());
             m_address += m_daemon.readAllStandardOutput();
         }
-        write(QStringLiteral("six traces.bin"),
-              captureBytes(*captureForm("V11"), *sceneBlocks(QStringLiteral("six"), 1)));
+        write(u"six traces.bin"_s, captureBytes(*captureForm("V11"), *sceneBlocks(u"six"_s, 1)));
     }
     void TearDown() override {
-        QDBusConnection::disconnectFromBus(QStringLiteral("program"));
-        QDBusConnection::disconnectFromBus(QStringLiteral("desktop"));
+        QDBusConnection::disconnectFromBus(u"program"_s);
+        QDBusConnection::disconnectFromBus(u"desktop"_s);
         m_daemon.terminate();
         m_daemon.waitForFinished();
     }
@@ -50,9 +49,8 @@ protected:
     }
     /// Whether the program answered the call without an error.
     bool call(const char* method, const QVariantList& arguments) const {
-        QDBusMessage message =
-            QDBusMessage::createMethodCall(kId, QStringLiteral("/org/sixtrace/Sixtrace"),
-                                           QStringLiteral("org.freedesktop.Application"), QString::fromLatin1(method));
+        QDBusMessage message = QDBusMessage::createMethodCall(
+            kId, u"/org/sixtrace/Sixtrace"_s, u"org.freedesktop.Application"_s, QString::fromLatin1(method));
         message.setArguments(arguments);
         const QDBusPendingCall pending = connection("desktop").asyncCall(message);
         EXPECT_TRUE(QTest::qWaitFor([&] { return pending.isFinished(); }));
@@ -80,29 +78,27 @@ TEST_F(DesktopCallsOnABus, ADoubleClickedCaptureOpensAsByTheOpenCommand) {
     load();
     ASSERT_TRUE(calls.answerOn(connection("program")));
     reachWindow();
-    ASSERT_TRUE(open(QStringLiteral("six traces.bin")));
-    EXPECT_TRUE(comes(QStringLiteral("six traces.bin")));
+    ASSERT_TRUE(open(u"six traces.bin"_s));
+    EXPECT_TRUE(comes(u"six traces.bin"_s));
     EXPECT_TRUE(control<TickList>("List1").Selected(5));
     EXPECT_EQ(raised, 1);
 }
 
 TEST_F(DesktopCallsOnABus, ACallBeforeTheMainWindowStandsWaitsForIt) {
     ASSERT_TRUE(calls.answerOn(connection("program")));
-    ASSERT_TRUE(open(QStringLiteral("six traces.bin")));
+    ASSERT_TRUE(open(u"six traces.bin"_s));
     load();
     EXPECT_EQ(shown(), QString());
     reachWindow();
     EXPECT_EQ(shown(), QString()) << "whoever shows the window is not held up";
-    EXPECT_TRUE(comes(QStringLiteral("six traces.bin")));
+    EXPECT_TRUE(comes(u"six traces.bin"_s));
 }
 
 TEST_F(DesktopCallsOnABus, TheCallIsAnsweredBeforeAnythingIsSaidAboutItsFile) {
     ASSERT_TRUE(calls.answerOn(connection("program")));
     QDBusMessage message =
-        QDBusMessage::createMethodCall(kId, QStringLiteral("/org/sixtrace/Sixtrace"),
-                                       QStringLiteral("org.freedesktop.Application"), QStringLiteral("Open"));
-    message.setArguments(
-        {QStringList{QUrl::fromLocalFile(path(QStringLiteral("missing.bin"))).toString()}, QVariantMap()});
+        QDBusMessage::createMethodCall(kId, u"/org/sixtrace/Sixtrace"_s, u"org.freedesktop.Application"_s, u"Open"_s);
+    message.setArguments({QStringList{QUrl::fromLocalFile(path(u"missing.bin"_s)).toString()}, QVariantMap()});
     const QDBusPendingCall pending = connection("desktop").asyncCall(message);
     bool opened = false;
     calls.reach({.raise = {}, .isBusy = {}, .open = [&](const QString&) {
@@ -115,13 +111,13 @@ TEST_F(DesktopCallsOnABus, TheCallIsAnsweredBeforeAnythingIsSaidAboutItsFile) {
 }
 
 TEST_F(DesktopCallsOnABus, OfTwoCapturesThatWaitTheLaterOneOpens) {
-    write(QStringLiteral("later.bin"), captureBytes(*captureForm("V11"), *sceneBlocks(QStringLiteral("sine"), 1)));
+    write(u"later.bin"_s, captureBytes(*captureForm("V11"), *sceneBlocks(u"sine"_s, 1)));
     load();
     ASSERT_TRUE(calls.answerOn(connection("program")));
-    ASSERT_TRUE(open(QStringLiteral("six traces.bin")));
-    ASSERT_TRUE(open(QStringLiteral("later.bin")));
+    ASSERT_TRUE(open(u"six traces.bin"_s));
+    ASSERT_TRUE(open(u"later.bin"_s));
     reachWindow();
-    EXPECT_TRUE(comes(QStringLiteral("later.bin")));
+    EXPECT_TRUE(comes(u"later.bin"_s));
 }
 
 TEST_F(DesktopCallsOnABus, ACaptureThatComesWhileADialogIsUpOpensWhenItHasGone) {
@@ -131,20 +127,19 @@ TEST_F(DesktopCallsOnABus, ACaptureThatComesWhileADialogIsUpOpensWhenItHasGone) 
     QDialog dialog(form.get());
     dialog.setModal(true);
     dialog.show();
-    ASSERT_TRUE(open(QStringLiteral("six traces.bin")));
+    ASSERT_TRUE(open(u"six traces.bin"_s));
     QTest::qWait(300);
     EXPECT_EQ(shown(), QString());
     EXPECT_EQ(raised, 1);
     dialog.close();
-    EXPECT_TRUE(comes(QStringLiteral("six traces.bin")));
+    EXPECT_TRUE(comes(u"six traces.bin"_s));
 }
 
 TEST_F(DesktopCallsOnABus, AFileThatIsNotOnThisMachineIsLeftAlone) {
     load();
     ASSERT_TRUE(calls.answerOn(connection("program")));
     reachWindow();
-    EXPECT_TRUE(
-        call("Open", {QStringList{QStringLiteral("https://localhost/a.bin"), QStringLiteral("%%%")}, QVariantMap()}));
+    EXPECT_TRUE(call("Open", {QStringList{u"https://localhost/a.bin"_s, u"%%%"_s}, QVariantMap()}));
     EXPECT_TRUE(call("Open", {QStringList(), QVariantMap()}));
     EXPECT_EQ(shown(), QString());
     EXPECT_TRUE(dialogs.messages.empty());
@@ -155,7 +150,7 @@ TEST_F(DesktopCallsOnABus, ActivatingBringsTheWindowToTheFront) {
     ASSERT_TRUE(calls.answerOn(connection("program")));
     reachWindow();
     EXPECT_TRUE(call("Activate", {QVariantMap()}));
-    EXPECT_TRUE(call("ActivateAction", {QStringLiteral("any"), QVariantList(), QVariantMap()}));
+    EXPECT_TRUE(call("ActivateAction", {u"any"_s, QVariantList(), QVariantMap()}));
     EXPECT_EQ(raised, 2);
 }
 
@@ -167,7 +162,7 @@ TEST_F(DesktopCallsOnABus, ASecondCopyOfTheProgramRunsWithoutCalls) {
 
 TEST(DesktopCallsWithoutABus, ThereAreNone) {
     DesktopCalls calls;
-    EXPECT_FALSE(calls.answerOn(QDBusConnection(QStringLiteral("no such connection"))));
+    EXPECT_FALSE(calls.answerOn(QDBusConnection(u"no such connection"_s)));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "platform/controls/captions.h"
 #include "platform/controls/toolbar.h"
 #include "shell/everydaywindow.h"
+#include "support/strings.h"
 
 #include <QKeyEvent>
 #include <QMenuBar>
@@ -15,11 +16,11 @@ using Shortcuts = EverydayWindow;
 TEST_F(Shortcuts, StandardKeysStandOnTheMenuItems) {
     load();
     const auto keys = [this](const char* name) { return item(name).shortcut().toString(QKeySequence::PortableText); };
-    EXPECT_EQ(keys("mnuOpen"), QStringLiteral("Ctrl+O"));
-    EXPECT_EQ(keys("mnuPrint"), QStringLiteral("Ctrl+P"));
-    EXPECT_EQ(keys("mnuExit"), QStringLiteral("Ctrl+Q"));
-    EXPECT_EQ(keys("mnuContent"), QStringLiteral("F1"));
-    EXPECT_EQ(keys("mnuAcquire"), QStringLiteral("F5"));
+    EXPECT_EQ(keys("mnuOpen"), u"Ctrl+O"_s);
+    EXPECT_EQ(keys("mnuPrint"), u"Ctrl+P"_s);
+    EXPECT_EQ(keys("mnuExit"), u"Ctrl+Q"_s);
+    EXPECT_EQ(keys("mnuContent"), u"F1"_s);
+    EXPECT_EQ(keys("mnuAcquire"), u"F5"_s);
 }
 
 TEST_F(Shortcuts, NoTwoItemsShareAKey) {

@@ -3,6 +3,7 @@
 #include "platform/controls/captions.h"
 #include "platform/controls/toolbar.h"
 #include "shell/everydaywindow.h"
+#include "support/strings.h"
 
 #include <QAccessible>
 #include <QDragEnterEvent>
@@ -17,7 +18,7 @@ namespace {
 struct Heard {
     static inline QStringList values;
     static void hear(QAccessibleEvent* event) {
-        if (event->type() == QAccessible::ValueChanged && event->object()->objectName() == QStringLiteral("Picture2")) {
+        if (event->type() == QAccessible::ValueChanged && event->object()->objectName() == u"Picture2"_s) {
             values.append(static_cast<QAccessibleValueChangeEvent*>(event)->value().toString());
         }
     }
@@ -52,14 +53,12 @@ TEST_F(Accessibility, EveryControlWithoutACaptionHasANameInBothLanguages) {
         item(language).trigger();
         int named = 0;
         for (QWidget* widget : form->centralWidget()->findChildren<QWidget*>()) {
-            if (widget->objectName().isEmpty() || widget->objectName().startsWith(QStringLiteral("qt_")) ||
+            if (widget->objectName().isEmpty() || widget->objectName().startsWith(u"qt_"_s) ||
                 widget->inherits("QLabel") || captionKind(*widget) == CaptionKind::Frame ||
-                widget->objectName().startsWith(QStringLiteral("picHidden")) ||
-                widget->objectName() == QStringLiteral("image2")) {
+                widget->objectName().startsWith(u"picHidden"_s) || widget->objectName() == u"image2"_s) {
                 continue;
             }
-            static const QStringList gaps{QStringLiteral("Toolbar1(1)"), QStringLiteral("Toolbar1(5)"),
-                                          QStringLiteral("Toolbar1(10)"), QStringLiteral("Toolbar1(15)")};
+            static const QStringList gaps{u"Toolbar1(1)"_s, u"Toolbar1(5)"_s, u"Toolbar1(10)"_s, u"Toolbar1(15)"_s};
             const QWidget* list = widget->parentWidget();
             if (gaps.contains(widget->objectName()) || list->inherits("QComboBox") ||
                 list->inherits("QAbstractItemView")) {
@@ -76,13 +75,13 @@ TEST_F(Accessibility, EveryControlWithoutACaptionHasANameInBothLanguages) {
 TEST_F(Accessibility, NamesFollowTheLanguage) {
     installLanguages();
     load();
-    EXPECT_EQ(screen().accessibleName(), QStringLiteral("波形屏幕"));
+    EXPECT_EQ(screen().accessibleName(), u"波形屏幕"_s);
     item("mnuEnglish").trigger();
-    EXPECT_EQ(screen().accessibleName(), QStringLiteral("Screen"));
-    EXPECT_EQ(marker(2).accessibleName(), QStringLiteral("Zero line of A"));
-    EXPECT_EQ(handle("Line2Keys(1)").accessibleName(), QStringLiteral("Time cursor 2"));
+    EXPECT_EQ(screen().accessibleName(), u"Screen"_s);
+    EXPECT_EQ(marker(2).accessibleName(), u"Zero line of A"_s);
+    EXPECT_EQ(handle("Line2Keys(1)").accessibleName(), u"Time cursor 2"_s);
     item("mnuChinese").trigger();
-    EXPECT_EQ(marker(2).accessibleName(), QStringLiteral("A 零线"));
+    EXPECT_EQ(marker(2).accessibleName(), u"A 零线"_s);
 }
 
 TEST_F(Accessibility, TheScreenTellsTheSelectedChannelItsRangesAndTheCursorsThatAreShown) {
@@ -91,15 +90,14 @@ TEST_F(Accessibility, TheScreenTellsTheSelectedChannelItsRangesAndTheCursorsThat
     item("mnuEnglish").trigger();
     const QString time = control<ListCombo>("Combo1").Text();
     const QString volts = control<ListCombo>("Combo2").Text();
-    EXPECT_EQ(spoken(), QStringLiteral("ch1, %1 per division, %2 per division").arg(time, volts));
+    EXPECT_EQ(spoken(), u"ch1, %1 per division, %2 per division"_s.arg(time, volts));
     EXPECT_EQ(spoken(QAccessible::Description), spoken());
-    EXPECT_EQ(spoken(QAccessible::Name), QStringLiteral("Screen"));
+    EXPECT_EQ(spoken(QAccessible::Name), u"Screen"_s);
     chooseCursors(CursorType::Both);
-    EXPECT_EQ(spoken(), QStringLiteral("ch1, %1 per division, %2 per division, y1 1000.00 mV, y2 -1000.00 mV, dy "
-                                       "%3, x1 450.00 uS, x2 1050.00 uS, dx 600.00")
-                            .arg(time, volts, number("2,000.00")));
+    EXPECT_EQ(spoken(), u"ch1, %1 per division, %2 per division, y1 1000.00 mV, y2 -1000.00 mV, dy "
+                        "%3, x1 450.00 uS, x2 1050.00 uS, dx 600.00"_s.arg(time, volts, number("2,000.00")));
     item("mnuChinese").trigger();
-    EXPECT_TRUE(spoken().startsWith(QStringLiteral("ch1，每格时间 %1，每格电压 %2，y1 ").arg(time, volts)));
+    EXPECT_TRUE(spoken().startsWith(u"ch1，每格时间 %1，每格电压 %2，y1 "_s.arg(time, volts)));
 }
 
 TEST_F(Accessibility, AChangeOfTheWordsIsAnnouncedOnceWithTheNewWords) {
@@ -118,7 +116,7 @@ TEST_F(Accessibility, AChangeOfTheWordsIsAnnouncedOnceWithTheNewWords) {
     list().setListIndex(2);
     QCoreApplication::processEvents();
     ASSERT_EQ(announced.size(), 2);
-    EXPECT_TRUE(announced.last().startsWith(QStringLiteral("A，")));
+    EXPECT_TRUE(announced.last().startsWith(u"A，"_s));
     control<ListCombo>("Combo2").setListIndex(3);
     QCoreApplication::processEvents();
     EXPECT_EQ(announced.size(), 3);
@@ -160,7 +158,7 @@ TEST_F(FileDrop, ACaptureOpensAsByTheMenu) {
     EXPECT_EQ(model->ChannelPresent[1], 1);
     EXPECT_TRUE(list().Selected(1));
     EXPECT_EQ(list().ListIndex(), 1);
-    EXPECT_EQ(control<QLabel>("Label4").text(), path(QStringLiteral("dropped.bin")));
+    EXPECT_EQ(control<QLabel>("Label4").text(), path(u"dropped.bin"_s));
     EXPECT_TRUE(dialogs.fileRequests.empty());
     EXPECT_TRUE(dialogs.messages.isEmpty());
 }
@@ -168,7 +166,7 @@ TEST_F(FileDrop, ACaptureOpensAsByTheMenu) {
 TEST_F(FileDrop, AFileThatIsNoCaptureLeavesTheScreenAsTheMenuDoes) {
     openFlat();
     const QImage before = screenImage();
-    write(QStringLiteral("letter.txt"), "Dear all");
+    write(u"letter.txt"_s, "Dear all");
     EXPECT_TRUE(drop({url("letter.txt")}));
     EXPECT_EQ(screenImage(), before);
     EXPECT_EQ(model->ChannelPresent[0], 1);
@@ -185,7 +183,7 @@ TEST_F(FileDrop, SeveralFilesAndAddressesElsewhereAreRefused) {
     writeCapture("one.bin", '1');
     writeCapture("two.bin", '2');
     EXPECT_FALSE(drop({url("one.bin"), url("two.bin")}));
-    EXPECT_FALSE(drop({QUrl(QStringLiteral("https://example.invalid/one.bin"))}));
+    EXPECT_FALSE(drop({QUrl(u"https://example.invalid/one.bin"_s)}));
     EXPECT_FALSE(drop({}));
     EXPECT_EQ(model->ChannelPresent[0], 0);
 }

@@ -1,45 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "shell/frmcomfixture.h"
 
-#include "capture/capturefile.h"
-#include "capture/scenes.h"
-#include "platform/controls/labels.h"
 #include "platform/controls/listcombo.h"
-#include "platform/controls/markerlabel.h"
 #include "platform/controls/picturebox.h"
 #include "platform/controls/positionbar.h"
 #include "platform/controls/ticklist.h"
 #include "platform/controls/toolbar.h"
-#include "view/geometry.h"
-
-#include <QMenuBar>
-#include <QScreen>
+#include "support/strings.h"
 
 #include <algorithm>
 
 namespace sixtrace::test {
 namespace {
 
-/// The picture of an empty screen, drawn without the window.
-struct EmptyScreen {
-    Picture picture{kSurfaceWidth, kSurfaceHeight};
-
-    explicit EmptyScreen(publicM& model) {
-        Picture copy(kSurfaceWidth, kSurfaceHeight);
-        picture.BackColor = 4194368;
-        FrameRenderer().PicReDrawT(model, FrameInputs{}, picture, copy);
-    }
-};
-
-bool samePixels(const Picture& one, const Picture& other) {
-    return one.view() == other.view();
-}
-
 class FrmComStart : public FrmComTest {};
 
 TEST_F(FrmComStart, FirstStartIsChineseWithLinesAndGraticuleAndLeavesJustTheLanguageKey) {
     load();
-    EXPECT_EQ(read(QStringLiteral("vkq.ini")).simplified(), QByteArray("[Common] Language=0"));
+    EXPECT_EQ(read(u"vkq.ini"_s).simplified(), QByteArray("[Common] Language=0"));
     EXPECT_EQ(model->LanguageId, 0);
     EXPECT_TRUE(item("mnuChinese").isChecked());
     EXPECT_TRUE(item("mnuLine").isChecked());
@@ -50,14 +28,14 @@ TEST_F(FrmComStart, FirstStartIsChineseWithLinesAndGraticuleAndLeavesJustTheLang
 TEST_F(FrmComStart, RowsShowLabelTimeVoltsAndTheExponentBehindEightBlanks) {
     load();
     const auto& list = control<TickList>("List1");
-    const QString rest = QStringLiteral("          5  nS          5.00mV        / 1");
+    const QString rest = u"          5  nS          5.00mV        / 1"_s;
     EXPECT_EQ(list.count(), 6);
-    EXPECT_EQ(list.List(0), QStringLiteral("ch1") + rest);
-    EXPECT_EQ(list.List(1), QStringLiteral("ch2") + rest);
-    EXPECT_EQ(list.List(2), QStringLiteral("A  ") + rest);
-    EXPECT_EQ(list.List(3), QStringLiteral("B  ") + rest);
-    EXPECT_EQ(list.List(4), QStringLiteral("C  ") + rest);
-    EXPECT_EQ(list.List(5), QStringLiteral("D  ") + rest);
+    EXPECT_EQ(list.List(0), u"ch1"_s + rest);
+    EXPECT_EQ(list.List(1), u"ch2"_s + rest);
+    EXPECT_EQ(list.List(2), u"A  "_s + rest);
+    EXPECT_EQ(list.List(3), u"B  "_s + rest);
+    EXPECT_EQ(list.List(4), u"C  "_s + rest);
+    EXPECT_EQ(list.List(5), u"D  "_s + rest);
 }
 
 TEST_F(FrmComStart, FirstRowIsCurrentWithoutAnyTickWhileNoChannelIsChosen) {
@@ -76,15 +54,15 @@ TEST_F(FrmComStart, ListsAreFilledAndTheBarStandsInTheMiddleOfRowZero) {
     const auto& times = control<ListCombo>("Combo1");
     const auto& volts = control<ListCombo>("Combo2");
     EXPECT_EQ(times.ListCount(), 28);
-    EXPECT_EQ(times.List(27), QStringLiteral("5   S"));
+    EXPECT_EQ(times.List(27), u"5   S"_s);
     EXPECT_EQ(times.ListIndex(), 0);
     EXPECT_EQ(volts.ListCount(), 10);
-    EXPECT_EQ(volts.List(0), QStringLiteral("50.0mV")) << "the probe exponent is 1 before any load";
+    EXPECT_EQ(volts.List(0), u"50.0mV"_s) << "the probe exponent is 1 before any load";
     EXPECT_EQ(volts.ListIndex(), 0);
     const auto& cursorTypes = control<ListCombo>("Combo3");
     EXPECT_EQ(cursorTypes.ListCount(), 4);
     for (int row = 0; row < 4; ++row) {
-        EXPECT_EQ(cursorTypes.List(row), QStringLiteral(" ")) << "its texts stand in the language files";
+        EXPECT_EQ(cursorTypes.List(row), u" "_s) << "its texts stand in the language files";
     }
     EXPECT_EQ(cursorTypes.ListIndex(), 0);
     EXPECT_EQ(control<PositionBar>("VScroll1").Max(), 800);
@@ -101,9 +79,9 @@ TEST_F(FrmComStart, EmptyScreenIsDrawnAndCopiedToTheHiddenPicture) {
 }
 
 TEST_F(FrmComStart, SettingsReachColoursTicksAndLanguage) {
-    write(QStringLiteral("vkq.ini"), "[LineColor]\n0=1193046\n[GridColor]\nGrid= 255\n[Pic3Color]\nback=65280\n"
-                                     "[Pic2Color]\nBackColor=8388608\n"
-                                     "[Common]\nLanguage=1\nGraticule=False\nDrawLine=False\nDrawPoint=False\n");
+    write(u"vkq.ini"_s, "[LineColor]\n0=1193046\n[GridColor]\nGrid= 255\n[Pic3Color]\nback=65280\n"
+                        "[Pic2Color]\nBackColor=8388608\n"
+                        "[Common]\nLanguage=1\nGraticule=False\nDrawLine=False\nDrawPoint=False\n");
     load();
     EXPECT_EQ(model->LineColor[0], 1193046);
     EXPECT_EQ(model->BackColor, 8388608);
@@ -128,7 +106,7 @@ TEST_F(FrmComStart, SettingsFileOfAnyBytesStartsTheProgram) {
     for (int i = 0; i < 4096; ++i) {
         bytes.append(static_cast<char>((i * 31 + i / 256) & 0xFF));
     }
-    write(QStringLiteral("vkq.ini"), bytes);
+    write(u"vkq.ini"_s, bytes);
     load();
     EXPECT_EQ(model->GridColor, 16776960);
 }
@@ -172,7 +150,7 @@ TEST_F(FrmComEnd, ClosingTheWindowUnloadsTheMessageWindowAndExitDoesNot) {
     const auto messageWindows = [] {
         const auto windows = QApplication::topLevelWidgets();
         return std::count_if(windows.begin(), windows.end(),
-                             [](const QWidget* w) { return w->objectName() == QLatin1String("FrmMessageOut"); });
+                             [](const QWidget* w) { return w->objectName() == u"FrmMessageOut"_s; });
     };
     static_cast<void>(form->messageOut());
     item("mnuExit").trigger();
@@ -189,194 +167,9 @@ TEST_F(FrmComEnd, ExitEndsTheProcessAtOnce) {
 
 TEST_F(FrmComEnd, NothingIsSavedAtTheEnd) {
     load();
-    write(QStringLiteral("vkq.ini"), "; emptied\n");
+    write(u"vkq.ini"_s, "; emptied\n");
     form->close();
-    EXPECT_EQ(read(QStringLiteral("vkq.ini")), QByteArray("; emptied\n"));
-}
-
-class FrmComOpen : public FrmComTest {
-protected:
-    void open(const QString& name) {
-        dialogs.files.emplace_back(FileChoice{path(name), 1});
-        item("mnuOpen").trigger();
-    }
-    void writeScene(const char* name, const char* tag = "V11") {
-        const auto blocks = sceneBlocks(QString::fromLatin1(name), 1);
-        ASSERT_TRUE(blocks.has_value());
-        write(QStringLiteral("capture.bin"), captureBytes(*captureForm(tag), *blocks));
-    }
-};
-
-TEST_F(FrmComOpen, AsksForACaptureInTheDatFolderOfTheProgram) {
-    load();
-    item("mnuOpen").trigger();
-    ASSERT_EQ(dialogs.fileRequests.size(), 1U);
-    EXPECT_EQ(dialogs.fileRequests[0].fileName, path(QStringLiteral("dat/*.bin")));
-    EXPECT_EQ(dialogs.fileRequests[0].filter, QStringLiteral("KQX bin (*.bin)|*.bin|所有文件|*.*"));
-    EXPECT_EQ(dialogs.fileRequests[0].filterIndex, 1);
-    EXPECT_TRUE(control<PathLabel>("Label4").text().isEmpty()) << "a cancelled dialog changes nothing";
-}
-
-TEST_F(FrmComOpen, SixTracesAreTickedDrawnAndTheLastBlocksRowIsCurrent) {
-    load();
-    writeScene("six");
-    form->show();
-    open(QStringLiteral("capture.bin"));
-    const auto& list = control<TickList>("List1");
-    for (int channel = 0; channel < kChannels; ++channel) {
-        EXPECT_TRUE(list.Selected(channel));
-        EXPECT_TRUE(control<QWidget>(qPrintable(elementName(QStringLiteral("image1"), channel))).isVisible());
-    }
-    EXPECT_EQ(list.ListIndex(), 5);
-    EXPECT_EQ(form->state().CurChannel, 5);
-    EXPECT_EQ(control<PathLabel>("Label4").text(), path(QStringLiteral("capture.bin")));
-    EXPECT_TRUE(control<PathLabel>("Label5").text().isEmpty());
-    EXPECT_FALSE(samePixels(control<PictureBox>("Picture2").picture(), EmptyScreen(*model).picture));
-    EXPECT_EQ(control<MarkerLabel>("image1(5)").backColor(), QColor(255, 128, 0)) << "the selected marker stands out";
-    EXPECT_EQ(control<MarkerLabel>("image1(0)").backColor(), QColor(0, 255, 255)) << "the others blend in";
-}
-
-TEST_F(FrmComOpen, MarkersStandWhereTheFilesZeroLevelsSay) {
-    load();
-    CaptureBlock block{.id = 'A', .screenPoints = 4, .sampleCount = 4, .zeroLevel = 50, .samples = {0, 1, 2, 3}};
-    write(QStringLiteral("capture.bin"), captureBytes(*captureForm("V11"), {block}));
-    open(QStringLiteral("capture.bin"));
-    // 100 - 50 of 200 steps down a strip of 6030 twips, less half a marker's 210.
-    EXPECT_DOUBLE_EQ(control<MarkerLabel>("image1(2)").Top().number(), 6030 * 50 / 200.0 - 105);
-}
-
-TEST_F(FrmComOpen, MissingFileIsReportedAndNothingElseHappens) {
-    load();
-    open(QStringLiteral("none.bin"));
-    EXPECT_EQ(dialogs.messages,
-              QStringList{QStringLiteral(" no this file!\n\r\n\r") + path(QStringLiteral("none.bin"))});
-    ASSERT_EQ(dialogs.messageIcons.size(), 1U);
-    EXPECT_EQ(dialogs.messageIcons[0], MessageIcon::Critical);
-    EXPECT_TRUE(control<PathLabel>("Label4").text().isEmpty());
-}
-
-TEST_F(FrmComOpen, FolderInPlaceOfACaptureIsNoFile) {
-    load();
-    ASSERT_TRUE(QDir().mkpath(path(QStringLiteral("folder.bin"))));
-    open(QStringLiteral("folder.bin"));
-    EXPECT_EQ(dialogs.messages.size(), 1);
-}
-
-TEST_F(FrmComOpen, RefusedFileLeavesTheCaptureOnTheScreenWithoutAMessage) {
-    load();
-    writeScene("six");
-    open(QStringLiteral("capture.bin"));
-    const QImage before = control<PictureBox>("Picture2").picture().view().copy();
-    for (const char* content : {"", "KQ", "PNG and more", "KQXV02"}) {
-        write(QStringLiteral("bad.bin"), content);
-        open(QStringLiteral("bad.bin"));
-        EXPECT_EQ(control<PictureBox>("Picture2").picture().view(), before) << content;
-    }
-    EXPECT_EQ(model->FileKind, 0) << "the tag was the last reason";
-    EXPECT_TRUE(dialogs.messages.isEmpty());
-}
-
-TEST_F(FrmComOpen, RefusedFileBeforeAnyCaptureIsSurvived) {
-    load();
-    write(QStringLiteral("bad.bin"), "nothing");
-    open(QStringLiteral("bad.bin"));
-    EXPECT_EQ(form->state().CurChannel, -1);
-}
-
-TEST_F(FrmComOpen, HeaderOnlyUnticksAllRowsAndShowsTheGraticuleOnly) {
-    load();
-    writeScene("six");
-    open(QStringLiteral("capture.bin"));
-    writeScene("empty");
-    form->show();
-    open(QStringLiteral("capture.bin"));
-    for (int channel = 0; channel < kChannels; ++channel) {
-        EXPECT_FALSE(control<TickList>("List1").Selected(channel));
-        // The Open command ends with the clamp of the current channel's marker, which shows the marker.
-        EXPECT_EQ(control<QWidget>(qPrintable(elementName(QStringLiteral("image1"), channel))).isHidden(),
-                  channel != 5);
-    }
-    EXPECT_EQ(control<TickList>("List1").ListIndex(), 5) << "clearing a clear tick still moves the row";
-    EXPECT_TRUE(samePixels(control<PictureBox>("Picture2").picture(), EmptyScreen(*model).picture));
-}
-
-TEST_F(FrmComOpen, LoadOfTheOtherFamilyRelabelsTheTimeList) {
-    load();
-    writeScene("sine", "V01");
-    open(QStringLiteral("capture.bin"));
-    EXPECT_EQ(control<ListCombo>("Combo1").List(2), QStringLiteral("25 nS"));
-    writeScene("sine", "W11");
-    open(QStringLiteral("capture.bin"));
-    EXPECT_EQ(control<ListCombo>("Combo1").List(2), QStringLiteral("20 nS"));
-    EXPECT_EQ(control<ListCombo>("Combo1").List(26), QStringLiteral("2   S"));
-    EXPECT_EQ(model->FileKind, 5);
-}
-
-TEST_F(FrmComOpen, NewClearsTheScreenAndTheNextFrameBringsTheTracesBack) {
-    load();
-    writeScene("six");
-    open(QStringLiteral("capture.bin"));
-    const QImage traces = control<PictureBox>("Picture2").picture().view().copy();
-    item("mnuNew").setVisible(true); // the item is hidden and so cannot be chosen, but its command works
-    item("mnuNew").trigger();
-    const Picture& picture = control<PictureBox>("Picture2").picture();
-    EXPECT_EQ(picture.Point(0, 0), 4194368);
-    EXPECT_TRUE(control<TickList>("List1").Selected(0));
-    control<TickList>("List1").setSelected(0, true);
-    EXPECT_EQ(picture.view(), traces);
-}
-
-TEST_F(FrmComOpen, ToolButton2Opens) {
-    load();
-    control<ToolBar>("Toolbar1").button(2).click();
-    EXPECT_EQ(dialogs.fileRequests.size(), 1U);
-}
-
-TEST_F(FrmComOpen, ToolButtonsWithoutAHandlerDoNothing) {
-    load();
-    const QImage before = control<PictureBox>("Picture2").picture().view().copy();
-    QStringList chosen;
-    for (const QAction* action : form->findChildren<QAction*>()) {
-        QObject::connect(action, &QAction::triggered, action, [&chosen, action] { chosen << action->objectName(); });
-    }
-    for (const int index : {1, 5, 10, 15}) {
-        control<ToolBar>("Toolbar1").button(index).click();
-        EXPECT_EQ(chosen, QStringList()) << index;
-    }
-    control<ToolBar>("Toolbar1").button(7).click();
-    EXPECT_EQ(chosen, QStringList{QStringLiteral("mnuGraticule")}) << "as the buttons beside them do";
-    control<ToolBar>("Toolbar1").button(7).click();
-    EXPECT_TRUE(dialogs.fileRequests.empty());
-    EXPECT_EQ(control<PictureBox>("Picture2").picture().view(), before);
-    EXPECT_EQ(ends, 0);
-}
-
-TEST_F(FrmComOpen, EachToolButtonRunsItsMenuItem) {
-    load();
-    const std::array<std::pair<int, const char*>, 12> commands{{{2, "mnuOpen"},
-                                                                {3, "mnuPrintView"},
-                                                                {4, "mnuPrint"},
-                                                                {6, "mnuTabular"},
-                                                                {7, "mnuGraticule"},
-                                                                {8, "mnuLine"},
-                                                                {9, "mnuPoint"},
-                                                                {11, "mnuComSet"},
-                                                                {12, "mnuAcquire"},
-                                                                {13, "mnuautoget"},
-                                                                {14, "mnustop"},
-                                                                {16, "mnuContent"}}};
-    QStringList chosen;
-    for (QAction* action : form->menuBar()->findChildren<QAction*>()) {
-        // The handlers of these items would show dialogs, print and fetch.
-        QObject::disconnect(action, &QAction::triggered, nullptr, nullptr);
-        QObject::connect(action, &QAction::triggered, form.get(),
-                         [&chosen, action] { chosen.append(action->objectName()); });
-    }
-    for (const auto& [button, name] : commands) {
-        chosen.clear();
-        control<ToolBar>("Toolbar1").button(button).click();
-        EXPECT_EQ(chosen, QStringList{QString::fromLatin1(name)}) << button;
-    }
+    EXPECT_EQ(read(u"vkq.ini"_s), QByteArray("; emptied\n"));
 }
 
 } // namespace

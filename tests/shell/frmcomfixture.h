@@ -6,6 +6,8 @@
 #include "shell/frmcom.h"
 #include "support/scripteddialogs.h"
 #include "support/sourcefolder.h"
+#include "support/strings.h"
+#include "view/geometry.h"
 
 #include <QAction>
 #include <QApplication>
@@ -25,7 +27,7 @@ protected:
     void SetUp() override { applyLook(*qApp); }
 
     [[nodiscard]] QString path(const QString& name) const { return m_folder.filePath(name); }
-    [[nodiscard]] QString iniFile() const { return path(QStringLiteral("vkq.ini")); }
+    [[nodiscard]] QString iniFile() const { return path(u"vkq.ini"_s); }
 
     void write(const QString& name, const QByteArray& bytes) const {
         QFile file(path(name));
@@ -71,5 +73,22 @@ protected:
 private:
     QTemporaryDir m_folder;
 };
+
+class Languages : public FrmComTest {};
+
+/// The picture of an empty screen, drawn without the window.
+struct EmptyScreen {
+    Picture picture{kSurfaceWidth, kSurfaceHeight};
+
+    explicit EmptyScreen(publicM& model) {
+        Picture copy(kSurfaceWidth, kSurfaceHeight);
+        picture.BackColor = 4194368;
+        FrameRenderer().PicReDrawT(model, FrameInputs{}, picture, copy);
+    }
+};
+
+inline bool samePixels(const Picture& one, const Picture& other) {
+    return one.view() == other.view();
+}
 
 } // namespace sixtrace::test

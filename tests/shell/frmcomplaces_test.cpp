@@ -5,6 +5,7 @@
 #include "platform/controls/captions.h"
 #include "platform/controls/picturebox.h"
 #include "platform/controls/toolbar.h"
+#include "support/strings.h"
 
 #include <QMenu>
 #include <QMenuBar>
@@ -95,13 +96,13 @@ TEST_F(FrmComPlaces, MarkersAndStandInsHaveTheirSizesAndAreHiddenAtStart) {
     load();
     form->show();
     for (int channel = 0; channel < kChannels; ++channel) {
-        const auto& marker = control<QWidget>(qPrintable(elementName(QStringLiteral("image1"), channel)));
-        const auto& standIn = control<QWidget>(qPrintable(elementName(QStringLiteral("ZLabel"), channel)));
+        const auto& marker = control<QWidget>(qPrintable(elementName(u"image1"_s, channel)));
+        const auto& standIn = control<QWidget>(qPrintable(elementName(u"ZLabel"_s, channel)));
         EXPECT_EQ(marker.size(), QSize(24, 14));
         EXPECT_EQ(standIn.size(), QSize(25, 17));
         EXPECT_TRUE(marker.isHidden());
         EXPECT_TRUE(standIn.isHidden());
-        EXPECT_EQ(marker.property("caption").toString(), QStringLiteral("%1->").arg(QStringLiteral("12ABCD")[channel]));
+        EXPECT_EQ(marker.property("caption").toString(), u"%1->"_s.arg(u"12ABCD"_s[channel]));
     }
     EXPECT_EQ(control<QWidget>("image2").size(), QSize(25, 14));
     EXPECT_EQ(control<QWidget>("image2").y(), 200);
@@ -138,7 +139,7 @@ TEST_F(FrmComPlaces, SixteenToolButtonsStandInARowWithGapsAt1And5And10And15) {
     constexpr std::array kWidth{8, 28, 28, 28, 11, 28, 28, 28, 28, 11, 28, 28, 28, 28, 11, 28};
     for (std::size_t i = 0; i < kLeft.size(); ++i) {
         const int index = static_cast<int>(i) + 1;
-        const auto& button = control<QWidget>(qPrintable(elementName(QStringLiteral("Toolbar1"), index)));
+        const auto& button = control<QWidget>(qPrintable(elementName(u"Toolbar1"_s, index)));
         EXPECT_EQ(button.geometry(), QRect(kLeft[i], 3, kWidth[i], 28)) << index;
     }
 }
@@ -152,7 +153,7 @@ TEST_F(FrmComPlaces, TabWalksFromTheListOverTimeAndVoltControlsAndCursorTypeToTh
         QTest::keyClick(form.get(), Qt::Key_Tab);
         walked.append(form->focusWidget() != nullptr ? form->focusWidget()->objectName() : QString());
     }
-    EXPECT_EQ(walked.join(QLatin1Char(' ')), QStringLiteral("List1 Combo1 UpDown2 Combo2 UpDown1 Combo3 VScroll1"));
+    EXPECT_EQ(walked.join(QLatin1Char(' ')), u"List1 Combo1 UpDown2 Combo2 UpDown1 Combo3 VScroll1"_s);
 }
 
 struct MenuItem {
@@ -172,7 +173,7 @@ void expectMenu(FrmCom& form, const char* menuName, const std::vector<MenuItem>&
         EXPECT_EQ(action.objectName(), QString::fromLatin1(items[i].name));
         EXPECT_EQ(action.isVisible(), items[i].visible) << items[i].name;
         EXPECT_EQ(action.isChecked(), items[i].ticked) << items[i].name;
-        if (QString::fromUtf16(items[i].caption) == QStringLiteral("-")) {
+        if (QString::fromUtf16(items[i].caption) == u"-"_s) {
             EXPECT_TRUE(action.isSeparator()) << items[i].name;
         } else {
             EXPECT_EQ(action.text(), QString::fromUtf16(items[i].caption));
@@ -222,8 +223,8 @@ TEST_F(FrmComPlaces, MenuTreeHasItsCaptionsHiddenItemsAndTicks) {
         bar.append(action->objectName() + action->text());
     }
     EXPECT_EQ(bar.join(QLatin1Char(' ')),
-              QStringLiteral("mnuFile文件(&F) mnuView视图(&V) mnuFormat格式(&O) mnuCom通讯(&C) mnuLanguage语言(&L) "
-                             "mnuHelp帮助(&H)"));
+              u"mnuFile文件(&F) mnuView视图(&V) mnuFormat格式(&O) mnuCom通讯(&C) mnuLanguage语言(&L) "
+              "mnuHelp帮助(&H)"_s);
 }
 
 TEST_F(FrmComPlaces, ChoosingAnItemLeavesItsTickToTheHandler) {
@@ -271,13 +272,13 @@ TEST_F(FrmComPlaces, EveryItemThatIsShownIsEnabledWithoutACapture) {
 TEST_F(FrmComPlaces, TheHiddenToolbarItemTouchesNeitherTheToolbarNorItsTickNorTheSettings) {
     load();
     form->show();
-    const QByteArray settings = read(QStringLiteral("vkq.ini"));
+    const QByteArray settings = read(u"vkq.ini"_s);
     item("mnuTools").trigger();
     item("mnuStatus").trigger();
     EXPECT_TRUE(control<QWidget>("Toolbar1").isVisible());
     EXPECT_TRUE(item("mnuTools").isChecked());
     EXPECT_TRUE(item("mnuStatus").isChecked());
-    EXPECT_EQ(read(QStringLiteral("vkq.ini")), settings);
+    EXPECT_EQ(read(u"vkq.ini"_s), settings);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/controls/look.h"
 #include "shell/frmsplash.h"
+#include "support/strings.h"
 
 #include <QApplication>
 #include <QtTest/QtTest>
@@ -14,14 +15,14 @@ class Splash : public ::testing::Test {
 protected:
     void SetUp() override {
         applyLook(*qApp);
-        splash = std::make_unique<frmSplash>([this] { events.append(QStringLiteral("load")); },
-                                             [this] { events.append(QStringLiteral("show")); });
+        splash =
+            std::make_unique<frmSplash>([this] { events.append(u"load"_s); }, [this] { events.append(u"show"_s); });
         // A busy machine may take longer to show the window than the first tick waits.
         firstInterval = timer().interval();
         timer().setInterval(3'600'000);
         splash->show();
     }
-    [[nodiscard]] QTimer& timer() const { return *splash->findChild<QTimer*>(QStringLiteral("Timer1")); }
+    [[nodiscard]] QTimer& timer() const { return *splash->findChild<QTimer*>(u"Timer1"_s); }
     /// Makes the running timer tick once, without waiting.
     void tick() {
         const int interval = timer().interval();
@@ -47,7 +48,7 @@ TEST_F(Splash, FirstTickComesAfter10MsAndLoadsTheMainWindowUnseen) {
     EXPECT_FALSE(splash->SplashDone());
     tick();
     EXPECT_TRUE(splash->SplashDone());
-    EXPECT_EQ(events, QStringList{QStringLiteral("load")});
+    EXPECT_EQ(events, QStringList{u"load"_s});
     EXPECT_EQ(timer().interval(), 2500);
     EXPECT_TRUE(splash->isVisible());
 }
@@ -55,34 +56,34 @@ TEST_F(Splash, FirstTickComesAfter10MsAndLoadsTheMainWindowUnseen) {
 TEST_F(Splash, SecondTickUnloadsItAndShowsTheMainWindow) {
     tick();
     tick();
-    EXPECT_EQ(events, (QStringList{QStringLiteral("load"), QStringLiteral("show")}));
+    EXPECT_EQ(events, (QStringList{u"load"_s, u"show"_s}));
     EXPECT_FALSE(splash->isVisible());
     EXPECT_FALSE(timer().isActive());
 }
 
 TEST_F(Splash, KeyBeforeItsFirstTickStillBringsUpTheMainWindow) {
     QTest::keyClick(splash.get(), Qt::Key_A);
-    EXPECT_EQ(events, QStringList{QStringLiteral("show")});
+    EXPECT_EQ(events, QStringList{u"show"_s});
     EXPECT_FALSE(splash->isVisible());
 }
 
 TEST_F(Splash, ClickOnThePictureBringsUpTheMainWindowAtOnce) {
     tick();
     QTest::mouseClick(part("imgLogo"), Qt::LeftButton);
-    EXPECT_EQ(events, (QStringList{QStringLiteral("load"), QStringLiteral("show")}));
+    EXPECT_EQ(events, (QStringList{u"load"_s, u"show"_s}));
     EXPECT_FALSE(splash->isVisible());
 }
 
 TEST_F(Splash, ClickOnTheFrameBringsUpTheMainWindowAtOnce) {
     QTest::mouseClick(part("Frame1"), Qt::LeftButton, {}, QPoint(20, 290));
-    EXPECT_EQ(events, QStringList{QStringLiteral("show")});
+    EXPECT_EQ(events, QStringList{u"show"_s});
 }
 
 TEST_F(Splash, DismissedTwiceItShowsTheMainWindowOnce) {
     splash->unload();
     splash->unload();
     splash->close();
-    EXPECT_EQ(events, QStringList{QStringLiteral("show")});
+    EXPECT_EQ(events, QStringList{u"show"_s});
 }
 
 TEST_F(Splash, Is480By300WithAPictureOf196) {

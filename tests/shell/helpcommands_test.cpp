@@ -2,6 +2,7 @@
 #include "shell/frmabout.h"
 #include "shell/frmcomfixture.h"
 #include "shell/frmmessageout.h"
+#include "support/strings.h"
 
 #include <QLabel>
 #include <QPointer>
@@ -14,24 +15,24 @@ namespace {
 class HelpCommandsTest : public FrmComTest {
 protected:
     FrmCom& loadWithOpener() {
-        form = std::make_unique<FrmCom>(*model, FrmComServices{dialogs, [this] { return path(QStringLiteral(".")); },
-                                                               [this] { ++ends; },
-                                                               [this](const QString& file) { opened << file; }});
+        form = std::make_unique<FrmCom>(*model,
+                                        FrmComServices{dialogs, [this] { return path(u"."_s); }, [this] { ++ends; },
+                                                       [this](const QString& file) { opened << file; }});
         return *form;
     }
     QStringList opened;
 };
 
 TEST_F(HelpCommandsTest, ContentsOpensTheHelpOfTheTickedLanguage) {
-    write(QStringLiteral("vrt_c.html"), "c");
-    write(QStringLiteral("vrt_e.html"), "e");
+    write(u"vrt_c.html"_s, "c");
+    write(u"vrt_e.html"_s, "e");
     loadWithOpener();
     item("mnuContent").trigger();
     item("mnuEnglish").trigger();
     item("mnuContent").trigger();
     ASSERT_EQ(opened.size(), 2);
-    EXPECT_TRUE(opened.at(0).endsWith(QStringLiteral("/vrt_c.html")));
-    EXPECT_TRUE(opened.at(1).endsWith(QStringLiteral("/vrt_e.html")));
+    EXPECT_TRUE(opened.at(0).endsWith(u"/vrt_c.html"_s));
+    EXPECT_TRUE(opened.at(1).endsWith(u"/vrt_e.html"_s));
 }
 
 TEST_F(HelpCommandsTest, WithTheHelpFileMissingContentsShowsNothing) {
@@ -45,15 +46,14 @@ TEST_F(HelpCommandsTest, AboutShowsNameAndVersionModelesslyAndOkUnloadsIt) {
     installLanguages();
     load();
     item("mnuAbout").trigger();
-    const QPointer<QWidget> about = form->findChild<QWidget*>(QStringLiteral("frmAbout"));
+    const QPointer<QWidget> about = form->findChild<QWidget*>(u"frmAbout"_s);
     ASSERT_FALSE(about.isNull());
     EXPECT_TRUE(about->isVisible());
     EXPECT_FALSE(about->isModal());
-    EXPECT_EQ(about->windowTitle(), QStringLiteral("About Sixtrace"));
-    EXPECT_EQ(about->findChild<QLabel*>(QStringLiteral("lblTitle"))->text(), QStringLiteral("Sixtrace"));
-    EXPECT_EQ(about->findChild<QLabel*>(QStringLiteral("lblVersion"))->text(),
-              QStringLiteral("Version " SIXTRACE_VERSION));
-    about->findChild<QPushButton*>(QStringLiteral("cmdOK"))->click();
+    EXPECT_EQ(about->windowTitle(), u"About Sixtrace"_s);
+    EXPECT_EQ(about->findChild<QLabel*>(u"lblTitle"_s)->text(), u"Sixtrace"_s);
+    EXPECT_EQ(about->findChild<QLabel*>(u"lblVersion"_s)->text(), QStringLiteral("Version " SIXTRACE_VERSION));
+    about->findChild<QPushButton*>(u"cmdOK"_s)->click();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(about.isNull());
 }
@@ -62,7 +62,7 @@ TEST_F(HelpCommandsTest, ThereIsOneAboutBoxHoweverOftenItIsAskedFor) {
     load();
     const auto boxes = [this] {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        return form->findChildren<QWidget*>(QStringLiteral("frmAbout"));
+        return form->findChildren<QWidget*>(u"frmAbout"_s);
     };
     item("mnuAbout").trigger();
     const QPointer<QWidget> first = boxes().value(0);
@@ -81,23 +81,23 @@ TEST_F(HelpCommandsTest, ThereIsOneAboutBoxHoweverOftenItIsAskedFor) {
 TEST_F(HelpCommandsTest, Command1OfTheMessageWindowHidesItAndLeavesItLoaded) {
     load();
     FrmMessageOut& window = form->messageOut();
-    window.Label1().setText(QStringLiteral("kept"));
+    window.Label1().setText(u"kept"_s);
     window.show();
-    window.findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+    window.findChild<QPushButton*>(u"Command1"_s)->click();
     EXPECT_FALSE(window.isVisible());
     EXPECT_EQ(&form->messageOut(), &window);
-    EXPECT_EQ(form->messageOut().Label1().text(), QStringLiteral("kept"));
+    EXPECT_EQ(form->messageOut().Label1().text(), u"kept"_s);
 }
 
 TEST_F(HelpCommandsTest, WithoutLanguageFilesTheSmallWindowsHaveTheCaptionsOfTheirDesign) {
     load();
     FrmMessageOut& window = form->messageOut();
-    EXPECT_EQ(window.windowTitle(), QStringLiteral("信息提示"));
-    EXPECT_EQ(window.findChild<QPushButton*>(QStringLiteral("Command1"))->text(), QStringLiteral("确   定"));
+    EXPECT_EQ(window.windowTitle(), u"信息提示"_s);
+    EXPECT_EQ(window.findChild<QPushButton*>(u"Command1"_s)->text(), u"确   定"_s);
     item("mnuAbout").trigger();
-    const auto* about = form->findChild<QWidget*>(QStringLiteral("frmAbout"));
+    const auto* about = form->findChild<QWidget*>(u"frmAbout"_s);
     ASSERT_NE(about, nullptr);
-    EXPECT_EQ(about->windowTitle(), QStringLiteral("About Sixtrace"));
+    EXPECT_EQ(about->windowTitle(), u"About Sixtrace"_s);
 }
 
 /// Sets the search path for programs during a test.
@@ -126,22 +126,22 @@ protected:
 
 #if !defined(Q_OS_WIN)
 TEST_F(SystemInformation, TheDesktopsInformationProgramIsStartedWhereThereIsOne) {
-    write(QStringLiteral("hardinfo"), "#!/bin/sh\n: > \"$(/usr/bin/dirname \"$0\")/started\"\n");
-    QFile::setPermissions(path(QStringLiteral("hardinfo")), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    write(u"hardinfo"_s, "#!/bin/sh\n: > \"$(/usr/bin/dirname \"$0\")/started\"\n");
+    QFile::setPermissions(path(u"hardinfo"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     const SearchPath search(path(QString()));
     ask();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return QFile::exists(path(QStringLiteral("started"))); }, 10000));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return QFile::exists(path(u"started"_s)); }, 10000));
     EXPECT_TRUE(dialogs.messages.isEmpty());
 }
 
 TEST_F(SystemInformation, WithoutSuchAProgramItSaysThatThereIsNone) {
-    const SearchPath search(path(QStringLiteral("nowhere")));
+    const SearchPath search(path(u"nowhere"_s));
     ask();
-    EXPECT_EQ(dialogs.messages, QStringList{QStringLiteral("System Information Is Unavailable At This Time")});
+    EXPECT_EQ(dialogs.messages, QStringList{u"System Information Is Unavailable At This Time"_s});
 }
 
 TEST_F(SystemInformation, AProgramThatCannotBeStartedIsNone) {
-    write(QStringLiteral("hardinfo"), "not a program");
+    write(u"hardinfo"_s, "not a program");
     const SearchPath search(path(QString()));
     ask();
     EXPECT_EQ(dialogs.messages.size(), 1);
@@ -156,9 +156,9 @@ TEST_F(HelpCommandsTest, TheIntervalOfTimedAcquisitionCannotBeChangedFromTheMenu
 
 TEST_F(HelpCommandsTest, MessageWindowKeepsItsTextThroughHiding) {
     load();
-    form->messageOut().Label1().setText(QStringLiteral("first"));
-    form->messageOut().Label1().setText(QStringLiteral("second"));
-    EXPECT_EQ(form->messageOut().Label1().text(), QStringLiteral("second"));
+    form->messageOut().Label1().setText(u"first"_s);
+    form->messageOut().Label1().setText(u"second"_s);
+    EXPECT_EQ(form->messageOut().Label1().text(), u"second"_s);
     EXPECT_FALSE(form->messageOut().isVisible()) << "no code shows it";
 }
 

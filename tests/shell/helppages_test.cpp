@@ -2,14 +2,12 @@
 // Menu paths, captions, keys and messages that the help pages name have to exist in the program.
 #include "platform/printing/qtprinters.h"
 #include "shell/frmcomfixture.h"
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <QDirIterator>
 #include <QMenuBar>
 #include <QRegularExpression>
 #include <QSet>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

@@ -1,53 +1,40 @@
 // SPDX-License-Identifier: MIT
 #include "shell/frmcomfixture.h"
-#include "shell/frmmessageout.h"
 
 #include "capture/applylanguage.h"
-#include "capture/capturefile.h"
 #include "capture/mdllan.h"
 #include "capture/scenes.h"
-#include "output/frmdata.h"
-#include "output/frmprintpreview.h"
-#include "output/frmprintsetup.h"
-#include "output/printing.h"
 #include "platform/controls/framepanel.h"
 #include "platform/controls/labels.h"
 #include "platform/controls/listcombo.h"
 #include "platform/controls/toolbar.h"
-#include "platform/desktop/dialogsheet.h"
-#include "platform/files/profilefile.h"
+#include "support/strings.h"
 
-#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QLibraryInfo>
-#include <QPointer>
-#include <QPushButton>
-#include <QTimer>
 
 namespace sixtrace::test {
 namespace {
-
-class Languages : public FrmComTest {};
 
 TEST_F(Languages, EnglishFileRelabelsTheWindowFromItsSections) {
     installLanguages();
     load();
     item("mnuEnglish").trigger();
-    EXPECT_EQ(form->windowTitle(), QStringLiteral("Sixtrace"));
-    EXPECT_EQ(item("mnuFile").text(), QStringLiteral("&File"));
-    EXPECT_EQ(item("mnuCom").text(), QStringLiteral("&Comm"));
-    EXPECT_EQ(control<ReadoutLabel>("LabP").text(), QStringLiteral("Period:"));
-    EXPECT_EQ(item("MnuGridColor").text(), QStringLiteral("Grid Color"));
-    EXPECT_EQ(control<ReadoutLabel>("LabMax").text(), QStringLiteral("Peak-peak:"));
-    EXPECT_EQ(control<QLabel>("Label1").text(), QStringLiteral("Scale          Step"));
+    EXPECT_EQ(form->windowTitle(), u"Sixtrace"_s);
+    EXPECT_EQ(item("mnuFile").text(), u"&File"_s);
+    EXPECT_EQ(item("mnuCom").text(), u"&Comm"_s);
+    EXPECT_EQ(control<ReadoutLabel>("LabP").text(), u"Period:"_s);
+    EXPECT_EQ(item("MnuGridColor").text(), u"Grid Color"_s);
+    EXPECT_EQ(control<ReadoutLabel>("LabMax").text(), u"Peak-peak:"_s);
+    EXPECT_EQ(control<QLabel>("Label1").text(), u"Scale          Step"_s);
     const auto& cursorTypes = control<ListCombo>("Combo3");
-    EXPECT_EQ(cursorTypes.List(0), QStringLiteral("Off"));
-    EXPECT_EQ(cursorTypes.List(1), QStringLiteral("Voltage"));
-    EXPECT_EQ(cursorTypes.List(2), QStringLiteral("Time"));
-    EXPECT_EQ(cursorTypes.List(3), QStringLiteral("Both"));
+    EXPECT_EQ(cursorTypes.List(0), u"Off"_s);
+    EXPECT_EQ(cursorTypes.List(1), u"Voltage"_s);
+    EXPECT_EQ(cursorTypes.List(2), u"Time"_s);
+    EXPECT_EQ(cursorTypes.List(3), u"Both"_s);
     EXPECT_EQ(cursorTypes.ListIndex(), 0);
-    EXPECT_EQ(control<FramePanel>("Frame2").caption(), QStringLiteral("ch1 TimeBase"));
-    EXPECT_TRUE(read(QStringLiteral("vkq.ini")).contains("Language=1"));
+    EXPECT_EQ(control<FramePanel>("Frame2").caption(), u"ch1 TimeBase"_s);
+    EXPECT_TRUE(read(u"vkq.ini"_s).contains("Language=1"));
 }
 
 TEST_F(Languages, ChineseFileBringsTheChineseCaptionsBack) {
@@ -55,83 +42,83 @@ TEST_F(Languages, ChineseFileBringsTheChineseCaptionsBack) {
     load();
     item("mnuEnglish").trigger();
     item("mnuChinese").trigger();
-    EXPECT_EQ(item("mnuFile").text(), QStringLiteral("文件(&F)"));
-    EXPECT_EQ(item("MnuGridColor").text(), QStringLiteral("网格颜色"));
-    EXPECT_EQ(item("mnubackgroundcolor").text(), QStringLiteral("背景颜色"));
-    EXPECT_EQ(item("mnuChinese").text(), QStringLiteral("中文"));
-    EXPECT_EQ(item("mnuEnglish").text(), QStringLiteral("English")) << "who looks for it reads this";
-    EXPECT_EQ(control<ReadoutLabel>("LabP").text(), QStringLiteral("周期："));
-    EXPECT_EQ(control<QLabel>("Label1").text(), QStringLiteral("刻度          位置        ")) << "to the blank";
-    EXPECT_EQ(control<ListCombo>("Combo3").List(3), QStringLiteral("全部"));
-    EXPECT_EQ(control<FramePanel>("Frame1").caption(), QStringLiteral("ch1 光标"));
+    EXPECT_EQ(item("mnuFile").text(), u"文件(&F)"_s);
+    EXPECT_EQ(item("MnuGridColor").text(), u"网格颜色"_s);
+    EXPECT_EQ(item("mnubackgroundcolor").text(), u"背景颜色"_s);
+    EXPECT_EQ(item("mnuChinese").text(), u"中文"_s);
+    EXPECT_EQ(item("mnuEnglish").text(), u"English"_s) << "who looks for it reads this";
+    EXPECT_EQ(control<ReadoutLabel>("LabP").text(), u"周期："_s);
+    EXPECT_EQ(control<QLabel>("Label1").text(), u"刻度          位置        "_s) << "to the blank";
+    EXPECT_EQ(control<ListCombo>("Combo3").List(3), u"全部"_s);
+    EXPECT_EQ(control<FramePanel>("Frame1").caption(), u"ch1 光标"_s);
     EXPECT_TRUE(item("mnuChinese").isChecked());
     EXPECT_FALSE(item("mnuEnglish").isChecked());
 }
 
 TEST_F(Languages, WithBothFilesMissingTheInterfaceIsChineseButForWhatCodeComposes) {
-    write(QStringLiteral("vkq.ini"), "[Common]\nLanguage=1\n");
+    write(u"vkq.ini"_s, "[Common]\nLanguage=1\n");
     load();
-    EXPECT_EQ(item("mnuFile").text(), QStringLiteral("文件(&F)"));
-    EXPECT_EQ(form->windowTitle(), QStringLiteral("通讯"));
-    EXPECT_EQ(control<FramePanel>("Frame2").caption(), QStringLiteral("ch1 TimeBase"));
-    EXPECT_EQ(control<ToolBar>("Toolbar1").button(2).toolTip(), QStringLiteral("Open"));
+    EXPECT_EQ(item("mnuFile").text(), u"文件(&F)"_s);
+    EXPECT_EQ(form->windowTitle(), u"通讯"_s);
+    EXPECT_EQ(control<FramePanel>("Frame2").caption(), u"ch1 TimeBase"_s);
+    EXPECT_EQ(control<ToolBar>("Toolbar1").button(2).toolTip(), u"Open"_s);
 }
 
 TEST_F(Languages, LanguageId5LoadsEnglishAndWrites1Back) {
     installLanguages();
-    write(QStringLiteral("vkq.ini"), "[Common]\nLanguage=5\n");
+    write(u"vkq.ini"_s, "[Common]\nLanguage=5\n");
     load();
-    EXPECT_EQ(item("mnuFile").text(), QStringLiteral("&File"));
+    EXPECT_EQ(item("mnuFile").text(), u"&File"_s);
     EXPECT_TRUE(item("mnuEnglish").isChecked());
     EXPECT_EQ(model->LanguageId, 1);
-    EXPECT_TRUE(read(QStringLiteral("vkq.ini")).contains("Language=1"));
+    EXPECT_TRUE(read(u"vkq.ini"_s).contains("Language=1"));
 }
 
 TEST_F(Languages, ElementOfAControlArrayIsLookedUpByNameAndThenWithItsIndex) {
-    write(QStringLiteral("ChineseS.Lan"), "[form]\nLabel1=plain\nLabel13=third\n");
+    write(u"ChineseS.Lan"_s, "[form]\nLabel1=plain\nLabel13=third\n");
     model->AppDir = path(QString()) + QLatin1Char('/');
     SetLanFile(*model, 0);
     QWidget window;
-    window.setObjectName(QStringLiteral("form"));
+    window.setObjectName(u"form"_s);
     QLabel second(&window);
-    second.setObjectName(QStringLiteral("Label1(2)"));
+    second.setObjectName(u"Label1(2)"_s);
     QLabel third(&window);
-    third.setObjectName(QStringLiteral("Label1(3)"));
+    third.setObjectName(u"Label1(3)"_s);
     ApplyLanguage(window, *model);
-    EXPECT_EQ(second.text(), QStringLiteral("plain"));
-    EXPECT_EQ(third.text(), QStringLiteral("third"));
+    EXPECT_EQ(second.text(), u"plain"_s);
+    EXPECT_EQ(third.text(), u"third"_s);
 }
 
 TEST_F(Languages, ValueLongerThan127CharactersIsCut) {
-    write(QStringLiteral("ChineseS.Lan"), "[FrmCom]\nCaption=" + QByteArray(200, 'x') + "\n");
+    write(u"ChineseS.Lan"_s, "[FrmCom]\nCaption=" + QByteArray(200, 'x') + "\n");
     load();
     EXPECT_EQ(form->windowTitle(), QString(127, QLatin1Char('x')));
 }
 
 TEST_F(Languages, CaptionThatAFileLacksKeepsItsPresentText) {
-    write(QStringLiteral("English.Lan"), "[FrmCom]\nmnuFile=&File\n");
+    write(u"English.Lan"_s, "[FrmCom]\nmnuFile=&File\n");
     load();
     item("mnuEnglish").trigger();
-    EXPECT_EQ(item("mnuFile").text(), QStringLiteral("&File"));
-    EXPECT_EQ(item("mnuView").text(), QStringLiteral("视图(&V)"));
+    EXPECT_EQ(item("mnuFile").text(), u"&File"_s);
+    EXPECT_EQ(item("mnuView").text(), u"视图(&V)"_s);
 }
 
 TEST_F(Languages, BothFilesOverrideNeitherListNorReadouts) {
     installLanguages();
     load();
     item("mnuEnglish").trigger();
-    EXPECT_EQ(control<ListCombo>("Combo1").List(0), QStringLiteral("5  nS"));
+    EXPECT_EQ(control<ListCombo>("Combo1").List(0), u"5  nS"_s);
     EXPECT_TRUE(control<ReadoutLabel>("LabPe").text().isEmpty());
 }
 
 TEST_F(Languages, ToolTipsAndAccessibleNamesFollowTheLanguage) {
     load();
     const auto& bar = control<ToolBar>("Toolbar1");
-    EXPECT_EQ(bar.button(13).toolTip(), QStringLiteral("自动获取"));
+    EXPECT_EQ(bar.button(13).toolTip(), u"自动获取"_s);
     item("mnuEnglish").trigger();
-    EXPECT_EQ(bar.button(11).toolTip(), QStringLiteral("ports-settings"));
-    EXPECT_EQ(bar.button(13).toolTip(), QStringLiteral("Auto Get Data"));
-    EXPECT_EQ(bar.button(16).accessibleName(), QStringLiteral("Help"));
+    EXPECT_EQ(bar.button(11).toolTip(), u"ports-settings"_s);
+    EXPECT_EQ(bar.button(13).toolTip(), u"Auto Get Data"_s);
+    EXPECT_EQ(bar.button(16).accessibleName(), u"Help"_s);
     EXPECT_TRUE(bar.button(5).toolTip().isEmpty());
 }
 
@@ -146,176 +133,35 @@ TEST_F(Languages, EveryCaptionOfTheWindowFitsItsLabelInBothLanguages) {
     }
 }
 
-TEST_F(Languages, AWindowThatIsOpenKeepsItsCaptionsUntilItIsLoadedAgain) {
-    installLanguages();
-    QFile english(path(QStringLiteral("English.Lan")));
-    ASSERT_TRUE(english.open(QIODevice::ReadOnly));
-    // A key in the main window's section that names a control of another window changes nothing.
-    write(QStringLiteral("English.Lan"), english.readAll().replace("[FrmCom]", "[FrmCom]\ncmdOK=main"));
-    load();
-    item("mnuAbout").trigger();
-    const QPointer<QPushButton> button = &control<QPushButton>("cmdOK");
-    const QString chinese = button->text();
-    const QString title = button->window()->windowTitle();
-    item("mnuEnglish").trigger();
-    EXPECT_EQ(button->text(), chinese);
-    EXPECT_EQ(button->window()->windowTitle(), title);
-    button->click();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    ASSERT_TRUE(button.isNull());
-    item("mnuAbout").trigger();
-    EXPECT_EQ(control<QPushButton>("cmdOK").text(), QStringLiteral("OK"));
-}
-
-/// A dialog that is made once and loaded before every use.
-class ReusedDialog : public DialogSheet {
-public:
-    ReusedDialog()
-        : DialogSheet(200, 100) {
-        setObjectName(QStringLiteral("reused"));
-        setWindowTitle(QStringLiteral("设计 "));
-        label = addLabel("Label1", QStringLiteral("标签"), QRect(0, 0, 50, 20));
-        button = addButton("Command1", QStringLiteral("按钮"), 0, 20);
-        list = new QComboBox(this);
-        list->setObjectName(QStringLiteral("Combo1"));
-        list->addItems({QStringLiteral("一"), QStringLiteral("二")});
-    }
-    QLabel* label;
-    QPushButton* button;
-    QComboBox* list;
-};
-
-TEST_F(Languages, ADialogThatWasUnloadedStartsFromItsDesignAtTheNextLoad) {
-    write(QStringLiteral("English.Lan"),
-          "[reused]\nCaption=Design\nLabel1=label\nCommand1=button\n[reusedCombo1]\n0=one\n1=two\n");
-    model->AppDir = path(QString()) + QLatin1Char('/');
-    ReusedDialog dialog;
-    SetLanFile(*model, 1);
-    ApplyLanguage(dialog, *model);
-    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Design"));
-    EXPECT_EQ(dialog.label->text(), QStringLiteral("label"));
-    EXPECT_EQ(dialog.list->itemText(1), QStringLiteral("two"));
-    SetLanFile(*model, 0); // the Chinese file is missing
-    ApplyLanguage(dialog, *model);
-    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("设计 "));
-    EXPECT_EQ(dialog.label->text(), QStringLiteral("标签"));
-    EXPECT_EQ(dialog.button->text(), QStringLiteral("按钮"));
-    EXPECT_EQ(dialog.list->itemText(0), QStringLiteral("一"));
-    EXPECT_EQ(dialog.list->itemText(1), QStringLiteral("二"));
-    // A list that has other entries by then keeps them, and a control that has been deleted is left out.
-    dialog.list->addItem(QStringLiteral("three"));
-    delete dialog.button;
-    ApplyLanguage(dialog, *model);
-    EXPECT_EQ(dialog.list->itemText(2), QStringLiteral("three"));
-}
-
-TEST_F(Languages, WindowsThatAreUnloadedFollowALanguageWhoseFileIsMissing) {
-    QFile::copy(QStringLiteral(SIXTRACE_SOURCE_DIR "/lang/English.Lan"), path(QStringLiteral("English.Lan")));
-    load();
-    const auto titleOfTransfer = [this] {
-        QString title;
-        QString caption;
-        QTimer watch;
-        QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
-            if (auto* dialog = dynamic_cast<DialogSheet*>(QApplication::activeModalWidget())) {
-                title = dialog->windowTitle();
-                caption = dialog->findChild<QLabel*>(QStringLiteral("Label2"))->text();
-                dialog->close();
-            }
-        });
-        watch.start(0);
-        item("mnuAcquire").trigger();
-        return QString(title + QLatin1Char('/') + caption);
-    };
-    item("mnuEnglish").trigger();
-    EXPECT_EQ(titleOfTransfer(), QStringLiteral("USB Transmission /Save as:"));
-    item("mnuChinese").trigger();
-    EXPECT_EQ(titleOfTransfer(), QStringLiteral("USB Transmission /存储为："));
-    // Cancel only hides the window of the serial transfer. It stays loaded, and keeps its language.
-    ASSERT_TRUE(writeProfile(QStringLiteral("Common"), QStringLiteral("ComPort"), QStringLiteral("1"), iniFile()));
-    EXPECT_EQ(titleOfTransfer(), QStringLiteral("正在接收数据/存储为："));
-    item("mnuEnglish").trigger();
-    EXPECT_EQ(titleOfTransfer(), QStringLiteral("正在接收数据/存储为："));
-}
-
-TEST_F(Languages, WindowsThatAreLoadedKeepTheirLanguageThroughASwitch) {
-    installLanguages();
-    load();
-    item("mnuEnglish").trigger();
-    const QWidget& message = form->messageOut();
-    item("mnuTabular").trigger();
-    item("mnuPageSet").trigger();
-    item("mnuPrintView").trigger();
-    const QWidget& table = *form->dataTable().window();
-    const QWidget& setup = *form->printing().setup();
-    const QWidget& preview = *form->printing().preview();
-    const auto texts = [&] {
-        QStringList found;
-        for (const QWidget* window : {&message, &table, &setup, &preview}) {
-            found << window->windowTitle();
-            for (const char* name : {"Command1", "CmdExit", "cmdNo"}) {
-                if (const auto* button = window->findChild<QPushButton*>(QString::fromLatin1(name))) {
-                    found << button->text();
-                }
-            }
-        }
-        return found;
-    };
-    const QStringList english = texts();
-    ASSERT_EQ(english.size(), 7);
-    EXPECT_TRUE(english.contains(QStringLiteral("Data Table")));
-    item("mnuChinese").trigger();
-    EXPECT_EQ(texts(), english);
-    item("mnuTabular").trigger(); // shown again, not loaded again
-    EXPECT_EQ(texts(), english);
-}
-
-TEST_F(Languages, EveryLoadOfAWindowChoosesTheLanguageFileAnew) {
-    installLanguages();
-    load();
-    item("mnuEnglish").trigger();
-    const auto loaded = [this](const char* command) {
-        model->LanFile = path(QStringLiteral("elsewhere.Lan"));
-        item(command).trigger();
-        return model->LanFile == path(QStringLiteral("English.Lan"));
-    };
-    for (const char* command : {"mnuAbout", "mnuTabular", "mnuPageSet", "mnuPrintView"}) {
-        EXPECT_TRUE(loaded(command)) << command;
-    }
-    model->LanFile = path(QStringLiteral("elsewhere.Lan"));
-    EXPECT_EQ(form->messageOut().windowTitle(), QStringLiteral("Message"));
-    EXPECT_EQ(model->LanFile, path(QStringLiteral("English.Lan")));
-}
-
 TEST_F(Languages, TheToolkitsOwnWordsFollowAtOnce) {
     const auto ok = [] { return QDialogButtonBox(QDialogButtonBox::Cancel).buttons().front()->text(); };
     load();
     const QString translations = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
-    ASSERT_TRUE(QFile::exists(translations + QStringLiteral("/qtbase_zh_CN.qm"))) << "they come with the toolkit";
-    EXPECT_EQ(ok(), QStringLiteral("取消"));
+    ASSERT_TRUE(QFile::exists(translations + u"/qtbase_zh_CN.qm"_s)) << "they come with the toolkit";
+    EXPECT_EQ(ok(), u"取消"_s);
     item("mnuEnglish").trigger();
-    EXPECT_EQ(ok(), QStringLiteral("Cancel"));
+    EXPECT_EQ(ok(), u"Cancel"_s);
     item("mnuChinese").trigger();
     item("mnuChinese").trigger();
-    EXPECT_EQ(ok(), QStringLiteral("取消"));
+    EXPECT_EQ(ok(), u"取消"_s);
     item("mnuEnglish").trigger();
-    EXPECT_EQ(ok(), QStringLiteral("Cancel"));
+    EXPECT_EQ(ok(), u"Cancel"_s);
 }
 
 TEST_F(Languages, AFileCanGiveTimeAndVoltTextsUntilALoadRewritesThem) {
-    write(QStringLiteral("ChineseS.Lan"), "[FrmComCombo1]\n0=five\n2=twenty-five\n[FrmComCombo2]\n3=fifty\n");
+    write(u"ChineseS.Lan"_s, "[FrmComCombo1]\n0=five\n2=twenty-five\n[FrmComCombo2]\n3=fifty\n");
     load();
     const auto& times = control<ListCombo>("Combo1");
     const auto& volts = control<ListCombo>("Combo2");
-    EXPECT_EQ(times.List(2), QStringLiteral("twenty-five"));
-    EXPECT_EQ(times.List(1), QStringLiteral("10 nS")) << "a row without a key keeps its text";
-    EXPECT_EQ(model->TimeBaseText[2], QStringLiteral("25 nS")) << "the list alone is relabelled";
-    write(QStringLiteral("one.bin"), captureBytes(*captureForm("V11"), *sceneBlocks(QStringLiteral("sine"), 1)));
-    dialogs.files.emplace_back(FileChoice{path(QStringLiteral("one.bin")), 1});
+    EXPECT_EQ(times.List(2), u"twenty-five"_s);
+    EXPECT_EQ(times.List(1), u"10 nS"_s) << "a row without a key keeps its text";
+    EXPECT_EQ(model->TimeBaseText[2], u"25 nS"_s) << "the list alone is relabelled";
+    write(u"one.bin"_s, captureBytes(*captureForm("V11"), *sceneBlocks(u"sine"_s, 1)));
+    dialogs.files.emplace_back(FileChoice{path(u"one.bin"_s), 1});
     item("mnuOpen").trigger();
-    EXPECT_EQ(times.List(2), QStringLiteral("25 nS")) << "one of the nine rows that a load writes";
-    EXPECT_EQ(times.List(0), QStringLiteral("five"));
-    EXPECT_EQ(volts.List(3), QStringLiteral("50.0mV"));
+    EXPECT_EQ(times.List(2), u"25 nS"_s) << "one of the nine rows that a load writes";
+    EXPECT_EQ(times.List(0), u"five"_s);
+    EXPECT_EQ(volts.List(3), u"50.0mV"_s);
 }
 
 TEST_F(Languages, EveryToolButtonWithACommandHasItsToolTipInBothLanguages) {
@@ -343,29 +189,29 @@ TEST_F(Languages, EveryToolButtonWithACommandHasItsToolTipInBothLanguages) {
 }
 
 TEST_F(Languages, TheFileInUseIsChineseFor0AndEnglishForAnyOtherNumber) {
-    model->AppDir = QStringLiteral("/somewhere/");
+    model->AppDir = u"/somewhere/"_s;
     SetLanFile(*model, 0);
-    EXPECT_EQ(model->LanFile, QStringLiteral("/somewhere/ChineseS.Lan"));
+    EXPECT_EQ(model->LanFile, u"/somewhere/ChineseS.Lan"_s);
     for (const int id : {1, 5, -1}) {
         SetLanFile(*model, id);
-        EXPECT_EQ(model->LanFile, QStringLiteral("/somewhere/English.Lan")) << id;
+        EXPECT_EQ(model->LanFile, u"/somewhere/English.Lan"_s) << id;
     }
 }
 
 TEST_F(Languages, ATextIsTheFallbackWhereFileKeyOrValueIsMissing) {
-    write(QStringLiteral("English.Lan"), "[form]\nfull=text\nempty=\nlong=" + QByteArray(128, 'x') + "\n");
+    write(u"English.Lan"_s, "[form]\nfull=text\nempty=\nlong=" + QByteArray(128, 'x') + "\n");
     model->AppDir = path(QString()) + QLatin1Char('/');
     SetLanFile(*model, 1);
     const auto textOf = [this](const char* key) {
-        return GetLanString(*model, QStringLiteral("form"), QString::fromLatin1(key), QStringLiteral("fallback"));
+        return GetLanString(*model, u"form"_s, QString::fromLatin1(key), u"fallback"_s);
     };
-    EXPECT_EQ(textOf("full"), QStringLiteral("text"));
-    EXPECT_EQ(textOf("empty"), QStringLiteral("fallback"));
-    EXPECT_EQ(textOf("absent"), QStringLiteral("fallback"));
+    EXPECT_EQ(textOf("full"), u"text"_s);
+    EXPECT_EQ(textOf("empty"), u"fallback"_s);
+    EXPECT_EQ(textOf("absent"), u"fallback"_s);
     EXPECT_EQ(textOf("long"), QString(127, QLatin1Char('x')));
     // The program checks at each call whether the file exists.
     ASSERT_TRUE(QFile::remove(model->LanFile));
-    EXPECT_EQ(textOf("full"), QStringLiteral("fallback"));
+    EXPECT_EQ(textOf("full"), u"fallback"_s);
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "platform/controls/captions.h"
 #include "platform/controls/framepanel.h"
 #include "support/sourcefolder.h"
+#include "support/strings.h"
 
 #include <QRandomGenerator>
 
@@ -20,7 +21,7 @@ using Captions = std::map<QString, QString>;
 class HostileLanguage : public CaptureWindow {
 protected:
     [[nodiscard]] Captions captions() const {
-        Captions result{{QStringLiteral("(form)"), form->windowTitle()}};
+        Captions result{{u"(form)"_s, form->windowTitle()}};
         for (const QObject* control : form->findChildren<QObject*>()) {
             const CaptionKind kind = captionKind(*control);
             if (control->objectName().isEmpty() || kind == CaptionKind::None) {
@@ -38,7 +39,7 @@ protected:
         return result;
     }
     void restore(const Captions& known) const {
-        form->setWindowTitle(known.at(QStringLiteral("(form)")));
+        form->setWindowTitle(known.at(u"(form)"_s));
         for (QObject* control : form->findChildren<QObject*>()) {
             if (auto* combo = qobject_cast<QComboBox*>(control)) {
                 for (int entry = 0; entry < combo->count(); ++entry) {
@@ -55,7 +56,7 @@ protected:
     }
     /// Applies a file as a switch of the language does, but without the texts that the program composes itself.
     void apply(const QByteArray& bytes) {
-        write(QStringLiteral("English.Lan"), bytes);
+        write(u"English.Lan"_s, bytes);
         SetLanFile(*model, 1);
         ApplyLanguage(*form, *model);
     }
@@ -144,23 +145,23 @@ TEST_F(HostileLanguage, KeysOfListEntriesThatDoNotExistAddNone) {
     load();
     apply("[FrmComCombo3]\n-1=x\n0=none\n4=five\n99999999999=x\n");
     EXPECT_EQ(cursorType().ListCount(), 4);
-    EXPECT_EQ(cursorType().List(0), QStringLiteral("none"));
+    EXPECT_EQ(cursorType().List(0), u"none"_s);
 }
 
 TEST_F(HostileLanguage, MarkupAndPathsInAValueAreShownAsTheyStand) {
     load();
     form->show();
     apply("[FrmCom]\nLabP=<b>x</b><img src=/etc/passwd>\nLabel3=%1%n%s\n");
-    EXPECT_EQ(caption("LabP"), QStringLiteral("<b>x</b><img src=/etc/passwd>"));
+    EXPECT_EQ(caption("LabP"), u"<b>x</b><img src=/etc/passwd>"_s);
     EXPECT_EQ(control<QLabel>("LabP").textFormat(), Qt::PlainText);
-    EXPECT_EQ(caption("Label3"), QStringLiteral("%1%n%s"));
+    EXPECT_EQ(caption("Label3"), u"%1%n%s"_s);
     form->grab();
 }
 
 TEST_F(HostileLanguage, AFolderInPlaceOfAFileLeavesTheCaptions) {
     load();
     const Captions design = captions();
-    ASSERT_TRUE(QDir().mkpath(path(QStringLiteral("English.Lan"))));
+    ASSERT_TRUE(QDir().mkpath(path(u"English.Lan"_s)));
     SetLanFile(*model, 1);
     ApplyLanguage(*form, *model);
     EXPECT_EQ(captions(), design);

@@ -3,6 +3,7 @@
 
 #include "capture/markerstrip.h"
 #include "platform/controls/framepanel.h"
+#include "support/strings.h"
 
 namespace sixtrace::test {
 namespace {
@@ -41,8 +42,8 @@ TEST_F(MarkerWindow, SelectingAChannelThroughItsMarkerChangesListsAndFramesAndBa
     EXPECT_EQ(form->state().CurChannel, 2);
     EXPECT_EQ(control<ListCombo>("Combo1").ListIndex(), 12);
     EXPECT_EQ(control<ListCombo>("Combo2").ListIndex(), 4);
-    EXPECT_EQ(control<FramePanel>("Frame2").caption(), QStringLiteral("A   水平档位"));
-    EXPECT_EQ(control<FramePanel>("Frame4").caption(), QStringLiteral("A   "));
+    EXPECT_EQ(control<FramePanel>("Frame2").caption(), u"A   水平档位"_s);
+    EXPECT_EQ(control<FramePanel>("Frame4").caption(), u"A   "_s);
     EXPECT_EQ(marker(2).backColor(), toQColor(model->LineColor[2]));
     EXPECT_EQ(marker(0).backColor(), QColor(0, 255, 255)) << "the other blends into the strip again";
     EXPECT_EQ(control<PositionBar>("VScroll1").Value(), 21) << "one division below the middle of row 4";
@@ -102,7 +103,7 @@ TEST_F(MarkerWindow, RowsOfChannelsThatTheCaptureDoesNotHoldAreMuted) {
     open({flat('2', 0)});
     EXPECT_TRUE(list().isMuted(0));
     EXPECT_FALSE(list().isMuted(1));
-    EXPECT_TRUE(list().List(0).startsWith(QStringLiteral("ch1  "))) << "its text stays";
+    EXPECT_TRUE(list().List(0).startsWith(u"ch1  "_s)) << "its text stays";
 }
 
 TEST_F(MarkerWindow, DraggingTheMarkerOfAChannelWithoutDataMovesTheLabelOnly) {
@@ -151,13 +152,13 @@ TEST_F(MarkerWindow, AMarkerDroppedAt5870IsReplacedAt5865InTheSameColourAndWithT
     EXPECT_TRUE(standIn(0).isVisible());
     EXPECT_DOUBLE_EQ(standIn(0).Top().number(), 5865);
     EXPECT_EQ(standIn(0).backColor(), marker(0).backColor());
-    EXPECT_EQ(standIn(0).caption(), QStringLiteral("1->"));
+    EXPECT_EQ(standIn(0).caption(), u"1->"_s);
 }
 
 TEST_F(MarkerWindow, AStandInTakesTheCaptionThatItsMarkerHasThen) {
-    marker(0).setCaption(QStringLiteral("one"));
+    marker(0).setCaption(u"one"_s);
     dropAt(0, 5870);
-    EXPECT_EQ(standIn(0).caption(), QStringLiteral("one"));
+    EXPECT_EQ(standIn(0).caption(), u"one"_s);
 }
 
 TEST_F(MarkerWindow, OneDroppedAt5865StaysAndOneAboveTheTopEndIsReplacedThere) {
@@ -241,15 +242,15 @@ TEST_F(MarkerWindow, ADoubleClickChoosesTheTraceColourAndKeepsItInTheSettings) {
     EXPECT_EQ(marker(0).backColor(), QColor(0x40, 0xC0, 0x20));
     EXPECT_EQ(list().chipColour(0), kChosen);
     EXPECT_EQ(screen().picture().Point(303, 200), kChosen);
-    EXPECT_TRUE(read(QStringLiteral("vkq.ini")).contains("[LineColor]"));
-    EXPECT_TRUE(read(QStringLiteral("vkq.ini")).contains("0= 2146368")) << "with the blank before a positive number";
+    EXPECT_TRUE(read(u"vkq.ini"_s).contains("[LineColor]"));
+    EXPECT_TRUE(read(u"vkq.ini"_s).contains("0= 2146368")) << "with the blank before a positive number";
 }
 
 TEST_F(MarkerWindow, ACancelledDoubleClickLeavesTheSettingsFileUntouched) {
-    const QByteArray before = read(QStringLiteral("vkq.ini"));
+    const QByteArray before = read(u"vkq.ini"_s);
     const auto colour = model->LineColor[0];
     doubleClick(marker(0), 12, 7);
-    EXPECT_EQ(read(QStringLiteral("vkq.ini")), before);
+    EXPECT_EQ(read(u"vkq.ini"_s), before);
     EXPECT_EQ(model->LineColor[0], colour);
 }
 

@@ -5,6 +5,7 @@
 #include "platform/controls/look.h"
 #include "shell/frmcomfixture.h"
 #include "shell/frmsplash.h"
+#include "support/strings.h"
 
 #include <QLabel>
 #include <QTest>
@@ -18,8 +19,8 @@ class StartOfTheProgram : public FrmComTest {
 protected:
     void SetUp() override {
         FrmComTest::SetUp();
-        program = std::make_unique<Program>(
-            FrmComServices{dialogs, [this] { return path(QStringLiteral(".")); }, [this] { ++ends; }});
+        program =
+            std::make_unique<Program>(FrmComServices{dialogs, [this] { return path(u"."_s); }, [this] { ++ends; }});
         program->start();
     }
     static constexpr int kPatienceMs = 120'000;
@@ -40,14 +41,14 @@ TEST_F(StartOfTheProgram, TheFirstTickLoadsTheMainWindowUnseenAndTheSecondShowsT
     const FrmCom* const loaded = program->frmCom();
     EXPECT_FALSE(loaded->isVisible());
     EXPECT_TRUE(program->splash().isVisible());
-    program->splash().findChild<QTimer*>(QStringLiteral("Timer1"))->setInterval(0);
+    program->splash().findChild<QTimer*>(u"Timer1"_s)->setInterval(0);
     ASSERT_TRUE(QTest::qWaitFor([&] { return loaded->isVisible(); }, kPatienceMs));
     EXPECT_EQ(program->frmCom(), loaded);
     EXPECT_FALSE(program->splash().isVisible());
 }
 
 TEST_F(StartOfTheProgram, ACaptureThatIsMissingDoesNotHoldTheSplashUp) {
-    const QString missing = path(QStringLiteral("missing.bin"));
+    const QString missing = path(u"missing.bin"_s);
     program->calls().Open({QUrl::fromLocalFile(missing).toString()}, {});
     program->splash().unload();
     EXPECT_FALSE(program->splash().isVisible());

@@ -5,6 +5,7 @@
 #include "platform/controls/framepanel.h"
 #include "platform/controls/labels.h"
 #include "platform/controls/listcombo.h"
+#include "support/strings.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -21,7 +22,7 @@ protected:
         installLanguages();
         load();
         form->show();
-        QApplication::clipboard()->setText(QStringLiteral("before"));
+        QApplication::clipboard()->setText(u"before"_s);
     }
     void fill(const char* label, const char* text) { control<ReadoutLabel>(label).setCaption(QString::fromUtf8(text)); }
     [[nodiscard]] QString copied() {
@@ -48,14 +49,14 @@ TEST_F(CopiedReadouts, ReadoutsAndMeasurementsAreLinesOfNameValueAndUnit) {
     }
     fill("LabPe", "1.000 mS");
     fill("LabMaxx", "50.0 mV");
-    EXPECT_EQ(copied(), QStringLiteral("y1\t25.00\tmV\nx1\t1.500\tmS\n周期\t1.000 mS\n峰峰值\t50.0 mV"));
+    EXPECT_EQ(copied(), u"y1\t25.00\tmV\nx1\t1.500\tmS\n周期\t1.000 mS\n峰峰值\t50.0 mV"_s);
     item("mnuEnglish").trigger();
     fill("LabPe", "1.000 mS");
-    EXPECT_TRUE(copied().contains(QStringLiteral("Period\t1.000 mS")));
+    EXPECT_TRUE(copied().contains(u"Period\t1.000 mS"_s));
 }
 
 TEST_F(CopiedReadouts, WhereNothingIsMeasuredTheClipboardKeepsWhatItHas) {
-    EXPECT_EQ(copied(), QStringLiteral("before"));
+    EXPECT_EQ(copied(), u"before"_s);
 }
 
 TEST_F(CopiedReadouts, HiddenReadoutsAreNotCopied) {
@@ -65,7 +66,7 @@ TEST_F(CopiedReadouts, HiddenReadoutsAreNotCopied) {
     for (const char* empty : {"LabY2", "LabDy", "LabX1", "LabX2", "LabDx"}) {
         fill(empty, "");
     }
-    EXPECT_EQ(copied(), QStringLiteral("before"));
+    EXPECT_EQ(copied(), u"before"_s);
 }
 
 TEST_F(CopiedReadouts, TheContextMenuOfAFrameCopiesWhatStandsInIt) {
@@ -76,15 +77,15 @@ TEST_F(CopiedReadouts, TheContextMenuOfAFrameCopiesWhatStandsInIt) {
     fill("labPPe", "1.000 KHz");
     QAction* const readouts = offered(control<ReadoutLabel>("LabY1")); // a label passes the request on to its frame
     ASSERT_NE(readouts, nullptr);
-    EXPECT_EQ(readouts->text(), QStringLiteral("Copy"));
+    EXPECT_EQ(readouts->text(), u"Copy"_s);
     readouts->trigger();
-    EXPECT_TRUE(QApplication::clipboard()->text().startsWith(QStringLiteral("y1\t25.00\tmV")));
-    EXPECT_FALSE(QApplication::clipboard()->text().contains(QStringLiteral("KHz")));
+    EXPECT_TRUE(QApplication::clipboard()->text().startsWith(u"y1\t25.00\tmV"_s));
+    EXPECT_FALSE(QApplication::clipboard()->text().contains(u"KHz"_s));
     QApplication::activePopupWidget()->close();
     QAction* const measured = offered(control<FramePanel>("Frame4"));
     ASSERT_NE(measured, nullptr);
     measured->trigger();
-    EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("Frequency\t1.000 KHz"));
+    EXPECT_EQ(QApplication::clipboard()->text(), u"Frequency\t1.000 KHz"_s);
     QApplication::activePopupWidget()->close();
 }
 
@@ -97,7 +98,7 @@ TEST_F(CopiedReadouts, CtrlCReachesItFromAnyControl) {
         auto& focused = control<QWidget>(name);
         focused.setFocus();
         QTest::keyClick(&focused, Qt::Key_C, Qt::ControlModifier);
-        EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("周期\t2 S")) << name;
+        EXPECT_EQ(QApplication::clipboard()->text(), u"周期\t2 S"_s) << name;
     }
 }
 

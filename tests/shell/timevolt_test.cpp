@@ -10,6 +10,7 @@
 #include "platform/controls/picturebox.h"
 #include "platform/controls/positionbar.h"
 #include "platform/controls/ticklist.h"
+#include "support/strings.h"
 
 #include <QLabel>
 #include <QTest>
@@ -25,8 +26,8 @@ protected:
         FrmComTest::SetUp();
         load();
         form->show();
-        write(QStringLiteral("six.bin"), captureBytes(*captureForm("V11"), *sceneBlocks(QStringLiteral("six"), 1)));
-        dialogs.files.emplace_back(FileChoice{path(QStringLiteral("six.bin")), 1});
+        write(u"six.bin"_s, captureBytes(*captureForm("V11"), *sceneBlocks(u"six"_s, 1)));
+        dialogs.files.emplace_back(FileChoice{path(u"six.bin"_s), 1});
         item("mnuOpen").trigger();
         list().setListIndex(0);
     }
@@ -43,14 +44,14 @@ TEST_F(TimeVolt, ChosenTimeBaseIsTheChannelsOwnAndRewritesItsRowWithEightBlanks)
     times().setListIndex(16);
     EXPECT_EQ(model->TimeIndexView[0], 16);
     EXPECT_EQ(model->TimeIndexView[1], model->TimeIndexFile[1]);
-    EXPECT_EQ(list().List(0), QStringLiteral("ch1          1  mS          500 mV        / 1"));
+    EXPECT_EQ(list().List(0), u"ch1          1  mS          500 mV        / 1"_s);
     EXPECT_NE(screen(), before);
 }
 
 TEST_F(TimeVolt, ChosenVoltRangeRewritesTheRowWithSevenBlanksAndSetsTheBarsRange) {
     volts().setListIndex(7);
     EXPECT_EQ(model->VoltIndexView[0], 7);
-    EXPECT_EQ(list().List(0), QStringLiteral("ch1          500uS          1.00 V       / 1"));
+    EXPECT_EQ(list().List(0), u"ch1          500uS          1.00 V       / 1"_s);
     EXPECT_EQ(bar().Max(), 100);
     EXPECT_TRUE(form->state().ScrollLive);
 }
@@ -167,7 +168,7 @@ TEST_F(TimeVolt, OneStepOfTheBarMovesTheMarkerByOneDivision) {
     const auto& standIn = control<MarkerLabel>("ZLabel(0)");
     EXPECT_TRUE(standIn.isVisible());
     EXPECT_DOUBLE_EQ(standIn.Top().number(), 5865);
-    EXPECT_EQ(standIn.caption(), QStringLiteral("1->"));
+    EXPECT_EQ(standIn.caption(), u"1->"_s);
     EXPECT_EQ(standIn.backColor(), marker().backColor());
     bar().setValue(10);
     EXPECT_TRUE(standIn.isHidden());
@@ -180,14 +181,14 @@ TEST_F(TimeVolt, ThumbDragShowsTheHeightOfTheZeroLineInDivisionsUntilItEnds) {
     bar().setSliderDown(true);
     bar().setSliderPosition(15);
     EXPECT_TRUE(label.isVisible());
-    EXPECT_EQ(label.text(), QStringLiteral("ch1  的零点位置格数为-5"));
+    EXPECT_EQ(label.text(), u"ch1  的零点位置格数为-5"_s);
     bar().setSliderDown(false);
     EXPECT_TRUE(label.isHidden());
 }
 
 TEST_F(TimeVolt, BarMovedByCodeWhileItIsNotLiveHasNoEffectAtAll) {
     form->state().ScrollLive = false;
-    form->state().CenterPoint = QStringLiteral("shown");
+    form->state().CenterPoint = u"shown"_s;
     const double top = marker().Top().number();
     bar().setValue(bar().Max());
     EXPECT_DOUBLE_EQ(marker().Top().number(), top);
@@ -255,7 +256,7 @@ TEST_F(TimeVolt, ALoadBringsTheBarTheRangeOfTheChannelThatItLeavesSelected) {
     load();
     EXPECT_EQ(bar().Max(), 800) << "before any load that of row 0";
     EXPECT_EQ(bar().Value(), 400);
-    dialogs.files.emplace_back(FileChoice{path(QStringLiteral("six.bin")), 1});
+    dialogs.files.emplace_back(FileChoice{path(u"six.bin"_s), 1});
     item("mnuOpen").trigger();
     ASSERT_EQ(list().ListIndex(), 5);
     EXPECT_EQ(bar().Max(), 2 * model->VoltRange[static_cast<std::size_t>(model->VoltIndexView[5])]);

@@ -4,6 +4,7 @@
 #include "platform/controls/arrowpair.h"
 #include "platform/controls/framepanel.h"
 #include "shell/capturewindow.h"
+#include "support/strings.h"
 #include "view/cursors.h"
 #include "view/scopescreen.h"
 #include "view/screenmouse.h"
@@ -52,13 +53,13 @@ protected:
         while (!blocks) {
             const auto& all = scenes();
             const Scene& scene = all[static_cast<std::size_t>(below(static_cast<int>(all.size())))];
-            if (QLatin1String(scene.name) != QLatin1String("full")) {
+            if (QLatin1String(scene.name) != u"full"_s) {
                 blocks = sceneBlocks(QString::fromLatin1(scene.name), random.generate());
             }
         }
-        write(QStringLiteral("scene.bin"), captureBytes(*captureForm(GetParam()), *blocks));
+        write(u"scene.bin"_s, captureBytes(*captureForm(GetParam()), *blocks));
         for (ScriptedDialogs* answered : {&dialogs, &twinDialogs}) {
-            answered->files.emplace_back(FileChoice{path(QStringLiteral("scene.bin")), 1});
+            answered->files.emplace_back(FileChoice{path(u"scene.bin"_s), 1});
         }
         item("mnuOpen").trigger();
         loading->mnuOpen_Click();
@@ -81,32 +82,32 @@ protected:
             const int chosen = below(20) == 0 ? -1 : row;
             list().setListIndex(chosen);
             selectRow(rules(), chosen);
-            return QStringLiteral("row %1").arg(chosen);
+            return u"row %1"_s.arg(chosen);
         }
         case 1: {
             const bool ticked = below(3) != 0;
             list().setSelected(row, ticked);
             setTick(rules(), row, ticked);
-            return QStringLiteral("tick %1 %2").arg(row).arg(ticked);
+            return u"tick %1 %2"_s.arg(row).arg(ticked);
         }
         case 2: {
             const int time = below(kTimeBaseRows);
             choose(control<ListCombo>("Combo1"), time);
             chooseTimeRow(rules(), time);
-            return QStringLiteral("time %1").arg(time);
+            return u"time %1"_s.arg(time);
         }
         case 3: {
             const int volts = below(kVoltRows);
             choose(control<ListCombo>("Combo2"), volts);
             chooseVoltRow(rules(), volts);
-            return QStringLiteral("volts %1").arg(volts);
+            return u"volts %1"_s.arg(volts);
         }
         case 4: {
             const int type = below(4);
             choose(cursorType(), type);
             state().cursorChoice = static_cast<CursorType>(type);
             Combo3_Click(rules());
-            return QStringLiteral("cursors %1").arg(type);
+            return u"cursors %1"_s.arg(type);
         }
         default: {
             const Step step = below(2) == 0 ? Step::Up : Step::Down;
@@ -118,7 +119,7 @@ protected:
                 Q_EMIT arrows.DownClick();
             }
             volts ? stepVoltRow(rules(), step) : stepTimeRow(rules(), step);
-            return QStringLiteral("arrow");
+            return u"arrow"_s;
         }
         }
     }
@@ -144,7 +145,7 @@ protected:
             state().bar.value = value;
             VScroll1_Change(rules());
         }
-        return QStringLiteral("bar %1").arg(value);
+        return u"bar %1"_s.arg(value);
     }
 
     /// A place on the screen, beside it, or near a cursor or zero line.
@@ -173,15 +174,15 @@ protected:
         case 0:
             press(screen(), at.x(), at.y(), below(2) == 0 ? Qt::LeftButton : Qt::RightButton);
             mouse->Picture2_MouseDown(ScreenX(at.x()), ScreenY(at.y()));
-            return QStringLiteral("press %1 %2").arg(at.x()).arg(at.y());
+            return u"press %1 %2"_s.arg(at.x()).arg(at.y());
         case 1:
             release(screen(), at.x(), at.y());
             mouse->Picture2_MouseUp();
-            return QStringLiteral("release");
+            return u"release"_s;
         default:
             drag(screen(), at.x(), at.y());
             mouse->Picture2_MouseMove(ScreenX(at.x()), ScreenY(at.y()));
-            return QStringLiteral("move %1 %2").arg(at.x()).arg(at.y());
+            return u"move %1 %2"_s.arg(at.x()).arg(at.y());
         }
     }
 
@@ -201,7 +202,7 @@ protected:
             release(marker(channel), 3, y);
             mouse->image1_MouseUp(channel);
         }
-        return QStringLiteral("marker %1").arg(channel);
+        return u"marker %1"_s.arg(channel);
     }
 
     QString operateKeys() {
@@ -210,7 +211,7 @@ protected:
             const int channel = below(kChannels);
             key(marker(channel), up ? Qt::Key_Up : Qt::Key_Down);
             mouse->moveMarkerBy(channel, ScreenY(up ? -1 : 1));
-            return QStringLiteral("marker key %1").arg(channel);
+            return u"marker key %1"_s.arg(channel);
         }
         static const std::array names{"Line1Keys(0)", "Line1Keys(1)", "Line2Keys(0)", "Line2Keys(1)"};
         static const std::array hits{CursorHit::Voltage1, CursorHit::Voltage2, CursorHit::Time1, CursorHit::Time2};
@@ -219,7 +220,7 @@ protected:
         key(control<QWidget>(names[line]),
             lying ? (up ? Qt::Key_Up : Qt::Key_Down) : (up ? Qt::Key_Left : Qt::Key_Right));
         mouse->moveCursorBy(hits[line], up ? -1 : 1);
-        return QStringLiteral("cursor key %1").arg(line);
+        return u"cursor key %1"_s.arg(line);
     }
 
     QString turnTimedAcquisition() {
@@ -230,14 +231,14 @@ protected:
             form->showState();
             showTrueChoices(rules());
         }
-        return QStringLiteral("timed acquisition %1").arg(model->AutoRun);
+        return u"timed acquisition %1"_s.arg(model->AutoRun);
     }
 
     QString operate() {
         const int kind = below(1000);
         if (kind < 12) {
             openAnyScene();
-            return QStringLiteral("load");
+            return u"load"_s;
         }
         if (kind < (model->AutoRun ? 112 : 32)) {
             return turnTimedAcquisition();
@@ -249,7 +250,7 @@ protected:
                             : operateKeys();
     }
 
-    static QString yes(bool shown) { return shown ? QStringLiteral("shown") : QStringLiteral("hidden"); }
+    static QString yes(bool shown) { return shown ? u"shown"_s : u"hidden"_s; }
     static QString place(double number) { return QString::number(number, 'g', 17); }
     template<typename Unit>
     static QString place(Quantity<Unit> place) {

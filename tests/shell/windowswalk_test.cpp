@@ -15,7 +15,7 @@
 #include "shell/capturewindow.h"
 #include "shell/frmabout.h"
 #include "shell/frmmessageout.h"
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -88,14 +88,12 @@ void showTable(const Loaded& s, const Look& look) {
 /// A new window needs one line here.
 const std::vector<Window>& windows() {
     static const QStringList values =
-        QStringLiteral(
-            "LabY1 LabY2 LabDy LabX1 LabX2 LabDx LabYY11 LabYY22 LabXX11 LabXX22 LabDDYY LabDDXX LabPe labPPe "
-            "LabMaxx Label4 Label5 CenterPoint Frame4 image1 ZLabel image2")
-            .split(u' ');
+        u"LabY1 LabY2 LabDy LabX1 LabX2 LabDx LabYY11 LabYY22 LabXX11 LabXX22 LabDDYY LabDDXX LabPe labPPe "
+        "LabMaxx Label4 Label5 CenterPoint Frame4 image1 ZLabel image2"_s.split(u' ');
     static const std::vector<Window> list{
         {"FrmCom", &showMain, values},
-        {"frmAbout", &showAbout, {QStringLiteral("lblTitle"), QStringLiteral("lblVersion"), QStringLiteral("picIcon")}},
-        {"FrmMessageOut", &showMessageOut, {QStringLiteral("Label1")}},
+        {"frmAbout", &showAbout, {u"lblTitle"_s, u"lblVersion"_s, u"picIcon"_s}},
+        {"FrmMessageOut", &showMessageOut, {u"Label1"_s}},
         {"recFrm", &showRecFrm},
         {"FrmUSB", &showUsb},
         {"frmComSet", &showComSet},
@@ -114,7 +112,7 @@ QString withItsIndex(QString objectName) {
 
 /// The caption as it is painted, without the mark of its key.
 QString painted(QString caption) {
-    caption.replace(QStringLiteral("&&"), QStringLiteral("\x01"));
+    caption.replace(u"&&"_s, u"\x01"_s);
     caption.remove(u'&');
     return caption.replace(u'\x01', u'&').trimmed();
 }
@@ -244,7 +242,7 @@ protected:
 
 TEST_P(EveryWindow, HasEveryCaptionAndNoneIsCutOff) {
     installLanguages();
-    write(QStringLiteral("vkq.ini"), "[Common]\nLanguage=" + QByteArray::number(GetParam()) + "\n");
+    write(u"vkq.ini"_s, "[Common]\nLanguage=" + QByteArray::number(GetParam()) + "\n");
     load();
     form->show();
     openScene("six");

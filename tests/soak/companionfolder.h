@@ -27,13 +27,13 @@ protected:
     }
     void bring(const QStringList& names) const {
         for (const QString& name : names) {
-            ASSERT_TRUE(QFile::copy(text(SIXTRACE_BIN "/") + name, path(name))) << name.toStdString();
+            ASSERT_TRUE(QFile::copy(QStringLiteral(SIXTRACE_BIN "/") + name, path(name))) << name.toStdString();
         }
     }
     void serve() {
-        instrument.start(text(SIXTRACE_BIN "/sixtrace-instrument"),
-                         {text("--serial"), path(text("line")), text("--usb"), path(text("instrument.socket")),
-                          text("--rate"), text("0"), text("--scene"), text("noise"), text("--idle"), text("120")});
+        instrument.start(QStringLiteral(SIXTRACE_BIN "/sixtrace-instrument"),
+                         {u"--serial"_s, path(u"line"_s), u"--usb"_s, path(u"instrument.socket"_s), u"--rate"_s, u"0"_s,
+                          u"--scene"_s, u"noise"_s, u"--idle"_s, u"120"_s});
         ASSERT_TRUE(instrument.waitForStarted());
         QByteArray said;
         while (!said.contains("USB link at") && instrument.waitForReadyRead(10000)) {

@@ -14,7 +14,7 @@ class FullDisk : public ReceiveFixture {};
 TEST_F(FullDisk, EndsASerialTransferWithItsErrorAndTheFileAsFarAsItFits) {
     const QByteArray content = pattern(5000);
     for (const rlim_t room : {rlim_t{0}, rlim_t{100}, rlim_t{1024}, rlim_t{1500}, rlim_t{4999}}) {
-        QFile::remove(path(text("got.bin")));
+        QFile::remove(path(u"got.bin"_s));
         BlockSender sender("WAVE.bin", content, {});
         connect(sender);
         port.waiting.clear();
@@ -34,7 +34,7 @@ TEST_F(FullDisk, EndsAUsbTransferWithItsError) {
     ScriptedLink link;
     link.InitializeTt(0);
     link.stream = ScriptedLink::transfer(content);
-    const UsbJob job{.storeAt = [this](const UsbAnnounced&) -> Result<QString> { return path(text("got.bin")); }};
+    const UsbJob job{.storeAt = [this](const UsbAnnounced&) -> Result<QString> { return path(u"got.bin"_s); }};
     TransferReport report;
     {
         const auto pass = receive.gate.enter();

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "support/strings.h"
+
 #include <QApplication>
 #include <QCoreApplication>
 #include <QDir>
@@ -27,7 +29,7 @@ struct Holdings {
     static Holdings now() {
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        const qint64 handles = QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::AllEntries | QDir::System).size();
+        const qint64 handles = QDir(u"/proc/self/fd"_s).entryList(QDir::AllEntries | QDir::System).size();
         return {allocated(), handles, QApplication::allWidgets().size()};
     }
 

@@ -41,17 +41,17 @@ protected:
     void SetUp() override {
         FrmComTest::SetUp();
         installLanguages();
-        write(text("one.bin"), smallCapture(1));
-        write(text("six.bin"), smallCapture(6));
-        write(text("none.bin"), "no capture");
+        write(u"one.bin"_s, smallCapture(1));
+        write(u"six.bin"_s, smallCapture(6));
+        write(u"none.bin"_s, "no capture");
         form = std::make_unique<FrmCom>(
-            *model, FrmComServices{
-                        .dialogs = dialogs,
-                        .applicationFolder = [this] { return path(text(".")); },
-                        .endProcess = [] {},
-                        .acquisition = {.usb = &link,
-                                        .locatePort = [](int) { return QString(); },
-                                        .autoGetFile = [this] { return Result<QString>(path(text("AutoGet.bin"))); }}});
+            *model,
+            FrmComServices{.dialogs = dialogs,
+                           .applicationFolder = [this] { return path(u"."_s); },
+                           .endProcess = [] {},
+                           .acquisition = {.usb = &link,
+                                           .locatePort = [](int) { return QString(); },
+                                           .autoGetFile = [this] { return Result<QString>(path(u"AutoGet.bin"_s)); }}});
         form->show();
     }
     /// Empties what the test doubles have recorded: it is not growth of the program.
@@ -70,7 +70,8 @@ TEST_F(Growth, LoadsOfDifferentFilesLeaveNothing) {
     const std::array names{"one.bin", "none.bin", "one.bin", "one.bin", "six.bin", "one.bin", "one.bin", "one.bin"};
     int loaded = 0;
     expectNoGrowth("files opened", kRounds, [&](int i) {
-        dialogs.files.emplace_back(FileChoice{path(text(names.at(static_cast<std::size_t>(i) % names.size()))), 1});
+        dialogs.files.emplace_back(
+            FileChoice{path(QString::fromUtf8(names.at(static_cast<std::size_t>(i) % names.size()))), 1});
         item("mnuOpen").trigger();
         loaded += model->ChannelPresent[0] == 1 ? 1 : 0;
         forget();
@@ -97,7 +98,7 @@ TEST_F(Growth, TimedFetchesLeaveNothing) {
     });
     EXPECT_EQ(fetched, (kRounds + kRounds / 10) * 9 / 10);
     EXPECT_EQ(model->ChannelPresent[0], 1);
-    EXPECT_EQ(read(text("AutoGet.bin")), file + '\0');
+    EXPECT_EQ(read(u"AutoGet.bin"_s), file + '\0');
 }
 
 TEST_F(Growth, FetchesByHandLeaveNothing) {
@@ -107,19 +108,19 @@ TEST_F(Growth, FetchesByHandLeaveNothing) {
     expectNoGrowth("fetches by hand", 200, [&](int) {
         link.stream = ScriptedLink::transfer(file);
         QTimer::singleShot(0, &window, [&] {
-            window.findChild<QLineEdit*>(text("Text2"))->setText(path(text("hand.bin")));
-            window.findChild<QPushButton*>(text("Command4"))->click();
+            window.findChild<QLineEdit*>(u"Text2"_s)->setText(path(u"hand.bin"_s));
+            window.findChild<QPushButton*>(u"Command4"_s)->click();
         });
         item("mnuAcquire").trigger();
-        fetched += model->ReceivedFile == path(text("hand.bin")) ? 1 : 0;
+        fetched += model->ReceivedFile == path(u"hand.bin"_s) ? 1 : 0;
         forget();
     });
     EXPECT_EQ(fetched, 220);
-    EXPECT_EQ(read(text("hand.bin")), file + '\0');
+    EXPECT_EQ(read(u"hand.bin"_s), file + '\0');
 }
 
 TEST_F(Growth, RedrawsLeaveNothing) {
-    dialogs.files.emplace_back(FileChoice{path(text("six.bin")), 1});
+    dialogs.files.emplace_back(FileChoice{path(u"six.bin"_s), 1});
     item("mnuOpen").trigger();
     auto& zero = control<PositionBar>("VScroll1");
     const int middle = zero.Max() / 2;
@@ -143,21 +144,20 @@ TEST_F(Growth, SettingsReadAndWrittenLeaveNothing) {
         item(i % 2 == 0 ? "mnuEnglish" : "mnuChinese").trigger();
         item(i % 2 == 0 ? "mnuLine" : "mnuPoint").trigger();
     });
-    EXPECT_EQ(QDir(path(text("."))).entryList({text("vkq.ini*")}, QDir::Files | QDir::Hidden),
-              QStringList(text("vkq.ini")));
+    EXPECT_EQ(QDir(path(u"."_s)).entryList({u"vkq.ini*"_s}, QDir::Files | QDir::Hidden), QStringList(u"vkq.ini"_s));
 }
 
 TEST_F(Growth, SavedPicturesLeaveNothing) {
-    dialogs.files.emplace_back(FileChoice{path(text("six.bin")), 1});
+    dialogs.files.emplace_back(FileChoice{path(u"six.bin"_s), 1});
     item("mnuOpen").trigger();
     expectNoGrowth("saved pictures", 100, [&](int) {
-        dialogs.files.emplace_back(FileChoice{path(text("screen.bmp")), 1});
+        dialogs.files.emplace_back(FileChoice{path(u"screen.bmp"_s), 1});
         dialogs.answers.push_back(Answer::Yes);
         item("mnuSaveAs").trigger();
         dialogs.answers.clear();
         forget();
     });
-    EXPECT_TRUE(read(text("screen.bmp")).startsWith("BM"));
+    EXPECT_TRUE(read(u"screen.bmp"_s).startsWith("BM"));
 }
 
 } // namespace

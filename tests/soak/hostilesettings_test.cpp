@@ -24,8 +24,8 @@ protected:
     void SetUp() override {
         FrmComTest::SetUp();
         installLanguages();
-        write(text("vkq.ini"), "[Common]\nLanguage=1\nDrawLine=False\nDrawPoint=True\n[LineColor]\n0=1193046\n");
-        before = read(text("vkq.ini"));
+        write(u"vkq.ini"_s, "[Common]\nLanguage=1\nDrawLine=False\nDrawPoint=True\n[LineColor]\n0=1193046\n");
+        before = read(u"vkq.ini"_s);
     }
     void remove() const { ASSERT_TRUE(QFile::remove(iniFile())); }
     void expectDefaults() {
@@ -55,7 +55,7 @@ protected:
         EXPECT_TRUE(dialogs.messages.isEmpty()) << dialogs.messages.join(u'|').toStdString();
     }
     [[nodiscard]] QStringList besideIt() const {
-        return QDir(path(text("."))).entryList({text("vkq.ini?*")}, QDir::AllEntries | QDir::Hidden | QDir::System);
+        return QDir(path(u"."_s)).entryList({u"vkq.ini?*"_s}, QDir::AllEntries | QDir::Hidden | QDir::System);
     }
 
     QByteArray before;
@@ -63,8 +63,8 @@ protected:
 
 TEST_F(HostileSettings, WithTheFileAsItIsTheProgramTakesIt) {
     expectMine();
-    EXPECT_TRUE(read(text("vkq.ini")).contains("DrawLine=True")) << "and keeps what is chosen";
-    EXPECT_TRUE(read(text("vkq.ini")).contains("0=1193046"));
+    EXPECT_TRUE(read(u"vkq.ini"_s).contains("DrawLine=True")) << "and keeps what is chosen";
+    EXPECT_TRUE(read(u"vkq.ini"_s).contains("0=1193046"));
 }
 
 TEST_F(HostileSettings, AFolderInItsPlaceMeansDefaults) {
@@ -83,31 +83,31 @@ TEST_F(HostileSettings, APipeInItsPlaceMeansDefaultsAndNobodyWaits) {
 }
 
 TEST_F(HostileSettings, ALinkIsFollowedAndStays) {
-    ASSERT_TRUE(QFile::rename(iniFile(), path(text("mine.ini"))));
-    ASSERT_TRUE(QFile::link(path(text("mine.ini")), iniFile()));
+    ASSERT_TRUE(QFile::rename(iniFile(), path(u"mine.ini"_s)));
+    ASSERT_TRUE(QFile::link(path(u"mine.ini"_s), iniFile()));
     expectMine();
     EXPECT_TRUE(QFileInfo(iniFile()).isSymLink());
-    EXPECT_TRUE(read(text("mine.ini")).contains("DrawLine=True"));
+    EXPECT_TRUE(read(u"mine.ini"_s).contains("DrawLine=True"));
 }
 
 TEST_F(HostileSettings, ALinkThatLeadsNowhereMeansDefaultsAndFillsWithTheFirstWrite) {
     remove();
-    ASSERT_TRUE(QFile::link(path(text("mine.ini")), iniFile()));
+    ASSERT_TRUE(QFile::link(path(u"mine.ini"_s), iniFile()));
     expectDefaults();
     EXPECT_TRUE(QFileInfo(iniFile()).isSymLink());
-    EXPECT_TRUE(read(text("mine.ini")).contains("DrawLine=True"));
+    EXPECT_TRUE(read(u"mine.ini"_s).contains("DrawLine=True"));
 }
 
 TEST_F(HostileSettings, LinksInACircleMeanDefaults) {
     remove();
-    ASSERT_TRUE(QFile::link(path(text("round.ini")), iniFile()));
-    ASSERT_TRUE(QFile::link(iniFile(), path(text("round.ini"))));
+    ASSERT_TRUE(QFile::link(path(u"round.ini"_s), iniFile()));
+    ASSERT_TRUE(QFile::link(iniFile(), path(u"round.ini"_s)));
     expectDefaults();
 }
 
 TEST_F(HostileSettings, ADeviceInItsPlaceMeansDefaults) {
     remove();
-    ASSERT_TRUE(QFile::link(text("/dev/zero"), iniFile()));
+    ASSERT_TRUE(QFile::link(u"/dev/zero"_s, iniFile()));
     expectDefaults();
     EXPECT_TRUE(QFileInfo(iniFile()).isSymLink());
 }
@@ -116,17 +116,17 @@ TEST_F(HostileSettings, DeletedUnderTheProgramItComesBackWithTheNextWrite) {
     load();
     remove();
     item("mnuLine").trigger();
-    EXPECT_TRUE(read(text("vkq.ini")).contains("DrawLine=True"));
-    EXPECT_EQ(readProfile(text("LineColor"), text("0"), text("none"), iniFile()), text("none"));
+    EXPECT_TRUE(read(u"vkq.ini"_s).contains("DrawLine=True"));
+    EXPECT_EQ(readProfile(u"LineColor"_s, u"0"_s, u"none"_s, iniFile()), u"none"_s);
     EXPECT_TRUE(dialogs.messages.isEmpty());
 }
 
 TEST_F(HostileSettings, ReplacedUnderTheProgramTheNewFileIsTheOneThatChanges) {
     load();
-    write(text("other"), "[Common]\nComPort=4\n[Mine]\nk=v\n");
-    ASSERT_EQ(::rename(path(text("other")).toLocal8Bit().constData(), iniFile().toLocal8Bit().constData()), 0);
+    write(u"other"_s, "[Common]\nComPort=4\n[Mine]\nk=v\n");
+    ASSERT_EQ(::rename(path(u"other"_s).toLocal8Bit().constData(), iniFile().toLocal8Bit().constData()), 0);
     item("mnuLine").trigger();
-    const QByteArray now = read(text("vkq.ini"));
+    const QByteArray now = read(u"vkq.ini"_s);
     EXPECT_TRUE(now.startsWith("[Common]\nComPort=4\n")) << now.toStdString();
     EXPECT_TRUE(now.endsWith("[Mine]\nk=v\n"));
     EXPECT_TRUE(now.contains("DrawLine=True\n"));
@@ -136,14 +136,14 @@ TEST_F(HostileSettings, AReadOnlyFileInAReadOnlyFolderIsReadAndLeftAlone) {
     const auto readable = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
     const auto folderToo = readable | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther;
     ASSERT_TRUE(QFile::setPermissions(iniFile(), readable));
-    ASSERT_TRUE(QFile::setPermissions(path(text(".")), folderToo));
+    ASSERT_TRUE(QFile::setPermissions(path(u"."_s), folderToo));
     {
         const OrdinaryUser user;
         expectMine();
     }
-    EXPECT_EQ(read(text("vkq.ini")), before);
+    EXPECT_EQ(read(u"vkq.ini"_s), before);
     EXPECT_TRUE(besideIt().isEmpty());
-    EXPECT_TRUE(QFile::setPermissions(path(text(".")), folderToo | QFile::WriteOwner));
+    EXPECT_TRUE(QFile::setPermissions(path(u"."_s), folderToo | QFile::WriteOwner));
 }
 
 TEST_F(HostileSettings, AFullDiskLeavesTheFileAsItWas) {
@@ -151,7 +151,7 @@ TEST_F(HostileSettings, AFullDiskLeavesTheFileAsItWas) {
         const SmallDisk disk(20);
         expectMine();
     }
-    EXPECT_EQ(read(text("vkq.ini")), before);
+    EXPECT_EQ(read(u"vkq.ini"_s), before);
     EXPECT_TRUE(besideIt().isEmpty()) << besideIt().join(u' ').toStdString();
 }
 
@@ -165,7 +165,7 @@ TEST_F(HostileSettings, LockedByAnotherProcessItIsReadAndKept) {
     ASSERT_GE(other, 0);
     if (other == 0) {
         ::close(over[1]);
-        QLockFile lock(iniFile() + text(".lock"));
+        QLockFile lock(iniFile() + u".lock"_s);
         char byte = lock.tryLock(0) ? 'y' : 'n';
         static_cast<void>(::write(locked[1], &byte, 1) == 1);
         static_cast<void>(::read(over[0], &byte, 1) == 0); // waits until the test closes its end
@@ -180,13 +180,13 @@ TEST_F(HostileSettings, LockedByAnotherProcessItIsReadAndKept) {
     EXPECT_EQ(model->LineColor[0], kMyColour);
     item("mnuChinese").trigger();
     EXPECT_EQ(model->LanguageId, 0);
-    EXPECT_EQ(read(text("vkq.ini")), before) << "nobody writes past the lock";
-    EXPECT_EQ(besideIt(), QStringList(text("vkq.ini.lock")));
+    EXPECT_EQ(read(u"vkq.ini"_s), before) << "nobody writes past the lock";
+    EXPECT_EQ(besideIt(), QStringList(u"vkq.ini.lock"_s));
     ::close(over[1]);
     int status = -1;
     ASSERT_EQ(::waitpid(other, &status, 0), other);
     item("mnuLine").trigger();
-    EXPECT_TRUE(read(text("vkq.ini")).contains("DrawLine=True"));
+    EXPECT_TRUE(read(u"vkq.ini"_s).contains("DrawLine=True"));
     EXPECT_TRUE(besideIt().isEmpty());
     EXPECT_TRUE(dialogs.messages.isEmpty());
     ::close(locked[0]);

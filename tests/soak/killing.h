@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <QByteArray>
 #include <QDir>

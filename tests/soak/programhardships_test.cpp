@@ -4,6 +4,7 @@
 #include "capture/scenes.h"
 #include "soak/companionfolder.h"
 #include "support/hardships.h"
+#include "support/strings.h"
 
 namespace sixtrace::test {
 namespace {
@@ -11,9 +12,8 @@ namespace {
 class CompanionHardships : public CompanionFolder {
 protected:
     CompanionHardships() {
-        put(text("capture.bin"), captureBytes(*captureForm("V11"), *sceneBlocks(text("sine"), 1)));
-        bring({text("kqx"), text("kqx-desktop"), text("libttdll.so"), text("ttdll.ini"), text("English.Lan"),
-               text("ChineseS.Lan")});
+        put(u"capture.bin"_s, captureBytes(*captureForm("V11"), *sceneBlocks(u"sine"_s, 1)));
+        bring({u"kqx"_s, u"kqx-desktop"_s, u"libttdll.so"_s, u"ttdll.ini"_s, u"English.Lan"_s, u"ChineseS.Lan"_s});
     }
     [[nodiscard]] Ran kqx(const QStringList& arguments, const QString& out = {}, bool asOrdinaryUser = false) const {
         QProcess process;
@@ -29,7 +29,7 @@ protected:
         if (!out.isEmpty()) {
             process.setStandardOutputFile(out);
         }
-        process.start(path(text("kqx")), arguments);
+        process.start(path(u"kqx"_s), arguments);
         if (!process.waitForFinished(60000)) {
             process.kill();
             process.waitForFinished();
@@ -41,9 +41,9 @@ protected:
     [[nodiscard]] QStringList everything() const { return leftovers(folder.path(), {}); }
 
     const QList<QStringList> writers{
-        {text("table"), text("capture.bin"), text("t.txt")},  {text("table"), text("capture.bin"), text("t.csv")},
-        {text("table"), text("capture.bin"), text("t.xls")},  {text("table"), text("capture.bin"), text("t.xlsx")},
-        {text("screen"), text("capture.bin"), text("t.png")}, {text("page"), text("capture.bin"), text("t.pdf")}};
+        {u"table"_s, u"capture.bin"_s, u"t.txt"_s},  {u"table"_s, u"capture.bin"_s, u"t.csv"_s},
+        {u"table"_s, u"capture.bin"_s, u"t.xls"_s},  {u"table"_s, u"capture.bin"_s, u"t.xlsx"_s},
+        {u"screen"_s, u"capture.bin"_s, u"t.png"_s}, {u"page"_s, u"capture.bin"_s, u"t.pdf"_s}};
 };
 
 TEST_F(CompanionHardships, AFullDiskIsToldByEveryWriter) {
@@ -66,53 +66,50 @@ TEST_F(CompanionHardships, AFullDiskIsToldByEveryWriter) {
 TEST_F(CompanionHardships, AFolderThatCannotBeWrittenIsToldByEveryWriter) {
     const auto readable =
         QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther;
-    ASSERT_TRUE(QDir(folder.path()).mkdir(text("locked")));
-    for (const QString& each : {path(text("kqx")), path(text("locked")), folder.path()}) {
+    ASSERT_TRUE(QDir(folder.path()).mkdir(u"locked"_s));
+    for (const QString& each : {path(u"kqx"_s), path(u"locked"_s), folder.path()}) {
         ASSERT_TRUE(QFile::setPermissions(each, readable));
     }
     for (const QStringList& command : writers) {
-        const Ran ran = kqx({command.at(0), command.at(1), text("locked/") + command.at(2)}, {}, true);
+        const Ran ran = kqx({command.at(0), command.at(1), u"locked/"_s + command.at(2)}, {}, true);
         EXPECT_EQ(ran.exitCode, 1) << command.last().toStdString();
         EXPECT_TRUE(ran.err.contains("Permission denied")) << ran.err.toStdString();
     }
-    const Ran fetched = kqx({text("fetch"), text("--usb"), text("-o"), text("locked")}, {}, true);
+    const Ran fetched = kqx({u"fetch"_s, u"--usb"_s, u"-o"_s, u"locked"_s}, {}, true);
     EXPECT_EQ(fetched.exitCode, 5);
     EXPECT_TRUE(fetched.err.contains("cannot be written")) << fetched.err.toStdString();
-    EXPECT_TRUE(QDir(path(text("locked"))).isEmpty());
+    EXPECT_TRUE(QDir(path(u"locked"_s)).isEmpty());
     EXPECT_TRUE(QFile::setPermissions(folder.path(), readable | QFile::WriteOwner));
 }
 
 TEST_F(CompanionHardships, AFetchOntoAFullDiskFailsAndTheOldFileStands) {
     serve();
-    ASSERT_TRUE(QDir(folder.path()).mkdir(text("got")));
-    put(text("got/one.bin"), "old");
-    for (const QStringList& link : {QStringList{text("--serial"), path(text("line"))}, QStringList{text("--usb")}}) {
+    ASSERT_TRUE(QDir(folder.path()).mkdir(u"got"_s));
+    put(u"got/one.bin"_s, "old");
+    for (const QStringList& link : {QStringList{u"--serial"_s, path(u"line"_s)}, QStringList{u"--usb"_s}}) {
         const QStringList command =
-            QStringList{text("fetch"), text("--force"), text("-o"), text("got/one.bin"), text("--timeout"), text("2")} +
-            link;
+            QStringList{u"fetch"_s, u"--force"_s, u"-o"_s, u"got/one.bin"_s, u"--timeout"_s, u"2"_s} + link;
         const Ran ran = [&] {
             const SmallDisk disk(500);
             return kqx(command);
         }();
         EXPECT_EQ(ran.exitCode, 1) << link.first().toStdString();
         EXPECT_TRUE(ran.err.contains("Disk full")) << ran.err.toStdString();
-        EXPECT_EQ(contentOf(path(text("got/one.bin"))), "old");
-        EXPECT_TRUE(leftovers(path(text("got")), {text("one.bin")}).isEmpty());
+        EXPECT_EQ(contentOf(path(u"got/one.bin"_s)), "old");
+        EXPECT_TRUE(leftovers(path(u"got"_s), {u"one.bin"_s}).isEmpty());
     }
-    for (const QStringList& link : {QStringList{text("--serial"), path(text("line"))}, QStringList{text("--usb")}}) {
-        const Ran ran = kqx(
-            QStringList{text("fetch"), text("--force"), text("-o"), text("got/one.bin"), text("--timeout"), text("2")} +
-            link);
+    for (const QStringList& link : {QStringList{u"--serial"_s, path(u"line"_s)}, QStringList{u"--usb"_s}}) {
+        const Ran ran =
+            kqx(QStringList{u"fetch"_s, u"--force"_s, u"-o"_s, u"got/one.bin"_s, u"--timeout"_s, u"2"_s} + link);
         EXPECT_EQ(ran.exitCode, 0) << "the next one succeeds: " << ran.err.toStdString();
     }
 }
 
 TEST_F(CompanionHardships, WhatCannotBePrintedIsNoSuccess) {
     for (const QStringList& command :
-         {QStringList{text("info"), text("capture.bin")},
-          QStringList{text("info"), text("--json"), text("capture.bin")}, QStringList{text("--version")},
-          QStringList{text("help")}, QStringList{text("table"), text("--help")}}) {
-        const Ran ran = kqx(command, text("/dev/full"));
+         {QStringList{u"info"_s, u"capture.bin"_s}, QStringList{u"info"_s, u"--json"_s, u"capture.bin"_s},
+          QStringList{u"--version"_s}, QStringList{u"help"_s}, QStringList{u"table"_s, u"--help"_s}}) {
+        const Ran ran = kqx(command, u"/dev/full"_s);
         EXPECT_EQ(ran.exitCode, 1) << command.first().toStdString();
         EXPECT_TRUE(ran.err.contains("output cannot be written")) << ran.err.toStdString();
         EXPECT_EQ(kqx(command).exitCode, 0);

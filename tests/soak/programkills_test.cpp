@@ -2,6 +2,7 @@
 // The built programs, killed at any moment.
 #include "capture/scenes.h"
 #include "soak/companionfolder.h"
+#include "support/strings.h"
 
 #include <QElapsedTimer>
 #include <QSet>
@@ -33,38 +34,38 @@ protected:
         ASSERT_TRUE(process.exitStatus() == QProcess::CrashExit || process.exitCode() <= 3) << process.exitCode();
     }
     void killFetching(const char* kind, const QStringList& link, const QByteArray& tail) {
-        bring({text("kqx"), text("kqx-desktop"), text("libttdll.so"), text("ttdll.ini")});
+        bring({u"kqx"_s, u"kqx-desktop"_s, u"libttdll.so"_s, u"ttdll.ini"_s});
         serve();
-        ASSERT_TRUE(QDir(folder.path()).mkdir(text("got")));
-        const QString target = path(text("got/one.bin"));
+        ASSERT_TRUE(QDir(folder.path()).mkdir(u"got"_s));
+        const QString target = path(u"got/one.bin"_s);
         const QStringList arguments =
-            QStringList{text("fetch"), text("--force"), text("-o"), target, text("--timeout"), text("2")} + link;
+            QStringList{u"fetch"_s, u"--force"_s, u"-o"_s, target, u"--timeout"_s, u"2"_s} + link;
         // Each fetch brings the next capture, whether or not the last one was received whole.
         QSet<QByteArray> captures;
         for (std::uint32_t seed = 1; seed <= 3 * kKills; ++seed) {
-            captures.insert(captureBytes(*captureForm("V11"), *sceneBlocks(text("noise"), seed)) + tail);
+            captures.insert(captureBytes(*captureForm("V11"), *sceneBlocks(u"noise"_s, seed)) + tail);
         }
-        Moments moments(duration([&] { ASSERT_EQ(runs(text("kqx"), arguments), 0); }) * 4 / 5);
+        Moments moments(duration([&] { ASSERT_EQ(runs(u"kqx"_s, arguments), 0); }) * 4 / 5);
         int newFiles = 0;
         QByteArray before = contentOf(target);
         ASSERT_TRUE(captures.contains(before));
         for (int i = 0; i < kKills; ++i) {
-            killRun(text("kqx"), arguments, moments.next());
+            killRun(u"kqx"_s, arguments, moments.next());
             const QByteArray found = contentOf(target);
             ASSERT_TRUE(captures.contains(found)) << kind << ' ' << i << ": " << found.size() << " bytes";
             newFiles += found == before ? 0 : 1;
             before = found;
         }
         // A kill may leave the lock file of the serial port empty. Such a lock counts for half a minute.
-        int code = runs(text("kqx"), arguments);
+        int code = runs(u"kqx"_s, arguments);
         for (int attempt = 0; code != 0 && attempt < 45; ++attempt) {
             QThread::sleep(1);
-            code = runs(text("kqx"), arguments);
+            code = runs(u"kqx"_s, arguments);
         }
         EXPECT_EQ(code, 0) << "the next fetch succeeds";
         EXPECT_TRUE(captures.contains(contentOf(target)));
         EXPECT_NE(contentOf(target), before);
-        const QStringList left = leftovers(path(text("got")), {text("one.bin")});
+        const QStringList left = leftovers(path(u"got"_s), {u"one.bin"_s});
         tell(kind, kKills, newFiles, left.size());
         EXPECT_TRUE(left.isEmpty()) << "each fetch clears what killed ones have left: "
                                     << left.join(u' ').toStdString();
@@ -72,36 +73,36 @@ protected:
 };
 
 TEST_F(ProgramKills, LeaveAFileFetchedOverTheSerialLineOldOrNew) {
-    killFetching("fetch --serial", {text("--serial"), path(text("line"))}, {});
+    killFetching("fetch --serial", {u"--serial"_s, path(u"line"_s)}, {});
 }
 
 TEST_F(ProgramKills, LeaveAFileFetchedOverUsbOldOrNew) {
-    killFetching("fetch --usb", {text("--usb")}, QByteArray(1, '\0'));
+    killFetching("fetch --usb", {u"--usb"_s}, QByteArray(1, '\0'));
 }
 
 TEST_F(ProgramKills, LeaveWhatTheCompanionWritesOldOrNew) {
-    bring({text("kqx"), text("kqx-desktop"), text("English.Lan")});
-    put(text("capture.bin"), captureBytes(*captureForm("V11"), *sceneBlocks(text("sine"), 1)));
-    const QList<QStringList> commands{{text("table"), text("capture.bin"), text("t.csv")},
-                                      {text("table"), text("capture.bin"), text("t.txt")},
-                                      {text("table"), text("capture.bin"), text("t.xls")},
-                                      {text("screen"), text("capture.bin"), text("t.png")}};
+    bring({u"kqx"_s, u"kqx-desktop"_s, u"English.Lan"_s});
+    put(u"capture.bin"_s, captureBytes(*captureForm("V11"), *sceneBlocks(u"sine"_s, 1)));
+    const QList<QStringList> commands{{u"table"_s, u"capture.bin"_s, u"t.csv"_s},
+                                      {u"table"_s, u"capture.bin"_s, u"t.txt"_s},
+                                      {u"table"_s, u"capture.bin"_s, u"t.xls"_s},
+                                      {u"screen"_s, u"capture.bin"_s, u"t.png"_s}};
     const QStringList known = leftovers(folder.path(), {});
     QStringList targets;
     int newFiles = 0;
     for (const QStringList& command : commands) {
         const QString target = path(command.last());
         targets.append(command.last());
-        Moments moments(duration([&] { ASSERT_EQ(runs(text("kqx"), command), 0); }) / 2);
+        Moments moments(duration([&] { ASSERT_EQ(runs(u"kqx"_s, command), 0); }) / 2);
         const QByteArray whole = contentOf(target);
         for (int i = 0; i < kKills / 4; ++i) {
             put(command.last(), "old");
-            killRun(text("kqx"), command, moments.next());
+            killRun(u"kqx"_s, command, moments.next());
             const QByteArray found = contentOf(target);
             ASSERT_TRUE(found == "old" || found == whole) << command.last().toStdString() << ' ' << i;
             newFiles += found == "old" ? 0 : 1;
         }
-        ASSERT_EQ(runs(text("kqx"), command), 0);
+        ASSERT_EQ(runs(u"kqx"_s, command), 0);
         EXPECT_EQ(contentOf(target), whole);
     }
     const QStringList left = leftovers(folder.path(), known + targets);
@@ -112,29 +113,29 @@ TEST_F(ProgramKills, LeaveWhatTheCompanionWritesOldOrNew) {
 // The program writes its language at every start.
 TEST_F(ProgramKills, LeaveTheSettingsWholeAndTheProgramStarts) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    bring({text("sixtrace"), text("English.Lan"), text("ChineseS.Lan")});
+    bring({u"sixtrace"_s, u"English.Lan"_s, u"ChineseS.Lan"_s});
     const QByteArray mine("; mine\n[LineColor]\n0=255\n");
     constexpr int kStarts = 20;
     constexpr useconds_t kLongest = 1'000'000;
     const auto whole = [&] {
-        const QByteArray found = contentOf(path(text("vkq.ini")));
+        const QByteArray found = contentOf(path(u"vkq.ini"_s));
         return found == mine || (found.startsWith(mine) && found.endsWith('\n') && found.contains("\n[Common]\n"));
     };
     for (int i = 0; i < kStarts; ++i) {
-        put(text("vkq.ini"), mine);
-        killRun(text("sixtrace"), {}, kLongest * static_cast<useconds_t>(i + 1) / kStarts);
-        ASSERT_TRUE(whole()) << i << ": " << contentOf(path(text("vkq.ini"))).toStdString();
+        put(u"vkq.ini"_s, mine);
+        killRun(u"sixtrace"_s, {}, kLongest * static_cast<useconds_t>(i + 1) / kStarts);
+        ASSERT_TRUE(whole()) << i << ": " << contentOf(path(u"vkq.ini"_s)).toStdString();
     }
-    put(text("vkq.ini"), mine);
+    put(u"vkq.ini"_s, mine);
     QProcess last;
-    last.start(path(text("sixtrace")), {});
+    last.start(path(u"sixtrace"_s), {});
     ASSERT_TRUE(last.waitForStarted());
     QElapsedTimer patience;
     patience.start();
-    while (contentOf(path(text("vkq.ini"))) == mine && patience.elapsed() < 30000 && !last.waitForFinished(50)) {
+    while (contentOf(path(u"vkq.ini"_s)) == mine && patience.elapsed() < 30000 && !last.waitForFinished(50)) {
     }
     EXPECT_EQ(last.state(), QProcess::Running) << last.readAllStandardError().toStdString();
-    EXPECT_NE(contentOf(path(text("vkq.ini"))), mine) << "it came as far as its settings";
+    EXPECT_NE(contentOf(path(u"vkq.ini"_s)), mine) << "it came as far as its settings";
     EXPECT_TRUE(whole());
     last.kill();
     EXPECT_TRUE(last.waitForFinished(10000));

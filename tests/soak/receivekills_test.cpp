@@ -45,9 +45,9 @@ protected:
         int cut = 0;
         for (int i = 0; i < kKills; ++i) {
             const bool existed = i % 2 == 0;
-            QFile::remove(path(text("got.bin")));
+            QFile::remove(path(u"got.bin"_s));
             if (existed) {
-                store(text("got.bin"), old);
+                store(u"got.bin"_s, old);
             }
             killWhile(
                 [&receiveOne, i](int pass) {
@@ -58,16 +58,16 @@ protected:
                 },
                 i, moments.next());
             const QByteArray before = existed ? old : QByteArray();
-            const QByteArray found = existed || QFile::exists(path(text("got.bin"))) ? stored() : QByteArray();
+            const QByteArray found = existed || QFile::exists(path(u"got.bin"_s)) ? stored() : QByteArray();
             const auto taken = takenOver(found, freshFile, before);
             ASSERT_TRUE(taken) << kind << ' ' << i << ": " << found.size() << " bytes";
             whole += taken == freshFile.size() ? 1 : 0;
             cut += taken > 0 && taken < freshFile.size() ? 1 : 0;
         }
-        tell(kind, kKills, whole, leftovers(folder.path(), {text("got.bin")}).size());
+        tell(kind, kKills, whole, leftovers(folder.path(), {u"got.bin"_s}).size());
         std::cout << "[  SOAK    ] " << kind << ": " << cut << " as far as written\n";
-        EXPECT_TRUE(leftovers(folder.path(), {text("got.bin")}).isEmpty());
-        QFile::remove(path(text("got.bin")));
+        EXPECT_TRUE(leftovers(folder.path(), {u"got.bin"_s}).isEmpty());
+        QFile::remove(path(u"got.bin"_s));
         receiveOne(0);
         EXPECT_EQ(stored(), freshFile) << "the next transfer is whole";
     }
@@ -95,7 +95,7 @@ TEST_F(ReceiveKills, LeaveAUsbFileAsItWasOrWritten) {
             const auto pass = gate.enter();
             link.InitializeTt(0);
             static_cast<void>(exchangeUsb(*pass, link, {.storeAt = [this](const UsbAnnounced&) -> Result<QString> {
-                return path(text("got.bin"));
+                return path(u"got.bin"_s);
             }}));
         },
         fresh + '\0');

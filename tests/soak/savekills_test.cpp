@@ -10,6 +10,7 @@
 #include "soak/killing.h"
 
 #include "capture/scenes.h"
+#include "support/strings.h"
 
 #include <QtEndian>
 
@@ -24,12 +25,12 @@ struct Sheet {
         what.ticked.fill(true);
     }
     Table table;
-    TableExport what{table.cells, text("mV")};
+    TableExport what{table.cells, u"mV"_s};
 };
 
 class SaveKills : public ::testing::Test {
 protected:
-    [[nodiscard]] QString path() const { return folder.filePath(text("kept")); }
+    [[nodiscard]] QString path() const { return folder.filePath(u"kept"_s); }
 
     /// Kills `save`, which writes one of two contents to path() in turn. Afterwards the file must satisfy `isWhole`,
     /// and the folder must hold nothing unknown.
@@ -64,8 +65,8 @@ protected:
     }
 
     QTemporaryDir folder;
-    QTemporaryDir workshop;          ///< for files that a save makes outside its folder
-    QStringList known{text("kept")}; ///< names that belong into the folder
+    QTemporaryDir workshop;       ///< for files that a save makes outside its folder
+    QStringList known{u"kept"_s}; ///< names that belong into the folder
 };
 
 // Checks the other tests: the same kills must catch a writer that empties the old file and writes into it.
@@ -96,8 +97,8 @@ TEST_F(SaveKills, LeaveATextTableOldOrNew) {
 TEST_F(SaveKills, LeaveAnXlsWorkbookOldOrNew) {
     const Sheet even(1);
     const Sheet odd(2);
-    const QString sheet = path() + text(".xls");
-    known.append(text("kept.xls"));
+    const QString sheet = path() + u".xls"_s;
+    known.append(u"kept.xls"_s);
     ASSERT_TRUE(QFile::link(path(), sheet)); // the name decides the format
     ASSERT_TRUE(writeWhole(path(), "old"));
     killSaving("workbook .xls",
@@ -121,8 +122,8 @@ bool isWholeArchive(const QByteArray& file) {
 TEST_F(SaveKills, LeaveAnXlsxWorkbookOldOrNew) {
     const Sheet even(1);
     const Sheet odd(2);
-    const QString sheet = path() + text(".xlsx");
-    known.append(text("kept.xlsx"));
+    const QString sheet = path() + u".xlsx"_s;
+    known.append(u"kept.xlsx"_s);
     const QByteArray temporary = qgetenv("TMPDIR");
     qputenv("TMPDIR", workshop.path().toLocal8Bit());
     ASSERT_TRUE(QFile::link(path(), sheet));
@@ -140,7 +141,7 @@ TEST_F(SaveKills, LeaveAnXlsxWorkbookOldOrNew) {
 
 /// The page of a scene. It shows the time.
 QByteArray pageOf(const char* scene, const QString& capture) {
-    EXPECT_TRUE(writeWhole(capture, captureBytes(*captureForm("V11"), *sceneBlocks(text(scene), 1))));
+    EXPECT_TRUE(writeWhole(capture, captureBytes(*captureForm("V11"), *sceneBlocks(QString::fromUtf8(scene), 1))));
     const auto model = std::make_unique<publicM>();
     model->fillTables();
     applyDefaultColours(*model);
@@ -158,8 +159,8 @@ QByteArray pageOf(const char* scene, const QString& capture) {
 
 // The page is composed before the kills begin: composing takes a hundred times as long as writing and touches no file.
 TEST_F(SaveKills, LeaveAPageOldOrNew) {
-    const QByteArray even = pageOf("sine", folder.filePath(text("capture.bin")));
-    const QByteArray odd = pageOf("six", folder.filePath(text("capture.bin")));
+    const QByteArray even = pageOf("sine", folder.filePath(u"capture.bin"_s));
+    const QByteArray odd = pageOf("six", folder.filePath(u"capture.bin"_s));
     ASSERT_TRUE(even.startsWith("%PDF-") && odd.startsWith("%PDF-"));
     killSaving("page", [&](int pass) { static_cast<void>(writeWhole(path(), pass % 2 == 0 ? even : odd).ok()); });
 }
@@ -170,23 +171,23 @@ class BitmapKills : public FrmComTest {};
 TEST_F(BitmapKills, LeaveABitmapOldOrNew) {
     load();
     const auto save = [this](int) {
-        dialogs.files.emplace_back(FileChoice{path(text("screen.bmp")), 1});
+        dialogs.files.emplace_back(FileChoice{path(u"screen.bmp"_s), 1});
         dialogs.answers.push_back(Answer::Yes);
         item("mnuSaveAs").trigger();
     };
-    const QStringList known = leftovers(path(text(".")), {});
+    const QStringList known = leftovers(path(u"."_s), {});
     Moments moments(duration([&save] { save(0); }));
-    const QByteArray whole = read(text("screen.bmp"));
+    const QByteArray whole = read(u"screen.bmp"_s);
     ASSERT_GT(whole.size(), 625 * 401 * 3);
     int newFiles = 0;
     for (int i = 0; i < kKills; ++i) {
-        write(text("screen.bmp"), "old");
+        write(u"screen.bmp"_s, "old");
         killWhile(save, i, moments.next());
-        const QByteArray found = read(text("screen.bmp"));
+        const QByteArray found = read(u"screen.bmp"_s);
         newFiles += found == "old" ? 0 : 1;
         ASSERT_TRUE(found == "old" || found == whole) << i << ": " << found.size() << " bytes";
     }
-    const QStringList left = leftovers(path(text(".")), known + QStringList{text("screen.bmp")});
+    const QStringList left = leftovers(path(u"."_s), known + QStringList{u"screen.bmp"_s});
     tell("bitmap", kKills, newFiles, left.size());
     EXPECT_LE(left.size(), kKills) << "more than one file a kill";
 }

@@ -17,14 +17,14 @@ const QByteArray kBehind("\r\nComPort=3\r\n\r\n[LineColor]\r\n0=255\r\n; the end
 
 class SettingsKills : public ::testing::Test {
 protected:
-    [[nodiscard]] QString path() const { return folder.filePath(text("vkq.ini")); }
+    [[nodiscard]] QString path() const { return folder.filePath(u"vkq.ini"_s); }
     void put(const QString& name, const QByteArray& content) const {
         QFile file(name);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         ASSERT_EQ(file.write(content), content.size());
     }
     [[nodiscard]] Outcome set(const QString& value) const {
-        return writeProfile(text("Common"), text("Language"), value, path());
+        return writeProfile(u"Common"_s, u"Language"_s, value, path());
     }
 
     QTemporaryDir folder;
@@ -56,34 +56,34 @@ TEST_F(SettingsKills, KeepEveryOtherKeyAndOneOfTheTwoValues) {
         }
         newFiles += isNew ? 1 : 0;
     }
-    ASSERT_TRUE(set(text("end")));
-    const QStringList left = leftovers(folder.path(), {text("vkq.ini")});
+    ASSERT_TRUE(set(u"end"_s));
+    const QStringList left = leftovers(folder.path(), {u"vkq.ini"_s});
     tell("settings write", kKills, newFiles, left.size());
     EXPECT_LE(left.size(), kKills) << "more than one file a kill";
-    EXPECT_FALSE(left.contains(text("vkq.ini.lock"))) << "the next write takes the lock away";
+    EXPECT_FALSE(left.contains(u"vkq.ini.lock"_s)) << "the next write takes the lock away";
 }
 
 // The lock file is made and then filled. A kill between the two leaves a lock that names no process.
 TEST_F(SettingsKills, ALockThatNamesNobodyDoesNotBlockTheNextWriter) {
     put(path(), kBefore + "0" + kBehind);
-    put(path() + text(".lock"), QByteArray());
-    EXPECT_TRUE(set(text("1")));
+    put(path() + u".lock"_s, QByteArray());
+    EXPECT_TRUE(set(u"1"_s));
     EXPECT_EQ(contentOf(path()), kBefore + "1" + kBehind);
-    EXPECT_TRUE(leftovers(folder.path(), {text("vkq.ini")}).isEmpty());
+    EXPECT_TRUE(leftovers(folder.path(), {u"vkq.ini"_s}).isEmpty());
 }
 
 TEST_F(SettingsKills, ALockWhoseHolderLivesIsNotTakenAway) {
     put(path(), kBefore + "0" + kBehind);
-    const QString lock = path() + text(".lock");
+    const QString lock = path() + u".lock"_s;
     // The state of a lock whose holder stopped while writing it: open and locked, but its name not written yet.
     QFile held(lock);
     ASSERT_TRUE(held.open(QIODevice::WriteOnly));
     ASSERT_EQ(::flock(held.handle(), LOCK_EX | LOCK_NB), 0);
-    EXPECT_FALSE(set(text("1")));
+    EXPECT_FALSE(set(u"1"_s));
     EXPECT_EQ(contentOf(path()), kBefore + "0" + kBehind);
     EXPECT_TRUE(QFile::exists(lock));
     held.close();
-    EXPECT_TRUE(set(text("1")));
+    EXPECT_TRUE(set(u"1"_s));
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "support/strings.h"
+
 #include <QDir>
 #include <QFileInfo>
 
@@ -9,7 +11,7 @@ namespace sixtrace::test {
 /// Whether this process has the file open.
 [[nodiscard]] inline bool isOpenHere(const QString& path) {
     const QString wanted = QFileInfo(path).canonicalFilePath();
-    const QDir handles(QStringLiteral("/proc/self/fd"));
+    const QDir handles(u"/proc/self/fd"_s);
     for (const QFileInfo& handle : handles.entryInfoList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)) {
         if (handle.symLinkTarget() == wanted) {
             return true;
@@ -22,18 +24,12 @@ namespace sixtrace::test {
 /// "/dev/pts/3 (deleted)".
 [[nodiscard]] inline int deadHandles(const QString& beginning) {
     int count = 0;
-    const QDir handles(QStringLiteral("/proc/self/fd"));
+    const QDir handles(u"/proc/self/fd"_s);
     for (const QFileInfo& handle : handles.entryInfoList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)) {
         const QString target = handle.symLinkTarget();
-        count += target.startsWith(beginning) && target.endsWith(QLatin1String("(deleted)")) ? 1 : 0;
+        count += target.startsWith(beginning) && target.endsWith(u"(deleted)"_s) ? 1 : 0;
     }
     return count;
 }
 
 } // namespace sixtrace::test
-
-// For the tests that are not in namespace sixtrace::test yet.
-namespace sixtrace {
-using test::deadHandles;
-using test::isOpenHere;
-} // namespace sixtrace

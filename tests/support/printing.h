@@ -1,18 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QByteArray>
-#include <QString>
+#include "support/strings.h"
 
-#include <gtest/gtest.h>
-
-#include <ostream>
-
-// With these, failing expectations print texts readably. They stand in the global namespace, as the types do, because
-// the test framework looks for them there.
-inline void PrintTo(const QString& text, std::ostream* out) {
-    *out << '"' << text.toStdString() << '"';
-}
-inline void PrintTo(const QByteArray& bytes, std::ostream* out) {
-    *out << '"' << bytes.toStdString() << '"';
+/// A QString of UTF-8 text.
+inline QString text(const char* utf8) {
+    return QString::fromUtf8(utf8);
 }

@@ -73,8 +73,3 @@ private:
 };
 
 } // namespace sixtrace::test
-
-// For the tests that are not in namespace sixtrace::test yet.
-namespace sixtrace {
-using test::ScriptedDialogs;
-}

@@ -1,11 +1,25 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "support/printing.h"
-
+#include <QByteArray>
 #include <QString>
 
-/// A QString of UTF-8 text.
-inline QString text(const char* utf8) {
-    return QString::fromUtf8(utf8);
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+namespace sixtrace::test {
+
+// Tests write a QString as u"..."_s.
+using namespace Qt::StringLiterals;
+
+} // namespace sixtrace::test
+
+// With these, failing expectations print texts readably. They stand in the global namespace, as the types do, because
+// the test framework looks for them there.
+inline void PrintTo(const QString& text, std::ostream* out) {
+    *out << '"' << text.toStdString() << '"';
+}
+inline void PrintTo(const QByteArray& bytes, std::ostream* out) {
+    *out << '"' << bytes.toStdString() << '"';
 }

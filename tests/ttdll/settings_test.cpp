@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ttdll/settings.h"
 
+#include "support/strings.h"
+
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -9,8 +11,10 @@
 #include <algorithm>
 #include <string>
 
-namespace ttdll {
+namespace sixtrace::test {
 namespace {
+
+using namespace ttdll;
 
 TEST(TransferSettings, TellEveryValue) {
     const SettingsRead read =
@@ -80,7 +84,7 @@ TEST(TransferSettings, AFileThatCannotBeReadIsNamedAndLeavesTheDefaults) {
     EXPECT_EQ(missing.settings.readTimeoutMs, 3000);
     EXPECT_EQ(missing.complaint, "") << "a missing file is no reason to complain";
     // An ordinary file by its kind, whose first byte no process can read.
-    ASSERT_TRUE(QFile::link(QStringLiteral("/proc/self/mem"), folder.filePath(QStringLiteral("ttdll.ini"))));
+    ASSERT_TRUE(QFile::link(u"/proc/self/mem"_s, folder.filePath(u"ttdll.ini"_s)));
     const auto [settings, complaint] = readSettings(folder.path().toStdString() + '/');
     EXPECT_EQ(settings.readTimeoutMs, 3000);
     EXPECT_EQ(settings.folder, folder.path().toStdString() + '/');
@@ -102,4 +106,4 @@ TEST(TransferSettings, TheLineThatTheLimitCutsIsNotRead) {
 }
 
 } // namespace
-} // namespace ttdll
+} // namespace sixtrace::test

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The companion program and the transfer library over libusb, with an emulated device on an emulated bus.
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <QDir>
 #include <QFile>
@@ -13,8 +13,6 @@
 #include <pty.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

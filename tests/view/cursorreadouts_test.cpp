@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/cursors.h"
 
-#include "support/strings.h"
+#include "support/printing.h"
 #include "view/scene.h"
 
 #include <gtest/gtest.h>

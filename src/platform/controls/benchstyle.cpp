@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "platform/controls/benchstyle.h"
-
 #include "platform/controls/look.h"
 
 #include <QPainter>
 #include <QPainterPath>
+#include <QProxyStyle>
 #include <QStyleFactory>
 #include <QStyleOption>
 #include <QWidget>
@@ -41,7 +40,23 @@ void drawTick(QPainter& painter, const QRectF& box, QRgb colour) {
     painter.restore();
 }
 
-} // namespace
+/// Qt's Fusion style with the colours of the program: flat menus, filled default buttons and ticks, a focus line of two
+/// pixels inside the control's edge, no animation.
+class BenchStyle : public QProxyStyle {
+public:
+    BenchStyle();
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returnData) const override;
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+    QIcon standardIcon(StandardPixmap which, const QStyleOption* option, const QWidget* widget) const override;
+    QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                           const QWidget* widget) const override;
+};
 
 BenchStyle::BenchStyle()
     : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
@@ -161,6 +176,12 @@ QSize BenchStyle::sizeFromContents(ContentsType type, const QStyleOption* option
         return {size.width() + 2 * kMenuBarItemMargin, kMenuBarHeight};
     }
     return QProxyStyle::sizeFromContents(type, option, size, widget);
+}
+
+} // namespace
+
+std::unique_ptr<QStyle> benchStyle() {
+    return std::make_unique<BenchStyle>();
 }
 
 } // namespace sixtrace

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/controls/look.h"
 
-#include "platform/controls/benchstyle.h"
-
 #include <QApplication>
 #include <QPainter>
 #include <QPalette>
+#include <QStyle>
 #include <QToolTip>
 #include <QWidget>
 
@@ -103,7 +102,7 @@ void paintFocusLine(QPainter& painter, const QRect& control, double radius) {
 }
 
 void applyLook(QApplication& application) {
-    application.setStyle(new BenchStyle);
+    application.setStyle(benchStyle().release());
     const QPalette palette = benchPalette();
     application.setPalette(palette);
     application.setFont(interfaceFont());

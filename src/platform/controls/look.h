@@ -6,9 +6,12 @@
 #include <QColor>
 #include <QFont>
 
+#include <memory>
+
 class QApplication;
 class QPainter;
 class QRect;
+class QStyle;
 class QWidget;
 
 namespace sixtrace {
@@ -69,6 +72,9 @@ void setInk(QWidget& widget, QRgb colour);
 /// Paints the line that marks the control with the keyboard focus: 2 px wide, just inside `control`, with rounded
 /// corners of `radius` pixels.
 void paintFocusLine(QPainter& painter, const QRect& control, double radius);
+
+/// The style of the program's controls (benchstyle.cpp).
+[[nodiscard]] std::unique_ptr<QStyle> benchStyle();
 
 /// Sets style, palette and font of the whole program. The look is light whatever the desktop's theme is.
 void applyLook(QApplication& application);

@@ -2,8 +2,9 @@
 #include "platform/controls/picturebox.h"
 
 #include "platform/controls/look.h"
-#include "platform/controls/spokentext.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -41,13 +42,40 @@ void CursorLine::setVisible(bool visible) {
     Q_EMIT changed();
 }
 
+namespace {
+
+/// A picture box as assistive tools see it. Qt's cache of accessible objects owns it.
+class SpokenPicture : public QAccessibleWidget {
+public:
+    explicit SpokenPicture(PictureBox* box)
+        : QAccessibleWidget(box, QAccessible::Graphic)
+        , m_box(*box) {}
+
+    [[nodiscard]] QString text(QAccessible::Text kind) const override {
+        // Some tools read the value of a picture, others only its description.
+        const bool isSpoken = kind == QAccessible::Value || kind == QAccessible::Description;
+        return isSpoken && m_box.hasSpokenText() ? m_box.spokenText() : QAccessibleWidget::text(kind);
+    }
+
+private:
+    const PictureBox& m_box;
+};
+
+QAccessibleInterface* makeSpokenPicture(const QString&, QObject* object) {
+    auto* box = qobject_cast<PictureBox*>(object);
+    return box != nullptr ? new SpokenPicture(box) : nullptr;
+}
+
+} // namespace
+
 PictureBox::PictureBox(int width, int height, QWidget* parent)
     : QWidget(parent)
     , m_picture(width, height) {
     // The picture covers the whole widget, so nothing has to be cleared before it is painted.
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
-    installSpokenPictures();
+    // Has to be done before a tool first looks at a box. Further calls change nothing.
+    QAccessible::installFactory(&makeSpokenPicture);
 }
 
 namespace {
@@ -72,6 +100,14 @@ void paintLine(QPainter& painter, const CursorLine& line, double ratio) {
 }
 
 } // namespace
+
+void PictureBox::announceSpokenText(const QString& text) {
+    QAccessibleValueChangeEvent value(this, text);
+    QAccessible::updateAccessibility(&value);
+    QAccessibleEvent description(this, QAccessible::DescriptionChanged);
+    QAccessible::updateAccessibility(&description);
+    Q_EMIT spokenTextChanged(text);
+}
 
 void PictureBox::paintEvent(QPaintEvent*) {
     QPainter painter(this);

@@ -5,6 +5,9 @@
 
 #include <QWidget>
 
+#include <functional>
+#include <vector>
+
 namespace sixtrace {
 
 class PictureBox;
@@ -60,12 +63,21 @@ public:
     [[nodiscard]] const std::vector<CursorLine*>& lines() const { return m_lines; }
     void addLine(CursorLine& line) { m_lines.push_back(&line); }
 
+    /// Sets the text that assistive tools read as value and description of the box. `text` is called whenever a tool
+    /// asks, as long as the box exists.
+    void setSpokenText(std::function<QString()> text) { m_spokenText = std::move(text); }
+    [[nodiscard]] bool hasSpokenText() const { return m_spokenText != nullptr; }
+    /// Empty until one is set.
+    [[nodiscard]] QString spokenText() const { return hasSpokenText() ? m_spokenText() : QString(); }
+    /// Tells assistive tools that the text has changed to `text`.
+    void announceSpokenText(const QString& text);
+
 Q_SIGNALS:
     void mouseDown(double x, double y);
     void mouseMove(double x, double y);
     void mouseUp();
     void doubleClicked();
-    /// The words for assistive tools have changed: see platform/controls/spokentext.h.
+    /// Assistive tools have been told of a new text.
     void spokenTextChanged(const QString& text);
 
 protected:
@@ -78,6 +90,7 @@ protected:
 private:
     Picture m_picture;
     std::vector<CursorLine*> m_lines;
+    std::function<QString()> m_spokenText;
 };
 
 } // namespace sixtrace

@@ -3,6 +3,7 @@
 
 #include "platform/drawing/colour.h"
 
+#include <QFileInfo>
 #include <QString>
 
 #include <optional>
@@ -48,5 +49,13 @@ public:
     [[nodiscard]] virtual std::optional<QString> input(const QString& prompt, const QString& title,
                                                        const QString& preset) = 0;
 };
+
+/// Whether a file may be written at `path`: yes where no file is, otherwise what the user answers.
+[[nodiscard]] inline bool mayReplace(Dialogs& dialogs, const QString& path) {
+    const QFileInfo existing(path);
+    return !existing.exists() || existing.isDir() ||
+           dialogs.question(QStringLiteral("File Exist!  Do you want to continue ?"), MessageIcon::Exclamation,
+                            QStringLiteral("Message")) == Answer::Yes;
+}
 
 } // namespace sixtrace

@@ -12,6 +12,11 @@ QString dateName(const QDateTime& when) {
     return u'D' + when.toString(QStringLiteral("yyMMddHHmm"));
 }
 
+QString withSeparator(const QString& path) {
+    const bool ended = path.endsWith(QDir::separator()) || path.endsWith(u'/');
+    return ended ? path : path + QDir::separator();
+}
+
 QString withExtension(const QString& path, const QString& extension) {
     const QString name = QFileInfo(path).fileName();
     return name.isEmpty() || name.contains(u'.') ? path : path + extension;

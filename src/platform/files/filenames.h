@@ -14,6 +14,9 @@ namespace sixtrace {
 /// extension.
 [[nodiscard]] QString dateName(const QDateTime& when);
 
+/// `path` with the platform's separator at its end, unless it ends in a separator already.
+[[nodiscard]] QString withSeparator(const QString& path);
+
 /// `path` with `extension` ("." included) added when the file name has no "." of its own. A path that ends in a
 /// separator stays as it is.
 [[nodiscard]] QString withExtension(const QString& path, const QString& extension);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/files/privatefolder.h"
 
+#include "platform/files/filenames.h"
 #include "platform/files/programfolder.h"
 
 #include <QDir>

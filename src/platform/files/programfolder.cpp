@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/files/programfolder.h"
 
+#include "platform/files/filenames.h"
 #include "platform/files/privatefolder.h"
 
 #include <QCoreApplication>
@@ -23,11 +24,6 @@ QString installFolder(const QString& executables, const char* path) {
 }
 
 } // namespace
-
-QString withSeparator(const QString& path) {
-    const bool ended = path.endsWith(QDir::separator()) || path.endsWith(u'/');
-    return ended ? path : path + QDir::separator();
-}
 
 QString programFolder() {
     return programFolderOf(QCoreApplication::applicationDirPath());

@@ -7,9 +7,6 @@ namespace sixtrace {
 
 // The program folder holds the settings, the language files, the captures and the transfer library.
 
-/// `path` with the platform's separator at its end, unless it ends in a separator already.
-[[nodiscard]] QString withSeparator(const QString& path);
-
 /// The program folder, with a separator at its end. It is the folder of the executable, unless that belongs to an
 /// install for all users, whose files lie in a "share" folder, or cannot be written. Then it is a folder of this user
 /// in the desktop's data location, which is made and filled by furnishProgramFolder().

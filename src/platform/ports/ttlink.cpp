@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/ports/ttlink.h"
 
-#include "platform/files/programfolder.h"
+#include "platform/files/filenames.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -8,6 +8,7 @@
 #include "platform/controls/positionbar.h"
 #include "platform/controls/ticklist.h"
 #include "platform/desktop/qtdialogs.h"
+#include "support/strings.h"
 
 #include <QApplication>
 #include <QtTest/QtTest>
@@ -22,109 +23,10 @@ protected:
     void SetUp() override { applyLook(*qApp); }
 };
 
-/// A list of six rows that records the events it raises, for example "check 2", "click 2".
-struct RecordedList : TickList {
-    RecordedList()
-        : TickList(nullptr) {
-        resize(521, 88);
-        for (int row = 0; row < 6; ++row) {
-            addRow(QStringLiteral("row %1").arg(row));
-        }
-        QObject::connect(this, &TickList::ItemCheck, this,
-                         [this](int row) { events.append(QStringLiteral("check %1").arg(row)); });
-        QObject::connect(this, &TickList::Click, this,
-                         [this] { events.append(QStringLiteral("click %1").arg(ListIndex())); });
-    }
-    QStringList events;
-};
-
-using TickListControl = Controls;
-
-TEST_F(TickListControl, SettingATickByCodeMakesTheRowCurrentAndRaisesCheckThenClick) {
-    RecordedList list;
-    list.setSelected(3, true);
-    EXPECT_EQ(list.ListIndex(), 3);
-    EXPECT_TRUE(list.Selected(3));
-    EXPECT_EQ(list.events, (QStringList{QStringLiteral("check 3"), QStringLiteral("click 3")}));
-}
-
-TEST_F(TickListControl, ClearingATickThatIsAlreadyClearStillMovesTheRowAndRaisesBoth) {
-    RecordedList list;
-    list.setSelected(5, false);
-    EXPECT_EQ(list.ListIndex(), 5);
-    EXPECT_EQ(list.events, (QStringList{QStringLiteral("check 5"), QStringLiteral("click 5")}));
-}
-
-TEST_F(TickListControl, UsersClickOnTheBoxTicksItAndRaisesCheckThenClick) {
-    RecordedList list;
-    list.show();
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.tickRect(2).center());
-    EXPECT_TRUE(list.Selected(2));
-    EXPECT_EQ(list.events, (QStringList{QStringLiteral("check 2"), QStringLiteral("click 2")}));
-}
-
-TEST_F(TickListControl, UsersClickOnTheTextSelectsTheRowAndLeavesItsTick) {
-    RecordedList list;
-    list.show();
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, QPoint(200, list.tickRect(4).center().y()));
-    EXPECT_FALSE(list.Selected(4));
-    EXPECT_EQ(list.ListIndex(), 4);
-    EXPECT_EQ(list.events, QStringList{QStringLiteral("click 4")});
-}
-
-TEST_F(TickListControl, SpaceTicksTheCurrentRowAndArrowsMoveIt) {
-    RecordedList list;
-    list.setListIndex(0);
-    list.events.clear();
-    QTest::keyClick(&list, Qt::Key_Down);
-    QTest::keyClick(&list, Qt::Key_Space);
-    EXPECT_TRUE(list.Selected(1));
-    EXPECT_EQ(list.events,
-              (QStringList{QStringLiteral("click 1"), QStringLiteral("check 1"), QStringLiteral("click 1")}));
-}
-
-TEST_F(TickListControl, SettingTheIndexByCodeRaisesClickEvenOnTheSameRow) {
-    RecordedList list;
-    list.setListIndex(2);
-    list.setListIndex(2);
-    EXPECT_EQ(list.events, (QStringList{QStringLiteral("click 2"), QStringLiteral("click 2")}));
-}
-
-TEST_F(TickListControl, RowsThatDoNotExistChangeNothing) {
-    RecordedList list;
-    list.setSelected(6, true);
-    list.setSelected(-1, true);
-    list.setListIndex(6);
-    list.setList(9, QStringLiteral("x"));
-    EXPECT_TRUE(list.events.isEmpty());
-    EXPECT_EQ(list.List(6), QString());
-    EXPECT_FALSE(list.Selected(6));
-}
-
-TEST_F(TickListControl, ShowsTextChipAndTickAtTheirPlaces) {
-    RecordedList list;
-    list.setChipBack(rgb(64, 0, 64));
-    list.setChipColour(0, rgb(255, 0, 0));
-    list.setSelected(1, false);
-    list.setSelected(0, true);
-    list.setListIndex(1); // so that row 0 has the plain background
-    list.show();
-    const QImage shown = list.grab().toImage();
-    // The first row begins two pixels below the top of the list and one pixel right of its left edge.
-    EXPECT_EQ(shown.pixelColor(1 + 22, 2 + 7), QColor(64, 0, 64));
-    EXPECT_EQ(shown.pixelColor(1 + 33, 2 + 6), QColor(255, 0, 0));
-    EXPECT_EQ(shown.pixelColor(1 + 43, 2 + 7), QColor(64, 0, 64));
-    EXPECT_EQ(shown.pixelColor(1 + 44, 2 + 7), QColor(Qt::white));
-    EXPECT_EQ(shown.pixelColor(1 + 6, 2 + 10), QColor::fromRgb(bench::kAccent));
-    EXPECT_EQ(shown.pixelColor(1 + 9, 2 + 14 + 7), QColor::fromRgb(bench::kField)) << "an empty box is white";
-    EXPECT_EQ(shown.pixelColor(300, 2 + 14 + 7), QColor::fromRgb(bench::kSelectedRow));
-    EXPECT_EQ(list.visualItemRect(list.item(5)).bottom(), 6 * 14 - 1) << "six rows of 14 pixels";
-}
-
 struct RecordedCombo : ListCombo {
     RecordedCombo()
         : ListCombo(nullptr) {
-        addItems({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
+        addItems({u"a"_s, u"b"_s, u"c"_s});
         QObject::connect(this, &ListCombo::Click, this, [this] { ++clicks; });
     }
     int clicks = 0;
@@ -142,9 +44,9 @@ TEST_F(ListComboControl, SettingTheIndexByCodeRaisesClickOnlyWhenItChanges) {
 
 TEST_F(ListComboControl, GivingItATextSelectsTheEntryWithoutAClick) {
     RecordedCombo combo;
-    combo.setText(QStringLiteral("c"));
+    combo.setText(u"c"_s);
     EXPECT_EQ(combo.ListIndex(), 2);
-    combo.setText(QStringLiteral("no such entry"));
+    combo.setText(u"no such entry"_s);
     EXPECT_EQ(combo.ListIndex(), 2);
     EXPECT_EQ(combo.clicks, 0);
 }
@@ -161,8 +63,8 @@ TEST_F(ListComboControl, ChoiceByTheUserRaisesClick) {
 TEST_F(ListComboControl, RewritingTheShownEntryKeepsTheChoice) {
     RecordedCombo combo;
     combo.setListIndex(1);
-    combo.setList(1, QStringLiteral("B"));
-    EXPECT_EQ(combo.Text(), QStringLiteral("B"));
+    combo.setList(1, u"B"_s);
+    EXPECT_EQ(combo.Text(), u"B"_s);
     EXPECT_EQ(combo.clicks, 1);
 }
 
@@ -172,11 +74,9 @@ struct RecordedBar : PositionBar {
         resize(9, 401);
         setRange(0, 800);
         setValue(400);
-        QObject::connect(this, &PositionBar::Change, this,
-                         [this] { events.append(QStringLiteral("change %1").arg(Value())); });
-        QObject::connect(this, &PositionBar::Scroll, this,
-                         [this] { events.append(QStringLiteral("scroll %1").arg(Value())); });
-        QObject::connect(this, &PositionBar::ScrollEnd, this, [this] { events.append(QStringLiteral("end")); });
+        QObject::connect(this, &PositionBar::Change, this, [this] { events.append(u"change %1"_s.arg(Value())); });
+        QObject::connect(this, &PositionBar::Scroll, this, [this] { events.append(u"scroll %1"_s.arg(Value())); });
+        QObject::connect(this, &PositionBar::ScrollEnd, this, [this] { events.append(u"end"_s); });
     }
     QStringList events;
 };
@@ -189,9 +89,9 @@ TEST_F(PositionBarControl, DragRaisesScrollWithTheNewValueAndChangeOnceAtItsEnd)
     const QPoint grip = bar.thumbRect().center();
     QTest::mousePress(&bar, Qt::LeftButton, {}, grip);
     QTest::mouseMove(&bar, QPoint(grip.x(), 400));
-    EXPECT_EQ(bar.events, QStringList{QStringLiteral("scroll 800")});
+    EXPECT_EQ(bar.events, QStringList{u"scroll 800"_s});
     QTest::mouseRelease(&bar, Qt::LeftButton, {}, QPoint(grip.x(), 400));
-    EXPECT_EQ(bar.events, (QStringList{QStringLiteral("scroll 800"), QStringLiteral("change 800")}));
+    EXPECT_EQ(bar.events, (QStringList{u"scroll 800"_s, u"change 800"_s}));
 }
 
 TEST_F(PositionBarControl, DragThatComesBackSaysThatItIsOverAndChangesNothing) {
@@ -202,8 +102,7 @@ TEST_F(PositionBarControl, DragThatComesBackSaysThatItIsOverAndChangesNothing) {
     QTest::mouseMove(&bar, QPoint(grip.x(), 400));
     QTest::mouseMove(&bar, grip);
     QTest::mouseRelease(&bar, Qt::LeftButton, {}, grip);
-    EXPECT_EQ(bar.events,
-              (QStringList{QStringLiteral("scroll 800"), QStringLiteral("scroll 400"), QStringLiteral("end")}));
+    EXPECT_EQ(bar.events, (QStringList{u"scroll 800"_s, u"scroll 400"_s, u"end"_s}));
 }
 
 TEST_F(PositionBarControl, ArrowsStepByOneAndTheLowerOneGivesTheLargerValue) {
@@ -237,8 +136,8 @@ using ArrowPairControl = Controls;
 TEST_F(ArrowPairControl, RightAndUpperArrowsRaiseUpClickTheOthersDownClick) {
     QStringList events;
     const auto record = [&events](const ArrowPair& arrows) {
-        QObject::connect(&arrows, &ArrowPair::UpClick, &arrows, [&events] { events.append(QStringLiteral("up")); });
-        QObject::connect(&arrows, &ArrowPair::DownClick, &arrows, [&events] { events.append(QStringLiteral("down")); });
+        QObject::connect(&arrows, &ArrowPair::UpClick, &arrows, [&events] { events.append(u"up"_s); });
+        QObject::connect(&arrows, &ArrowPair::DownClick, &arrows, [&events] { events.append(u"down"_s); });
     };
     ArrowPair sideways(Qt::Horizontal, nullptr);
     sideways.resize(33, 20);
@@ -250,8 +149,7 @@ TEST_F(ArrowPairControl, RightAndUpperArrowsRaiseUpClickTheOthersDownClick) {
     QTest::mouseClick(&sideways, Qt::LeftButton, {}, QPoint(8, 10));
     QTest::mouseClick(&upright, Qt::LeftButton, {}, QPoint(8, 8));
     QTest::mouseClick(&upright, Qt::LeftButton, {}, QPoint(8, 25));
-    EXPECT_EQ(events, (QStringList{QStringLiteral("up"), QStringLiteral("down"), QStringLiteral("up"),
-                                   QStringLiteral("down")}));
+    EXPECT_EQ(events, (QStringList{u"up"_s, u"down"_s, u"up"_s, u"down"_s}));
 }
 
 using ReadoutLabelControl = Controls;
@@ -260,10 +158,10 @@ TEST_F(ReadoutLabelControl, TooWideTextShrinksUntilItFitsAndStandsAsToolTip) {
     ReadoutLabel label(nullptr);
     label.resize(78, 18);
     label.show();
-    label.setCaption(QStringLiteral("12.00"));
+    label.setCaption(u"12.00"_s);
     EXPECT_EQ(label.paintedPixels(), 13);
     EXPECT_TRUE(label.toolTip().isEmpty());
-    const QString wide = QStringLiteral("-1234567890.00");
+    const QString wide = u"-1234567890.00"_s;
     label.setCaption(wide);
     EXPECT_LT(label.paintedPixels(), 13);
     EXPECT_LE(QFontMetrics(interfaceFont(label.paintedPixels())).horizontalAdvance(wide), 78);
@@ -282,7 +180,7 @@ TEST_F(ReadoutLabelControl, NoTextGetsSmallerThan9Pixels) {
 TEST_F(ReadoutLabelControl, TextGivenBeforeTheLabelIsSeenFitsWhenItIs) {
     ReadoutLabel label(nullptr);
     label.resize(78, 18);
-    const QString wide = QStringLiteral("-1234567890.00");
+    const QString wide = u"-1234567890.00"_s;
     label.setCaption(wide);
     label.show();
     EXPECT_LE(QFontMetrics(interfaceFont(label.paintedPixels())).horizontalAdvance(wide), 78);
@@ -294,9 +192,9 @@ TEST_F(ReadoutLabelControl, LeadingBlankOfAUnitIsKeptButNotPainted) {
     ReadoutLabel plain(nullptr);
     blank.resize(26, 18);
     plain.resize(26, 18);
-    blank.setCaption(QStringLiteral(" V"));
-    plain.setCaption(QStringLiteral("V"));
-    EXPECT_EQ(blank.text(), QStringLiteral(" V"));
+    blank.setCaption(u" V"_s);
+    plain.setCaption(u"V"_s);
+    EXPECT_EQ(blank.text(), u" V"_s);
     EXPECT_EQ(blank.grab().toImage(), plain.grab().toImage());
 }
 
@@ -323,7 +221,7 @@ TEST_F(PictureBoxControl, CursorLinesLieOverThePictureAndLeaveItUntouched) {
     box.resize(40, 30);
     box.picture().BackColor = 0;
     box.picture().Cls();
-    CursorLine line(box, QStringLiteral("Line1(0)"), 0, 10, 44, 10, rgb(128, 255, 255));
+    CursorLine line(box, u"Line1(0)"_s, 0, 10, 44, 10, rgb(128, 255, 255));
     QImage shown = box.grab().toImage();
     EXPECT_EQ(shown.pixelColor(0, 10), QColor(128, 255, 255));
     EXPECT_EQ(shown.pixelColor(39, 10), QColor(128, 255, 255));
@@ -342,7 +240,7 @@ using MarkerLabelControl = Controls;
 
 TEST_F(MarkerLabelControl, KeepsItsTopInTwipsWhileTheWidgetFollowsToTheNearestPixel) {
     QWidget strip;
-    MarkerLabel marker(QStringLiteral("1->"), Twips(360), Twips(210), &strip);
+    MarkerLabel marker(u"1->"_s, Twips(360), Twips(210), &strip);
     marker.setTop(Twips(1402.5));
     EXPECT_DOUBLE_EQ(marker.Top().number(), 1402.5);
     EXPECT_EQ(marker.y(), 94) << "93.5 pixels";
@@ -359,8 +257,8 @@ TEST_F(MarkerLabelControl, TextContrastsWithItsBack) {
 }
 
 TEST(FileFilters, PairsBecomeNameFiltersWithoutNamingAPatternTwice) {
-    EXPECT_EQ(nameFilters(QStringLiteral("KQX bin (*.bin)|*.bin|所有文件|*.*")),
-              (QStringList{QStringLiteral("KQX bin (*.bin)"), QStringLiteral("所有文件 (*)")}));
+    EXPECT_EQ(nameFilters(u"KQX bin (*.bin)|*.bin|所有文件|*.*"_s),
+              (QStringList{u"KQX bin (*.bin)"_s, u"所有文件 (*)"_s}));
     EXPECT_TRUE(nameFilters(QString()).isEmpty());
 }
 

@@ -2,6 +2,7 @@
 #include "platform/controls/toolbar.h"
 
 #include "platform/controls/look.h"
+#include "support/strings.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -10,8 +11,6 @@
 
 namespace sixtrace::test {
 namespace {
-
-using namespace Qt::StringLiterals;
 
 constexpr QRgb kRed = 0xFFFF0000;
 

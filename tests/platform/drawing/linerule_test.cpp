@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-namespace sixtrace {
+namespace sixtrace::test {
 namespace {
 
 TEST(LineRule, OffsetsAreTheNearestIntegersWithHalvesTowardsTheEnd) {
@@ -60,4 +60,4 @@ TEST(OffsetStepsInside, AreThoseWhoseOffsetLiesOnTheSurface) {
 }
 
 } // namespace
-} // namespace sixtrace
+} // namespace sixtrace::test

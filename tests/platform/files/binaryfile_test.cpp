@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/files/binaryfile.h"
 
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <QFile>
 #include <QTemporaryDir>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {
@@ -21,7 +19,7 @@ TEST(BinaryFile, WritesFromTheStartAndKeepsWhatLiesBehind) {
     BinaryFile file;
     ASSERT_TRUE(file.open(path).ok());
     ASSERT_TRUE(file.write("abcdef").ok());
-    ASSERT_TRUE(file.open(path).ok()); // closes it first
+    ASSERT_TRUE(file.open(path).ok()); // opening again closes the file first
     ASSERT_TRUE(file.write("XY").ok());
     file.close();
     QFile written(path);
@@ -41,8 +39,8 @@ TEST(BinaryFile, AnOpenThatFailsSaysWhy) {
     EXPECT_EQ(numberOf(file.open(folder.path())), ErrorNumber::PathAccess);
     EXPECT_EQ(numberOf(file.open(folder.filePath(u"none/a.bin"_s))), ErrorNumber::PathNotFound);
     EXPECT_EQ(numberOf(file.open(folder.filePath(QString(300, u'n')))),
-              ErrorNumber::BadFileNumber); // 255 is the longest
-    // A program that runs cannot be written to, whoever asks.
+              ErrorNumber::BadFileNumber); // a name has at most 255 characters
+    // Not even root can write to a program that runs.
     EXPECT_EQ(numberOf(file.open(u"/proc/self/exe"_s)), ErrorNumber::PermissionDenied);
 }
 

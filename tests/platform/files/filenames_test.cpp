@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/files/filenames.h"
 
-#include "support/printing.h"
-
-using namespace Qt::StringLiterals;
+#include "support/strings.h"
 
 namespace sixtrace::test {
 namespace {
@@ -17,6 +15,12 @@ TEST(FileNames, ThePathEndsBeforeTheLastSeparatorAndAPathWithoutOneIsAnError) {
     EXPECT_EQ(getPath(u"/a/b/c.bin"_s).value(), u"/a/b"_s);
     EXPECT_EQ(getPath(u"/c.bin"_s).value(), QString());
     EXPECT_EQ(getPath(u"c.bin"_s).error().number, ErrorNumber::InvalidCall);
+}
+
+TEST(WithSeparator, AddsOneAndNeverTwo) {
+    EXPECT_EQ(withSeparator(u"/some/where"_s), u"/some/where/"_s);
+    EXPECT_EQ(withSeparator(u"/some/where/"_s), u"/some/where/"_s);
+    EXPECT_EQ(withSeparator(u"/"_s), u"/"_s);
 }
 
 TEST(FileNames, AnExtensionIsAddedOnlyToANameWithoutOne) {

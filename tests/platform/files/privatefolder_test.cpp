@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/files/privatefolder.h"
 
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -11,12 +11,10 @@
 #include <sys/stat.h>
 #endif
 
-using namespace Qt::StringLiterals;
-
 namespace sixtrace::test {
 namespace {
 
-/// A cache of the user's in a folder of the test's.
+/// The user's cache folder lies in a folder of the test.
 class PrivateFolderOfTheUser : public ::testing::Test {
 protected:
     PrivateFolderOfTheUser() { qputenv("XDG_CACHE_HOME", QFile::encodeName(cache())); }
@@ -86,7 +84,7 @@ TEST(PrivateFolder, APlantedLinkNamedAutoGetIsRemovedAndNotFollowed) {
 }
 
 #if defined(Q_OS_UNIX)
-/// A mask for new files, for the length of a test.
+/// Sets the mask for new files during a test.
 class Mask {
 public:
     explicit Mask(mode_t mask)
@@ -108,7 +106,7 @@ TEST(PrivateFolder, IsPrivateWithAllThatHadToBeMadeAboveItWhateverTheMask) {
     const QTemporaryDir place;
     for (const mode_t mask : {mode_t{0}, mode_t{022}, mode_t{077}}) {
         const Mask masked(mask);
-        const QString top = place.filePath(QStringLiteral("top%1").arg(mask));
+        const QString top = place.filePath(u"top%1"_s.arg(mask));
         const Result<QString> made = makePrivateFolder(top + u"/middle/own"_s);
         ASSERT_TRUE(made.ok());
         EXPECT_EQ(made.value(), top + u"/middle/own/");

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/files/programfolder.h"
 
+#include "support/strings.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -20,7 +22,7 @@ class ProgramFolder : public ::testing::Test {
 protected:
     void SetUp() override {
         m_dataHome = qgetenv("XDG_DATA_HOME");
-        qputenv("XDG_DATA_HOME", m_folder.filePath(QStringLiteral("home")).toUtf8());
+        qputenv("XDG_DATA_HOME", m_folder.filePath(u"home"_s).toUtf8());
         QDir().mkpath(at("bin"));
     }
     void TearDown() override {
@@ -69,8 +71,9 @@ TEST_F(ProgramFolder, OfAnInstallForAllUsersIsTheUsersOwnAndHasWhatTheProgramLoo
     EXPECT_EQ(read("home/sixtrace/libttdll.so"), "library");
     EXPECT_EQ(read("home/sixtrace/ttdll.ini"), "[Link]\n");
     EXPECT_FALSE(QFileInfo::exists(at("home/sixtrace/other.txt")));
-    EXPECT_TRUE(QFileInfo(at("home/sixtrace/English.Lan")).isSymLink()); // an upgrade reaches every user
-    EXPECT_FALSE(QFileInfo(at("home/sixtrace/ttdll.ini")).isSymLink());  // the user's to change
+    EXPECT_TRUE(
+        QFileInfo(at("home/sixtrace/English.Lan")).isSymLink());        // a link, so that an upgrade reaches every user
+    EXPECT_FALSE(QFileInfo(at("home/sixtrace/ttdll.ini")).isSymLink()); // a copy, which the user may change
     EXPECT_TRUE(QFileInfo(at("home/sixtrace/ttdll.ini")).isWritable());
 }
 
@@ -94,7 +97,7 @@ TEST_F(ProgramFolder, LinkWhoseTargetIsGoneIsSetAnew) {
 }
 
 TEST_F(ProgramFolder, OfAFolderThatCannotBeWrittenIsTheUsersOwn) {
-    // A folder that is not there cannot be written by anybody, root included.
+    // Nobody can write to a folder that does not exist, not even root.
     EXPECT_EQ(programFolderOf(at("gone")), at("home/sixtrace/"));
     EXPECT_TRUE(QFileInfo(at("home/sixtrace")).isDir());
 }
@@ -131,10 +134,12 @@ TEST_F(ProgramFolder, IsFurnishedFromTheExecutablesFolderToo) {
     EXPECT_EQ(read("home/sixtrace/libttdll.so"), "library");
 }
 
-TEST_F(ProgramFolder, NeverEndsInTwoSeparators) {
-    EXPECT_EQ(withSeparator(QStringLiteral("/")), QStringLiteral("/"));
-    EXPECT_EQ(withSeparator(QStringLiteral("/a")), QStringLiteral("/a/"));
-    EXPECT_EQ(withSeparator(QStringLiteral("/a/")), QStringLiteral("/a/"));
+TEST(EnsureFolder, MakesAFolderAndItsParents) {
+    const QTemporaryDir folder;
+    ensureFolder(folder.filePath(u"a/b"_s));
+    EXPECT_TRUE(QFileInfo(folder.filePath(u"a/b"_s)).isDir());
+    ensureFolder(folder.filePath(u"a/b"_s));
+    EXPECT_TRUE(QFileInfo(folder.filePath(u"a/b"_s)).isDir());
 }
 
 } // namespace

@@ -1,16 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/files/wholefile.h"
 
-#include "platform/files/programfolder.h"
 #include "support/hardships.h"
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {
@@ -56,7 +53,7 @@ TEST(WriteWhole, NamesAMissingFolder) {
 TEST(WriteWhole, NamesAFullDiskAndLeavesTheFileAsItWas) {
     const QTemporaryDir folder;
     ASSERT_TRUE(writeWhole(folder.filePath(u"a"_s), "old"));
-    for (const qsizetype size : {200, 100'000}) { // less and more than a buffer would take
+    for (const qsizetype size : {200, 100'000}) { // smaller and larger than a buffer
         for (const rlim_t room : {rlim_t{0}, rlim_t{100}, rlim_t{199}}) {
             const Outcome outcome = [&] {
                 const test::SmallDisk disk(room);
@@ -74,20 +71,6 @@ TEST(WriteWhole, LeavesDevicesAlone) {
     const Outcome outcome = writeWhole(u"/dev/null"_s, "x");
     ASSERT_FALSE(outcome);
     EXPECT_EQ(outcome.error().code(), 75);
-}
-
-TEST(WithSeparator, AddsOneAndNeverTwo) {
-    EXPECT_EQ(withSeparator(u"/some/where"_s), u"/some/where/"_s);
-    EXPECT_EQ(withSeparator(u"/some/where/"_s), u"/some/where/"_s);
-    EXPECT_EQ(withSeparator(u"/"_s), u"/"_s);
-}
-
-TEST(EnsureFolder, MakesAFolderAndItsParents) {
-    const QTemporaryDir folder;
-    ensureFolder(folder.filePath(u"a/b"_s));
-    EXPECT_TRUE(QFileInfo(folder.filePath(u"a/b"_s)).isDir());
-    ensureFolder(folder.filePath(u"a/b"_s));
-    EXPECT_TRUE(QFileInfo(folder.filePath(u"a/b"_s)).isDir());
 }
 
 } // namespace

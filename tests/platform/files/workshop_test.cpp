@@ -2,7 +2,7 @@
 #include "platform/files/workshop.h"
 
 #include "platform/files/wholefile.h"
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <QDir>
 #include <QFile>
@@ -18,8 +18,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
-
 namespace sixtrace::test {
 namespace {
 
@@ -32,7 +30,7 @@ protected:
     [[nodiscard]] QStringList names() const {
         return QDir(parent()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     }
-    /// The name of a workshop whose process was killed in it, with such files.
+    /// Makes a workshop with these files in a process that is then killed. Returns the workshop's name.
     [[nodiscard]] QString orphan(const QStringList& files) const {
         const QStringList before = names();
         std::array<int, 2> ready{};
@@ -110,9 +108,14 @@ TEST_F(WorkshopTest, LeavesThoseOfRunningWorkAlone) {
 TEST_F(WorkshopTest, LeavesFoldersOfSimilarNamesAlone) {
     const QString own = orphan({u"a.bin"_s});
     const QString stem = own.chopped(6);
-    QStringList others{
-        stem,         stem + u"abcde"_s, stem + u"abcdefg"_s, stem + u"abc.ef"_s,
-        u"x"_s + own, own + u".old"_s,   u".work-abcdef"_s,   u".work-00000000-abcdef"_s}; // by another machine
+    QStringList others{stem,
+                       stem + u"abcde"_s,
+                       stem + u"abcdefg"_s,
+                       stem + u"abc.ef"_s,
+                       u"x"_s + own,
+                       own + u".old"_s,
+                       u".work-abcdef"_s,
+                       u".work-00000000-abcdef"_s}; // the last one could be from another machine
     for (const QString& other : others) {
         ASSERT_TRUE(QDir(parent()).mkdir(other));
         ASSERT_TRUE(QFile::setPermissions(path(other), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
@@ -173,7 +176,7 @@ TEST_F(WorkshopTest, LeavesFoldersAloneThatOthersMayEnterOrOwn) {
     EXPECT_TRUE(QFile::exists(path(open + u"/a.bin"_s)));
 }
 
-// Each takes the others' folders for orphans wherever it may.
+// Each process removes folders of the others wherever it takes them for orphans.
 TEST_F(WorkshopTest, ManyAtOnceNeverTakeEachOthersFiles) {
     constexpr int kProcesses = 6;
     constexpr int kRounds = 100;

@@ -3,13 +3,11 @@
 
 #include "acquire/ptypeer.h"
 #include "platform/ports/serialports.h"
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/text/numbers.h"
 
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <cmath>
 #include <limits>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {
@@ -119,7 +117,7 @@ TEST(GeneralText, UsesTheDecimalMarkThatItIsGiven) {
 }
 
 TEST(Format, HalvesOfTheDecimalValueGoAwayFromZero) {
-    EXPECT_EQ(text(2.675, u"0.00"), u"2.68"_s); // below the half in binary
+    EXPECT_EQ(text(2.675, u"0.00"), u"2.68"_s); // the binary number is below the half
     EXPECT_EQ(text(-2.675, u"0.00"), u"-2.68"_s);
     EXPECT_EQ(text(0.125, u"0.00"), u"0.13"_s);
     EXPECT_EQ(text(0.5, u"0"), u"1"_s);
@@ -210,7 +208,7 @@ TEST(ToInt16, RoundsToTheNearestWithHalvesToEven) {
 TEST(ToInt16, HasNoValueOutsideSixteenBits) {
     EXPECT_EQ(toInt16(32767.49), 32767);
     EXPECT_FALSE(toInt16(32767.5).has_value());
-    EXPECT_EQ(toInt16(-32768.5), -32768); // the half goes to the even number, which is inside
+    EXPECT_EQ(toInt16(-32768.5), -32768); // the half is rounded to the even number, which is in range
     EXPECT_FALSE(toInt16(-32768.51).has_value());
     EXPECT_FALSE(toInt16(std::nan("")).has_value());
 }

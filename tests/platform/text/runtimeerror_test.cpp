@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "platform/text/runtimeerror.h"
 
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <cerrno>
 #include <set>
 #include <utility>
 #include <vector>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

@@ -9,8 +9,10 @@
 #include <cmath>
 #include <limits>
 
-namespace sixtrace::kqx {
+namespace sixtrace::test {
 namespace {
+
+using namespace kqx;
 
 std::string number(double value) {
     std::string text;
@@ -141,4 +143,4 @@ TEST(Batches, WholeNumbersAreNothingButDigitsInTheirRange) {
 }
 
 } // namespace
-} // namespace sixtrace::kqx
+} // namespace sixtrace::test

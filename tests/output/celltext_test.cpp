@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "output/numbertext.h"
+#include "output/celltext.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@ std::string text(float value) {
     return std::string(numberText(value).view());
 }
 
-/// The digits of the C library's exact conversion, in the program's spelling of exponents and of zero.
+/// The digits of the C library's exact conversion, with exponents and zero written as the program writes them.
 std::string exact(float value) {
     std::array<char, 32> buffer{};
     std::snprintf(buffer.data(), buffer.size(), "%.7g", static_cast<double>(value));
@@ -78,7 +78,7 @@ TEST(NumberText, ExactHalvesGoToTheEvenDigit) {
 }
 
 TEST(NumberText, AllCountsTimesManyFactorsGiveTheDigitsOfAnExactConversion) {
-    // The factors that instruments use, others that fill all digits, and some far beyond both.
+    // Factors that instruments use, factors whose products need all digits, and very large and small ones.
     const std::vector<float> factors{
         20,     10,     8,     4,      2,     1.6F,     0.8F,    0.4F,    0.2F,     0.1F,          0.08F, 0.04F,
         0.02F,  0.5F,   0.25F, 0.125F, 1,     40,       80,      100,     200,      1000,          400,   2.5F,

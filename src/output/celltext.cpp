@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "output/numbertext.h"
+#include "output/celltext.h"
 
 #include "capture/channels.h"
 #include "platform/text/numbers.h"
