@@ -76,6 +76,7 @@ pid_t start(const std::vector<std::string>& command, int line, const QString& fo
         dup2(line, STDIN_FILENO);
         dup2(line, STDOUT_FILENO);
         std::vector<char*> arguments;
+        arguments.reserve(command.size() + 1);
         for (const std::string& word : command) {
             arguments.push_back(const_cast<char*>(word.c_str()));
         }

@@ -215,7 +215,7 @@ Outcome PageComposer::PrinterDrawT(PicturePage& hidden, Box& box, PageTarget& ta
         PageSink sink(hidden, m_model, channel, inputs.style);
         const PageArea page{Twips(box.width), Twips(box.height), Twips(ChannelPageY[channel])};
         ChannelPlot plot(m_model, channel, inputs.style, m_points, sink, page);
-        if (const Outcome plotted = plot.plot(); !plotted) {
+        if (Outcome plotted = plot.plot(); !plotted) {
             return plotted;
         }
     }

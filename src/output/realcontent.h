@@ -22,7 +22,7 @@ ZipContent realsOf(std::string head, std::size_t count, Value value) {
     return {size, [head = std::move(head), value](char* to, std::size_t from, std::size_t wanted) {
                 if (from < head.size()) {
                     const std::size_t part = std::min(wanted, head.size() - from);
-                    std::memcpy(to, head.data() + from, part);
+                    std::copy_n(head.data() + from, part, to);
                     to += part;
                     from += part;
                     wanted -= part;

@@ -98,7 +98,10 @@ std::string samplesCsv(const std::vector<SampleColumn>& columns) {
     std::vector<double> intervals;
     for (const SampleColumn& column : columns) {
         const std::string label(column.label);
-        text += shared ? ',' + label + "_v" : (text.empty() ? "time_" : ",time_") + label + "_s," + label + "_v";
+        if (!shared) {
+            text.append(text.empty() ? "time_" : ",time_").append(label).append("_s");
+        }
+        text.append(",").append(label).append("_v");
         rows = std::max(rows, column.channel.heldSamples());
         volts.push_back(voltsPerCount(column.channel));
         intervals.push_back(secondsPerSample(column.channel));

@@ -57,7 +57,7 @@ public:
 
 private:
     [[nodiscard]] static constexpr std::size_t index(int row, int col) {
-        return static_cast<std::size_t>(sampleOfRow(row) * kCols + col);
+        return static_cast<std::size_t>(sampleOfRow(row)) * kCols + static_cast<std::size_t>(col);
     }
 
     QChar m_decimalMark;
