@@ -4,7 +4,6 @@
 #include "jsontext.h"
 
 #include "capture/mdllan.h"
-#include "output/analysistable.h"
 #include "output/tableexport.h"
 #include "output/tablefill.h"
 #include "platform/text/numbers.h"

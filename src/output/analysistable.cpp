@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "output/analysistable.h"
+#include "output/tableexport.h"
 
+#include "capture/capturerecord.h"
 #include "capture/measure.h"
 #include "capture/numbertexts.h"
 

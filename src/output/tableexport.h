@@ -7,9 +7,12 @@
 #include <QByteArray>
 #include <QString>
 
+#include <string>
 #include <vector>
 
 namespace sixtrace {
+
+struct CaptureRecord;
 
 /// The unit line for a language file without one.
 inline const QString kUnitCaption = QStringLiteral("单位：（mV）");
@@ -30,6 +33,15 @@ struct TableExport {
 /// The same cells as comma-separated values: one header row, a point as decimal mark on every desktop, lines that end
 /// in LF. The head of the first column is "sequence".
 [[nodiscard]] QByteArray csvTable(const TableExport& table);
+
+/// What a table for analysis has besides the cells of csvTable().
+struct AnalysisWishes {
+    bool time = false;  ///< a column time_s of index x interval; when the intervals differ, one before each channel
+    bool volts = false; ///< volts at the probe's tip instead of millivolts at the instrument's input
+};
+
+/// The text of csvTable() with times or volts (analysistable.cpp). The record is that of the capture in the table.
+[[nodiscard]] std::string analysisTable(const TableExport& table, const CaptureRecord& record, AnalysisWishes wishes);
 
 /// The two kinds of workbook: ".xls" and ".xlsx".
 enum class WorkbookKind { Biff, OfficeOpen };

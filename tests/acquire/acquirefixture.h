@@ -145,6 +145,8 @@ private:
     QTemporaryDir m_folder;
 };
 
+// Suites that are in more than one file.
+
 class AutoGet : public AcquireTest {
 protected:
     [[nodiscard]] QTimer& timer() const { return acquisition().timer(); }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "acquire/acquirefixture.h"
+#include "shell/frmmessageout.h"
 
 #include "support/strings.h"
 

@@ -22,6 +22,7 @@ inline const QByteArray kAckC("\x06"
 inline const QByteArray kNak("\x0F");
 inline const QByteArray kAbort("\x12\x12\x12\x12\x12\x08\x08\x08\x08\x08");
 
+/// A receiver on a pseudo terminal, with a scripted peer at the other end.
 class YModemOverALine : public ::testing::Test {
 protected:
     YModemOverALine() {

@@ -56,7 +56,8 @@ TEST_F(KqxData, ConvertMakesSessionsThatSigrokReads) {
     }
     EXPECT_EQ(kqx({u"convert"_s, u"a.bin"_s, u"one.sr"_s, u"--channels"_s, u"ch1"_s}).exitCode, 0);
     const Ran values = other(u"sigrok-cli"_s, {u"-i"_s, u"one.sr"_s, u"-O"_s, u"csv:label=off:header=false"_s});
-    // The exit code is not checked: this reader sometimes crashes after it has written its output, also for its own files.
+    // The exit code is not checked: this reader sometimes crashes after it has written its output, also for its own
+    // files.
     QList<double> read;
     for (const QByteArray& line : values.out.split('\n')) {
         bool isNumber = false;

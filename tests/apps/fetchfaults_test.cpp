@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The result of kqx fetch for each fault of each link at the first, a middle and the last block. The test prints a table of the results.
+// The result of kqx fetch for each fault of each link at the first, a middle and the last block. The test prints a
+// table of the results.
 #include "acquire/ptypeer.h"
 #include "apps/fetchfixture.h"
 #include "instrument/blocksender.h"
@@ -126,7 +127,8 @@ TEST_F(FetchFaults, ABlockLaterThanTheTimeOutLeavesAWholeFileOrNone) {
 }
 
 TEST_F(FetchFaults, ARepeatedBlockThatReadsAsAHeaderOfTheSameSizeIsNoCapture) {
-    // 2461 bytes in three blocks. The first block begins like the header of a file of 2461 bytes, so its repeat starts the file again, and the two blocks after it bring the other 1437 bytes.
+    // 2461 bytes in three blocks. The first block begins like the header of a file of 2461 bytes, so its repeat starts
+    // the file again, and the two blocks after it bring the other 1437 bytes.
     const QByteArray content = QByteArray("x\0"
                                           "2461\0",
                                           7) +

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// kqx ports with a terminal that is pinned as com1, and with the simulated instrument. tests/ttdll/usbbus_test.cpp tests devices on the USB bus.
+// kqx ports with a terminal that is pinned as com1, and with the simulated instrument. tests/ttdll/usbbus_test.cpp
+// tests devices on the USB bus.
 #include "apps/fetchfixture.h"
 
 #include "platform/ports/mscomm.h"

@@ -94,7 +94,8 @@ TEST_F(KqxTable, WritesBothKindsOfWorkbook) {
 TEST_F(KqxTable, WritesTheColumnsAskedForInTheOrderInWhichTheyAreNamed) {
     EXPECT_EQ(table(u"t.csv"_s, {u"--columns"_s, u"3, 1"_s}).exitCode, 0);
     EXPECT_EQ(written(u"t.csv"_s), QByteArray("A / 1,ch1 / 10\n140,12.5\n,0\n,-37.5\n"));
-    EXPECT_EQ(table(u"t.csv"_s, {u"--columns"_s, u"1,0,1"_s}).exitCode, 0); // a column is written once, even if it is named twice
+    EXPECT_EQ(table(u"t.csv"_s, {u"--columns"_s, u"1,0,1"_s}).exitCode,
+              0); // a column is written once, even if it is named twice
     EXPECT_EQ(written(u"t.csv"_s), QByteArray("ch1 / 10,sequence\n12.5,1\n0,2\n-37.5,3\n"));
     const Desktop desktop("C.UTF-8");
     EXPECT_EQ(table(u"t.txt"_s, {u"--columns"_s, u"3,1"_s, u"--language=1"_s}).exitCode, 0);

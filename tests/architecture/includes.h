@@ -33,7 +33,8 @@ struct Includes {
 /// A sentence for each file of src/platform that is in no subfolder, or includes a subfolder that is not below its own.
 [[nodiscard]] std::vector<std::string> roomFaults(const Sources& sources);
 
-/// A sentence for each core file that includes a widget header or a window of this program. `lists` has one entry for each folder.
+/// A sentence for each core file that includes a widget header or a window of this program. `lists` has one entry for
+/// each folder.
 [[nodiscard]] std::vector<std::string> widgetFaults(const Sources& sources,
                                                     const std::map<std::string, FolderLists>& lists,
                                                     const std::set<std::string>& widgetHeaders);

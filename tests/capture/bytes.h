@@ -3,7 +3,7 @@
 
 #include "capture/capturefile.h"
 #include "capture/channellist.h"
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -123,9 +123,7 @@ protected:
         view->tableLoaded = true;
     }
 
-    [[nodiscard]] QString path(const QString& name = QStringLiteral("capture.bin")) const {
-        return m_folder.filePath(name);
-    }
+    [[nodiscard]] QString path(const QString& name = u"capture.bin"_s) const { return m_folder.filePath(name); }
     QString put(const QByteArray& content) const {
         QFile file(path());
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));

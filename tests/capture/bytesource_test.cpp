@@ -3,6 +3,7 @@
 
 #include "capture/bytes.h"
 #include "platform/files/bytefile.h"
+#include "support/strings.h"
 
 #include <array>
 #include <limits>
@@ -74,7 +75,7 @@ TEST_F(SourcesOfBytes, ReplaceWhatWasOpenBefore) {
     EXPECT_EQ(source.number<char>(1), 'f');
     source.openBytes(bytesOf(held));
     EXPECT_EQ(source.number<char>(4), 3);
-    EXPECT_FALSE(source.open(path(QStringLiteral("none"))));
+    EXPECT_FALSE(source.open(path(u"none"_s)));
     EXPECT_EQ(source.number<char>(4), std::nullopt);
 }
 

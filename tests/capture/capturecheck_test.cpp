@@ -2,10 +2,9 @@
 #include "capture/capturecheck.h"
 
 #include "capture/bytes.h"
+#include "support/strings.h"
 
 #include <sys/stat.h>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

@@ -2,11 +2,10 @@
 // Damaged and hostile captures, compared with a second reader that goes step by step.
 #include "capture/bytes.h"
 #include "capture/stepbystep.h"
+#include "support/strings.h"
 
 #include <algorithm>
 #include <random>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

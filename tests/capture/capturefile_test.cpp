@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "capture/bytes.h"
 
-using namespace Qt::StringLiterals;
+#include "support/strings.h"
 
 namespace sixtrace::test {
 namespace {

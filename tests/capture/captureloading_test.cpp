@@ -3,6 +3,7 @@
 
 #include "capture/bytes.h"
 #include "support/scripteddialogs.h"
+#include "support/strings.h"
 
 namespace sixtrace::test {
 namespace {
@@ -19,10 +20,10 @@ protected:
 };
 
 TEST_F(Loading, ACancelledOpenClosesTheTableAndSetsTheProgramFolder) {
-    folder = path(QStringLiteral("moved"));
+    folder = path(u"moved"_s);
     loading.mnuOpen_Click();
     EXPECT_FALSE(view->tableLoaded);
-    EXPECT_EQ(model->AppDir, path(QStringLiteral("moved/")));
+    EXPECT_EQ(model->AppDir, path(u"moved/"_s));
     EXPECT_TRUE(message().isEmpty());
     EXPECT_EQ(view->loadedPath, QString());
 }
@@ -63,20 +64,20 @@ TEST_F(Loading, TheOlderReaderAsksWithoutAPresetNameAndIsSilentWhenCancelled) {
     loading.OpenBinFile();
     ASSERT_EQ(dialogs.fileRequests.size(), 1U);
     EXPECT_EQ(dialogs.fileRequests[0].fileName, QString());
-    EXPECT_EQ(dialogs.fileRequests[0].filter, QStringLiteral("KQX bin (*.bin)|*.bin"));
+    EXPECT_EQ(dialogs.fileRequests[0].filter, u"KQX bin (*.bin)|*.bin"_s);
     EXPECT_EQ(dialogs.fileRequests[0].filterIndex, 1);
     EXPECT_TRUE(message().isEmpty());
     EXPECT_TRUE(view->tableLoaded) << "it closes no table beforehand";
 }
 
 TEST_F(Loading, TheOlderReaderReportsAMissingFileWithoutItsPathAndAFileThatIsNoCapture) {
-    choose(path(QStringLiteral("none.bin")));
+    choose(path(u"none.bin"_s));
     loading.OpenBinFile();
-    EXPECT_EQ(message(), QStringLiteral(" no this file!"));
+    EXPECT_EQ(message(), u" no this file!"_s);
     EXPECT_EQ(dialogs.messageIcons.back(), MessageIcon::Critical);
     choose(put(capture("V11", {{}})));
     loading.OpenBinFile();
-    EXPECT_EQ(dialogs.messages.back(), QStringLiteral("not KQX bin file!"));
+    EXPECT_EQ(dialogs.messages.back(), u"not KQX bin file!"_s);
     EXPECT_EQ(view->frames, 0);
 }
 

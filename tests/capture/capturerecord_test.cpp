@@ -8,8 +8,6 @@
 
 #include <QDir>
 
-using namespace Qt::StringLiterals;
-
 namespace sixtrace::test {
 namespace {
 

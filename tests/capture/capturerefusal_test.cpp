@@ -2,10 +2,9 @@
 // Files that hold no capture.
 #include "capture/bytes.h"
 #include "support/hardships.h"
+#include "support/strings.h"
 
 #include <QFileInfo>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

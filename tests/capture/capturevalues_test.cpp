@@ -2,7 +2,7 @@
 // Values in a capture that no table or field holds.
 #include "capture/bytes.h"
 
-using namespace Qt::StringLiterals;
+#include "support/strings.h"
 
 namespace sixtrace::test {
 namespace {

@@ -3,12 +3,11 @@
 #include "capture/capturecheck.h"
 #include "capture/capturewriter.h"
 #include "capture/scenes.h"
+#include "support/strings.h"
 
 #include <QLatin1String>
 
 #include <set>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "capture/measure.h"
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <cmath>
 

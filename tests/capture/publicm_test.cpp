@@ -2,11 +2,9 @@
 #include "capture/publicm.h"
 
 #include "capture/channellist.h"
-#include "support/printing.h"
+#include "support/strings.h"
 
 #include <memory>
-
-using namespace Qt::StringLiterals;
 
 namespace sixtrace::test {
 namespace {

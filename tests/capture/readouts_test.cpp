@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "capture/readouts.h"
 
+#include "support/strings.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -77,15 +79,15 @@ TEST(FrequencyLadder, FrequencyOfZeroFallsIntoTheLastRow) {
 }
 
 TEST(PeakToPeak, JustOverAndJustUnderOneThousandMillivoltsTheUnitDecidesBeforeTheRounding) {
-    EXPECT_EQ(peakToPeakOf(std::nextafter(1000.0, 2000.0)), QStringLiteral("1.000 V"));
-    EXPECT_EQ(peakToPeakOf(std::nextafter(1000.0, 0.0)), QStringLiteral("1000.000 mV"));
+    EXPECT_EQ(peakToPeakOf(std::nextafter(1000.0, 2000.0)), u"1.000 V"_s);
+    EXPECT_EQ(peakToPeakOf(std::nextafter(1000.0, 0.0)), u"1000.000 mV"_s);
 }
 
 TEST(PeakToPeak, ExactlyOneThousandMillivoltsStayMillivolts) {
-    EXPECT_EQ(peakToPeakOf(1000), QStringLiteral("1000.000 mV"));
-    EXPECT_EQ(peakToPeakOf(1000.5), QStringLiteral("1.001 V"));
-    EXPECT_EQ(peakToPeakOf(999.9994), QStringLiteral("999.999 mV"));
-    EXPECT_EQ(peakToPeakOf(0), QStringLiteral("0.000 mV"));
+    EXPECT_EQ(peakToPeakOf(1000), u"1000.000 mV"_s);
+    EXPECT_EQ(peakToPeakOf(1000.5), u"1.001 V"_s);
+    EXPECT_EQ(peakToPeakOf(999.9994), u"999.999 mV"_s);
+    EXPECT_EQ(peakToPeakOf(0), u"0.000 mV"_s);
 }
 
 TEST(Measurements, ProbeExponent2With100CountsOf0Point4MillivoltsReadsFourVolts) {
@@ -94,7 +96,7 @@ TEST(Measurements, ProbeExponent2With100CountsOf0Point4MillivoltsReadsFourVolts)
     model->ProbeExp[3] = 2;
     model->PeakToPeak[3] = 100;
     model->VoltPerCount[3] = 0.4F;
-    EXPECT_EQ(measurementTexts(signalFigures(*model, 3), kMarks).peakToPeak, QStringLiteral("4.000 V"));
+    EXPECT_EQ(measurementTexts(signalFigures(*model, 3), kMarks).peakToPeak, u"4.000 V"_s);
 }
 
 TEST(Measurements, ChannelThatTheCaptureLacksHasEmptyTexts) {
@@ -108,14 +110,14 @@ TEST(Measurements, ChannelThatTheCaptureLacksHasEmptyTexts) {
 }
 
 TEST(FrameTitles, TakeFourCharactersOfTheRowAndTheLanguage) {
-    const QString row = QStringLiteral("A            5  nS");
-    EXPECT_EQ(frameTitles({row, Language::Chinese}).cursor, QStringLiteral("A   光标"));
-    EXPECT_EQ(frameTitles({row, Language::Chinese}).timeBase, QStringLiteral("A   水平档位"));
-    EXPECT_EQ(frameTitles({row, Language::Chinese}).voltage, QStringLiteral("A   垂直档位"));
-    EXPECT_EQ(frameTitles({row, Language::English}).cursor, QStringLiteral("A   Cursor"));
-    EXPECT_EQ(frameTitles({row, Language::English}).timeBase, QStringLiteral("A   TimeBase"));
-    EXPECT_EQ(frameTitles({row, Language::English}).voltage, QStringLiteral("A   Voltage"));
-    EXPECT_EQ(frameTitles({row, Language::English}).channel, QStringLiteral("A   "));
+    const QString row = u"A            5  nS"_s;
+    EXPECT_EQ(frameTitles({row, Language::Chinese}).cursor, u"A   光标"_s);
+    EXPECT_EQ(frameTitles({row, Language::Chinese}).timeBase, u"A   水平档位"_s);
+    EXPECT_EQ(frameTitles({row, Language::Chinese}).voltage, u"A   垂直档位"_s);
+    EXPECT_EQ(frameTitles({row, Language::English}).cursor, u"A   Cursor"_s);
+    EXPECT_EQ(frameTitles({row, Language::English}).timeBase, u"A   TimeBase"_s);
+    EXPECT_EQ(frameTitles({row, Language::English}).voltage, u"A   Voltage"_s);
+    EXPECT_EQ(frameTitles({row, Language::English}).channel, u"A   "_s);
 }
 
 } // namespace

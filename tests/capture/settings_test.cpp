@@ -2,6 +2,7 @@
 #include "capture/settings.h"
 
 #include "capture/mdllan.h"
+#include "support/strings.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -14,14 +15,14 @@ namespace {
 class StartSettingsFile : public ::testing::Test {
 protected:
     StartSettings settingsOf(const QByteArray& text) {
-        const QString name = m_folder.filePath(QStringLiteral("vkq.ini"));
+        const QString name = m_folder.filePath(u"vkq.ini"_s);
         QFile file(name);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(text);
         file.close();
         return readStartSettings(name);
     }
-    [[nodiscard]] QString missing() const { return m_folder.filePath(QStringLiteral("none.ini")); }
+    [[nodiscard]] QString missing() const { return m_folder.filePath(u"none.ini"_s); }
 
 private:
     QTemporaryDir m_folder;
@@ -92,12 +93,12 @@ TEST_F(StartSettingsFile, TruthValueThatIsNeitherWordNorNumberGivesTheDefault) {
 
 TEST(ProgramFolder, RootOfADriveGetsNoSecondSeparator) {
     auto model = std::make_unique<publicM>();
-    setProgramFolder(*model, QStringLiteral("/"));
-    EXPECT_EQ(model->AppDir, QStringLiteral("/"));
-    EXPECT_EQ(model->IniFile, QStringLiteral("/vkq.ini"));
-    setProgramFolder(*model, QStringLiteral("/opt/six"));
-    EXPECT_EQ(model->AppDir, QStringLiteral("/opt/six/"));
-    EXPECT_EQ(model->IniFile, QStringLiteral("/opt/six/vkq.ini"));
+    setProgramFolder(*model, u"/"_s);
+    EXPECT_EQ(model->AppDir, u"/"_s);
+    EXPECT_EQ(model->IniFile, u"/vkq.ini"_s);
+    setProgramFolder(*model, u"/opt/six"_s);
+    EXPECT_EQ(model->AppDir, u"/opt/six/"_s);
+    EXPECT_EQ(model->IniFile, u"/opt/six/vkq.ini"_s);
 }
 
 TEST(LanguageOfTheModel, IsChineseFor0AndEnglishForAnyOtherNumber) {
@@ -116,7 +117,7 @@ TEST(StartedModel, HasNoChannelProbeExponentsOf1AndTheFirstColumnOfTheTables) {
     EXPECT_EQ(model->ProbeExp, (PerChannel<std::int16_t>{1, 1, 1, 1, 1, 1}));
     EXPECT_EQ(model->FileKind, 0);
     EXPECT_DOUBLE_EQ(model->TimeBaseTable[2], 0.000025);
-    EXPECT_EQ(model->TimeBaseText[26], QStringLiteral("2.5 S"));
+    EXPECT_EQ(model->TimeBaseText[26], u"2.5 S"_s);
     EXPECT_EQ(model->VoltRange[6], 100);
 }
 

@@ -4,6 +4,7 @@
 
 #include "support/strings.h"
 
+#include <QMenuBar>
 #include <QTimer>
 
 #include <string_view>

@@ -5,6 +5,7 @@
 #include "output/printresult.h"
 #include "output/recordingpages.h"
 #include "output/scriptedprinters.h"
+#include "support/flatcapture.h"
 #include "support/strings.h"
 
 #include <gtest/gtest.h>
@@ -23,20 +24,12 @@ protected:
         settings.PaperHeight = 16840;
         inputs.frame.markerTop.fill(Twips{2910}); // (210 / 2 + 2910) / 6030 is half of the strip
         for (int channel = 0; channel < kChannels; ++channel) {
-            inputs.rows[static_cast<std::size_t>(channel)] = channelLabel(channel) + u" 5 mS 1 V"_s;
+            inputs.rows[channel] = channelLabel(channel) + u" 5 mS 1 V"_s;
         }
     }
     void addChannel(int channel, int samples = 100) {
-        const auto c = static_cast<std::size_t>(channel);
-        model->ChannelPresent[c] = 1;
-        model->ScreenPoints[c] = 200;
-        model->SampleCount[c] = samples;
-        model->TimeIndex[c] = 10;
-        model->TimeIndexView[c] = 10;
-        model->VoltIndexView[c] = 6; // 0.5 V a division
-        model->VoltPerCount[c] = 10.0F;
-        model->SampleInterval[c] = 1.0F;
-        inputs.frame.selected[c] = true;
+        test::addChannel(*model, channel, 200, samples);
+        inputs.frame.selected[channel] = true;
     }
     void print() { ASSERT_TRUE(composer.PrintResult(printer, 100, inputs)); }
     void preview(int percent = 100) { ASSERT_TRUE(composer.PrintResult(sheet, percent, inputs)); }

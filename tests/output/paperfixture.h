@@ -68,8 +68,7 @@ protected:
     /// Expects each word of the channel list in the text of the page, and each label twice.
     void expectLegend(const QString& pageText) const {
         for (int channel = 0; channel < kChannels; ++channel) {
-            const QStringList words =
-                printing().inputs().rows[static_cast<std::size_t>(channel)].split(u' ', Qt::SkipEmptyParts);
+            const QStringList words = printing().inputs().rows[channel].split(u' ', Qt::SkipEmptyParts);
             for (const QString& word : words) {
                 EXPECT_TRUE(pageText.contains(word)) << word.toStdString();
             }
@@ -95,7 +94,7 @@ protected:
     /// The share of a trace's pixels in the preview that are on the paper too, at most two pixels away; edges may be
     /// blurred.
     [[nodiscard]] double shareOfTrace(int channel, const QImage& onPaper, const QImage& shown) const {
-        const QColor colour = toQColor(model->LineColor[static_cast<std::size_t>(channel)]);
+        const QColor colour = toQColor(model->LineColor[channel]);
         const auto apart = [&colour](QRgb pixel) {
             return std::abs(qRed(pixel) - colour.red()) + std::abs(qGreen(pixel) - colour.green()) +
                    std::abs(qBlue(pixel) - colour.blue());

@@ -102,6 +102,7 @@ protected:
     AnsweringDialogs answering;
 };
 
+/// The same with language files and the capture loaded: suites about the preview.
 class Preview : public PrintWindow {
 protected:
     void SetUp() override {

@@ -12,10 +12,9 @@ namespace sixtrace::test {
 
 /// Gives a channel of the model samples, as a load would.
 inline void hold(publicM& model, int channel, float voltPerCount, const std::vector<std::int16_t>& samples) {
-    const auto c = static_cast<std::size_t>(channel);
-    model.ChannelPresent[c] = 1;
-    model.VoltPerCount[c] = voltPerCount;
-    model.SampleCount[c] = static_cast<std::int32_t>(samples.size());
+    model.ChannelPresent[channel] = 1;
+    model.VoltPerCount[channel] = voltPerCount;
+    model.SampleCount[channel] = static_cast<std::int32_t>(samples.size());
     for (std::size_t i = 0; i < samples.size(); ++i) {
         model.SampleData(channel, static_cast<int>(i)) = samples[i];
     }

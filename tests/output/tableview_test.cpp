@@ -4,8 +4,10 @@
 #include "support/strings.h"
 
 #include <QAbstractItemModelTester>
+#include <QClipboard>
 #include <QHeaderView>
 #include <QPainter>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 
 namespace sixtrace::test {

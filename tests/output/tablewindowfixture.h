@@ -73,6 +73,7 @@ protected:
     }
 };
 
+/// Suites about the window are in more than one file.
 class DataTableWindow : public TableWindow {};
 
 } // namespace sixtrace::test

@@ -85,6 +85,7 @@ protected:
     }
 };
 
+/// The same with the flat capture opened: suites about cursors.
 class CursorWindow : public CaptureWindow {
 protected:
     void SetUp() override {

@@ -8,6 +8,8 @@
 #include "platform/controls/toolbar.h"
 #include "support/strings.h"
 
+#include <QScreen>
+
 #include <algorithm>
 
 namespace sixtrace::test {

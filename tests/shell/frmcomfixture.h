@@ -7,6 +7,7 @@
 #include "support/scripteddialogs.h"
 #include "support/sourcefolder.h"
 #include "support/strings.h"
+#include "view/frame.h"
 #include "view/geometry.h"
 
 #include <QAction>
@@ -74,6 +75,7 @@ private:
     QTemporaryDir m_folder;
 };
 
+/// Suites about languages are in more than one file.
 class Languages : public FrmComTest {};
 
 /// The picture of an empty screen, drawn without the window.

@@ -11,6 +11,8 @@
 #include "platform/controls/toolbar.h"
 #include "support/strings.h"
 
+#include <QMenuBar>
+
 namespace sixtrace::test {
 namespace {
 

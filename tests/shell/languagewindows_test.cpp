@@ -4,8 +4,13 @@
 
 #include "capture/applylanguage.h"
 #include "capture/mdllan.h"
+#include "output/frmdata.h"
+#include "output/frmprintpreview.h"
+#include "output/frmprintsetup.h"
+#include "output/printing.h"
 #include "platform/desktop/dialogsheet.h"
 #include "platform/files/profilefile.h"
+#include "shell/frmmessageout.h"
 #include "support/strings.h"
 
 #include <QComboBox>

@@ -2,8 +2,7 @@
 // With and without a window the same operations have the same result: the rules decide, and the widgets only show.
 #include "capture/channellist.h"
 #include "platform/controls/arrowpair.h"
-#include "platform/controls/framepanel.h"
-#include "shell/capturewindow.h"
+#include "shell/shownwindow.h"
 #include "support/strings.h"
 #include "view/cursors.h"
 #include "view/scopescreen.h"
@@ -20,13 +19,10 @@ constexpr int kOperations = 10'000;
 constexpr int kOperationsAForm = kOperations / 6 + 1;
 constexpr int kOperationsAPicture = 97;
 
-/// What the controls of a window show, or what a state says that they should show: one line for each control.
-using Shown = QStringList;
-
-class Windowless : public CaptureWindow, public ::testing::WithParamInterface<const char*> {
+class Windowless : public ShownWindow, public ::testing::WithParamInterface<const char*> {
 protected:
     void SetUp() override {
-        CaptureWindow::SetUp();
+        ShownWindow::SetUp();
         load();
         form->show();
         twin->fillTables();
@@ -44,7 +40,6 @@ protected:
 
     [[nodiscard]] Scope rules() const { return scope->scope(); }
     [[nodiscard]] ScreenState& state() const { return scope->state; }
-    [[nodiscard]] PositionBar& bar() const { return control<PositionBar>("VScroll1"); }
     [[nodiscard]] int below(int limit) { return static_cast<int>(random.bounded(limit)); }
 
     /// A capture of one of the shorter scenes, in the form of this test.
@@ -250,86 +245,6 @@ protected:
                             : operateKeys();
     }
 
-    static QString yes(bool shown) { return shown ? u"shown"_s : u"hidden"_s; }
-    static QString place(double number) { return QString::number(number, 'g', 17); }
-    template<typename Unit>
-    static QString place(Quantity<Unit> place) {
-        return QString::number(place.number(), 'g', 17);
-    }
-
-    [[nodiscard]] Shown shownByWindow() const {
-        Shown shown;
-        for (int c = 0; c < kChannels; ++c) {
-            shown << list().List(c) << yes(list().Selected(c)) << yes(!list().isMuted(c));
-            shown << place(marker(c).Top()) << yes(!marker(c).isHidden()) << yes(marker(c).hasBorder())
-                  << marker(c).backColor().name();
-            shown << yes(!standIn(c).isHidden());
-            if (!standIn(c).isHidden()) {
-                shown << place(standIn(c).Top()) << standIn(c).backColor().name();
-            }
-        }
-        for (const char* name : {"Combo1", "Combo2"}) {
-            const auto& combo = control<ListCombo>(name);
-            for (int row = 0; row < combo.ListCount(); ++row) {
-                shown << combo.List(row);
-            }
-            shown << QString::number(combo.ListIndex());
-        }
-        shown << QString::number(list().ListIndex()) << QString::number(cursorType().ListIndex());
-        shown << QString::number(bar().Max()) << QString::number(bar().Value());
-        shown << yes(!control<QLabel>("CenterPoint").isHidden());
-        for (const char* name : {"LabY1", "LabYY11", "LabY2", "LabYY22", "LabDy", "LabX1", "LabXX11", "LabX2",
-                                 "LabXX22", "LabDx", "labPPe", "LabPe", "LabMaxx"}) {
-            shown << caption(name);
-        }
-        for (const char* name : {"Frame1", "Frame2", "Frame3", "Frame4"}) {
-            shown << control<FramePanel>(name).caption();
-        }
-        shown << place(line("Line1(0)").Y1()) << place(line("Line1(1)").Y1()) << place(line("Line2(0)").X1())
-              << place(line("Line2(1)").X1());
-        shown << yes(line("Line1(0)").isVisible()) << yes(line("Line1(1)").isVisible())
-              << yes(!control<ReadoutLabel>("LabDy").isHidden());
-        shown << yes(line("Line2(0)").isVisible()) << yes(line("Line2(1)").isVisible())
-              << yes(!control<ReadoutLabel>("LabDx").isHidden());
-        shown << QString::number(static_cast<int>(screen().cursor().shape()));
-        shown << control<QLabel>("Label4").text() << control<QLabel>("Label5").text();
-        return shown;
-    }
-
-    [[nodiscard]] Shown shownByState() const {
-        const ScreenState& s = state();
-        Shown shown;
-        for (int c = 0; c < kChannels; ++c) {
-            const ZeroMarker& m = s.markers[c];
-            shown << s.rows[c] << yes(s.ticks[c]) << yes(twin->ChannelPresent[c] != 0);
-            shown << place(m.top) << yes(m.shown) << yes(m.pressed) << toQColor(m.back).name() << yes(m.standInShown);
-            if (m.standInShown) {
-                shown << place(m.standInTop) << toQColor(m.standInBack).name();
-            }
-        }
-        shown << QStringList(s.timeList.begin(), s.timeList.end()) << QString::number(s.timeRow);
-        shown << QStringList(s.voltList.begin(), s.voltList.end()) << QString::number(s.voltRow);
-        shown << QString::number(s.selectedRow) << QString::number(static_cast<int>(s.cursorChoice));
-        shown << QString::number(s.bar.maximum) << QString::number(s.bar.value) << yes(s.CenterPoint.has_value());
-        for (const CursorTexts& texts : {s.voltages, s.times}) {
-            shown << texts.values[0] << texts.units[0] << texts.values[1] << texts.units[1] << texts.difference;
-        }
-        const MeasurementTexts measured = measurementTexts(s.measured);
-        shown << measured.frequency << measured.period << measured.peakToPeak;
-        const FrameTitles titles = frameTitles(s.titled);
-        shown << titles.cursor << titles.timeBase << titles.voltage << titles.channel;
-        shown << place(s.cursors.voltage[0]) << place(s.cursors.voltage[1]) << place(s.cursors.time[0])
-              << place(s.cursors.time[1]);
-        const QString voltages = yes(showsVoltage(s.cursorsShown));
-        const QString times = yes(showsTime(s.cursorsShown));
-        shown << voltages << voltages << voltages << times << times << times;
-        shown << QString::number(static_cast<int>(s.pointer == MousePointer::NorthSouth ? Qt::SizeVerCursor
-                                                  : s.pointer == MousePointer::EastWest ? Qt::SizeHorCursor
-                                                                                        : Qt::ArrowCursor));
-        shown << s.loadedPath << s.modelName;
-        return shown;
-    }
-
     std::unique_ptr<publicM> twin = std::make_unique<publicM>();
     ScriptedDialogs twinDialogs;
     std::unique_ptr<OffscreenScope> scope;
@@ -346,7 +261,7 @@ TEST_P(Windowless, AnySeriesOfOperationsShowsTheSameInTheWindowAndWithoutOne) {
         last << operate();
         last = last.mid(std::max<qsizetype>(0, last.size() - 6));
         const std::string story = "operation " + std::to_string(i) + ": " + last.join(u", ").toStdString();
-        ASSERT_EQ(shownByWindow(), shownByState()) << story;
+        ASSERT_EQ(shownByWindow(), shownByState(state(), *twin)) << story;
         ASSERT_EQ(form->state().CurChannel, state().CurChannel) << story;
         ASSERT_EQ(model->TimeIndexView, twin->TimeIndexView) << story;
         ASSERT_EQ(model->VoltIndexView, twin->VoltIndexView) << story;

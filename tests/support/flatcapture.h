@@ -2,11 +2,26 @@
 #pragma once
 
 #include "capture/capturewriter.h"
+#include "capture/publicm.h"
 #include "platform/text/numbers.h"
 
 #include <vector>
 
 namespace sixtrace::test {
+
+/// Sets up a channel of the model by hand, with samples of 0: one sample of 1 microsecond a pixel, and 0.5 V a division
+/// at 10 mV a count, so that 50 counts are a division.
+inline void addChannel(publicM& model, int channel, int points, int samples) {
+    model.ChannelPresent[channel] = 1;
+    model.ScreenPoints[channel] = points;
+    model.SampleCount[channel] = samples;
+    model.TimeIndex[channel] = 10;
+    model.TimeIndexFile[channel] = 10;
+    model.TimeIndexView[channel] = 10;
+    model.VoltIndexView[channel] = 6; // 0.5 V a division
+    model.VoltPerCount[channel] = 10.0F;
+    model.SampleInterval[channel] = 1.0F;
+}
 
 /// A capture of which every figure is known. One screen unit is one sample and one count: 0.5 V a division at 10 mV a
 /// count, 600 samples of 2.5 microseconds at 10 microseconds a division. Test fixtures derive from it.

@@ -3,6 +3,7 @@
 
 #include "platform/files/profilefile.h"
 #include "support/scripteddialogs.h"
+#include "support/strings.h"
 #include "view/flatscope.h"
 
 namespace sixtrace::test {
@@ -10,13 +11,11 @@ namespace {
 
 class AppearanceRules : public FlatScope {
 protected:
-    AppearanceRules() { model->IniFile = folder.filePath(QStringLiteral("vkq.ini")); }
+    AppearanceRules() { model->IniFile = folder.filePath(u"vkq.ini"_s); }
     void SetUp() override { loadFlat(); }
     void answer(Colour colour) { dialogs.colours.emplace_back(colour); }
     [[nodiscard]] QString written(const char* section, const char* key) const {
-        return readProfile(QString::fromLatin1(section), QString::fromLatin1(key), QStringLiteral("none"),
-                           model->IniFile)
-            .trimmed();
+        return readProfile(QString::fromLatin1(section), QString::fromLatin1(key), u"none"_s, model->IniFile).trimmed();
     }
     [[nodiscard]] unsigned frames() const { return scope->screen().changes(); }
 
@@ -32,23 +31,23 @@ TEST_F(AppearanceRules, EachChosenColourIsShownDrawnAndWritten) {
     EXPECT_EQ(state().screenColor, 0x00010203U);
     EXPECT_EQ(scope->Picture2.Point(310, 310), 0x00010203U);
     EXPECT_EQ(frames(), ++drawn);
-    EXPECT_EQ(written("Pic2Color", "BackColor"), QStringLiteral("66051"));
+    EXPECT_EQ(written("Pic2Color", "BackColor"), u"66051"_s);
     answer(7);
     appearance.Picture3_DblClick();
     EXPECT_EQ(state().stripColor, 7U);
     EXPECT_EQ(frames(), drawn) << "the strip is no part of the frame";
-    EXPECT_EQ(written("Pic3Color", "back"), QStringLiteral("7"));
+    EXPECT_EQ(written("Pic3Color", "back"), u"7"_s);
     answer(8);
     appearance.image1_DblClick(2);
     EXPECT_EQ(model->LineColor[2], 8U);
     EXPECT_EQ(marker(2).back, 8U);
     EXPECT_EQ(frames(), ++drawn);
-    EXPECT_EQ(written("LineColor", "2"), QStringLiteral("8"));
+    EXPECT_EQ(written("LineColor", "2"), u"8"_s);
     answer(9);
     appearance.MnuGridColor_Click();
     EXPECT_EQ(model->GridColor, 9U);
     EXPECT_EQ(frames(), ++drawn);
-    EXPECT_EQ(written("GridColor", "Grid"), QStringLiteral("9"));
+    EXPECT_EQ(written("GridColor", "Grid"), u"9"_s);
 }
 
 TEST_F(AppearanceRules, ACancelledDialogChangesNothing) {
@@ -81,10 +80,10 @@ TEST_F(AppearanceRules, TheGraticuleIsDrawnAtOnceEvenDuringTimedAcquisition) {
     const unsigned drawn = frames();
     appearance.mnuGraticule_Click();
     EXPECT_EQ(state().graticule, Graticule::Cross);
-    EXPECT_EQ(written("Common", "Graticule"), QStringLiteral("False"));
+    EXPECT_EQ(written("Common", "Graticule"), u"False"_s);
     appearance.mnuGraticule_Click();
     EXPECT_EQ(state().graticule, Graticule::Dotted);
-    EXPECT_EQ(written("Common", "Graticule"), QStringLiteral("True"));
+    EXPECT_EQ(written("Common", "Graticule"), u"True"_s);
     EXPECT_EQ(frames(), drawn + 2);
 }
 
@@ -94,8 +93,8 @@ TEST_F(AppearanceRules, LinesAndPointsExcludeEachOtherAndWaitForTheNextFrameDuri
     EXPECT_FALSE(state().lineTicked);
     EXPECT_TRUE(state().pointTicked);
     EXPECT_EQ(frames(), ++drawn);
-    EXPECT_EQ(written("Common", "DrawLine"), QStringLiteral("False"));
-    EXPECT_EQ(written("Common", "DrawPoint"), QStringLiteral("True"));
+    EXPECT_EQ(written("Common", "DrawLine"), u"False"_s);
+    EXPECT_EQ(written("Common", "DrawPoint"), u"True"_s);
     model->AutoRun = true;
     appearance.mnuLine_Click();
     EXPECT_TRUE(state().lineTicked);
@@ -105,10 +104,10 @@ TEST_F(AppearanceRules, LinesAndPointsExcludeEachOtherAndWaitForTheNextFrameDuri
 
 TEST_F(AppearanceRules, TheDialogNamesWhatIsColouredInThePresentLanguage) {
     appearance.image1_DblClick(2);
-    EXPECT_EQ(dialogs.colourTitles.back(), QStringLiteral("A 波形颜色"));
+    EXPECT_EQ(dialogs.colourTitles.back(), u"A 波形颜色"_s);
     model->LanguageId = 1;
     appearance.image1_DblClick(2);
-    EXPECT_EQ(dialogs.colourTitles.back(), QStringLiteral("Trace Color of A"));
+    EXPECT_EQ(dialogs.colourTitles.back(), u"Trace Color of A"_s);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/cursors.h"
 
+#include "support/strings.h"
 #include "view/flatscope.h"
 
 namespace sixtrace::test {
@@ -22,12 +23,12 @@ TEST_F(CursorRules, EachTypeReadsItsOwnPair) {
     show(CursorType::Voltage);
     EXPECT_EQ(state().cursorsShown, CursorType::Voltage);
     EXPECT_EQ(state().voltages.values, (std::array{number("1000.00"), number("-1000.00")}));
-    EXPECT_EQ(state().voltages.units, (std::array{QStringLiteral("mV"), QStringLiteral("mV")}));
+    EXPECT_EQ(state().voltages.units, (std::array{u"mV"_s, u"mV"_s}));
     EXPECT_EQ(state().voltages.difference, number("2,000.00"));
     EXPECT_TRUE(state().times.values[0].isEmpty());
     show(CursorType::Time);
     EXPECT_EQ(state().times.values, (std::array{number("450.00"), number("1050.00")}));
-    EXPECT_EQ(state().times.units, (std::array{QStringLiteral("uS"), QStringLiteral("uS")}));
+    EXPECT_EQ(state().times.units, (std::array{u"uS"_s, u"uS"_s}));
     EXPECT_EQ(state().times.difference, number("600.00"));
 }
 
@@ -35,9 +36,9 @@ TEST_F(CursorRules, Row16IsInMicrosecondsAfterTheChoiceAndInMillisecondsAfterwar
     model->TimeIndex[0] = 16;
     model->TimeIndexView[0] = 16;
     show(CursorType::Time);
-    EXPECT_EQ(state().times.units[0], QStringLiteral("uS"));
+    EXPECT_EQ(state().times.units[0], u"uS"_s);
     printTime(*model, state());
-    EXPECT_EQ(state().times.units[1], QStringLiteral("mS"));
+    EXPECT_EQ(state().times.units[1], u"mS"_s);
     EXPECT_EQ(state().times.values[0], number("0.45"));
 }
 

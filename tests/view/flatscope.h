@@ -6,7 +6,7 @@
 #include "capture/channellist.h"
 #include "capture/settings.h"
 #include "support/flatcapture.h"
-#include "support/printing.h"
+#include "support/strings.h"
 #include "view/cursors.h"
 #include "view/scene.h"
 #include "view/scopescreen.h"
@@ -34,7 +34,7 @@ protected:
     }
 
     void load(const std::vector<CaptureBlock>& blocks) {
-        const QString path = folder.filePath(QStringLiteral("capture.bin"));
+        const QString path = folder.filePath(u"capture.bin"_s);
         QFile file(path);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         const QByteArray bytes = captureBytes(*captureForm("V11"), blocks);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "capture/settings.h"
+#include "support/flatcapture.h"
 #include "view/frame.h"
 #include "view/geometry.h"
 
@@ -31,17 +32,8 @@ struct TestScreen {
     }
 
     void addChannel(int channel, int points, int samples) {
-        const int c = channel;
-        model->ChannelPresent[c] = 1;
-        model->ScreenPoints[c] = points;
-        model->SampleCount[c] = samples;
-        model->TimeIndex[c] = 10;
-        model->TimeIndexFile[c] = 10;
-        model->TimeIndexView[c] = 10;
-        model->VoltIndexView[c] = 6;    // 0.5 V a division
-        model->VoltPerCount[c] = 10.0F; // 50 counts are a division of 50 pixels
-        model->SampleInterval[c] = 1.0F;
-        inputs.selected[c] = true;
+        test::addChannel(*model, channel, points, samples);
+        inputs.selected[channel] = true;
     }
 
     void draw() { renderer.PicReDrawT(*model, inputs, picture2, picHidden0); }

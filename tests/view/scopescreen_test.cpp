@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/scopescreen.h"
 
+#include "support/strings.h"
 #include "view/drags.h"
 #include "view/flatscope.h"
 #include "view/scene.h"
@@ -65,7 +66,7 @@ TEST_F(ScreenPictures, ALoadClosesTheTableAndThenLoadsIt) {
     QString order;
     screen().setTable([&] { order += u'c'; }, [&] { order += u'o'; });
     loadFlat();
-    EXPECT_EQ(order, QStringLiteral("co"));
+    EXPECT_EQ(order, u"co"_s);
 }
 
 TEST_F(ScreenPictures, EveryStepOfADragChangesThePicture) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/timevoltcontrols.h"
 
+#include "support/strings.h"
 #include "view/cursors.h"
 #include "view/flatscope.h"
 
@@ -17,22 +18,22 @@ TEST_F(TimeVoltRules, BothWritersOfARowShowTheFactorAndDifferByOneBlank) {
     load({flat('1', 0, 2)});
     ASSERT_EQ(model->ProbeExp[0], 2);
     chooseTimeRow(rules(), 16);
-    EXPECT_EQ(state().rows[0], QStringLiteral("ch1          1  mS          50.0 V        / 100"));
+    EXPECT_EQ(state().rows[0], u"ch1          1  mS          50.0 V        / 100"_s);
     chooseVoltRow(rules(), 7);
-    EXPECT_EQ(state().rows[0], QStringLiteral("ch1          1  mS          100  V       / 100"));
+    EXPECT_EQ(state().rows[0], u"ch1          1  mS          100  V       / 100"_s);
 }
 
 TEST_F(TimeVoltRules, ProbesWithoutAListOfTheirOwnKeepTheOneBefore) {
     load({flat('1', 0, 3)});
-    ASSERT_EQ(state().voltList[0], QStringLiteral("5.00 V"));
+    ASSERT_EQ(state().voltList[0], u"5.00 V"_s);
     for (const int probe : {-1, 4}) {
         FillVoltList(state(), probe);
-        EXPECT_EQ(state().voltList[0], QStringLiteral("5.00 V"));
+        EXPECT_EQ(state().voltList[0], u"5.00 V"_s);
         EXPECT_EQ(state().voltRow, 6);
     }
     model->ProbeExp[0] = -1;
     chooseTimeRow(rules(), 16);
-    EXPECT_TRUE(state().rows[0].startsWith(QStringLiteral("ch1          1  mS          500  V        / 0")))
+    EXPECT_TRUE(state().rows[0].startsWith(u"ch1          1  mS          500  V        / 0"_s))
         << state().rows[0].toStdString();
 }
 
@@ -110,7 +111,7 @@ TEST_F(TimeVoltRules, WithNoRowSelectedTheControlsChangeNothing) {
     EXPECT_EQ(state().timeRow, 3);
     state().bar.value = 98;
     VScroll1_Scroll(rules());
-    EXPECT_EQ(state().CenterPoint, QStringLiteral(" 的零点位置格数为2"));
+    EXPECT_EQ(state().CenterPoint, u" 的零点位置格数为2"_s);
 }
 
 TEST_F(TimeVoltRules, AListWithoutAChosenEntryChangesNothing) {
@@ -148,7 +149,7 @@ TEST_F(TimeVoltRules, ANewVoltRangeIsDrawnAndReadOut) {
     chooseVoltRow(rules(), 7); // 1 V a division: 20 mV a row
     EXPECT_EQ(frames(), before + 1);
     EXPECT_EQ(state().voltages.values[0], number("2.00"));
-    EXPECT_EQ(state().voltages.units[0], QStringLiteral(" V"));
+    EXPECT_EQ(state().voltages.units[0], u" V"_s);
     EXPECT_EQ(state().voltages.difference, number("4.00"));
 }
 
@@ -170,7 +171,7 @@ TEST_F(TimeVoltRules, TheHeightOfTheZeroLineIsShownInChineseInBothLanguages) {
         List1_Click(rules());
         state().bar.value = 105;
         VScroll1_Scroll(rules());
-        EXPECT_EQ(state().CenterPoint, QStringLiteral("ch1  的零点位置格数为-5"));
+        EXPECT_EQ(state().CenterPoint, u"ch1  的零点位置格数为-5"_s);
         endScroll(state());
         EXPECT_FALSE(state().CenterPoint);
     }
@@ -181,7 +182,7 @@ TEST_F(TimeVoltRules, ABarOfAChannelWithoutDataShowsAndMovesNothing) {
     VScroll1_Scroll(rules());
     EXPECT_FALSE(state().CenterPoint);
     const unsigned before = frames();
-    state().CenterPoint = QStringLiteral("shown");
+    state().CenterPoint = u"shown"_s;
     state().bar.value = 3;
     VScroll1_Change(rules());
     EXPECT_FALSE(state().CenterPoint);
@@ -209,10 +210,10 @@ TEST_F(TimeVoltRules, AStepOfTheBarIsADivision) {
 
 TEST_F(TimeVoltRules, ABarThatIsNotLiveHasNoEffectAtAll) {
     state().ScrollLive = false;
-    state().CenterPoint = QStringLiteral("shown");
+    state().CenterPoint = u"shown"_s;
     state().bar.value = 0;
     VScroll1_Change(rules());
-    EXPECT_EQ(state().CenterPoint, QStringLiteral("shown"));
+    EXPECT_EQ(state().CenterPoint, u"shown"_s);
     EXPECT_EQ(marker(0).top, Twips(2910));
 }
 

@@ -14,6 +14,7 @@
 #include <array>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <vector>
 

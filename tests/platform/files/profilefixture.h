@@ -2,7 +2,6 @@
 #pragma once
 
 #include "platform/files/profilefile.h"
-
 #include "support/strings.h"
 
 #include <QFile>
@@ -10,6 +9,7 @@
 
 namespace sixtrace::test {
 
+/// A profile file in a folder of the test.
 class ProfileFile : public ::testing::Test {
 protected:
     void SetUp() override { ASSERT_TRUE(m_folder.isValid()); }
