@@ -2,7 +2,7 @@
 #include "output/printresult.h"
 
 #include "capture/markerstrip.h"
-#include "output/pageframe.h"
+#include "output/pagegraticule.h"
 #include "platform/printing/picturepage.h"
 #include "platform/printing/printer.h"
 #include "platform/text/numbers.h"

@@ -13,7 +13,7 @@
 #include "platform/controls/look.h"
 #include "platform/controls/picturebox.h"
 #include "platform/controls/toolbar.h"
-#include "shell/everydayways.h"
+#include "shell/conveniences.h"
 #include "shell/frmmessageout.h"
 #include "shell/helpcommands.h"
 #include "shell/languagemenus.h"
@@ -49,7 +49,7 @@ FrmCom::FrmCom(publicM& model, FrmComServices services)
     makeScreen();
     makeCommands();
     connectCommands();
-    addEverydayWays(*this, m_controls, *m_mouse, action(QStringLiteral("mnuChinese")));
+    addConveniences(*this, m_controls, *m_mouse, action(QStringLiteral("mnuChinese")));
     Form_Load();
 }
 

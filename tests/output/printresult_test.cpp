@@ -2,7 +2,7 @@
 // The sheet of each test has 11900 by 16840 twips. A border of 300 cannot be printed, which leaves 11300 by 16240;
 // margins of 567 leave 10166 by 15106.
 #include "output/pagefixture.h"
-#include "output/pageframe.h"
+#include "output/pagegraticule.h"
 
 #include <gtest/gtest.h>
 

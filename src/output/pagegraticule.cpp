@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "output/pageframe.h"
+#include "output/pagegraticule.h"
 
 namespace sixtrace {
 

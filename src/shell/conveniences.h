@@ -13,6 +13,6 @@ struct FrmComControls;
 /// key, names and descriptions for assistive tools, copying of readouts, a mark for captures with faults, and files
 /// dropped onto the window. Each of them calls the handler that the mouse reaches too. `form` owns what is made;
 /// `mouse` has to outlive `form`.
-void addEverydayWays(FrmCom& form, const FrmComControls& controls, ScreenMouse& mouse, QAction& mnuChinese);
+void addConveniences(FrmCom& form, const FrmComControls& controls, ScreenMouse& mouse, QAction& mnuChinese);
 
 } // namespace sixtrace

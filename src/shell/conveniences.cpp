@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "shell/everydayways.h"
+#include "shell/conveniences.h"
 
 #include "capture/capturecheck.h"
 #include "platform/controls/arrowpair.h"
@@ -52,7 +52,7 @@ void markFaultsOfCaptures(PathLabel& Label4) {
 
 } // namespace
 
-void addEverydayWays(FrmCom& form, const FrmComControls& controls, ScreenMouse& mouse, QAction& mnuChinese) {
+void addConveniences(FrmCom& form, const FrmComControls& controls, ScreenMouse& mouse, QAction& mnuChinese) {
     const auto showState = [&form] { form.showState(); };
     const auto* cursorKeys =
         new CursorKeys(mouse, *controls.Picture2,

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The frame of a page on a picture with four twips a pixel and lines of four pixels.
 #include "output/pagefixture.h"
-#include "output/pageframe.h"
+#include "output/pagegraticule.h"
 
 #include <vector>
 
