@@ -16,7 +16,7 @@ class ByteSource;
 /// keep their content, only the data table is gone (and FileKind is 0 when the tag was the reason).
 ///
 /// Costs at most one pass over the bytes that the file really has, whatever its counts say. Each block draws a frame,
-/// as the window shows it; of a file with more than 64 blocks, which no instrument sends, only the last one does.
+/// as the window shows it; of more than 64 blocks, which no instrument sends, the first 64 and the last one do.
 void SimpleWav(const QString& path, const Scope& scope);
 /// What SimpleWav does once the table is closed and the file is open. Closes the source before the frame is drawn.
 void loadCapture(ByteSource& source, const Scope& scope);
