@@ -56,7 +56,7 @@ Outcome ChannelPlot::takeScale() {
 }
 
 Outcome ChannelPlot::plot() {
-    if (const Outcome scale = takeScale(); !scale) {
+    if (Outcome scale = takeScale(); !scale) {
         return scale;
     }
     const auto x = toInt32(m_scale.x0);
@@ -85,7 +85,7 @@ Outcome ChannelPlot::plotBothSweeps(double slots, double scan) {
         const Outcome fresh = visit(0, scan);
         return fresh ? visit(gapEnd, slots) : fresh;
     }
-    if (const Outcome fresh = visit(0, scan - 1); !fresh) {
+    if (Outcome fresh = visit(0, scan - 1); !fresh) {
         return fresh;
     }
     // On its way over the gap the pen leaves one dot, at the position that an earlier frame stored for the sample at

@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include <array>
+#include <utility>
 
 namespace sixtrace {
 
@@ -17,8 +18,8 @@ public:
     using Names = std::array<QString, kPlaces>;
 
     /// Names of SVG files, by place. An empty name makes a gap without a picture.
-    explicit ToolPictures(const Names& names)
-        : m_names(names) {}
+    explicit ToolPictures(Names names)
+        : m_names(std::move(names)) {}
 
     [[nodiscard]] bool isGap(std::size_t place) const { return m_names[place].isEmpty(); }
     /// The picture for a display of `ratio` pixels to the unit. It is drawn when it is first asked for, and drawn again
