@@ -4,18 +4,25 @@
 #include "capture/zeromarkers.h"
 #include "platform/text/numbers.h"
 
+#include <algorithm>
+
 namespace sixtrace {
 
 namespace {
 
-constexpr int kColumnGap = 10;
+constexpr int kColumnGap = 10; // blanks
 constexpr int kLabelLength = 3;
+
+constexpr QLatin1StringView blanks(int count) {
+    return {"          ", count};
+}
 
 /// Chooses an entry by the text that it has in `row`. Several entries may have the same text; the first is chosen.
 template<std::size_t Rows>
 void chooseEntry(const NumberedArray<QString, Rows>& list, int& chosen, int row) {
     if (list.has(row)) {
-        const auto first = std::find(list.begin(), list.end(), list[row]);
+        const auto reads = [&](const QString& entry) { return std::ranges::equal(entry, list[row]); };
+        const auto first = std::ranges::find_if(list, reads);
         chosen = static_cast<int>(first - list.begin());
     }
 }
@@ -72,9 +79,9 @@ void endStart(const Scope& scope) {
 
 QString channelRow(QStringView label, const QString& timeText, const QString& voltText, RowGap gap,
                    const QString& factor) {
-    const QString columnGap(kColumnGap, u' ');
-    return label.left(kLabelLength) + columnGap + timeText + columnGap + voltText +
-           QString(static_cast<int>(gap), u' ') + u"/ " + factor;
+    const auto columnGap = blanks(kColumnGap);
+    return label.left(kLabelLength) + columnGap + timeText + columnGap + voltText + blanks(static_cast<int>(gap)) +
+           u"/ " + factor;
 }
 
 QString probeFactorText(int probeExp) {

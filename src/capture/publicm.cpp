@@ -51,7 +51,10 @@ void publicM::setTimeBaseFamily(TimeBaseFamily family) {
         const auto row = static_cast<std::size_t>(kFamilyRows[i]);
         const TimeBaseRow& entry = family == TimeBaseFamily::Of25 ? kTimeBaseTexts[row] : kTimeBaseTextsOf20[i];
         TimeBaseTable[row] = entry.milliseconds;
-        TimeBaseText[row] = QString::fromLatin1(entry.text);
+        // Most captures are of the family of the one before.
+        if (const QLatin1StringView text(entry.text); TimeBaseText[row] != text) {
+            TimeBaseText[row] = text;
+        }
     }
 }
 
