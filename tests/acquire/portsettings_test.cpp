@@ -11,7 +11,7 @@ namespace {
 class PortSettings : public AcquireTest {
 protected:
     /// Opens the settings and works on them.
-    void show(std::function<void(frmComSet&)> work) {
+    void show(const std::function<void(frmComSet&)>& work) {
         QTimer::singleShot(30, form.get(), [work] {
             auto* window = dynamic_cast<frmComSet*>(QApplication::activeModalWidget());
             ASSERT_NE(window, nullptr);

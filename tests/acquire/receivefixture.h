@@ -80,7 +80,7 @@ protected:
             if (left.empty()) {
                 return QByteArray();
             }
-            const QByteArray next = left.front();
+            QByteArray next = left.front();
             left.pop_front();
             return next;
         };

@@ -68,10 +68,10 @@ TEST_F(BlockReceive, ARepeatedHeaderBeforeAnyDataIsInOrder) {
     std::deque<QByteArray> answers;
     for (int i = 0; i < 2; ++i) {
         answers.push_back(BlockSender::header("w.bin", "3"));
-        answers.push_back({});
+        answers.emplace_back();
     }
     answers.push_back(BlockSender::block(1, "abc", 128, '.'));
-    answers.push_back("\x04");
+    answers.emplace_back("\x04");
     answerInTurn(answers);
     // "C" is answered with the header, its acknowledge with nothing, and the second "C" with the header again.
     ASSERT_TRUE(receive.YModemReceive().ok());
@@ -85,7 +85,7 @@ TEST_F(BlockReceive, AnEmptySizeAnEarlyEndAndASurplusBlockAreNotWhole) {
         for (int i = 1; i <= blocks; ++i) {
             answers.push_back(BlockSender::block(i, "x", 128, '.'));
         }
-        answers.push_back("\x04");
+        answers.emplace_back("\x04");
         port.waiting.clear();
         answerInTurn(answers);
         EXPECT_TRUE(receive.YModemReceive().ok());

@@ -40,7 +40,7 @@ TEST_F(YModemOverALine, APulledPlugEndsAWaitWithoutLimit) {
 
 TEST_F(YModemOverALine, ALineThatHasGoneIsLeftAtOnceAndWhatHadComeCanStillBeRead) {
     auto other = std::make_unique<PtyPeer>();
-    const QString location = other->location();
+    QString location = other->location();
     MSComm line([&location](int) { return location; });
     ASSERT_TRUE(line.setPortOpen(true).ok());
     other->send("abc");

@@ -4,6 +4,7 @@
 #include "support/openfiles.h"
 #include "support/strings.h"
 
+#include <array>
 #include <random>
 
 namespace sixtrace::test {
@@ -21,6 +22,20 @@ TEST(Crc16, NoDataAndZeroBytesGiveZero) {
 TEST(Crc16, AByteAboveHalfIsTakenWithoutSign) {
     // Worked out by hand in eight steps; it is also the last entry of the published table.
     EXPECT_EQ(crc16(QByteArray(1, '\xFF')), 0x1EF0);
+}
+
+TEST(Crc16, EveryByteAfterAnotherGivesTheRemainderOfTheirDivision) {
+    // Long division of the 16 bits, and 16 zeros after them, by 1 0001 0000 0010 0001.
+    for (std::uint32_t bits = 0; bits < 0x10000; ++bits) {
+        std::uint32_t rest = bits << 16;
+        for (int place = 31; place >= 16; --place) {
+            if (((rest >> place) & 1U) != 0) {
+                rest ^= 0x11021U << (place - 16);
+            }
+        }
+        const std::array bytes{static_cast<char>(bits >> 8), static_cast<char>(bits)};
+        ASSERT_EQ(crc16(QByteArrayView(bytes)), rest) << "bytes " << bits;
+    }
 }
 
 TEST_F(BlockReceive, ASilentInstrumentSeesARequestFourRefusalsAndTheAbortInFiftySeconds) {

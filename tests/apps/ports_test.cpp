@@ -59,7 +59,7 @@ protected:
     }
     /// The row of that name among the ways.
     static QJsonObject way(const QJsonObject& all, const QString& key, const QJsonValue& value) {
-        for (const QJsonValue& each : all.value(u"ways"_s).toArray()) {
+        for (const QJsonValue each : all.value(u"ways"_s).toArray()) {
             if (each.toObject().value(key) == value) {
                 return each.toObject();
             }

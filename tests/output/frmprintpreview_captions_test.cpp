@@ -6,6 +6,8 @@
 #include "platform/controls/captions.h"
 #include "support/strings.h"
 
+#include <QMenuBar>
+
 namespace sixtrace::test {
 namespace {
 

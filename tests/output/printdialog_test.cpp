@@ -20,7 +20,7 @@ namespace {
 /// Inspects the toolkit's print dialog as soon as it is shown, and closes it.
 class DialogWatch : public QTimer {
 public:
-    explicit DialogWatch(std::function<void(QPrintDialog&)> look) {
+    explicit DialogWatch(const std::function<void(QPrintDialog&)>& look) {
         connect(this, &QTimer::timeout, this, [this, look] {
             if (auto* const box = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget())) {
                 ++seen;

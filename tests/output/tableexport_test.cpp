@@ -34,8 +34,8 @@ QByteArray byRule(const TableExport& table) {
     return file;
 }
 
-std::array<bool, TableCells::kCols> mix(unsigned bits) {
-    std::array<bool, TableCells::kCols> ticked{};
+NumberedArray<bool, TableCells::kCols> mix(unsigned bits) {
+    NumberedArray<bool, TableCells::kCols> ticked{};
     for (std::size_t col = 0; col < ticked.size(); ++col) {
         ticked[col] = (bits >> col & 1U) != 0;
     }
