@@ -69,6 +69,13 @@ HWY_INLINE RowOfCounts load(const std::int16_t* counts) {
     }
     return row;
 }
+HWY_INLINE std::array<std::int16_t, 8> countsOf(const RowOfCounts& row) {
+    std::array<std::int16_t, 8> counts;
+    for (std::size_t i = 0; i < row.size(); ++i) {
+        hn::StoreU(row[i], NarrowCounts(), counts.data() + i * kNarrowLanes);
+    }
+    return counts;
+}
 
 /// Stores the values of a row and two more.
 HWY_INLINE void store(const RowOfIntegers& row, std::int32_t* out) {
@@ -76,96 +83,104 @@ HWY_INLINE void store(const RowOfIntegers& row, std::int32_t* out) {
         hn::StoreU(row[part], Integers(), out + part * kLanes);
     }
 }
-/// Stores the values of a row and nothing after them.
-HWY_INLINE void storeExactly(const RowOfIntegers& row, std::int32_t* out) {
-    std::array<std::int32_t, kParts * kLanes> values;
+using StoredRow = std::array<std::int32_t, kParts * kLanes>;
+HWY_INLINE StoredRow stored(const RowOfIntegers& row) {
+    StoredRow values;
     store(row, values.data());
-    std::copy_n(values.data(), kChannels, out);
+    return values;
 }
 
-bool computeSixLanes(const SixLanes& lanes) {
+/// The extremes of each channel's counts in some rows.
+struct Extremes {
+    RowOfCounts least;
+    RowOfCounts greatest;
+
+    HWY_INLINE void include(const RowOfCounts& low, const RowOfCounts& high) {
+        for (std::size_t i = 0; i < least.size(); ++i) {
+            least[i] = hn::Min(least[i], low[i]);
+            greatest[i] = hn::Max(greatest[i], high[i]);
+        }
+    }
+    /// Whether all counts of the six channels are those that tables and steps hold for.
+    [[nodiscard]] HWY_INLINE bool inRange() const {
+        const auto low = countsOf(least);
+        const auto high = countsOf(greatest);
+        return *std::min_element(low.begin(), low.begin() + kChannels) >= kLeastCount &&
+               *std::max_element(high.begin(), high.begin() + kChannels) <= kGreatestCount;
+    }
+};
+
+/// The volt scales of the six channels.
+struct Scales {
     RowOfDoubles step;
     RowOfDoubles zeroLine;
-    for (std::size_t part = 0; part < kParts; ++part) {
-        step[part] = hn::LoadU(Doubles(), lanes.step.data() + part * kLanes);
-        zeroLine[part] = hn::Add(hn::LoadU(Doubles(), lanes.yPos.data() + part * kLanes), hn::Set(Doubles(), kFine));
+
+    HWY_INLINE explicit Scales(const SixLanes& lanes) {
+        for (std::size_t part = 0; part < kParts; ++part) {
+            step[part] = hn::LoadU(Doubles(), lanes.step.data() + part * kLanes);
+            zeroLine[part] =
+                hn::Add(hn::LoadU(Doubles(), lanes.yPos.data() + part * kLanes), hn::Set(Doubles(), kFine));
+        }
     }
-    const auto heights = [&](const std::int16_t* counts) HWY_ATTR {
+    [[nodiscard]] HWY_INLINE RowOfIntegers heights(const std::int16_t* counts) const {
         RowOfIntegers row;
         for (std::size_t part = 0; part < kParts; ++part) {
             const auto integers = hn::PromoteTo(Integers(), hn::LoadU(Counts(), counts + part * kLanes));
             row[part] = heightsOf(hn::PromoteTo(Doubles(), integers), step[part], zeroLine[part]);
         }
         return row;
-    };
-    const auto heightsOfCounts = [&](const RowOfCounts& counts) HWY_ATTR {
-        std::array<std::int16_t, 8> values;
-        for (std::size_t i = 0; i < counts.size(); ++i) {
-            hn::StoreU(counts[i], NarrowCounts(), values.data() + i * kNarrowLanes);
-        }
-        return heights(values.data());
-    };
+    }
+};
 
+/// Hands over a column of each channel.
+HWY_INLINE void giveColumns(PerChannel<TraceColumn*>& out, std::int32_t x, const Scales& scales,
+                            const Extremes& extremes, const RowOfIntegers& firstY, const RowOfIntegers& lastY) {
+    // The least count has the greatest height, or the least where a scale runs downwards.
+    const StoredRow ofLeast = stored(scales.heights(countsOf(extremes.least).data()));
+    const StoredRow ofGreatest = stored(scales.heights(countsOf(extremes.greatest).data()));
+    const StoredRow first = stored(firstY);
+    const StoredRow last = stored(lastY);
+    for (std::size_t channel = 0; channel < kChannels; ++channel) {
+        *out[channel]++ = {x, first[channel], last[channel], std::min(ofLeast[channel], ofGreatest[channel]),
+                           std::max(ofLeast[channel], ofGreatest[channel])};
+    }
+}
+
+bool computeSixLanes(const SixLanes& lanes) {
+    const Scales scales(lanes);
     const std::int16_t* samples = lanes.samples;
     std::int32_t* plotX = lanes.plotX;
     std::int32_t* plotY = lanes.plotY;
     PerChannel<TraceColumn*> out = lanes.out;
-    RowOfCounts leastOfAll = load(samples);
-    RowOfCounts greatestOfAll = leastOfAll;
+    Extremes ofAll{load(samples), load(samples)};
     const int lastRow = lanes.columns.back().end - 1;
     int row = 0;
     for (const ColumnEnd& column : lanes.columns) {
         RowOfIntegers x;
         x.fill(hn::Set(Integers(), column.x));
-        const RowOfIntegers firstY = heights(samples);
+        const RowOfIntegers firstY = scales.heights(samples);
         RowOfIntegers y = firstY;
-        RowOfCounts least = load(samples);
-        RowOfCounts greatest = least;
+        Extremes extremes{load(samples), load(samples)};
         for (; row < column.end; ++row) {
             const RowOfCounts counts = load(samples);
-            for (std::size_t i = 0; i < counts.size(); ++i) {
-                least[i] = hn::Min(least[i], counts[i]);
-                greatest[i] = hn::Max(greatest[i], counts[i]);
-            }
-            y = heights(samples);
+            extremes.include(counts, counts);
+            y = scales.heights(samples);
             if (row < lastRow) {
+                // What this stores too much is the beginning of the next row.
                 store(x, plotX);
                 store(y, plotY);
             } else {
-                storeExactly(x, plotX);
-                storeExactly(y, plotY);
+                std::copy_n(stored(x).data(), kChannels, plotX);
+                std::copy_n(stored(y).data(), kChannels, plotY);
             }
             samples += kChannels;
             plotX += kChannels;
             plotY += kChannels;
         }
-        // The least count has the greatest height, or the least where a scale runs downwards.
-        const RowOfIntegers ofLeast = heightsOfCounts(least);
-        const RowOfIntegers ofGreatest = heightsOfCounts(greatest);
-        std::array<std::array<std::int32_t, kParts * kLanes>, 4> values;
-        store(firstY, values[0].data());
-        store(y, values[1].data());
-        for (std::size_t part = 0; part < kParts; ++part) {
-            hn::StoreU(hn::Min(ofLeast[part], ofGreatest[part]), Integers(), values[2].data() + part * kLanes);
-            hn::StoreU(hn::Max(ofLeast[part], ofGreatest[part]), Integers(), values[3].data() + part * kLanes);
-        }
-        for (std::size_t channel = 0; channel < kChannels; ++channel) {
-            *out[channel]++ = {column.x, values[0][channel], values[1][channel], values[2][channel],
-                               values[3][channel]};
-        }
-        for (std::size_t i = 0; i < least.size(); ++i) {
-            leastOfAll[i] = hn::Min(leastOfAll[i], least[i]);
-            greatestOfAll[i] = hn::Max(greatestOfAll[i], greatest[i]);
-        }
+        giveColumns(out, column.x, scales, extremes, firstY, y);
+        ofAll.include(extremes.least, extremes.greatest);
     }
-    std::array<std::int16_t, 8> least;
-    std::array<std::int16_t, 8> greatest;
-    for (std::size_t i = 0; i < leastOfAll.size(); ++i) {
-        hn::StoreU(leastOfAll[i], NarrowCounts(), least.data() + i * kNarrowLanes);
-        hn::StoreU(greatestOfAll[i], NarrowCounts(), greatest.data() + i * kNarrowLanes);
-    }
-    return *std::min_element(least.begin(), least.begin() + kChannels) >= kLeastCount &&
-           *std::max_element(greatest.begin(), greatest.begin() + kChannels) <= kGreatestCount;
+    return ofAll.inRange();
 }
 
 } // namespace sixtrace::HWY_NAMESPACE
