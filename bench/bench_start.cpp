@@ -127,7 +127,10 @@ Run measure(const QString& program, const QStringList& arguments) {
     process.waitForReadyRead(20000);
     Run run;
     run.milliseconds = static_cast<double>(timer.nsecsElapsed()) / 1e6;
-    process.waitForFinished(30000);
+    if (!process.waitForFinished(30000) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
+        std::fprintf(stderr, "a window was not shown: %s", process.readAllStandardError().constData());
+        std::exit(1);
+    }
     const QList<QByteArray> lines = process.readAllStandardOutput().trimmed().split('\n');
     run.memory = lines.constLast().toLong();
     run.growth = lines.size() > 2 ? lines.at(1).toLong() : 0;
