@@ -140,11 +140,25 @@ private:
         return true;
     }
 
-    void readField(const layout::Field& field, int channel) {
-        layout::withMember(field.id, m_model, [&]<typename T>(PerChannel<T>& member) {
-            assign(member[channel], m_source.number<T>(m_model.FilePos));
-        });
+    /// The bytes of the fields from FilePos on, as far as the file holds them; valid until the samples are read.
+    std::span<const std::byte> bytesOf(layout::Fields fields) {
+        return m_source.upTo(m_model.FilePos, fields.size() * layout::kFieldSize);
+    }
+    /// A value of the field at FilePos. `fields` is what the file holds from there on.
+    template<typename T>
+    static std::optional<T> valueOf(std::span<const std::byte> fields) {
+        return fields.size() >= sizeof(T) ? std::optional(ByteSource::decode<T>(fields.data())) : std::nullopt;
+    }
+    /// Goes on to the next field.
+    void pass(std::span<const std::byte>& fields) {
+        fields = fields.subspan(std::min(fields.size(), layout::kFieldSize));
         m_model.FilePos += layout::kFieldSize;
+    }
+
+    void readField(const layout::Field& field, int channel, std::span<const std::byte>& fields) {
+        layout::withMember(field.id, m_model,
+                           [&]<typename T>(PerChannel<T>& member) { assign(member[channel], valueOf<T>(fields)); });
+        pass(fields);
     }
 
     /// Clears one channel. Its row shows the ranges of the load before, the volt text one step above the others, until
@@ -161,11 +175,13 @@ private:
 
     void readBlock() {
         const int c = m_channel;
-        for (const layout::Field& field : layout::blockFields(m_model.FileKind)) {
+        const layout::Fields fields = layout::blockFields(m_model.FileKind);
+        auto bytes = bytesOf(fields);
+        for (const layout::Field& field : fields) {
             if (field.id == layout::FieldId::ZeroLevel) {
-                readZeroLevel();
+                readZeroLevel(bytes);
             } else {
-                readField(field, c);
+                readField(field, c, bytes);
             }
         }
         if (m_model.FileKind == 1) {
@@ -181,21 +197,23 @@ private:
     }
 
     /// The file counts from -100 at the bottom to 100 at the top, the model from 0 at the top to 200.
-    void readZeroLevel() {
-        const auto level = m_source.number<std::int32_t>(m_model.FilePos);
+    void readZeroLevel(std::span<const std::byte>& fields) {
+        const auto level = valueOf<std::int32_t>(fields);
         if (level) {
             assign(m_model.ZeroLevel[m_channel], narrowed<std::int32_t>(std::int64_t{100} - *level));
         }
-        m_model.FilePos += layout::kFieldSize;
+        pass(fields);
         m_screen.markers[m_channel].top =
             strip::kHeight * m_model.ZeroLevel[m_channel] / 200 - strip::kMarkerHeight / 2;
     }
 
     void readOlderBlock() {
         const int c = m_channel;
-        for (const layout::Field& field : layout::olderBlockFields()) {
+        const layout::Fields fields = layout::olderBlockFields();
+        auto bytes = bytesOf(fields);
+        for (const layout::Field& field : fields) {
             // The frequency of every block lands in channel 0: this reader never sets the index it stores it by.
-            readField(field, field.id == layout::FieldId::Frequency ? 0 : c);
+            readField(field, field.id == layout::FieldId::Frequency ? 0 : c, bytes);
         }
         if (m_model.SampleCount[c] > 0) {
             static_cast<void>(readSamples(m_model.SampleCount[c]));
